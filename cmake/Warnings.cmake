@@ -1,0 +1,14 @@
+# SPDX-License-Identifier: MIT
+# Warnings are errors in every build (-Wnon-virtual-dtor is not among them: COM interfaces have no destructor); TOLKA_SANITIZE adds ASan and UBSan to every target.
+add_compile_options(
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wcast-qual
+    -Woverloaded-virtual -Wimplicit-fallthrough)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Wduplicated-cond -Wlogical-op)
+    # GCC's flow analysis reports its own libstdc++ here, with sanitizers most of all.
+    add_compile_options(-Wno-error=stringop-overflow -Wno-error=array-bounds -Wno-error=maybe-uninitialized)
+endif()
+if(TOLKA_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

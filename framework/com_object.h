@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+// COM objects: reference counts, the plain, the aggregatable and the cached form, and their creation.
+//
+// A class offers `void* FindInterface(REFIID)`: the pointer of the interface without a reference, or null.
+#pragma once
+
+#include <windows.h>
+#include <objbase.h>
+
+#include <new>
+#include <utility>
+
+#include "framework/lock.h"
+#include "framework/module.h"
+
+// Counts change with interlocked operations, as the free threading model wants.
+struct CComMultiThreadModel {
+    static ULONG Increment(LONG* value) { return static_cast<ULONG>(InterlockedIncrement(value)); }
+    static ULONG Decrement(LONG* value) { return static_cast<ULONG>(InterlockedDecrement(value)); }
+};
+
+// The reference count and the per-object lock, initialised at creation and deleted at destruction.
+template <typename ThreadModel>
+class CComObjectRootEx {
+public:
+    HRESULT FinalConstruct() { return S_OK; }
+    ULONG InternalAddRef() { return ThreadModel::Increment(&m_dwRef); }
+    ULONG InternalRelease() { return ThreadModel::Decrement(&m_dwRef); }
+    HRESULT InitLock() { return m_critsec.Init(); }
+
+protected:
+    CComObjectRootEx() = default;
+    ~CComObjectRootEx() { m_critsec.Term(); }
+    CComObjectRootEx(const CComObjectRootEx&) = delete;
+    CComObjectRootEx& operator=(const CComObjectRootEx&) = delete;
+
+    LONG m_dwRef = 0;
+    CComCriticalSection m_critsec;
+};
+
+template <typename Class, const CLSID* clsid>
+class CComCoClass {
+public:
+    static const CLSID& GetObjectCLSID() { return *clsid; }
+};
+
+// Answers QueryInterface from the pointer that FindInterface gave; `counted` is whose AddRef counts.
+template <typename Counted>
+HRESULT AnswerQueryInterface(Counted* counted, void* found, void** object) {
+    if (!object) return E_POINTER;
+    *object = found;
+    if (!found) return E_NOINTERFACE;
+    counted->AddRef();
+    return S_OK;
+}
+
+// The plain form: lives until its own count reaches 0, and keeps the library loaded meanwhile.
+template <typename Class>
+class CComObject final : public Class {
+public:
+    explicit CComObject(IUnknown*) { _Module.Lock(); }
+    virtual ~CComObject() { _Module.Unlock(); }
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        return AnswerQueryInterface(this, this->FindInterface(iid), object);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return this->InternalAddRef(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG count = this->InternalRelease();
+        if (count == 0) delete this;
+        return count;
+    }
+};
+
+// The part of an aggregated object whose interfaces pass their IUnknown calls on to the outer unknown.
+template <typename Class>
+class CComContainedObject final : public Class {
+public:
+    explicit CComContainedObject(IUnknown* outer) : m_pOuterUnknown(outer) {}
+    virtual ~CComContainedObject() = default;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        return m_pOuterUnknown->QueryInterface(iid, object);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return m_pOuterUnknown->AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return m_pOuterUnknown->Release(); }
+
+private:
+    IUnknown* m_pOuterUnknown;  // not counted: it outlives the object that it aggregates
+};
+
+// The aggregatable form: its own IUnknown holds the object, every other interface belongs to the outer one.
+template <typename Class>
+class CComAggObject final : public IUnknown, public CComObjectRootEx<CComMultiThreadModel> {
+public:
+    explicit CComAggObject(IUnknown* outer) : m_contained(outer) { _Module.Lock(); }
+    virtual ~CComAggObject() { _Module.Unlock(); }
+
+    HRESULT InitLock() { return m_contained.InitLock(); }
+    HRESULT FinalConstruct() { return m_contained.FinalConstruct(); }
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (IsEqualIID(iid, IID_IUnknown)) return AnswerQueryInterface(this, static_cast<IUnknown*>(this), object);
+        return AnswerQueryInterface(&m_contained, m_contained.FindInterface(iid), object);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return InternalAddRef(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG count = InternalRelease();
+        if (count == 0) delete this;
+        return count;
+    }
+
+private:
+    CComContainedObject<Class> m_contained;
+};
+
+// The cached form: one reference is the cache's. The library stays loaded while a client holds another.
+template <typename Class>
+class CComObjectCached final : public Class {
+public:
+    template <typename Argument>
+    explicit CComObjectCached(Argument argument) : Class(argument) {}
+    virtual ~CComObjectCached() = default;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        return AnswerQueryInterface(this, this->FindInterface(iid), object);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override {
+        const ULONG count = this->InternalAddRef();
+        if (count == 2) _Module.Lock();
+        return count;
+    }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG count = this->InternalRelease();
+        if (count == 1) _Module.Unlock();
+        if (count == 0) delete this;
+        return count;
+    }
+};
+
+// Makes the object, initialises it under a reference of its own and asks it for the interface. The object is
+// destroyed again when any of that fails.
+template <typename Object, typename Argument>
+HRESULT CreateComObject(Argument argument, REFIID iid, void** result) {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    Object* object = nullptr;
+    try {
+        object = new (std::nothrow) Object(argument);
+    } catch (...) {
+    }
+    if (!object) return E_OUTOFMEMORY;
+    object->InternalAddRef();
+    HRESULT answer = object->InitLock();
+    if (SUCCEEDED(answer)) answer = object->FinalConstruct();
+    object->InternalRelease();
+    if (SUCCEEDED(answer)) answer = object->QueryInterface(iid, result);
+    if (FAILED(answer)) delete object;
+    return answer;
+}
+
+// The instance creator of a class: plain without an outer unknown, aggregated with one.
+template <typename Class>
+HRESULT CreateInstanceOf(IUnknown* outer, REFIID iid, void** object) {
+    return outer ? CreateComObject<CComAggObject<Class>>(outer, iid, object)
+                 : CreateComObject<CComObject<Class>>(outer, iid, object);
+}

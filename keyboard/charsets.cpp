@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// The character table: the library's digit, function and English tables and the skin's second language.
+#include <algorithm>
+
+#include "framework/module.h"
+#include "keyboard/keyboard.h"
+#include "keyboard/skin_resources.h"
+
+namespace {
+
+constexpr DWORD kGroupUnits = 4;  // small, large, umlaut small, umlaut large
+constexpr DWORD kGroupBytes = kGroupUnits * sizeof(WCHAR);
+constexpr DWORD kLocaleHeaderBytes = 2;
+constexpr std::size_t kLanguage2Slot = 4;
+
+CharsetEntry SameInAllPlanes(WCHAR code) {
+    CharsetEntry entry;
+    std::fill(std::begin(entry.m_Slots), std::end(entry.m_Slots), code);
+    return entry;
+}
+
+void CopyGroup(const BYTE* group, WCHAR* slots) {
+    for (DWORD i = 0; i < kGroupUnits; ++i) {
+        slots[i] = static_cast<WCHAR>(ReadLittleEndian16(group + i * sizeof(WCHAR)));
+    }
+}
+
+}  // namespace
+
+bool CKeyboard::LoadCharsets() {
+    const HMODULE own = _Module.GetModuleInstance();
+    m_Charset.clear();
+    if (const DataResource digits = FindDataResource(own, TEXT("digitalset")); digits.bytes) {
+        for (DWORD i = 0; i < digits.size / 2; ++i) {
+            m_Charset.push_back(SameInAllPlanes(static_cast<WCHAR>(ReadLittleEndian16(digits.bytes + 2 * i))));
+        }
+        m_nDigitFirst = 0;
+        m_nDigitLast = static_cast<DWORD>(m_Charset.size()) - 1;
+    }
+    // Unlike the other tables the function codes are stored most significant byte first.
+    if (const DataResource functions = FindDataResource(own, TEXT("funcset")); functions.bytes) {
+        m_nFuncFirst = m_nDigitLast + 1;
+        for (DWORD i = 0; i < functions.size / 2; ++i) {
+            m_Charset.push_back(SameInAllPlanes(static_cast<WCHAR>(ReadBigEndian16(functions.bytes + 2 * i))));
+        }
+        m_nFuncLast = static_cast<DWORD>(m_Charset.size()) - 1;
+    }
+    m_nCharFirst = m_nFuncLast + 1;
+    if (const DataResource english = FindDataResource(own, TEXT("charset_en")); english.bytes) {
+        for (DWORD i = 0; i < english.size / kGroupBytes; ++i) {
+            CopyGroup(english.bytes + i * kGroupBytes, m_Charset.emplace_back().m_Slots);
+        }
+    }
+    const DataResource locale = FindDataResource(m_hSkinLib, TEXT("LOCALE_CHARSET"));
+    if (locale.bytes && locale.size >= kLocaleHeaderBytes) {
+        const std::size_t groups = (locale.size - kLocaleHeaderBytes) / kGroupBytes;
+        m_Charset.resize(std::max(m_Charset.size(), m_nCharFirst + groups));
+        for (std::size_t i = 0; i < groups; ++i) {
+            CopyGroup(locale.bytes + kLocaleHeaderBytes + i * kGroupBytes,
+                      m_Charset[m_nCharFirst + i].m_Slots + kLanguage2Slot);
+        }
+    }
+    m_nCharLast = static_cast<DWORD>(m_Charset.size()) - 1;
+    return true;
+}

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+// Drawing. The picture shows through the active mask; pressed rectangles show it inverted.
+#include <algorithm>
+
+#include "framework/module.h"
+#include "keyboard/key_codes.h"
+#include "keyboard/keyboard.h"
+#include "keyboard/skin_resources.h"
+
+namespace {
+
+// Foreground code where the mask is 1, background code where it is 0.
+constexpr DWORD kPictureRop = 0x00CC0020;  // picture, black
+constexpr DWORD kPressedRop = 0xFF330008;  // inverted picture, white
+
+constexpr UINT kSkinsNotFoundString = 103;
+
+bool HasArea(const RECT& r) { return r.right != r.left && r.bottom != r.top; }
+
+// Both edges inclusive, as hit testing counts them.
+bool ContainsCorner(const RECT& r, const RECT& other) {
+    return r.left <= other.left && other.left <= r.right && r.top <= other.top && other.top <= r.bottom;
+}
+
+HBITMAP SelectedBitmap(HDC dc) { return static_cast<HBITMAP>(GetCurrentObject(dc, OBJ_BITMAP)); }
+
+void DrawThroughMask(HDC target, const RECT& r, HDC picture, HBITMAP mask, DWORD rop) {
+    MaskBlt(target, r.left, r.top, r.right - r.left, r.bottom - r.top, picture, r.left, r.top, mask, r.left, r.top,
+            rop);
+}
+
+}  // namespace
+
+void CKeyboard::Paint(HDC dc, CWindow* window) {
+    if (m_bNoSkin) {
+        if (window) DrawNoSkinMessage(dc, window);
+        return;
+    }
+    SIZE size{};
+    if (GetBitmapSize(SelectedBitmap(m_hKbDC), size)) DrawPicture(dc, size);
+    DrawPressedRects(dc);
+}
+
+// Does caps lock leave some part of the picture alone?
+bool CKeyboard::CapsSplitsPicture() const {
+    return m_bPortrait && m_stKbStatus.m_bCAPS && !m_stKbStatus.m_bCtrl && !m_stKbStatus.m_bDigit;
+}
+
+//   +------+-------+-------+
+//   |      | above |       |
+//   | left +-------+ right |
+//   |      |   R   |       |    R is m_CAPSRect and shows the mask that ignores caps lock.
+//   |      +-------+       |
+//   |      | below |       |
+//   +------+-------+-------+
+void CKeyboard::DrawPicture(HDC dc, SIZE size) const {
+    const HBITMAP mask = SelectedBitmap(m_hMaskDC);
+    if (!CapsSplitsPicture()) {
+        DrawThroughMask(dc, {0, 0, size.cx, size.cy}, m_hKbDC, mask, kPictureRop);
+        return;
+    }
+    const RECT& r = m_CAPSRect;
+    DrawThroughMask(dc, {0, 0, r.left, size.cy}, m_hKbDC, mask, kPictureRop);
+    DrawThroughMask(dc, {r.right, 0, size.cx, size.cy}, m_hKbDC, mask, kPictureRop);
+    DrawThroughMask(dc, {r.left, 0, r.right, r.top}, m_hKbDC, mask, kPictureRop);
+    DrawThroughMask(dc, {r.left, r.bottom, r.right, size.cy}, m_hKbDC, mask, kPictureRop);
+    DrawThroughMask(dc, r, m_hKbDC, SelectedBitmap(m_hExtMaskDC), kPictureRop);
+}
+
+void CKeyboard::DrawPressedRects(HDC dc) const {
+    const HBITMAP mask = SelectedBitmap(m_hMaskDC);
+    const HBITMAP maskWithoutCaps = SelectedBitmap(m_hExtMaskDC);
+    const bool split = CapsSplitsPicture() && HasArea(m_CAPSRect);
+    for (const RECT& pressed : m_PressedRects) {
+        const bool ignoresCaps = split && ContainsCorner(m_CAPSRect, pressed);
+        DrawThroughMask(dc, pressed, m_hKbDC, ignoresCaps ? maskWithoutCaps : mask, kPressedRop);
+    }
+}
+
+void CKeyboard::DrawNoSkinMessage(HDC dc, CWindow* window) const {
+    RECT client{};
+    GetClientRect(window->m_hWnd, &client);
+    SetTextColor(dc, GetSysColor(COLOR_ACTIVECAPTION));
+    FillRect(dc, &client, GetSysColorBrush(COLOR_INACTIVECAPTION));
+    SetBkColor(dc, GetSysColor(COLOR_INACTIVECAPTION));
+    SetTextAlign(dc, TA_CENTER + TA_BASELINE);
+    WCHAR message[64];
+    const int length = LoadStringW(_Module.GetModuleInstance(), kSkinsNotFoundString, message, 64);
+    ExtTextOutW(dc, (client.right - client.left) / 2, (client.bottom - client.top) / 2, ETO_CLIPPED, &client,
+                message, static_cast<UINT>(length), nullptr);
+}
+
+void CKeyboard::DrawButton(CWindow* window, const KeyEntry& entry, bool bInvalidate) {
+    if (!window) return;
+    for (const RECT& r : entry.m_Rects) {
+        if (!HasArea(r)) continue;
+        TogglePressedRect(r);
+        if (bInvalidate) InvalidateRect(window->m_hWnd, &r, TRUE);
+    }
+}
+
+// Without memory for one more rectangle the key is just not shown pressed.
+void CKeyboard::TogglePressedRect(const RECT& r) {
+    const auto found = std::find_if(m_PressedRects.begin(), m_PressedRects.end(),
+                                    [&](const RECT& pressed) { return EqualRect(&pressed, &r) != FALSE; });
+    if (found != m_PressedRects.end()) {
+        m_PressedRects.erase(found);
+        return;
+    }
+    try {
+        m_PressedRects.push_back(r);
+    } catch (...) {
+    }
+}
+
+void CKeyboard::PaintStatusButtons(CWindow* window) {
+    const auto toggle = [&](bool bActive, WCHAR code, bool bInvalidate) {
+        if (!bActive) return;
+        try {
+            DrawButton(window, GetFunctionKeyRects(code), bInvalidate);
+        } catch (...) {
+        }
+    };
+    toggle(m_stKbStatus.m_bShift, kShiftCode, false);
+    toggle(m_stKbStatus.m_bCAPS, kCapsCode, false);
+    toggle(m_stKbStatus.m_bCtrl, kControlCode, false);
+    toggle(!m_stKbStatus.m_bLng1, kLanguageCode, true);
+    toggle(m_stKbStatus.m_bUml, kUmlautCode, false);
+}
+
+KeyEntry CKeyboard::GetFunctionKeyRects(WCHAR code) const {
+    const KeyLayout& layout = ActiveLayout();
+    for (std::size_t index = 0; index < m_Charset.size(); ++index) {
+        if (m_Charset[index].m_Slots[0] != code) continue;
+        const auto found = layout.find(static_cast<DWORD>(index));
+        if (found != layout.end()) return found->second;
+    }
+    KeyEntry none;
+    none.m_Rects.push_back({0, 0, 0, 0});
+    return none;
+}

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// Which skins there are.
+#include <utility>
+
+#include "framework/handles.h"
+#include "keyboard/keyboard.h"
+#include "settings/store.h"
+
+namespace {
+
+constexpr WCHAR kSkinFolder[] = TEXT("\\windows");
+
+bool FileExists(const WideString& path) {
+    WIN32_FIND_DATAW data;
+    return static_cast<bool>(CFindOwner(FindFirstFileW(path.c_str(), &data)));
+}
+
+void AppendSkinFiles(const WideString& extension, WideStringList& files) {
+    const WideString folder(kSkinFolder);
+    WIN32_FIND_DATAW data;
+    const CFindOwner find(FindFirstFileW((folder + TEXT("\\*.") + extension).c_str(), &data));
+    if (!find) return;
+    do {
+        files.push_back(folder + TEXT("\\") + data.cFileName);
+    } while (FindNextFileW(find.Get(), &data));
+}
+
+// Paths whose file is gone are skipped; they stay stored until the settings are next saved.
+void AppendUserSkins(WideStringList& skins) {
+    WideStringList stored;
+    CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);
+    for (WideString& path : stored) {
+        if (FileExists(path)) skins.push_back(std::move(path));
+    }
+}
+
+}  // namespace
+
+WideStringList CKeyboard::FindSkinFiles(const WideString& extension) {
+    WideStringList files;
+    try {
+        AppendSkinFiles(extension, files);
+    } catch (...) {
+    }
+    return files;
+}
+
+WideStringList CKeyboard::GetSkinList() {
+    WideStringList skins;
+    try {
+        skins = FindSkinFiles(TEXT("tlk"));
+        AppendUserSkins(skins);
+    } catch (...) {
+    }
+    return skins;
+}

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Checking, loading and unloading a skin file.
+#include "framework/handles.h"
+#include "keyboard/key_codes.h"
+#include "keyboard/keyboard.h"
+#include "keyboard/skin_resources.h"
+#include "settings/store.h"
+
+namespace {
+
+struct MaskResource {
+    HBITMAP CKeyboard::*field;
+    LPCWSTR portrait;
+    LPCWSTR landscape;
+};
+
+constexpr MaskResource kLanguageMasks[] = {
+    {&CKeyboard::m_hLng1SmlKbMask, TEXT("LANG1_SMALL_MASK"), TEXT("LANG1_SMALL_MASK_LS")},
+    {&CKeyboard::m_hLng1LrgKbMask, TEXT("LANG1_LARGE_MASK"), TEXT("LANG1_LARGE_MASK_LS")},
+    {&CKeyboard::m_hLng2SmlKbMask, TEXT("LANG2_SMALL_MASK"), TEXT("LANG2_SMALL_MASK_LS")},
+    {&CKeyboard::m_hLng2LrgKbMask, TEXT("LANG2_LARGE_MASK"), TEXT("LANG2_LARGE_MASK_LS")},
+};
+constexpr MaskResource kUmlautMasks[] = {
+    {&CKeyboard::m_hUml1SmlKbMask, TEXT("UML1_SMALL_MASK"), TEXT("UML1_SMALL_MASK_LS")},
+    {&CKeyboard::m_hUml1LrgKbMask, TEXT("UML1_LARGE_MASK"), TEXT("UML1_LARGE_MASK_LS")},
+    {&CKeyboard::m_hUml2SmlKbMask, TEXT("UML2_SMALL_MASK"), TEXT("UML2_SMALL_MASK_LS")},
+    {&CKeyboard::m_hUml2LrgKbMask, TEXT("UML2_LARGE_MASK"), TEXT("UML2_LARGE_MASK_LS")},
+};
+
+// The handle's value may be an address; only zero or not matters to readers, so its low 32 bits must not turn
+// a handle into nothing.
+DWORD MarkFromHandle(HRSRC resource) {
+    const auto mark = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(resource) & 0xFFFFFFFFu);
+    return resource && mark == 0 ? 1 : mark;
+}
+
+// Little-endian 32-bit left, top, right, bottom; all 0 when the skin has none.
+RECT ReadCapsRect(HMODULE skin) {
+    const DataResource resource = FindDataResource(skin, TEXT("CAPS_RECT"));
+    if (resource.size < 4 * sizeof(LONG)) return {};
+    return {ReadLittleEndian32(resource.bytes), ReadLittleEndian32(resource.bytes + 4),
+            ReadLittleEndian32(resource.bytes + 8), ReadLittleEndian32(resource.bytes + 12)};
+}
+
+}  // namespace
+
+bool CKeyboard::IsValidSkin(const WideString& path) {
+    const LONG width = GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = GetSystemMetrics(SM_CYSCREEN);
+    const CModuleOwner skin(LoadLibraryW(path.c_str()));
+    if (!skin) return false;
+    const CBitmapOwner picture(LoadBitmapW(skin.Get(), TEXT("char_keyboard_bitmap")));
+    SIZE size{};
+    if (!picture || !GetBitmapSize(picture.Get(), size)) return false;
+    return size.cx == (width > height ? height : width);
+}
+
+bool CKeyboard::LoadSkin(LONG width, LONG height) {
+    const bool landscape = width > height;
+    m_bPortrait = width < height;
+    m_CAPSRect = ReadCapsRect(m_hSkinLib);
+    LoadSwipeOnlyMark();
+    LoadLayouts(landscape);
+    LoadBitmaps(landscape);
+    SIZE picture{};
+    return GetBitmapSize(m_hKbBitmap, picture) && (picture.cx == width || picture.cx == height);
+}
+
+// A skin made for strokes turns them on, and the options dialog learns of it.
+void CKeyboard::LoadSwipeOnlyMark() {
+    const HRSRC mark = FindResourceW(m_hSkinLib, TEXT("SWIPE_ONLY"), TEXT("RC_DATA"));
+    if (mark) m_dwSwipe |= 1;
+    CSettingsKey(SettingsAccess::Write).WriteDword(kSwipeOnlySkinValue, MarkFromHandle(mark));
+}
+
+void CKeyboard::LoadLayouts(bool bLandscape) {
+    m_CharLayout.clear();
+    m_DigitLayout.clear();
+    DataResource characters;
+    if (bLandscape) characters = FindDataResource(m_hSkinLib, TEXT("LNDSCP_LAYOUT_STRUCT"));
+    if (!characters.bytes) characters = FindDataResource(m_hSkinLib, TEXT("CHAR_LAYOUT_STRUCT"));
+    ReadLayout(characters, m_CharLayout);
+    m_bHasCapsKey = m_CharLayout.count(kCapsKeyIndex) != 0;
+    ReadLayout(FindDataResource(m_hSkinLib, TEXT("DIGIT_LAYOUT_STRUCT")), m_DigitLayout);
+}
+
+// Resources that the skin lacks leave null fields. The umlaut masks are read for extended symbols alone.
+void CKeyboard::LoadBitmaps(bool bLandscape) {
+    const auto load = [&](HBITMAP& field, LPCWSTR name) { ReplaceBitmap(field, LoadBitmapW(m_hSkinLib, name)); };
+    load(m_hKbBitmap, bLandscape ? TEXT("LANSCAPE_KEYBOARD_BITMAP") : TEXT("char_keyboard_bitmap"));
+    for (const MaskResource& mask : kLanguageMasks) {
+        load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);
+    }
+    if (m_bExtSym) {
+        for (const MaskResource& mask : kUmlautMasks) {
+            load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);
+        }
+    }
+    load(m_hDigitKbBitmap, TEXT("digit_keyboard_bitmap"));
+    load(m_hDigitMask, TEXT("DIGIT_MASK"));
+}
+
+void CKeyboard::UnloadSkin() {
+    m_ptSwipeEnd = {0, 0};
+    m_nPressedIndex = kNoKey;
+    m_bPressedDrawn = 0;
+    m_Charset.clear();
+    m_CharLayout.clear();
+    m_DigitLayout.clear();
+    m_PressedRects.clear();
+    ReleaseBitmap(m_hDigitKbBitmap);
+    ReleaseBitmap(m_hKbBitmap);
+    ReleaseBitmap(m_hDigitMask);
+    ReleaseBitmap(m_hLng1SmlKbMask);
+    ReleaseBitmap(m_hLng1LrgKbMask);
+    ReleaseBitmap(m_hLng2SmlKbMask);
+    ReleaseBitmap(m_hLng2LrgKbMask);
+    ReleaseBitmap(m_hUml1SmlKbMask);
+    ReleaseBitmap(m_hUml1LrgKbMask);
+    ReleaseBitmap(m_hUml2SmlKbMask);
+    ReleaseBitmap(m_hUml2LrgKbMask);
+    ReleaseBitmap(m_hOrigMaskBmp);
+    ReleaseBitmap(m_hOrigExtMaskBmp);
+    ReleaseContext(m_hKbDC);
+    ReleaseContext(m_hMaskDC);
+    ReleaseContext(m_hExtMaskDC);
+    if (m_hSkinLib) FreeLibrary(m_hSkinLib);
+    m_hSkinLib = nullptr;
+}

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+// The other side of the layer: what the driver of a device (the simulator, a test) controls and sees. Product
+// code cannot include this header.
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace host {
+
+// --- The device -------------------------------------------------------------------------------------------
+struct DeviceOptions {
+    std::filesystem::path folder;  // root of the device's file system; created when missing
+    SIZE screen{240, 320};         // pixels
+    // Receives what a person has to know (a damaged registry file, a full disk), one line each, UTF-8.
+    std::function<void(const std::string&)> report;
+};
+
+// Starts the one device of this process: an empty screen, the registry of its folder ("device.reg"), the clock
+// at 0, no window. Stopping destroys what is left, writes the registry and forgets every handle.
+void StartDevice(const DeviceOptions& options);
+void StopDevice();
+// The host path of a device path; empty when a name on the way does not exist (the last one may be missing)
+// or when it would lead out of the device's folder.
+std::filesystem::path HostPath(const std::u16string& devicePath);
+// Writes the registry file when a value changed since the last write. False (and a report) when it cannot.
+bool FlushRegistry();
+
+// --- The screen -------------------------------------------------------------------------------------------
+// 32 bits per pixel, 0x00RRGGBB, rows from the top without padding.
+struct ScreenView {
+    int width = 0;
+    int height = 0;
+    const DWORD* pixels = nullptr;
+};
+ScreenView Screen();
+// Resizes the screen and invalidates every window; the windows keep their places.
+void SetScreenSize(SIZE size);
+// The part of the screen drawn since the last call, empty when none.
+RECT TakeScreenChanges();
+
+// --- The pen, the keys and the clock ----------------------------------------------------------------------
+enum class Pen { Down, Move, Up, DoubleClick };
+
+// Posts exactly this message to the window that holds the capture, else to the visible, enabled window under
+// the point (screen coordinates).
+void PostPen(Pen event, POINT point);
+// As a person's pen: recognises a double tap (within 500 ms and 4 pixels, on a CS_DBLCLKS window) by itself.
+void MovePen(Pen event, POINT point);
+// Called at the moment at which a window gets the capture, or (null) nobody has it any more.
+using CaptureHandler = std::function<void(HWND)>;
+void SetCaptureHandler(CaptureHandler handler);
+// Key events for the window with the focus: WM_KEYDOWN or WM_KEYUP, and WM_CHAR for a character that is not
+// suppressed. Keeps what GetKeyState reports.
+void PostKey(UINT virtualKey, bool down);
+void PostCharacter(UINT virtualKey, WCHAR character);
+
+DWORD Now();                          // milliseconds of the virtual clock
+void AdvanceClock(DWORD milliseconds);
+
+// --- The message loop -------------------------------------------------------------------------------------
+// Delivers everything that waits: posted messages, then paint messages.
+void DeliverMessages();
+// Called by GetMessageW when no message waits, also inside modal loops; it may post or send messages. False
+// means that nothing more will come: GetMessageW then returns WM_QUIT.
+using IdleHandler = std::function<bool()>;
+void SetIdleHandler(IdleHandler handler);
+
+// --- Faults -----------------------------------------------------------------------------------------------
+// One entry for each kind of host call that can fail.
+enum class Call {
+    AllocateMemory,  // CoTaskMemAlloc, SysAllocString
+    BeginPaint,
+    BitBlt,
+    CreateBitmap,
+    CreateBrush,
+    CreateDC,
+    CreateDIBSection,
+    CreateFont,
+    CreateWindow,
+    DeleteFile,
+    DrawText,
+    FillRect,
+    FindFile,
+    FindResource,
+    GetModuleFileName,
+    GetObject,
+    InitializeLock,
+    InvalidateRect,
+    LoadBitmap,
+    LoadLibrary,
+    LoadResource,
+    LoadString,
+    LoadTypeLib,
+    MaskBlt,
+    PostMessage,
+    RegClose,
+    RegCreateKey,
+    RegDelete,
+    RegEnumKey,
+    RegisterClass,
+    RegisterTypeLib,
+    RegOpenKey,
+    RegQueryInfo,
+    RegQueryValue,
+    RegSetValue,
+    SelectObject,
+    WriteRegistryFile,
+    Count
+};
+
+// Lets the n-th call of this kind from now on fail (1 is the next one), once. Another call replaces it.
+void FailCall(Call call, unsigned n = 1);
+void ClearFaults();
+// Calls of this kind since StartDevice.
+unsigned CallCount(Call call);
+
+// --- Live handles -----------------------------------------------------------------------------------------
+// Handles are counted for whom they were made: everything belongs to the product, except what is created while
+// a PlatformScope stands.
+class PlatformScope {
+public:
+    PlatformScope();
+    ~PlatformScope();
+    PlatformScope(const PlatformScope&) = delete;
+    PlatformScope& operator=(const PlatformScope&) = delete;
+};
+
+struct LiveHandles {
+    int bitmaps = 0;
+    int dcs = 0;
+    int fonts = 0;
+    int brushes = 0;
+    int windows = 0;
+    int modules = 0;
+    int keys = 0;
+    int finds = 0;
+    int lists = 0;
+};
+// The product's live handles. Stock objects and the bitmap that a context comes with do not count.
+LiveHandles CountHandles();
+
+}  // namespace host

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// Everything that outlives a run: key paths, value names, typed reads and writes. There is no cache; whoever
+// needs a value opens the key at that moment, and the key closes with the CSettingsKey.
+#pragma once
+
+#include <windows.h>
+
+#include "framework/handles.h"
+#include "framework/wide_string.h"
+
+// Under HKEY_LOCAL_MACHINE.
+inline constexpr WCHAR kSettingsKey[] = TEXT("Software\\Tolka\\7.0");
+inline constexpr WCHAR kSkinValue[] = TEXT("Skin");                    // REG_SZ, path of the chosen skin
+inline constexpr WCHAR kSwipeValue[] = TEXT("Swipe");                  // REG_DWORD, see CKeyboard::m_dwSwipe
+inline constexpr WCHAR kSwipeOnlySkinValue[] = TEXT("SwipeOnlySkin");  // REG_DWORD, zero or not
+inline constexpr WCHAR kExtSymValue[] = TEXT("ExtSym");                // REG_DWORD, extended symbols on
+inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");          // REG_MULTI_SZ, skins outside "\windows"
+
+// What a string read can hold at most, its terminating null included; longer values count as absent.
+inline constexpr DWORD kStringCharacters = 260;
+inline constexpr DWORD kUserSkinsBytes = 5200;
+
+enum class SettingsAccess {
+    Read,    // the key must exist
+    Write,   // full access; the key must exist
+    Create,  // full access; the key is made when it is missing
+};
+
+class CSettingsKey {
+public:
+    // A key that cannot be opened reads as if every value were absent, and writes go nowhere.
+    CSettingsKey(HKEY root, LPCWSTR path, SettingsAccess access);
+    // The settings key.
+    explicit CSettingsKey(SettingsAccess access) : CSettingsKey(HKEY_LOCAL_MACHINE, kSettingsKey, access) {}
+
+    bool IsOpen() const { return static_cast<bool>(m_key); }
+    void Close() { m_key.Reset(); }
+
+    // Reads 4 bytes, whatever type is stored. False, and `value` unchanged, when that fails.
+    bool ReadDword(LPCWSTR name, DWORD& value) const;
+    // Up to the first null character or the end of the data. False, and `text` unchanged, when it cannot be
+    // read or is longer than kStringCharacters.
+    bool ReadString(LPCWSTR name, WideString& text) const;
+    // The strings up to an empty one or the end of the data; false when longer than kUserSkinsBytes.
+    bool ReadStringList(LPCWSTR name, WideStringList& list) const;
+
+    // A failed write is not reported: the setting then keeps what it was.
+    void WriteDword(LPCWSTR name, DWORD value) const;
+    void WriteString(LPCWSTR name, const WideString& text) const;
+    // Each string with its null, then two further nulls: 4 zero bytes for an empty list.
+    void WriteStringList(LPCWSTR name, const WideStringList& list) const;
+
+private:
+    void Write(LPCWSTR name, DWORD type, const void* data, std::size_t bytes) const;
+
+    CRegistryKeyOwner m_key;
+};
