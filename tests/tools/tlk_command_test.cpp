@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "files.h"
+
+namespace {
+
+class TlkCommand : public testing::Test {
+protected:
+    void SetUp() override {
+        std::string name = (std::filesystem::temp_directory_path() / "tlk-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        m_Folder = name;
+    }
+    void TearDown() override { std::filesystem::remove_all(m_Folder); }
+
+    std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
+
+    // Returns the exit status; messages go to Path("messages").
+    int Run(const std::string& arguments) const {
+        const std::string command =
+            std::string(TLK_COMMAND) + " " + arguments + " >" + Path("messages") + " 2>&1";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    std::filesystem::path m_Folder;
+};
+
+TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk")), 0);
+    EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN));
+    EXPECT_EQ(Run("show " + Path("a.tlk") + " --plane uml2_large_ls --pressed 48 -o " + Path("a.png")), 0);
+    EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
+}
+
+TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
+    std::ofstream(Path("bad.toml")) << "[portrait]\nsize = 7\n";
+    EXPECT_EQ(Run("build " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
+    EXPECT_EQ(ReadText(Path("messages")).find(Path("bad.toml") + ":2: "), 0u) << ReadText(Path("messages"));
+    EXPECT_FALSE(std::filesystem::exists(Path("bad.tlk")));
+    EXPECT_EQ(Run("build " + Path("none.toml") + " -o " + Path("bad.tlk")), 2);
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("no/folder.tlk")), 2);
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " --font " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
+    EXPECT_EQ(Run("show " + Path("bad.toml") + " -o " + Path("a.png")), 2);
+    EXPECT_EQ(Run("show " STANDARD_SKIN " --plane klingon -o " + Path("a.png")), 2);
+    EXPECT_EQ(Run("paint"), 2);
+}
+
+}  // namespace

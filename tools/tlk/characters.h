@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// The numbering of keys that all skins share: which key index types what, and what the engine calls it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tlk {
+
+// One row of the engine's character table: small and large of language 1, of its umlaut plane, of
+// language 2 and of its umlaut plane.
+inline constexpr std::size_t kSlotCount = 8;
+using CharacterEntry = std::array<char16_t, kSlotCount>;
+using CharacterTable = std::vector<CharacterEntry>;
+
+inline constexpr std::uint16_t kFirstFunction = 48;
+inline constexpr std::uint16_t kFirstCharacter = 70;
+
+namespace function_key {
+inline constexpr std::uint16_t kShift = 48;
+inline constexpr std::uint16_t kControl = 49;
+inline constexpr std::uint16_t kCaps = 50;
+inline constexpr std::uint16_t kLanguage = 51;
+inline constexpr std::uint16_t kDigits = 52;
+inline constexpr std::uint16_t kUmlaut = 53;
+inline constexpr std::uint16_t kEscape = 54;
+inline constexpr std::uint16_t kBackspace = 55;
+inline constexpr std::uint16_t kEnter = 56;
+inline constexpr std::uint16_t kSpace = 57;
+inline constexpr std::uint16_t kTab = 58;
+inline constexpr std::uint16_t kLeft = 59;
+inline constexpr std::uint16_t kUp = 60;
+inline constexpr std::uint16_t kRight = 61;
+inline constexpr std::uint16_t kDown = 62;
+}  // namespace function_key
+
+// A run of key indices in which every small character stands once, so that a character names a key.
+struct Arrangement {
+    std::string_view name;
+    std::uint16_t first;
+    std::uint16_t last;
+};
+
+// The keys of the digit keyboard. Its later entries repeat the digits and are left out: index 46, the
+// second '9', counts as one key with the umlaut key.
+inline constexpr Arrangement kDigitArrangement{"digits", 0, 37};
+
+// Null when there is none of this name.
+const Arrangement* FindArrangement(std::string_view name);
+std::string ArrangementNames();
+
+// The table that the engine carries, with language 2 a copy of language 1.
+CharacterTable BuiltInCharacters();
+
+std::optional<std::uint16_t> FindCharacter(const CharacterTable& table, const Arrangement& arrangement,
+                                           char16_t character);
+std::optional<std::uint16_t> FindFunction(std::string_view name);
+std::string FunctionNames();
+
+inline bool IsFunction(std::uint16_t key) { return key >= kFirstFunction && key < kFirstCharacter; }
+// The keys that caps lock leaves alone inside the CAPS rectangle, Backspace aside.
+bool IsDigitLineCharacter(char16_t small);
+
+// A character or a function's name, for messages.
+std::string NameKey(const CharacterTable& table, std::uint16_t key);
+std::string ToUtf8(char32_t character);
+
+}  // namespace tlk

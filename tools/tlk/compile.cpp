@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "compile.h"
+
+#include "bitmap.h"
+#include "drawing.h"
+#include "errors.h"
+#include "layout.h"
+
+namespace tlk {
+namespace {
+
+// In the order of the character table's slots.
+constexpr std::array<std::string_view, kSlotCount> kMaskNames{
+    "LANG1_SMALL_MASK", "LANG1_LARGE_MASK", "UML1_SMALL_MASK", "UML1_LARGE_MASK",
+    "LANG2_SMALL_MASK", "LANG2_LARGE_MASK", "UML2_SMALL_MASK", "UML2_LARGE_MASK"};
+
+void PutBig16(Bytes& bytes, int value) {
+    Put8(bytes, static_cast<unsigned>(value) >> 8);
+    Put8(bytes, static_cast<unsigned>(value));
+}
+
+// Layout records: key index, an unused bitmap value, the rectangle, four reserved bytes; big-endian.
+Bytes EncodeLayout(const Layout& layout) {
+    Bytes bytes;
+    for (const Key& key : layout.keys) {
+        for (const Rect& rect : key.rects) {
+            PutBig16(bytes, key.key);
+            PutBig16(bytes, 0);
+            for (int edge : {rect.left, rect.top, rect.right, rect.bottom})
+                PutBig16(bytes, edge);
+            Put32(bytes, 0);
+        }
+    }
+    return bytes;
+}
+
+// Unlike layout records, little-endian and 32 bits wide.
+Bytes EncodeCapsRect(const Rect& rect) {
+    Bytes bytes;
+    for (int edge : {rect.left, rect.top, rect.right, rect.bottom})
+        Put32(bytes, static_cast<std::uint32_t>(edge));
+    return bytes;
+}
+
+// Language 2 from the first character entry to the last one that the skin's arrangement has, after a header
+// of two bytes.
+Bytes EncodeSecondLanguage(const Skin& skin) {
+    Bytes bytes;
+    Put16(bytes, 0);
+    for (std::size_t key = kFirstCharacter; key <= skin.arrangement->last; ++key)
+        for (std::size_t slot = 4; slot < kSlotCount; ++slot)
+            Put16(bytes, skin.characters[key][slot]);
+    return bytes;
+}
+
+class Compilation {
+public:
+    Compilation(const Skin& skin, const Font& font) : m_Skin(skin), m_Font(font) {}
+
+    std::vector<Resource> Run() {
+        AddPortrait();
+        if (m_Skin.landscape) AddLandscape(*m_Skin.landscape);
+        if (m_Skin.digits) AddDigits(*m_Skin.digits);
+        Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
+        return std::move(m_Resources);
+    }
+
+private:
+    void AddPortrait() {
+        const Layout layout = LayOut(m_Skin, m_Skin.portrait);
+        Plane plane;
+        if (m_Skin.capsRect) {
+            if (const auto area = FindCapsRect(m_Skin, layout)) {
+                Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
+                plane.backspaceFollowsShift = Holds(*area, layout, function_key::kBackspace);
+            }
+        }
+        AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout);
+        AddMasks(layout, plane, "");
+    }
+
+    void AddLandscape(const Board& board) {
+        const Layout layout = LayOut(m_Skin, board);
+        AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout);
+        AddMasks(layout, Plane{}, "_LS");
+    }
+
+    void AddDigits(const Board& board) {
+        const Layout layout = LayOut(m_Skin, board);
+        AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout);
+        Plane plane;
+        plane.digits = true;
+        Add(ResourceKind::Bitmap, "DIGIT_MASK", EncodeMask(DrawMask(m_Skin, layout, m_Font, plane)));
+    }
+
+    void AddBoard(const char* picture, const char* records, const Layout& layout) {
+        Add(ResourceKind::Bitmap, picture, EncodePicture(DrawPicture(m_Skin, layout)));
+        Add(ResourceKind::Data, records, EncodeLayout(layout));
+    }
+
+    void AddMasks(const Layout& layout, Plane plane, const std::string& suffix) {
+        for (plane.slot = 0; plane.slot < kSlotCount; ++plane.slot)
+            Add(ResourceKind::Bitmap, std::string(kMaskNames[plane.slot]) + suffix,
+                EncodeMask(DrawMask(m_Skin, layout, m_Font, plane)));
+    }
+
+    void Add(ResourceKind kind, std::string name, Bytes data) {
+        m_Resources.push_back({kind, std::move(name), std::move(data)});
+    }
+
+    static bool Holds(const Rect& area, const Layout& layout, std::uint16_t index) {
+        for (const Key& key : layout.keys)
+            if (key.key == index)
+                return key.rects[0].left >= area.left && key.rects[0].right <= area.right &&
+                       key.rects[0].top >= area.top && key.rects[0].bottom <= area.bottom;
+        return false;
+    }
+
+    const Skin& m_Skin;
+    const Font& m_Font;
+    std::vector<Resource> m_Resources;
+};
+
+}  // namespace
+
+std::vector<Resource> CompileSkin(const Skin& skin, const Font& font) {
+    return Compilation(skin, font).Run();
+}
+
+}  // namespace tlk

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "grid.h"
+
+namespace tlk {
+
+// The ink of a character or a word: 1 is ink. `ascent` is the number of rows from the top of the ink down to
+// the baseline.
+struct Glyph {
+    Mask ink;
+    int ascent = 0;
+};
+
+// A font file, drawn in one bit per pixel with its own hints. Throws FileError.
+class Font {
+public:
+    explicit Font(const std::string& path);
+    ~Font();
+    Font(const Font&) = delete;
+    Font& operator=(const Font&) = delete;
+
+    const std::string& Path() const { return m_Path; }
+    bool Has(char16_t character) const;
+    // `pixels` is the size of the em. The glyph is cropped to its ink.
+    [[nodiscard]] Glyph Draw(std::u16string_view word, int pixels) const;
+    // Height of the flat capitals.
+    [[nodiscard]] int CapHeight(int pixels) const;
+
+private:
+    struct Face;
+
+    std::string m_Path;
+    std::unique_ptr<Face> m_pFace;
+};
+
+}  // namespace tlk

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// What everything here is drawn on: pixels with the origin at the top left.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace tlk {
+
+struct Size {
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const Size&) const = default;
+};
+
+// All four edges belong to the rectangle, as hit testing counts them.
+struct Rect {
+    int left = 0;
+    int top = 0;
+    int right = -1;
+    int bottom = -1;
+
+    int Width() const { return right - left + 1; }
+    int Height() const { return bottom - top + 1; }
+    // Neighbours by an edge or a corner, or on top of each other.
+    bool Touches(const Rect& other) const {
+        return left <= other.right + 1 && other.left <= right + 1 && top <= other.bottom + 1 &&
+               other.top <= bottom + 1;
+    }
+    bool operator==(const Rect&) const = default;
+};
+
+struct Color {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+
+    auto operator<=>(const Color&) const = default;
+};
+
+template <class Pixel>
+class Grid {
+public:
+    Grid() = default;
+    Grid(Size size, Pixel fill)
+        : m_Size(size),
+          m_Pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), fill) {}
+
+    Size GetSize() const { return m_Size; }
+    bool Contains(int x, int y) const { return x >= 0 && y >= 0 && x < m_Size.width && y < m_Size.height; }
+
+    // The caller keeps (x, y) inside.
+    Pixel& At(int x, int y) { return m_Pixels[Offset(x, y)]; }
+    const Pixel& At(int x, int y) const { return m_Pixels[Offset(x, y)]; }
+
+    const std::vector<Pixel>& Pixels() const { return m_Pixels; }
+    bool operator==(const Grid&) const = default;
+
+private:
+    std::size_t Offset(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_Size.width) +
+               static_cast<std::size_t>(x);
+    }
+
+    Size m_Size;
+    std::vector<Pixel> m_Pixels;
+};
+
+using Picture = Grid<Color>;
+// 1 shows the picture, 0 paints black: glyphs are the zeros of a mask.
+using Mask = Grid<std::uint8_t>;
+
+}  // namespace tlk

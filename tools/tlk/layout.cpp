@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "errors.h"
+
+namespace tlk {
+namespace {
+
+// Bevel and the smallest glyph that can be told from another.
+constexpr int kSmallestCell = 8;
+
+// Edges of `weights.size()` neighbours that share `length` pixels.
+std::vector<int> Divide(int length, const std::vector<double>& weights) {
+    double total = 0;
+    for (double weight : weights)
+        total += weight;
+    std::vector<int> edges{0};
+    double sum = 0;
+    for (double weight : weights) {
+        sum += weight;
+        edges.push_back(static_cast<int>(std::lround(sum / total * length)));
+    }
+    return edges;
+}
+
+void AddRect(const Skin& skin, Layout& layout, std::uint16_t index, const Rect& rect, unsigned line) {
+    const auto known = std::ranges::find(layout.keys, index, &Key::key);
+    if (known == layout.keys.end()) {
+        layout.keys.push_back({index, {rect}});
+        return;
+    }
+    for (Rect& part : known->rects) {
+        if (part.left == rect.left && part.right == rect.right && part.bottom + 1 == rect.top) {
+            part.bottom = rect.bottom;
+            return;
+        }
+    }
+    const bool touches =
+        std::ranges::any_of(known->rects, [&rect](const Rect& part) { return part.Touches(rect); });
+    if (!touches && !IsFunction(index))
+        throw SourceError(line, "key '" + NameKey(skin.characters, index) +
+                                    "' already stands elsewhere on this keyboard: remove one of them");
+    known->rects.push_back(rect);
+}
+
+std::vector<double> Weights(const Row& row) {
+    std::vector<double> weights;
+    for (const RowKey& key : row.keys)
+        weights.push_back(key.weight);
+    return weights;
+}
+
+bool Intersect(const Rect& a, const Rect& b) {
+    return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
+}
+
+bool IsDigitLineKey(const Skin& skin, const Key& key) {
+    return !IsFunction(key.key) && IsDigitLineCharacter(skin.characters[key.key][0]);
+}
+
+}  // namespace
+
+Layout LayOut(const Skin& skin, const Board& board) {
+    Layout layout{board.size, {}};
+    const std::vector<int> lines = Divide(board.size.height, std::vector<double>(board.rows.size(), 1.0));
+    for (std::size_t r = 0; r < board.rows.size(); ++r) {
+        const Row& row = board.rows[r];
+        const std::vector<int> columns = Divide(board.size.width, Weights(row));
+        for (std::size_t c = 0; c < row.keys.size(); ++c) {
+            const Rect rect{columns[c], lines[r], columns[c + 1] - 1, lines[r + 1] - 1};
+            if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
+                throw SourceError(row.line, "key '" + NameKey(skin.characters, row.keys[c].key) +
+                                                "' would be smaller than " + std::to_string(kSmallestCell) +
+                                                " pixels: use fewer keys or rows, or other weights");
+            AddRect(skin, layout, row.keys[c].key, rect, row.line);
+        }
+    }
+    return layout;
+}
+
+std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
+    std::optional<Rect> area;
+    for (const Key& key : layout.keys) {
+        if (!IsDigitLineKey(skin, key)) continue;
+        for (const Rect& rect : key.rects) {
+            if (!area) area = rect;
+            area = Rect{std::min(area->left, rect.left), std::min(area->top, rect.top),
+                        std::max(area->right, rect.right), std::max(area->bottom, rect.bottom)};
+        }
+    }
+    if (!area) return std::nullopt;
+    for (const Key& key : layout.keys) {
+        if (IsFunction(key.key) || IsDigitLineKey(skin, key)) continue;
+        for (const Rect& rect : key.rects)
+            if (Intersect(rect, *area))
+                throw SourceError(0, "key '" + NameKey(skin.characters, key.key) +
+                                         "' stands among the keys that caps lock leaves alone (digits, - and "
+                                         "=): keep these in one block, or set caps_rect = false");
+    }
+    // Backspace becomes Delete with Shift alone, like its row.
+    for (const Key& key : layout.keys)
+        if (key.key == function_key::kBackspace && key.rects.size() == 1)
+            if (const Rect& rect = key.rects[0];
+                rect.top == area->top && rect.bottom == area->bottom && rect.Touches(*area))
+                area = Rect{std::min(area->left, rect.left), area->top, std::max(area->right, rect.right),
+                            area->bottom};
+    return area;
+}
+
+}  // namespace tlk

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "module_writer.h"
+
+namespace tlk {
+
+// The resources of a library file of any origin, 32 or 64 bit. A damaged file is refused or shows fewer
+// resources; nothing outside of its bytes is read.
+class Module {
+public:
+    // Throws FileError.
+    static Module Parse(Bytes file);
+
+    struct Entry {
+        // Numbered types and names are "#" and the number.
+        std::string type;
+        std::string name;
+        std::span<const std::uint8_t> data;
+    };
+
+    const std::vector<Entry>& Entries() const { return m_Entries; }
+    // Without regard to case; valid as long as the module.
+    std::optional<std::span<const std::uint8_t>> Find(ResourceKind kind, std::string_view name) const;
+
+    Module(Module&&) = default;
+    Module& operator=(Module&&) = default;
+
+private:
+    explicit Module(Bytes file) : m_File(std::move(file)) {}
+
+    Bytes m_File;
+    std::vector<Entry> m_Entries;
+};
+
+}  // namespace tlk

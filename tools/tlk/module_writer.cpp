@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#include "module_writer.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace tlk {
+namespace {
+
+constexpr std::uint32_t kFileAlignment = 0x200;
+constexpr std::uint32_t kSectionAlignment = 0x1000;
+constexpr std::uint32_t kHeadersSize = 0x200;
+constexpr std::uint32_t kSectionAddress = 0x1000;
+constexpr std::uint32_t kNewHeaderOffset = 0x40;
+constexpr std::uint32_t kOptionalHeaderSize = 240;
+constexpr std::uint16_t kMachineAmd64 = 0x8664;
+constexpr std::uint32_t kBitmapType = 2;
+constexpr std::string_view kDataType = "RC_DATA";
+constexpr std::uint32_t kHighBit = 0x80000000;
+constexpr std::uint32_t kDirectorySize = 16;
+constexpr std::uint32_t kEntrySize = 8;
+constexpr std::uint32_t kDataEntrySize = 16;
+
+std::uint32_t RoundUp(std::size_t value, std::uint32_t multiple) {
+    return static_cast<std::uint32_t>((value + multiple - 1) / multiple * multiple);
+}
+
+// The resource section:
+//
+//   root -> one directory per type -> one directory per name -> one data entry (language neutral)
+//
+// in the order directories, data entries, names, data. Named types stand before numbered ones and names
+// ascend, because lookups search by halves.
+class ResourceSection {
+public:
+    explicit ResourceSection(const std::vector<Resource>& resources) : m_Resources(resources) {
+        for (const Resource& resource : resources)
+            ++CountOf(resource.kind);
+    }
+
+    Bytes Write() {
+        PlaceParts();
+        WriteRoot();
+        WriteTypes();
+        WriteLanguages();
+        WriteDataEntries();
+        Append(m_Names, m_DataOffset);
+        for (const Resource& resource : m_Resources) {
+            m_Bytes.insert(m_Bytes.end(), resource.data.begin(), resource.data.end());
+            PadTo(m_Bytes, 8);
+        }
+        return std::move(m_Bytes);
+    }
+
+private:
+    std::uint32_t& CountOf(ResourceKind kind) {
+        return kind == ResourceKind::Data ? m_DataCount : m_BitmapCount;
+    }
+    std::uint32_t Total() const { return m_DataCount + m_BitmapCount; }
+    std::uint32_t TypeCount() const { return std::min(m_DataCount, 1U) + std::min(m_BitmapCount, 1U); }
+
+    void PlaceParts() {
+        m_TypesOffset = kDirectorySize + TypeCount() * kEntrySize;
+        m_LanguagesOffset = m_TypesOffset + TypeCount() * kDirectorySize + Total() * kEntrySize;
+        m_EntriesOffset = m_LanguagesOffset + Total() * (kDirectorySize + kEntrySize);
+        m_NamesOffset = m_EntriesOffset + Total() * kDataEntrySize;
+        m_TypeName = m_DataCount == 0 ? 0 : AddName(kDataType);
+        for (const Resource& resource : m_Resources)
+            m_ResourceNames.push_back(AddName(resource.name));
+        m_DataOffset = RoundUp(m_NamesOffset + m_Names.size(), 8);
+    }
+
+    // Returns the name's offset in the section.
+    std::uint32_t AddName(std::string_view name) {
+        const auto offset = static_cast<std::uint32_t>(m_NamesOffset + m_Names.size());
+        Put16(m_Names, static_cast<unsigned>(name.size()));
+        for (char letter : name)
+            Put16(m_Names, static_cast<unsigned char>(letter));
+        return offset;
+    }
+
+    void WriteDirectory(std::uint32_t named, std::uint32_t numbered) {
+        for (int i = 0; i < 3; ++i)
+            Put32(m_Bytes, 0);
+        Put16(m_Bytes, named);
+        Put16(m_Bytes, numbered);
+    }
+
+    void WriteEntry(std::uint32_t name, std::uint32_t target) {
+        Put32(m_Bytes, name);
+        Put32(m_Bytes, target);
+    }
+
+    void WriteRoot() {
+        WriteDirectory(m_DataCount != 0, m_BitmapCount != 0);
+        std::uint32_t type = m_TypesOffset;
+        if (m_DataCount != 0) {
+            WriteEntry(kHighBit | m_TypeName, kHighBit | type);
+            type += kDirectorySize + m_DataCount * kEntrySize;
+        }
+        if (m_BitmapCount != 0) WriteEntry(kBitmapType, kHighBit | type);
+    }
+
+    void WriteTypes() {
+        std::uint32_t index = 0;
+        for (std::uint32_t count : {m_DataCount, m_BitmapCount}) {
+            if (count == 0) continue;
+            WriteDirectory(count, 0);
+            for (std::uint32_t last = index + count; index < last; ++index)
+                WriteEntry(kHighBit | m_ResourceNames[index],
+                           kHighBit | (m_LanguagesOffset + index * (kDirectorySize + kEntrySize)));
+        }
+    }
+
+    void WriteLanguages() {
+        for (std::uint32_t index = 0; index < Total(); ++index) {
+            WriteDirectory(0, 1);
+            WriteEntry(0, m_EntriesOffset + index * kDataEntrySize);
+        }
+    }
+
+    void WriteDataEntries() {
+        std::uint32_t offset = m_DataOffset;
+        for (const Resource& resource : m_Resources) {
+            Put32(m_Bytes, kSectionAddress + offset);
+            Put32(m_Bytes, static_cast<std::uint32_t>(resource.data.size()));
+            Put32(m_Bytes, 0);
+            Put32(m_Bytes, 0);
+            offset += RoundUp(resource.data.size(), 8);
+        }
+    }
+
+    void Append(const Bytes& part, std::uint32_t end) {
+        m_Bytes.insert(m_Bytes.end(), part.begin(), part.end());
+        m_Bytes.resize(end);
+    }
+
+    const std::vector<Resource>& m_Resources;
+    std::uint32_t m_DataCount = 0;
+    std::uint32_t m_BitmapCount = 0;
+    std::uint32_t m_TypesOffset = 0;
+    std::uint32_t m_LanguagesOffset = 0;
+    std::uint32_t m_EntriesOffset = 0;
+    std::uint32_t m_NamesOffset = 0;
+    std::uint32_t m_DataOffset = 0;
+    std::uint32_t m_TypeName = 0;
+    std::vector<std::uint32_t> m_ResourceNames;
+    Bytes m_Names;
+    Bytes m_Bytes;
+};
+
+void WriteDosAndFileHeader(Bytes& file) {
+    Put16(file, 0x5A4D);
+    file.resize(0x3C);
+    Put32(file, kNewHeaderOffset);
+    Put32(file, 0x00004550);
+    Put16(file, kMachineAmd64);
+    Put16(file, 1);  // sections
+    for (int i = 0; i < 3; ++i)
+        Put32(file, 0);
+    Put16(file, kOptionalHeaderSize);
+    Put16(file, 0x2022);  // executable image, large addresses, DLL
+}
+
+void WriteOptionalHeader(Bytes& file, std::uint32_t sectionSize) {
+    const std::uint32_t rawSize = RoundUp(sectionSize, kFileAlignment);
+    Put16(file, 0x20B);  // PE32+
+    Put16(file, 0);
+    Put32(file, 0);        // code
+    Put32(file, rawSize);  // initialised data
+    for (int i = 0; i < 3; ++i)
+        Put32(file, 0);
+    Put64(file, 0x180000000);
+    Put32(file, kSectionAlignment);
+    Put32(file, kFileAlignment);
+    for (int i = 0; i < 3; ++i)
+        Put32(file, i == 1 ? 0 : 6);  // system, image, subsystem version
+    Put32(file, 0);
+    Put32(file, kSectionAddress + RoundUp(sectionSize, kSectionAlignment));
+    Put32(file, kHeadersSize);
+    Put32(file, 0);
+    Put16(file, 2);      // graphical subsystem
+    Put16(file, 0x560);  // may be moved, data is not executable, no exception tables
+    Put64(file, 0x100000);
+    Put64(file, 0x1000);
+    Put64(file, 0x100000);
+    Put64(file, 0x1000);
+    Put32(file, 0);
+    Put32(file, 16);
+    for (int directory = 0; directory < 16; ++directory) {
+        Put32(file, directory == 2 ? kSectionAddress : 0);
+        Put32(file, directory == 2 ? sectionSize : 0);
+    }
+}
+
+void WriteSectionHeader(Bytes& file, std::uint32_t sectionSize) {
+    for (char letter : std::string_view(".rsrc\0\0\0", 8))
+        Put8(file, static_cast<unsigned char>(letter));
+    Put32(file, sectionSize);
+    Put32(file, kSectionAddress);
+    Put32(file, RoundUp(sectionSize, kFileAlignment));
+    Put32(file, kHeadersSize);
+    for (int i = 0; i < 3; ++i)
+        Put32(file, 0);
+    Put32(file, 0x40000040);  // initialised data, readable
+}
+
+}  // namespace
+
+Bytes WriteModule(std::vector<Resource> resources) {
+    for (Resource& resource : resources)
+        std::ranges::transform(resource.name, resource.name.begin(),
+                               [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    std::ranges::sort(resources, [](const Resource& a, const Resource& b) {
+        if (a.kind != b.kind) return a.kind == ResourceKind::Data;
+        return a.name < b.name;
+    });
+    const Bytes section = ResourceSection(resources).Write();
+    Bytes file;
+    WriteDosAndFileHeader(file);
+    WriteOptionalHeader(file, static_cast<std::uint32_t>(section.size()));
+    WriteSectionHeader(file, static_cast<std::uint32_t>(section.size()));
+    file.resize(kHeadersSize);
+    file.insert(file.end(), section.begin(), section.end());
+    PadTo(file, kFileAlignment);
+    return file;
+}
+
+}  // namespace tlk
