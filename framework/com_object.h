@@ -54,12 +54,19 @@ HRESULT AnswerQueryInterface(Counted* counted, void* found, void** object) {
     return S_OK;
 }
 
-// The plain form: lives until its own count reaches 0, and keeps the library loaded meanwhile.
+// Keeps the library loaded while an object lives. As the first base it is the last part to be destroyed: the
+// object's own destruction still runs in a loaded library.
+struct CLibraryLock {
+    CLibraryLock() { _Module.Lock(); }
+    ~CLibraryLock() { _Module.Unlock(); }
+};
+
+// The plain form: lives until its own count reaches 0.
 template <typename Class>
-class CComObject final : public Class {
+class CComObject final : private CLibraryLock, public Class {
 public:
-    explicit CComObject(IUnknown*) { _Module.Lock(); }
-    virtual ~CComObject() { _Module.Unlock(); }
+    explicit CComObject(IUnknown*) {}
+    virtual ~CComObject() = default;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
         return AnswerQueryInterface(this, this->FindInterface(iid), object);
@@ -91,10 +98,12 @@ private:
 
 // The aggregatable form: its own IUnknown holds the object, every other interface belongs to the outer one.
 template <typename Class>
-class CComAggObject final : public IUnknown, public CComObjectRootEx<CComMultiThreadModel> {
+class CComAggObject final : private CLibraryLock,
+                            public IUnknown,
+                            public CComObjectRootEx<CComMultiThreadModel> {
 public:
-    explicit CComAggObject(IUnknown* outer) : m_contained(outer) { _Module.Lock(); }
-    virtual ~CComAggObject() { _Module.Unlock(); }
+    explicit CComAggObject(IUnknown* outer) : m_contained(outer) {}
+    virtual ~CComAggObject() = default;
 
     HRESULT InitLock() { return m_contained.InitLock(); }
     HRESULT FinalConstruct() { return m_contained.FinalConstruct(); }

@@ -47,6 +47,11 @@ struct BitmapTraits {
     static Handle Null() { return nullptr; }
     static void Release(Handle bitmap) { DeleteObject(bitmap); }
 };
+struct MemoryDCTraits {
+    using Handle = HDC;
+    static Handle Null() { return nullptr; }
+    static void Release(Handle dc) { DeleteDC(dc); }
+};
 struct ModuleTraits {
     using Handle = HMODULE;
     static Handle Null() { return nullptr; }
@@ -64,9 +69,28 @@ struct FindTraits {
 };
 
 using CBitmapOwner = CHandleOwner<BitmapTraits>;
+using CMemoryDC = CHandleOwner<MemoryDCTraits>;
 using CModuleOwner = CHandleOwner<ModuleTraits>;
 using CRegistryKeyOwner = CHandleOwner<RegistryKeyTraits>;
 using CFindOwner = CHandleOwner<FindTraits>;
+
+// An object in a device context, which outlives the selection; at the end the one before is put back.
+class CSelection {
+public:
+    CSelection(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(SelectObject(dc, object)) {}
+    ~CSelection() {
+        if (m_previous) SelectObject(m_dc, m_previous);
+    }
+    CSelection(const CSelection&) = delete;
+    CSelection& operator=(const CSelection&) = delete;
+
+    // False when the object could not be selected; the context then keeps the one it has.
+    explicit operator bool() const { return m_previous != nullptr; }
+
+private:
+    HDC m_dc;
+    HGDIOBJ m_previous;
+};
 
 // One BeginPaint and its EndPaint.
 class CPaintCycle {

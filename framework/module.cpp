@@ -40,9 +40,9 @@ HRESULT CComModule::GetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     return CLASS_E_CLASSNOTAVAILABLE;
 }
 
-// Two threads may ask at the same time; only one of them makes the factory.
+// Two threads may ask at the same time; only one of them makes the factory. Without the lock the other could
+// see the pointer before the object.
 HRESULT CComModule::CreateFactory(CComClassEntry& entry) {
-    if (entry.m_pFactory) return S_OK;
     CComCritSecLock lock(m_csFactory);
     if (entry.m_pFactory) return S_OK;
     void* factory = nullptr;
@@ -88,15 +88,22 @@ void CComModule::RemoveCreateWindowRecord(CreateWindowRecord* record) {
     }
 }
 
-ATOM CComModule::RegisterWindowClass(const WNDCLASSW& windowClass, ATOM atom) {
+// The description and its atom are shared by all threads that create such windows: the lock guards them too.
+ATOM CComModule::RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom) {
     CComCritSecLock lock(m_csWindowClass);
     if (atom && std::find(m_WindowClasses.begin(), m_WindowClasses.end(), atom) != m_WindowClasses.end()) {
         return atom;
     }
-    m_WindowClasses.reserve(m_WindowClasses.size() + 1);  // so that a registered class is never forgotten
-    const ATOM registered = RegisterClassW(&windowClass);
-    if (registered) m_WindowClasses.push_back(registered);
-    return registered;
+    try {
+        m_WindowClasses.reserve(m_WindowClasses.size() + 1);  // so that a registered class is never forgotten
+    } catch (...) {
+        return 0;
+    }
+    windowClass.hInstance = m_hInst;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    atom = RegisterClassW(&windowClass);
+    if (atom) m_WindowClasses.push_back(atom);
+    return atom;
 }
 
 void CComModule::UnregisterWindowClasses() {

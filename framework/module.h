@@ -58,8 +58,9 @@ public:
     // Takes a record back whose window never sent a message.
     void RemoveCreateWindowRecord(CreateWindowRecord* record);
 
-    // Registers the class unless this record holds its atom already. 0 when that fails.
-    ATOM RegisterWindowClass(const WNDCLASSW& windowClass, ATOM atom);
+    // Registers the class, unless this record holds its atom already, and returns the atom: 0 when that fails.
+    // Fills in the instance and the cursor. Any thread.
+    ATOM RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom);
 
 private:
     HRESULT CreateFactory(CComClassEntry& entry);

@@ -15,6 +15,11 @@ bool IsBlank(WCHAR c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; 
 
 bool IsBrace(const WideString& token, WCHAR brace) { return token.size() == 1 && token[0] == brace; }
 
+// An empty name would stand for the parent, and removing that takes everybody else's keys along.
+bool IsKeyName(const WideString& token) {
+    return !token.empty() && token[0] != '\'' && !IsBrace(token, '{') && !IsBrace(token, '}');
+}
+
 // Deletes a key with everything under it. Subkeys go first: RegDeleteKeyW takes them along on the handheld
 // alone. A key that is not there is no error.
 LONG DeleteTree(HKEY parent, const WideString& name) {
@@ -85,6 +90,7 @@ HRESULT CRegistrar::RunEntry(HKEY parent) {
     if (entry.name == TEXT("NoRemove")) entry.rule = KeyRule::NeverRemoved;
     if (entry.name == TEXT("ForceRemove")) entry.rule = KeyRule::RemovedBeforeWriting;
     if (entry.rule != KeyRule::Ordinary) entry.name = NextToken();
+    if (!IsKeyName(entry.name)) return E_FAIL;
     if (PeekToken() == TEXT("=")) {
         const HRESULT result = ReadData(entry.type, entry.text);
         if (FAILED(result)) return result;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input_method/keyb_input.h"
 
-#include <commctrl.h>
-
+#include "input_method/button_images.h"
 #include "settings/store.h"
 
 namespace {
@@ -12,12 +11,17 @@ constexpr DWORD kInfoSize = 40;  // the handheld's size of IMINFO, on every buil
 SIZE ScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
 
 // Without an image the index is -1.
-int LastImage(HANDLE list) { return ImageList_GetImageCount(static_cast<HIMAGELIST>(list)) - 1; }
+int LastImage(HIMAGELIST list) { return ImageList_GetImageCount(list) - 1; }
 
 }  // namespace
 
-// The button pictures are not made yet, so GetInfo reports null lists.
-HRESULT CKeybInput::FinalConstruct() { return S_OK; }
+// The keyboard works without its button images, so their absence is no failure.
+HRESULT CKeybInput::FinalConstruct() {
+    if (m_hImageNarrow && m_hImageWide) return S_OK;
+    m_hImageNarrow = CreateNarrowImages();
+    m_hImageWide = CreateWideImages();
+    return S_OK;
+}
 
 void* CKeybInput::FindInterface(REFIID iid) {
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IInputMethod) || IsEqualIID(iid, IID_IInputMethod2)) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <windows.h>
+#include <commctrl.h>
 #include <sip.h>
 
 #include "framework/com_object.h"
@@ -49,7 +50,8 @@ private:
     CMainWnd m_MainWnd;  // its handle is set exactly while the input method is selected
     HWND m_hSipWnd = nullptr;
     CKeyboard m_Kbd;
-    HANDLE m_hImageNarrow = nullptr;
-    HANDLE m_hImageWide = nullptr;
+    // The button images that GetInfo reports; null when a list could not be made. They outlive the object.
+    HIMAGELIST m_hImageNarrow = nullptr;
+    HIMAGELIST m_hImageWide = nullptr;
     SIZE m_Res{};  // the screen that the keyboard was last initialised for; (0, 0) before the first time
 };

@@ -11,6 +11,7 @@ namespace {
 constexpr DWORD kGroupUnits = 4;  // small, large, umlaut small, umlaut large
 constexpr DWORD kGroupBytes = kGroupUnits * sizeof(WCHAR);
 constexpr DWORD kLocaleHeaderBytes = 2;
+constexpr std::size_t kLanguage1Slot = 0;
 constexpr std::size_t kLanguage2Slot = 4;
 
 CharsetEntry SameInAllPlanes(WCHAR code) {
@@ -19,9 +20,14 @@ CharsetEntry SameInAllPlanes(WCHAR code) {
     return entry;
 }
 
-void CopyGroup(const BYTE* group, WCHAR* slots) {
-    for (DWORD i = 0; i < kGroupUnits; ++i) {
-        slots[i] = static_cast<WCHAR>(ReadLittleEndian16(group + i * sizeof(WCHAR)));
+// Copies groups of four code units into the entries from `first` on, which are made where they are missing.
+void CopyGroups(const BYTE* bytes, DWORD size, std::vector<CharsetEntry>& entries, std::size_t first,
+                std::size_t slot) {
+    const std::size_t groups = size / kGroupBytes;
+    entries.resize(std::max(entries.size(), first + groups));
+    for (std::size_t i = 0; i < groups * kGroupUnits; ++i) {
+        entries[first + i / kGroupUnits].m_Slots[slot + i % kGroupUnits] =
+            static_cast<WCHAR>(ReadLittleEndian16(bytes + i * sizeof(WCHAR)));
     }
 }
 
@@ -47,18 +53,12 @@ bool CKeyboard::LoadCharsets() {
     }
     m_nCharFirst = m_nFuncLast + 1;
     if (const DataResource english = FindDataResource(own, TEXT("charset_en")); english.bytes) {
-        for (DWORD i = 0; i < english.size / kGroupBytes; ++i) {
-            CopyGroup(english.bytes + i * kGroupBytes, m_Charset.emplace_back().m_Slots);
-        }
+        CopyGroups(english.bytes, english.size, m_Charset, m_nCharFirst, kLanguage1Slot);
     }
     const DataResource locale = FindDataResource(m_hSkinLib, TEXT("LOCALE_CHARSET"));
     if (locale.bytes && locale.size >= kLocaleHeaderBytes) {
-        const std::size_t groups = (locale.size - kLocaleHeaderBytes) / kGroupBytes;
-        m_Charset.resize(std::max(m_Charset.size(), m_nCharFirst + groups));
-        for (std::size_t i = 0; i < groups; ++i) {
-            CopyGroup(locale.bytes + kLocaleHeaderBytes + i * kGroupBytes,
-                      m_Charset[m_nCharFirst + i].m_Slots + kLanguage2Slot);
-        }
+        CopyGroups(locale.bytes + kLocaleHeaderBytes, locale.size - kLocaleHeaderBytes, m_Charset, m_nCharFirst,
+                   kLanguage2Slot);
     }
     m_nCharLast = static_cast<DWORD>(m_Charset.size()) - 1;
     return true;

@@ -51,7 +51,8 @@ void CKeyboard::ResetInteraction() {
 }
 
 bool CKeyboard::InitFromSkinList(LONG width, LONG height) {
-    const WideStringList skins = GetSkinList();
+    WideStringList skins;
+    ListSkins(skins);
     if (skins.empty()) {
         m_bNoSkin = 1;
         return true;

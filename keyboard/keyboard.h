@@ -162,6 +162,8 @@ public:
     WideString m_strSkinPath;
 
 private:
+    // GetSkinList for those who must not mistake a part for the whole: throws when memory runs out.
+    static void ListSkins(WideStringList& skins);
     bool InitFromSkinList(LONG width, LONG height);
     void CreateDeviceContexts();
     void ResetInteraction();
@@ -189,7 +191,7 @@ private:
 
     bool CapsSplitsPicture() const;
     void DrawPicture(HDC dc, SIZE size) const;
-    void DrawPressedRects(HDC dc) const;
+    void DrawPressedRects(HDC dc, SIZE size) const;
     void DrawNoSkinMessage(HDC dc, CWindow* window) const;
     void TogglePressedRect(const RECT& r);
 

@@ -24,10 +24,22 @@ bool ContainsCorner(const RECT& r, const RECT& other) {
 
 HBITMAP SelectedBitmap(HDC dc) { return static_cast<HBITMAP>(GetCurrentObject(dc, OBJ_BITMAP)); }
 
-void DrawThroughMask(HDC target, const RECT& r, HDC picture, HBITMAP mask, DWORD rop) {
-    MaskBlt(target, r.left, r.top, r.right - r.left, r.bottom - r.top, picture, r.left, r.top, mask, r.left, r.top,
-            rop);
-}
+// The picture being shown, drawn at the same place of the target.
+struct Picture {
+    HDC target;
+    HDC source;
+    SIZE size;
+
+    // Rectangles come from the skin and may say anything: only what lies in the picture is drawn.
+    void Draw(const RECT& r, HBITMAP mask, DWORD rop) const {
+        const LONG left = std::max<LONG>(r.left, 0);
+        const LONG top = std::max<LONG>(r.top, 0);
+        const LONG right = std::min(r.right, size.cx);
+        const LONG bottom = std::min(r.bottom, size.cy);
+        if (left >= right || top >= bottom) return;
+        MaskBlt(target, left, top, right - left, bottom - top, source, left, top, mask, left, top, rop);
+    }
+};
 
 }  // namespace
 
@@ -37,8 +49,9 @@ void CKeyboard::Paint(HDC dc, CWindow* window) {
         return;
     }
     SIZE size{};
-    if (GetBitmapSize(SelectedBitmap(m_hKbDC), size)) DrawPicture(dc, size);
-    DrawPressedRects(dc);
+    if (!GetBitmapSize(SelectedBitmap(m_hKbDC), size)) return;
+    DrawPicture(dc, size);
+    DrawPressedRects(dc, size);
 }
 
 // Does caps lock leave some part of the picture alone?
@@ -54,26 +67,28 @@ bool CKeyboard::CapsSplitsPicture() const {
 //   |      | below |       |
 //   +------+-------+-------+
 void CKeyboard::DrawPicture(HDC dc, SIZE size) const {
+    const Picture picture{dc, m_hKbDC, size};
     const HBITMAP mask = SelectedBitmap(m_hMaskDC);
     if (!CapsSplitsPicture()) {
-        DrawThroughMask(dc, {0, 0, size.cx, size.cy}, m_hKbDC, mask, kPictureRop);
+        picture.Draw({0, 0, size.cx, size.cy}, mask, kPictureRop);
         return;
     }
     const RECT& r = m_CAPSRect;
-    DrawThroughMask(dc, {0, 0, r.left, size.cy}, m_hKbDC, mask, kPictureRop);
-    DrawThroughMask(dc, {r.right, 0, size.cx, size.cy}, m_hKbDC, mask, kPictureRop);
-    DrawThroughMask(dc, {r.left, 0, r.right, r.top}, m_hKbDC, mask, kPictureRop);
-    DrawThroughMask(dc, {r.left, r.bottom, r.right, size.cy}, m_hKbDC, mask, kPictureRop);
-    DrawThroughMask(dc, r, m_hKbDC, SelectedBitmap(m_hExtMaskDC), kPictureRop);
+    picture.Draw({0, 0, r.left, size.cy}, mask, kPictureRop);
+    picture.Draw({r.right, 0, size.cx, size.cy}, mask, kPictureRop);
+    picture.Draw({r.left, 0, r.right, r.top}, mask, kPictureRop);
+    picture.Draw({r.left, r.bottom, r.right, size.cy}, mask, kPictureRop);
+    picture.Draw(r, SelectedBitmap(m_hExtMaskDC), kPictureRop);
 }
 
-void CKeyboard::DrawPressedRects(HDC dc) const {
+void CKeyboard::DrawPressedRects(HDC dc, SIZE size) const {
+    const Picture picture{dc, m_hKbDC, size};
     const HBITMAP mask = SelectedBitmap(m_hMaskDC);
     const HBITMAP maskWithoutCaps = SelectedBitmap(m_hExtMaskDC);
     const bool split = CapsSplitsPicture() && HasArea(m_CAPSRect);
     for (const RECT& pressed : m_PressedRects) {
         const bool ignoresCaps = split && ContainsCorner(m_CAPSRect, pressed);
-        DrawThroughMask(dc, pressed, m_hKbDC, ignoresCaps ? maskWithoutCaps : mask, kPressedRop);
+        picture.Draw(pressed, ignoresCaps ? maskWithoutCaps : mask, kPressedRop);
     }
 }
 

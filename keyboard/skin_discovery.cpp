@@ -45,11 +45,15 @@ WideStringList CKeyboard::FindSkinFiles(const WideString& extension) {
     return files;
 }
 
+void CKeyboard::ListSkins(WideStringList& skins) {
+    AppendSkinFiles(TEXT("tlk"), skins);
+    AppendUserSkins(skins);
+}
+
 WideStringList CKeyboard::GetSkinList() {
     WideStringList skins;
     try {
-        skins = FindSkinFiles(TEXT("tlk"));
-        AppendUserSkins(skins);
+        ListSkins(skins);
     } catch (...) {
     }
     return skins;

@@ -3,15 +3,16 @@
 //
 //   right   Space               up     the key in its other case; from the language key the umlaut plane
 //   left    Backspace           down   Enter
+#include <cstdint>
+#include <cstdlib>
+
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 
 namespace {
 
-constexpr LONG kStrokeDistance = 15;  // pixels; a stroke is longer
+constexpr std::int64_t kStrokeDistance = 15;  // pixels; a stroke is longer
 constexpr DWORD kTypeThenStroke = 2;
-
-LONG Distance(LONG a, LONG b) { return a < b ? b - a : a - b; }
 
 }  // namespace
 
@@ -29,18 +30,19 @@ void CKeyboard::FinishStroke(CWindow* window) {
 void CKeyboard::Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window,
                       CharsetEntry record) {
     if (!callback || !window) return;
-    const LONG vertical = Distance(y1, y2);
-    if (x2 - x1 > kStrokeDistance && x2 - x1 > vertical) {
+    const std::int64_t right = std::int64_t{x2} - x1;  // wide enough for any two points
+    const std::int64_t down = std::int64_t{y2} - y1;
+    if (right > kStrokeDistance && right > std::abs(down)) {
         if (m_dwSwipe) callback->SendVirtualKey(VK_SPACE, 0);
-    } else if (x1 - x2 > kStrokeDistance && x1 - x2 > vertical) {
+    } else if (-right > kStrokeDistance && -right > std::abs(down)) {
         if (m_dwSwipe) callback->SendVirtualKey(VK_BACK, 0);
-    } else if (y1 - y2 > kStrokeDistance) {
+    } else if (-down > kStrokeDistance) {
         if (record.m_Slots[0] == kLanguageCode && m_bExtSym) {
             SetKbStatus(&kUmlautCode, window);
         } else if (m_dwSwipe) {
             SendKeyToApp(record, true);
         }
-    } else if (y2 - y1 > kStrokeDistance && m_dwSwipe) {
+    } else if (down > kStrokeDistance && m_dwSwipe) {
         callback->SendVirtualKey(VK_RETURN, 0);
     }
 }

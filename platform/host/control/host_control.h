@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -41,6 +42,16 @@ ScreenView Screen();
 void SetScreenSize(SIZE size);
 // The part of the screen drawn since the last call, empty when none.
 RECT TakeScreenChanges();
+// Changes one colour of the device's scheme, until the device stops. False for an index that it lacks.
+bool SetSystemColor(int index, COLORREF color);
+// 32 bits per pixel, 0xAARRGGBB, rows from the top without padding.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<DWORD> pixels;
+};
+// A copy of an image of an image list; empty when there is none.
+Picture PictureOf(HANDLE imageList, int index);
 
 // --- The pen, the keys and the clock ----------------------------------------------------------------------
 enum class Pen { Down, Move, Up, DoubleClick };
@@ -69,17 +80,41 @@ void DeliverMessages();
 using IdleHandler = std::function<bool()>;
 void SetIdleHandler(IdleHandler handler);
 
+// --- Modal windows ----------------------------------------------------------------------------------------
+// The dialog or message box that was opened last and has not ended; null when there is none. Its controls are
+// its children: GetWindow, GetClassNameW and GetDlgCtrlID tell what they are, BM_CLICK clicks a button.
+HWND TopmostModalWindow();
+// Takes this item of a combo box as a person does with the pen, with every notification. False, without any,
+// when the window is no enabled combo box or has no such item.
+bool ChooseItem(HWND comboBox, int index);
+// Called when MessageBoxW is called, before the box opens. Forgotten when the device stops.
+using MessageBoxHandler =
+    std::function<void(UINT type, const std::u16string& caption, const std::u16string& text)>;
+void SetMessageBoxHandler(MessageBoxHandler handler);
+// Called when GetOpenFileNameW is called, before its dialog opens, with the default extension and the filter, its
+// strings parted by "|". Forgotten when the device stops.
+using OpenFileHandler = std::function<void(const std::u16string& extension, const std::u16string& filter)>;
+void SetOpenFileHandler(OpenFileHandler handler);
+// Answers the open-file dialog as a person who types this name, or cancels it. A name without a folder is one of
+// the folder that the dialog shows; a folder's opens it. False when it is not the topmost modal window, or for an
+// empty name.
+bool AnswerOpenFile(const std::u16string& name);
+bool CancelOpenFile();
+
 // --- Faults -----------------------------------------------------------------------------------------------
 // One entry for each kind of host call that can fail.
 enum class Call {
+    AddImage,        // to an image list
     AllocateMemory,  // CoTaskMemAlloc, SysAllocString
     BeginPaint,
     BitBlt,
     CreateBitmap,
     CreateBrush,
     CreateDC,
+    CreateDialog,
     CreateDIBSection,
     CreateFont,
+    CreateImageList,
     CreateWindow,
     DeleteFile,
     DrawText,
@@ -88,6 +123,9 @@ enum class Call {
     FindResource,
     GetModuleFileName,
     GetObject,
+    GetOpenFileName,
+    GetVersionInfo,      // GetFileVersionInfoW
+    GetVersionInfoSize,  // GetFileVersionInfoSizeW
     InitializeLock,
     InvalidateRect,
     LoadBitmap,
@@ -96,7 +134,9 @@ enum class Call {
     LoadString,
     LoadTypeLib,
     MaskBlt,
+    MessageBox,
     PostMessage,
+    QueryVersion,  // VerQueryValueW
     RegClose,
     RegCreateKey,
     RegDelete,

@@ -31,6 +31,7 @@ DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD characters);
 #define MAKEINTRESOURCEW(id) (reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(id))))
 #define MAKEINTRESOURCE MAKEINTRESOURCEW
 #define RT_BITMAP MAKEINTRESOURCEW(2)
+#define RT_DIALOG MAKEINTRESOURCEW(5)
 #define RT_STRING MAKEINTRESOURCEW(6)
 
 // The handle belongs to the module and ends with it.
@@ -41,27 +42,18 @@ DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource);
 
 // --- Files ------------------------------------------------------------------------------------------------
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1)))
-#define FILE_ATTRIBUTE_READONLY 0x00000001
 #define FILE_ATTRIBUTE_DIRECTORY 0x00000010
-#define FILE_ATTRIBUTE_ARCHIVE 0x00000020
-#define FILE_ATTRIBUTE_NORMAL 0x00000080
 
 struct FILETIME {
     DWORD dwLowDateTime;
     DWORD dwHighDateTime;
 };
 
+// What a folder tells of its entries without looking at each: nobody here asks for sizes or times. Of the
+// attributes only FILE_ATTRIBUTE_DIRECTORY is reported.
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
-    FILETIME ftCreationTime;
-    FILETIME ftLastAccessTime;
-    FILETIME ftLastWriteTime;
-    DWORD nFileSizeHigh;
-    DWORD nFileSizeLow;
-    DWORD dwReserved0;
-    DWORD dwReserved1;
     WCHAR cFileName[MAX_PATH];
-    WCHAR cAlternateFileName[14];
 };
 
 // Entries come in ascending order of their names, ignoring case. Closed with FindClose.

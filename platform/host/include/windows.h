@@ -7,3 +7,4 @@
 #include <wingdi.h>
 #include <winuser.h>
 #include <winreg.h>
+#include <winver.h>

@@ -6,23 +6,33 @@
 #include <wingdi.h>
 
 using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 
 // --- Messages ---------------------------------------------------------------------------------------------
+#define WM_NULL 0x0000
 #define WM_CREATE 0x0001
 #define WM_DESTROY 0x0002
 #define WM_MOVE 0x0003
 #define WM_SIZE 0x0005
 #define WM_SETFOCUS 0x0007
 #define WM_KILLFOCUS 0x0008
+#define WM_ENABLE 0x000A
+#define WM_SETTEXT 0x000C
+#define WM_GETTEXT 0x000D
+#define WM_GETTEXTLENGTH 0x000E
 #define WM_PAINT 0x000F
 #define WM_QUIT 0x0012
 #define WM_ERASEBKGND 0x0014
 #define WM_SHOWWINDOW 0x0018
+#define WM_SETFONT 0x0030
+#define WM_GETFONT 0x0031
 #define WM_NCCREATE 0x0081
 #define WM_NCDESTROY 0x0082
 #define WM_KEYDOWN 0x0100
 #define WM_KEYUP 0x0101
 #define WM_CHAR 0x0102
+#define WM_INITDIALOG 0x0110
+#define WM_COMMAND 0x0111
 #define WM_MOUSEMOVE 0x0200
 #define WM_LBUTTONDOWN 0x0201
 #define WM_LBUTTONUP 0x0202
@@ -41,18 +51,27 @@ using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 #define WS_DISABLED 0x08000000u
 #define WS_CLIPSIBLINGS 0x04000000u
 #define WS_CLIPCHILDREN 0x02000000u
+#define WS_BORDER 0x00800000u
+#define WS_VSCROLL 0x00200000u
 #define WS_SYSMENU 0x00080000u
+#define WS_GROUP 0x00020000u
+#define WS_TABSTOP 0x00010000u
 #define WS_EX_TOPMOST 0x00000008u
 
 #define SW_HIDE 0
 #define SW_SHOWNOACTIVATE 4
 #define SW_SHOW 5
 
+#define GW_HWNDNEXT 2
 #define GW_CHILD 5
 
 #define GWL_STYLE (-16)
 #define GWLP_WNDPROC (-4)
 #define GWLP_USERDATA (-21)
+// Of dialogs alone.
+#define DWLP_MSGRESULT 0
+#define DWLP_DLGPROC (DWLP_MSGRESULT + static_cast<int>(sizeof(LRESULT)))
+#define DWLP_USER (DWLP_DLGPROC + static_cast<int>(sizeof(DLGPROC)))
 
 #define PM_REMOVE 1
 
@@ -147,15 +166,20 @@ struct PAINTSTRUCT {
 };
 
 // --- Classes and windows ----------------------------------------------------------------------------------
+// Everything here belongs to one thread. A null or stale handle fails with ERROR_INVALID_WINDOW_HANDLE.
+// A window has no frame: its client area is all of it. It never draws over its children and siblings.
 ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass);
 BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance);
+// Finds the class by name or atom, of this instance, of the null one, or of the controls. A new child lies below
+// its siblings, a new top-level window above all others, but below those with WS_EX_TOPMOST. The caller destroys
+// it; so does the end of its parent or owner.
 HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter);
 BOOL WINAPI DestroyWindow(HWND window);
 BOOL WINAPI IsWindow(HWND window);
 BOOL WINAPI IsWindowVisible(HWND window);
 HWND WINAPI GetParent(HWND window);
-// The topmost child; null when there is none. GW_CHILD is the one relation.
+// The topmost child (GW_CHILD) or the next sibling below (GW_HWNDNEXT); null when there is none.
 HWND WINAPI GetWindow(HWND window, UINT relation);
 BOOL WINAPI ShowWindow(HWND window, int command);
 BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
@@ -166,6 +190,15 @@ BOOL WINAPI ScreenToClient(HWND window, POINT* point);
 BOOL WINAPI ClientToScreen(HWND window, POINT* point);
 LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index);
 LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+// Characters copied, without the null.
+int WINAPI GetClassNameW(HWND window, LPWSTR name, int characters);
+// A window that loses the focus by being disabled leaves it to its top-level window. TRUE: it was disabled before.
+BOOL WINAPI EnableWindow(HWND window, BOOL enable);
+BOOL WINAPI IsWindowEnabled(HWND window);
+// By WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH; lengths are in characters without the null.
+BOOL WINAPI SetWindowTextW(HWND window, LPCWSTR text);
+int WINAPI GetWindowTextW(HWND window, LPWSTR text, int characters);
+int WINAPI GetWindowTextLengthW(HWND window);
 LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // --- Messages ---------------------------------------------------------------------------------------------
@@ -181,8 +214,10 @@ void WINAPI PostQuitMessage(int exitCode);
 BOOL WINAPI InvalidateRect(HWND window, const RECT* rectangle, BOOL erase);
 BOOL WINAPI UpdateWindow(HWND window);
 BOOL WINAPI GetUpdateRect(HWND window, RECT* rectangle, BOOL erase);
+// Paintings of one window do not nest: the second BeginPaint fails until EndPaint.
 HDC WINAPI BeginPaint(HWND window, PAINTSTRUCT* paint);
 BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* paint);
+// Given back with ReleaseDC for the same window. Null stands for the whole screen.
 HDC WINAPI GetDC(HWND window);
 int WINAPI ReleaseDC(HWND window, HDC dc);
 int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH brush);
@@ -206,7 +241,70 @@ BOOL WINAPI ReleaseCapture();
 HWND WINAPI GetCapture();
 HWND WINAPI SetFocus(HWND window);
 HWND WINAPI GetFocus();
+// The top-level window that has the focus or contains the one that has; without a focus the modal window on top.
+HWND WINAPI GetActiveWindow();
 SHORT WINAPI GetKeyState(int virtualKey);
+
+// --- Dialogs ----------------------------------------------------------------------------------------------
+#define DS_SETFONT 0x0040u
+#define DS_CENTER 0x0800u
+#define IDOK 1
+#define IDCANCEL 2
+#define MB_OK 0x0000u
+#define MB_OKCANCEL 0x0001u
+#define MB_ICONHAND 0x0010u
+
+// Runs the dialog of a template (RT_DIALOG, the standard form) until EndDialog; returns its result. Its owner,
+// which may be null, is disabled meanwhile. 0 for an owner that is no window, -1 when the dialog cannot be made;
+// nothing is left of it then. It ends with IDCANCEL when its message loop is told to quit.
+INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
+// Hides the dialog and enables its owner at once; DialogBoxParamW returns when the present message is done.
+BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
+HWND WINAPI GetDlgItem(HWND dialog, int id);
+int WINAPI GetDlgCtrlID(HWND control);
+// MB_OK or MB_OKCANCEL, with or without MB_ICONHAND. IDOK, IDCANCEL, or 0 when the box cannot be made.
+int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+
+// --- Controls ---------------------------------------------------------------------------------------------
+// "Static": wraps its text; WS_BORDER draws a frame, or a line when the control is one pixel high.
+#define SS_LEFT 0x00u
+#define SS_CENTER 0x01u
+#define SS_RIGHT 0x02u
+
+// "Button".
+#define BS_PUSHBUTTON 0x00u
+#define BS_DEFPUSHBUTTON 0x01u
+#define BS_AUTOCHECKBOX 0x03u
+#define BS_CENTER 0x0300u
+#define BS_VCENTER 0x0C00u
+#define BM_GETCHECK 0x00F0
+#define BM_SETCHECK 0x00F1
+#define BM_CLICK 0x00F5
+#define BN_CLICKED 0
+#define BST_UNCHECKED 0
+#define BST_CHECKED 1
+
+// "ComboBox": always a drop-down list. Its height as given is that with the list; the closed field is as high as
+// its font needs, and that is its window's size.
+#define CBS_DROPDOWNLIST 0x0003u
+#define CBS_SORT 0x0100u
+#define CBS_NOINTEGRALHEIGHT 0x0400u
+#define CB_ERR (-1)
+#define CB_ADDSTRING 0x0143
+#define CB_DELETESTRING 0x0144
+#define CB_GETCOUNT 0x0146
+#define CB_GETCURSEL 0x0147
+#define CB_GETLBTEXT 0x0148
+#define CB_GETLBTEXTLEN 0x0149
+#define CB_SETCURSEL 0x014E
+#define CB_SHOWDROPDOWN 0x014F
+#define CB_GETDROPPEDCONTROLRECT 0x0152
+#define CB_GETDROPPEDSTATE 0x0157
+#define CBN_SELCHANGE 1
+#define CBN_DROPDOWN 7
+#define CBN_CLOSEUP 8
+#define CBN_SELENDOK 9
+#define CBN_SELENDCANCEL 10
 
 // --- Resources and metrics --------------------------------------------------------------------------------
 int WINAPI GetSystemMetrics(int index);

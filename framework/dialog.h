@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+// Modal dialogs as C++ objects, and the open-file dialog.
+#pragma once
+
+#include <windows.h>
+#include <commdlg.h>
+
+#include "framework/window.h"
+
+template <typename Base>
+class CDialogImplBaseT : public CWindowImplRoot<Base> {
+public:
+    virtual DLGPROC GetDialogProc() { return DialogProc; }
+    // Called after the dialog's last message, when the handle is null again.
+    virtual void OnFinalMessage(HWND) {}
+
+    // The procedure of the template's dialog: binds it to its object at the first message.
+    static INT_PTR CALLBACK StartDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+        auto* object = static_cast<CDialogImplBaseT*>(_Module.ExtractCreateWindowRecord());
+        if (!object) return FALSE;
+        object->m_hWnd = dialog;
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+        const DLGPROC procedure = object->GetDialogProc();
+        SetWindowLongPtrW(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(procedure));
+        return procedure(dialog, message, wParam, lParam);
+    }
+
+private:
+    // WM_INITDIALOG answers with its result; other messages leave theirs with the dialog and answer whether
+    // they were handled.
+    static INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+        auto* object = reinterpret_cast<CDialogImplBaseT*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+        LRESULT result = 0;
+        const bool handled = object->Process(dialog, message, wParam, lParam, result);
+        if (message == WM_NCDESTROY) {
+            SetWindowLongPtrW(dialog, DWLP_DLGPROC, 0);
+            object->m_hWnd = nullptr;
+            object->OnFinalMessage(dialog);
+        }
+        if (!handled) return FALSE;
+        if (message == WM_INITDIALOG) return result;
+        SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+        return TRUE;
+    }
+
+    // No exception may reach the platform.
+    bool Process(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+        try {
+            return this->ProcessWindowMessage(dialog, message, wParam, lParam, result, 0) != FALSE;
+        } catch (...) {
+            return true;
+        }
+    }
+};
+
+// Class names its dialog resource IDD.
+template <typename Class, typename Base>
+class CDialogImpl : public CDialogImplBaseT<Base> {
+public:
+    // The value given to EndDialog; -1 when the dialog could not be made.
+    INT_PTR DoModal(HWND parent, LPARAM parameter) {
+        CreateWindowRecord record{};
+        _Module.AddCreateWindowRecord(&record, static_cast<CDialogImplBaseT<Base>*>(this));
+        const INT_PTR result =
+            DialogBoxParamW(_Module.GetModuleInstance(), MAKEINTRESOURCEW(Class::IDD), parent,
+                            CDialogImplBaseT<Base>::StartDialogProc, parameter);
+        _Module.RemoveCreateWindowRecord(&record);
+        return result;
+    }
+};
+
+// The platform's dialog for opening one file.
+class CFileDialog {
+public:
+    // The filter is pairs of a display text and a pattern, each with its null, and one further null.
+    CFileDialog(LPCWSTR defaultExtension, DWORD flags, LPCWSTR filter) {
+        m_ofn.lStructSize = sizeof m_ofn;
+        m_ofn.lpstrFilter = filter;
+        m_ofn.lpstrDefExt = defaultExtension;
+        m_ofn.lpstrFile = m_szFileName;
+        m_ofn.nMaxFile = static_cast<DWORD>(std::size(m_szFileName));
+        m_ofn.lpstrFileTitle = m_szFileTitle;
+        m_ofn.nMaxFileTitle = static_cast<DWORD>(std::size(m_szFileTitle));
+        m_ofn.Flags = flags | OFN_EXPLORER | OFN_ENABLEHOOK;
+        m_ofn.lpfnHook = HookProc;
+    }
+    CFileDialog(const CFileDialog&) = delete;
+    CFileDialog& operator=(const CFileDialog&) = delete;
+
+    // IDOK when a file was chosen. The owner is the active window.
+    INT_PTR DoModal() {
+        m_ofn.hwndOwner = GetActiveWindow();
+        return GetOpenFileNameW(&m_ofn) ? IDOK : IDCANCEL;
+    }
+
+    WCHAR m_szFileName[MAX_PATH] = {};  // full path
+    WCHAR m_szFileTitle[256] = {};      // name with its extension
+
+private:
+    static UINT_PTR CALLBACK HookProc(HWND, UINT, WPARAM, LPARAM) { return 0; }
+
+    OPENFILENAMEW m_ofn{};
+};

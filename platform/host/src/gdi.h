@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// What the window manager and the resource loader need of graphics beyond the SDK's calls.
+#pragma once
+
+#include <host_control.h>
+
+#include "region.h"
+
+namespace host {
+
+// Gives the screen this size, black. Its pixels are shared by every window's device context.
+void ResizeScreen(SIZE size);
+
+// A device context that draws on the screen: its origin is the given screen point, and nothing outside the
+// clip (screen coordinates, copied) is touched. Null when no context can be made. Closed with
+// CloseScreenDC; DeleteDC refuses it. Contexts are pooled, so that painting does not allocate.
+HDC OpenScreenDC(POINT origin, const Region& clip);
+// False when it is none that OpenScreenDC gave and that is still open.
+bool CloseScreenDC(HDC dc);
+
+// Deletes every graphics object, stock objects apart. Part of stopping the device.
+void ResetGraphics();
+// Adds the product's live bitmaps, contexts, fonts and brushes.
+void CountGraphicsHandles(LiveHandles& counts);
+
+// Makes a bitmap from a device-independent one in memory (header, colours, rows): in the screen's format, or
+// 1-bit when it has one bit per pixel and the palette black, white. Null when the header or the size lies.
+HBITMAP CreateBitmapFromDib(const BYTE* bytes, std::size_t size);
+
+}  // namespace host

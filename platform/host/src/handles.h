@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// Handle tables. A handle is 32 bits: kind (4), generation (12), slot (16); so a stale, null or wrong-typed
+// handle never resolves to an object. Kinds below 8 keep clear of the predefined registry keys.
+#pragma once
+
+#include <host_control.h>
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+enum class HandleKind : std::uint32_t { Gdi = 1, Window = 2, Module = 3, Key = 4, Find = 5, ImageList = 6 };
+
+// Whose handles are made right now (see PlatformScope).
+enum class HandleOwner : std::uint8_t { Product, Platform };
+HandleOwner CurrentOwner();
+
+template <typename Object, HandleKind kind>
+class HandleTable {
+public:
+    // Owns the object until Close. The value fits every handle type through ToHandle.
+    std::uint32_t Open(std::unique_ptr<Object> object) {
+        std::uint32_t slot;
+        if (m_free.empty()) {
+            slot = static_cast<std::uint32_t>(m_slots.size());
+            if (slot > 0xFFFF) return 0;
+            m_slots.emplace_back();
+        } else {
+            slot = m_free.back();
+            m_free.pop_back();
+        }
+        m_slots[slot].object = std::move(object);
+        m_slots[slot].owner = CurrentOwner();
+        return Value(slot);
+    }
+
+    // Null for a value that is not a live handle of this table.
+    Object* Find(std::uintptr_t value) const {
+        if ((value >> 28) != static_cast<std::uintptr_t>(kind)) return nullptr;
+        const std::size_t slot = value & 0xFFFF;
+        if (slot >= m_slots.size() || ((value >> 16) & 0xFFF) != m_slots[slot].generation) return nullptr;
+        return m_slots[slot].object.get();
+    }
+    Object* Find(const void* handle) const { return Find(reinterpret_cast<std::uintptr_t>(handle)); }
+
+    // Takes the object out and makes the handle stale; null when it was none.
+    std::unique_ptr<Object> Close(const void* handle) {
+        const auto value = reinterpret_cast<std::uintptr_t>(handle);
+        if (!Find(value)) return nullptr;
+        Slot& slot = m_slots[value & 0xFFFF];
+        slot.generation = (slot.generation + 1) & 0xFFF;
+        m_free.push_back(static_cast<std::uint32_t>(value & 0xFFFF));
+        return std::move(slot.object);
+    }
+
+    // Calls visit(handle value, object, owner) for each live object, in slot order.
+    template <typename Visitor>
+    void ForEach(Visitor visit) const {
+        for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot) {
+            if (m_slots[slot].object) visit(Value(slot), *m_slots[slot].object, m_slots[slot].owner);
+        }
+    }
+
+    // Every handle given so far becomes stale.
+    void CloseAll() {
+        for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot) {
+            if (m_slots[slot].object) Close(ToPointer(Value(slot)));
+        }
+    }
+
+    static void* ToPointer(std::uint32_t value) {
+        return reinterpret_cast<void*>(static_cast<std::uintptr_t>(value));
+    }
+
+private:
+    struct Slot {
+        std::unique_ptr<Object> object;
+        std::uint32_t generation = 0;
+        HandleOwner owner = HandleOwner::Product;
+    };
+
+    std::uint32_t Value(std::uint32_t slot) const {
+        return (static_cast<std::uint32_t>(kind) << 28) | (m_slots[slot].generation << 16) | slot;
+    }
+
+    std::vector<Slot> m_slots;
+    std::vector<std::uint32_t> m_free;
+};
+
+// The typed handle of a table value.
+template <typename Handle>
+Handle ToHandle(std::uint32_t value) {
+    return reinterpret_cast<Handle>(static_cast<std::uintptr_t>(value));
+}
+
+}  // namespace host

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// The registry's content, without handles: keys within keys, each with its values.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+struct RegistryValue {
+    std::u16string name;  // as first written; empty for the default value
+    DWORD type = REG_NONE;
+    std::vector<BYTE> data;
+
+    bool operator==(const RegistryValue&) const = default;
+};
+
+struct RegistryKey {
+    std::u16string name;
+    std::size_t depth = 0;  // below the root
+    // By name in upper case, which makes names equal that differ in case alone and gives the order.
+    std::map<std::u16string, std::shared_ptr<RegistryKey>> subkeys;
+    std::map<std::u16string, RegistryValue> values;
+    // A handle may outlive its key.
+    bool deleted = false;
+};
+
+enum class RegistryRoot { ClassesRoot, CurrentUser, LocalMachine };
+inline constexpr std::array<std::u16string_view, 3> registryRootNames = {
+    u"HKEY_CLASSES_ROOT", u"HKEY_CURRENT_USER", u"HKEY_LOCAL_MACHINE"};
+
+// The limits keep whatever walks the tree bounded, and what is in it writable to a file of lines.
+inline constexpr std::size_t maxKeyNameLength = 255;
+inline constexpr std::size_t maxValueNameLength = 16383;
+inline constexpr std::size_t maxKeyDepth = 512;
+
+// No control characters, no lone surrogates, not too long, and no "\" in a key's name.
+bool IsKeyName(std::u16string_view name);
+bool IsValueName(std::u16string_view name);
+
+// The names of a path; empty ones between or around separators do not count.
+std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path);
+
+class RegistryTree {
+public:
+    RegistryTree();
+    const std::shared_ptr<RegistryKey>& Root(RegistryRoot root) const {
+        return m_roots[static_cast<std::size_t>(root)];
+    }
+
+private:
+    std::array<std::shared_ptr<RegistryKey>, registryRootNames.size()> m_roots;
+};
+
+// Null when a name on the way is missing.
+std::shared_ptr<RegistryKey> FindKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path);
+// Makes what is missing. Null when a name is none or the path is too deep: then nothing is made.
+std::shared_ptr<RegistryKey> MakeKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path,
+                                     bool& created);
+// Deletes the key with all under it and marks each as deleted; false when there is none, or no path.
+bool DeleteKey(RegistryKey& key, std::u16string_view path);
+
+const RegistryValue* FindValue(const RegistryKey& key, std::u16string_view name);
+// False when it already was so. An existing value keeps the spelling of its name.
+bool SetValue(RegistryKey& key, RegistryValue value);
+
+}  // namespace host

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Reads the version resource of a library file.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "framework/wide_string.h"
+
+class CModuleVersion : public tagVS_FIXEDFILEINFO {
+public:
+    CModuleVersion();
+    virtual ~CModuleVersion() = default;
+    CModuleVersion(const CModuleVersion&) = delete;
+    CModuleVersion& operator=(const CModuleVersion&) = delete;
+
+    // Reads the file's version block; true when its fixed part carries the right signature. A block read
+    // before stays when the file has none.
+    bool Load(LPCWSTR path);
+    // The string of this name in the table of the block's language; empty when there is none.
+    WideString QueryString(LPCWSTR name) const;
+
+    struct Translation {
+        WORD language;
+        WORD codePage;
+    };
+
+private:
+    bool ReadBlock(LPCWSTR path);
+    bool ReadFixedPart();
+    void ReadTranslation();
+
+    std::unique_ptr<BYTE[]> m_pVersionData;
+    // Selects the string table. Until a translation was read the language is US English.
+    Translation m_Translation{0x0409, 1252};
+};

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "bound_window.h"
+
+#include <host_control.h>
+
+void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent) {
+    const host::PlatformScope scope;
+    WNDCLASSW description{};
+    description.lpfnWndProc = HandleMessage;
+    description.lpszClassName = className;
+    RegisterClassW(&description);
+    m_window =
+        CreateWindowExW(0, className, nullptr, style, bounds.left, bounds.top, bounds.right - bounds.left,
+                        bounds.bottom - bounds.top, parent, nullptr, nullptr, this);
+}
+
+void BoundWindow::Destroy() {
+    if (!m_window) return;
+    SetWindowLongPtrW(m_window, GWLP_USERDATA, 0);
+    DestroyWindow(m_window);
+    m_window = nullptr;
+}
+
+void BoundWindow::MoveTo(const RECT& bounds) {
+    MoveWindow(m_window, bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
+               TRUE);
+}
+
+RECT BoundWindow::ClientArea() const {
+    RECT area{};
+    GetClientRect(m_window, &area);
+    return area;
+}
+
+LRESULT CALLBACK BoundWindow::HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* creation = reinterpret_cast<CREATESTRUCTW*>(lParam);
+        auto* object = static_cast<BoundWindow*>(creation->lpCreateParams);
+        object->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+    }
+    auto* object = reinterpret_cast<BoundWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return object ? object->OnMessage(message, wParam, lParam)
+                  : DefWindowProcW(window, message, wParam, lParam);
+}

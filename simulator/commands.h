@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// The commands of scripts: one table a subject, found by their first words.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class Session;
+
+// The words behind a command's name. Each access throws ScriptError when the word is none of the kind.
+class Arguments {
+public:
+    explicit Arguments(std::span<const std::string> words) : m_words(words) {}
+
+    std::size_t Count() const { return m_words.size(); }
+    const std::string& Text(std::size_t index) const { return m_words[index]; }
+    std::u16string Wide(std::size_t index) const;
+    int Number(std::size_t index, int least, int greatest) const;
+    // A position on the screen in pixels; what no message can carry counts as the farthest that it can.
+    int Pixels(std::size_t index) const;
+    POINT Point(std::size_t index) const { return {Pixels(index), Pixels(index + 1)}; }
+
+private:
+    std::span<const std::string> m_words;
+};
+
+struct Command {
+    std::string_view name;       // one or two words
+    std::string_view arguments;  // as the user is told
+    std::size_t least;           // number of arguments
+    std::size_t greatest;
+    void (*run)(Session& session, const Arguments& arguments);
+};
+constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
+
+// Runs the command that these words (at least one) name. Throws ScriptError.
+void RunCommand(Session& session, const std::vector<std::string>& words);
+
+// Tells the person at the terminal about a command that had nothing to act on; the script goes on.
+void Note(const std::string& text);
+
+std::span<const Command> SipCommands();
+std::span<const Command> PenCommands();
+std::span<const Command> RegistryCommands();
+std::span<const Command> LibraryCommands();
+std::span<const Command> DeviceCommands();
+std::span<const Command> DialogCommands();

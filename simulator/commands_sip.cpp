@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// What the Software Input Panel does with the input method.
+#include <string>
+
+#include "commands.h"
+#include "script.h"
+#include "session.h"
+
+namespace {
+
+// An object must not go while one of its calls is on the stack: that is inside one of its dialogs.
+void RequireNoCall(Session& session) {
+    if (session.Sip().IsCalling()) throw ScriptError("a dialog of the input method is open");
+}
+
+bool HasInputMethod(Session& session) {
+    if (session.Sip().HasInputMethod()) return true;
+    Note(R"(There is no input method to call: "create" or "select" comes first.)");
+    return false;
+}
+
+void CreateInputMethod(Session& session) {
+    RequireNoCall(session);
+    // COM finds the library in the registry; holding it as well keeps it until "unload".
+    session.GetLibrary().EnsureRegistered();
+    session.GetLibrary().Load();
+    session.Sip().CreateInputMethod();
+}
+
+void Create(Session& session, const Arguments&) { CreateInputMethod(session); }
+
+void Select(Session& session, const Arguments&) {
+    if (!session.Sip().HasInputMethod()) CreateInputMethod(session);
+    if (session.Sip().HasInputMethod()) session.Sip().Select();
+}
+
+void Deselect(Session& session, const Arguments&) {
+    if (HasInputMethod(session)) session.Sip().Deselect();
+}
+
+void CallbackOn(Session& session, const Arguments&) {
+    if (HasInputMethod(session)) session.Sip().RegisterCallback(SipCallbackUse::Registered);
+}
+
+void CallbackOff(Session& session, const Arguments&) {
+    if (HasInputMethod(session)) session.Sip().RegisterCallback(SipCallbackUse::None);
+}
+
+void Show(Session& session, const Arguments&) { session.Sip().SetVisibility(SipVisibility::Shown); }
+
+void Hide(Session& session, const Arguments&) { session.Sip().SetVisibility(SipVisibility::Hidden); }
+
+void Info(Session& session, const Arguments&) {
+    if (HasInputMethod(session)) session.Sip().SendSipInfo();
+}
+
+void Screen(Session& session, const Arguments& arguments) {
+    constexpr int greatest = 4096;
+    session.SetScreenSize({arguments.Number(0, 1, greatest), arguments.Number(1, 1, greatest)});
+}
+
+void MoveSip(Session& session, const Arguments& arguments) {
+    session.Sip().MoveTo(
+        {arguments.Pixels(0), arguments.Pixels(1), arguments.Pixels(2), arguments.Pixels(3)});
+}
+
+bool IsShown(HWND window) {
+    return (static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)) & WS_VISIBLE) != 0;
+}
+
+// The window's rectangle with its corner at this place.
+std::string Describe(HWND window, POINT corner) {
+    RECT r{};
+    GetWindowRect(window, &r);
+    return std::to_string(corner.x) + ' ' + std::to_string(corner.y) + ' ' +
+           std::to_string(r.right - r.left) + ' ' + std::to_string(r.bottom - r.top) +
+           (IsShown(window) ? " shown=1" : " shown=0");
+}
+
+void Windows(Session& session, const Arguments&) {
+    const HWND sip = session.Sip().Window();
+    RECT r{};
+    GetWindowRect(sip, &r);
+    session.GetTrace().Write("Window sip " + Describe(sip, {r.left, r.top}));
+    const HWND panel = session.Sip().Panel();
+    if (!panel) return session.GetTrace().Write("Window panel none");
+    GetWindowRect(panel, &r);
+    POINT corner{r.left, r.top};
+    ScreenToClient(sip, &corner);
+    session.GetTrace().Write("Window panel " + Describe(panel, corner));
+}
+
+constexpr Command commands[] = {
+    {"create", "", 0, 0, Create},
+    {"select", "", 0, 0, Select},
+    {"deselect", "", 0, 0, Deselect},
+    {"callback on", "", 0, 0, CallbackOn},
+    {"callback off", "", 0, 0, CallbackOff},
+    {"show", "", 0, 0, Show},
+    {"hide", "", 0, 0, Hide},
+    {"info", "", 0, 0, Info},
+    {"screen", "W H", 2, 2, Screen},
+    {"sip", "L T R B", 4, 4, MoveSip},
+    {"windows", "", 0, 0, Windows},
+};
+
+}  // namespace
+
+std::span<const Command> SipCommands() { return commands; }

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "edit_field.h"
+
+#include <algorithm>
+#include <span>
+
+#include "text.h"
+
+namespace {
+
+constexpr int margin = 4;  // pixels around the text
+
+bool IsHeld(int virtualKey) { return GetKeyState(virtualKey) < 0; }
+Selecting FromShift() { return IsHeld(VK_SHIFT) ? Selecting::Yes : Selecting::No; }
+
+using Action = void (*)(EditText&, Selecting);
+struct KeyAction {
+    UINT virtualKey;
+    Action action;
+};
+
+constexpr KeyAction plainKeys[] = {
+    {VK_BACK, [](EditText& text, Selecting) { text.DeleteBackward(); }},
+    {VK_DELETE, [](EditText& text, Selecting) { text.DeleteForward(); }},
+    {VK_RETURN, [](EditText& text, Selecting) { text.Insert(u"\n"); }},
+    {VK_SPACE, [](EditText& text, Selecting) { text.Insert(u" "); }},
+    {VK_LEFT, [](EditText& text, Selecting selecting) { text.MoveLeft(selecting); }},
+    {VK_RIGHT, [](EditText& text, Selecting selecting) { text.MoveRight(selecting); }},
+};
+
+// With Control keys edit and move, and insert nothing.
+constexpr KeyAction controlKeys[] = {
+    {'A', [](EditText& text, Selecting) { text.SelectAll(); }},
+    {'C', [](EditText& text, Selecting) { text.Copy(); }},
+    {'X', [](EditText& text, Selecting) { text.Cut(); }},
+    {'V', [](EditText& text, Selecting) { text.Paste(); }},
+    {'Z', [](EditText& text, Selecting) { text.Undo(); }},
+    {VK_BACK, [](EditText& text, Selecting) { text.DeleteBackward(); }},
+    {VK_DELETE, [](EditText& text, Selecting) { text.DeleteForward(); }},
+    {VK_LEFT, [](EditText& text, Selecting selecting) { text.MoveWordLeft(selecting); }},
+    {VK_RIGHT, [](EditText& text, Selecting selecting) { text.MoveWordRight(selecting); }},
+};
+
+// Null for a key that does nothing.
+Action FindAction(std::span<const KeyAction> keys, UINT virtualKey) {
+    const auto found = std::find_if(keys.begin(), keys.end(), [virtualKey](const KeyAction& key) {
+        return key.virtualKey == virtualKey;
+    });
+    return found == keys.end() ? nullptr : found->action;
+}
+
+int LowCoordinate(LPARAM position) { return static_cast<SHORT>(LOWORD(position)); }
+int HighCoordinate(LPARAM position) { return static_cast<SHORT>(HIWORD(position)); }
+
+}  // namespace
+
+EditField::EditField(HWND parent, const RECT& bounds) {
+    Create(TEXT("SimulatorEdit"), WS_CHILD | WS_VISIBLE, bounds, parent);
+    SetFontHeight(12);
+}
+
+void EditField::SetFontHeight(int height) {
+    m_font.Create(height, FW_NORMAL);
+    m_widths.clear();
+    const WindowContext context(Handle());
+    const Selection selection(context.Get(), m_font.Get());
+    SIZE size{};
+    if (GetTextExtentPoint32W(context.Get(), TEXT("x"), 1, &size)) m_lineHeight = std::max<int>(size.cy, 1);
+    OnChanged();
+}
+
+LRESULT EditField::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_KEYDOWN:
+            return OnKey(static_cast<UINT>(wParam)), 0;
+        case WM_CHAR:
+            return OnCharacter(static_cast<WCHAR>(wParam)), 0;
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            m_penDown = true;
+            SetFocus(Handle());
+            return OnPen(lParam, FromShift()), 0;
+        case WM_MOUSEMOVE:
+            m_penDown = m_penDown && (wParam & MK_LBUTTON) != 0;
+            if (m_penDown) OnPen(lParam, Selecting::Yes);
+            return 0;
+        case WM_LBUTTONUP:
+            m_penDown = false;
+            return 0;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+        case WM_SIZE:
+            return OnChanged(), 0;
+        case WM_PAINT:
+            return OnPaint(), 0;
+        case WM_ERASEBKGND:
+            return 1;
+        default:
+            return DefWindowProcW(Handle(), message, wParam, lParam);
+    }
+}
+
+void EditField::OnKey(UINT virtualKey) {
+    if (virtualKey == VK_UP) return MoveLine(-1, FromShift());
+    if (virtualKey == VK_DOWN) return MoveLine(1, FromShift());
+    const Action action =
+        IsHeld(VK_CONTROL) ? FindAction(controlKeys, virtualKey) : FindAction(plainKeys, virtualKey);
+    if (!action) return;
+    action(m_text, FromShift());
+    OnChanged();
+}
+
+// The control characters that have a key of their own act like it; the others, Escape among them, do nothing.
+void EditField::OnCharacter(WCHAR character) {
+    if (IsHeld(VK_CONTROL)) return;
+    if (character == u'\b') {
+        m_text.DeleteBackward();
+    } else if (character == u'\r' || character == u'\n') {
+        m_text.Insert(u"\n");
+    } else if (character == u'\t') {
+        if (IsHeld(VK_SHIFT)) return;
+        m_text.Insert(u"\t");
+    } else if (character >= u' ' && character != 0x7F) {
+        m_text.Insert({&character, 1});
+    }
+    OnChanged();
+}
+
+void EditField::OnPen(LPARAM position, Selecting selecting) {
+    const EditLayout layout = LayOut();
+    const int row = (HighCoordinate(position) - margin) / m_lineHeight + static_cast<int>(m_topLine);
+    const int last = static_cast<int>(layout.Lines().size()) - 1;
+    const auto line = static_cast<std::size_t>(std::clamp(row, 0, last));
+    m_text.MoveTo(layout.PositionAt(line, LowCoordinate(position) - margin), selecting);
+    OnChanged();
+}
+
+// Where there is no such line the caret stays.
+void EditField::MoveLine(int lines, Selecting selecting) {
+    const EditLayout layout = LayOut();
+    if (m_wantedX < 0) m_wantedX = layout.XOf(m_text.Caret());
+    const int wantedX = m_wantedX;
+    const int line = static_cast<int>(layout.LineOf(m_text.Caret())) + lines;
+    const bool exists = line >= 0 && line < static_cast<int>(layout.Lines().size());
+    const std::size_t position =
+        exists ? layout.PositionAt(static_cast<std::size_t>(line), wantedX) : m_text.Caret();
+    m_text.MoveTo(position, selecting);
+    OnChanged();
+    m_wantedX = wantedX;
+}
+
+void EditField::OnChanged() {
+    m_wantedX = -1;
+    const std::size_t line = LayOut().LineOf(m_text.Caret());
+    m_topLine = std::min(m_topLine, line);
+    if (line >= m_topLine + VisibleLines()) m_topLine = line + 1 - VisibleLines();
+    Invalidate();
+}
+
+void EditField::OnPaint() {
+    const PaintCycle paint(Handle());
+    if (!paint.Get()) return;
+    const RECT area = ClientArea();
+    FillArea(paint.Get(), area, GetSysColor(COLOR_WINDOW));
+    const Selection selection(paint.Get(), m_font.Get());
+    SetBkMode(paint.Get(), TRANSPARENT);
+    const EditLayout layout = LayOut();
+    int top = margin;
+    for (std::size_t line = m_topLine; line < layout.Lines().size() && top < area.bottom; ++line) {
+        DrawLine(paint.Get(), layout.Lines()[line], top);
+        top += m_lineHeight;
+    }
+    if (GetFocus() == Handle() && !m_text.HasSelection()) DrawCaret(paint.Get(), layout);
+}
+
+// Character by character, so that each stands where the layout has it.
+void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
+    int x = margin;
+    for (std::size_t i = line.start; i < line.end;) {
+        const std::u16string_view character = CharacterAt(m_text.Text(), i);
+        const int width = Measure(character);
+        const bool selected = i >= m_text.SelectionStart() && i < m_text.SelectionEnd();
+        if (selected) FillArea(dc, {x, top, x + width, top + m_lineHeight}, GetSysColor(COLOR_HIGHLIGHT));
+        SetTextColor(dc, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+        if (character != u"\t") {
+            ExtTextOutW(dc, x, top, 0, nullptr, character.data(), static_cast<UINT>(character.size()),
+                        nullptr);
+        }
+        x += width;
+        i += character.size();
+    }
+}
+
+void EditField::DrawCaret(HDC dc, const EditLayout& layout) {
+    const int x = margin + layout.XOf(m_text.Caret());
+    const std::size_t line = layout.LineOf(m_text.Caret());
+    const int top = margin + static_cast<int>(line - m_topLine) * m_lineHeight;
+    FillArea(dc, {x, top, x + 1, top + m_lineHeight}, GetSysColor(COLOR_WINDOWTEXT));
+}
+
+EditLayout EditField::LayOut() {
+    const int width = static_cast<int>(ClientArea().right) - 2 * margin;
+    return {m_text.Text(), width, [this](std::u16string_view character) { return Measure(character); }};
+}
+
+int EditField::Measure(std::u16string_view character) {
+    if (character == u"\t") return 4 * Measure(u" ");
+    const auto known = m_widths.find(character);
+    if (known != m_widths.end()) return known->second;
+    const WindowContext context(Handle());
+    const Selection selection(context.Get(), m_font.Get());
+    SIZE size{};
+    GetTextExtentPoint32W(context.Get(), character.data(), static_cast<int>(character.size()), &size);
+    return m_widths[std::u16string(character)] = static_cast<int>(size.cx);
+}
+
+std::size_t EditField::VisibleLines() const {
+    const int lines = (static_cast<int>(ClientArea().bottom) - 2 * margin) / m_lineHeight;
+    return static_cast<std::size_t>(std::max(lines, 1));
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "bound_window.h"
+#include "drawing.h"
+#include "edit_layout.h"
+#include "edit_text.h"
+
+// A multi-line edit field that wraps its lines: the window with which the keys and the pen arrive.
+class EditField final : public BoundWindow {
+public:
+    EditField(HWND parent, const RECT& bounds);
+    ~EditField() override { Destroy(); }
+
+    const std::u16string& Text() const { return m_text.Text(); }
+    // Pixels of a letter's square.
+    void SetFontHeight(int height);
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnKey(UINT virtualKey);
+    void OnCharacter(WCHAR character);
+    void OnPen(LPARAM position, Selecting selecting);
+    void OnPaint();
+    void MoveLine(int lines, Selecting selecting);
+    // Keeps the caret in view and draws anew.
+    void OnChanged();
+
+    void DrawLine(HDC dc, const EditLayout::Line& line, int top);
+    void DrawCaret(HDC dc, const EditLayout& layout);
+    EditLayout LayOut();
+    int Measure(std::u16string_view character);
+    std::size_t VisibleLines() const;
+
+    EditText m_text;
+    Font m_font;
+    int m_lineHeight = 1;
+    std::map<std::u16string, int, std::less<>> m_widths;  // of characters in this font
+    std::size_t m_topLine = 0;
+    int m_wantedX = -1;      // where moves up and down aim at; negative: at the caret
+    bool m_penDown = false;  // it went down in this field
+};

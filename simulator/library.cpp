@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "library.h"
+
+#include <host_control.h>
+
+#include "device_files.h"
+#include "registry_value.h"
+#include "script.h"
+#include "trace.h"
+
+const CLSID inputMethodClass = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
+
+namespace {
+
+constexpr char16_t installedPath[] = u"\\Windows\\tolka.dll";
+constexpr char16_t serverKey[] = u"CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32";
+
+std::u16string RegisteredPath() {
+    const std::optional<RegistryValue> value = ReadRegistryValue({HKEY_CLASSES_ROOT, serverKey}, u"");
+    if (!value || value->type != REG_SZ) return {};
+    const std::u16string text = value->Text();
+    return text.substr(0, text.find(u'\0'));
+}
+
+// A code that stays a failure whatever the last error was.
+HRESULT LastFailure() {
+    const DWORD error = GetLastError();
+    return error == ERROR_SUCCESS ? E_FAIL : HRESULT_FROM_WIN32(error);
+}
+
+}  // namespace
+
+Library::~Library() { Free(); }
+
+void Library::Free() {
+    const host::PlatformScope scope;
+    if (m_module) FreeLibrary(m_module);
+    m_module = nullptr;
+}
+
+void Library::EnsureRegistered() {
+    if (RegisteredPath().empty()) Install();
+}
+
+void Library::Install() {
+    CopyToDevice(m_built, installedPath);
+    std::filesystem::path code = m_built;
+    code += ".so";
+    CopyToDevice(code, std::u16string(installedPath) + u".so");
+    const host::PlatformScope scope;
+    const HMODULE module = LoadLibraryW(installedPath);
+    if (!module) {
+        throw ScriptError("the library " + m_built.string() + " does not load: error " +
+                          std::to_string(GetLastError()));
+    }
+    using Entry = HRESULT(STDAPICALLTYPE*)();
+    const auto entry =
+        reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(GetProcAddress(module, "DllRegisterServer")));
+    const HRESULT result = entry ? entry() : LastFailure();
+    FreeLibrary(module);
+    if (FAILED(result)) {
+        throw ScriptError("the library " + m_built.string() +
+                          " does not register itself: " + Hexadecimal(static_cast<DWORD>(result)));
+    }
+}
+
+HRESULT Library::Load() {
+    if (m_module) return S_OK;
+    EnsureRegistered();
+    const host::PlatformScope scope;
+    m_module = LoadLibraryW(RegisteredPath().c_str());
+    return m_module ? S_OK : LastFailure();
+}
+
+FARPROC Library::FindExport(const char* name, HRESULT& result) {
+    result = Load();
+    if (FAILED(result)) return nullptr;
+    const FARPROC entry = GetProcAddress(m_module, name);
+    if (!entry) result = LastFailure();
+    return entry;
+}
+
+HRESULT Library::CallExport(const char* name) {
+    HRESULT result = S_OK;
+    using Entry = HRESULT(STDAPICALLTYPE*)();
+    const auto entry = reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(FindExport(name, result)));
+    return entry ? entry() : result;
+}
+
+HRESULT Library::GetClassObject(REFIID iid, void** object) {
+    *object = nullptr;
+    HRESULT result = S_OK;
+    using Entry = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    const auto entry =
+        reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(FindExport("DllGetClassObject", result)));
+    return entry ? entry(inputMethodClass, iid, object) : result;
+}
+
+// COM holds the library too where it created an object, and lets go of it first: the last one detaches it.
+HRESULT Library::Unload() {
+    if (!m_module) return S_OK;
+    const HRESULT result = CanUnloadNow();
+    if (result != S_OK) return result;
+    CoFreeUnusedLibraries();
+    Free();
+    return result;
+}

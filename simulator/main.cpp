@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// The program that stands in for the handheld.
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "script.h"
+#include "script_runner.h"
+#include "session.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Exit statuses.
+constexpr int succeeded = 0;
+constexpr int callFailed = 1;
+constexpr int notUnderstood = 2;
+
+struct CommandLine {
+    std::string device;
+    std::string screen = "240x320";
+    std::string script;
+    std::string library;
+    std::string skin;
+};
+
+SIZE ParseScreen(const std::string& text) {
+    const std::size_t separator = text.find('x', 1);
+    if (separator == std::string::npos) throw ScriptError("--screen: \"" + text + "\" is not WxH");
+    const auto parse = [](const std::string& number) {
+        return static_cast<LONG>(ParseNumber(number, 1, 4096));
+    };
+    return {parse(text.substr(0, separator)), parse(text.substr(separator + 1))};
+}
+
+// The library of the build that this program belongs to.
+fs::path BuiltLibrary() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "server" / "Tolka.DLL";
+}
+
+int Run(const CommandLine& line) {
+    std::ifstream file;
+    const bool standardInput = line.script == "-";
+    if (!standardInput) {
+        file.open(line.script);
+        if (!file || fs::is_directory(line.script))
+            throw ScriptError("cannot read the script " + line.script);
+    }
+    Session::Options options;
+    options.device = line.device;
+    options.screen = ParseScreen(line.screen);
+    options.library = line.library.empty() ? BuiltLibrary() : fs::path(line.library);
+    if (!line.skin.empty()) options.skin = line.skin;
+    Session session(options);
+    ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
+    if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return notUnderstood;
+    return session.GetTrace().CallFailed() ? callFailed : succeeded;
+}
+
+void Describe(CLI::App& app, CommandLine& line) {
+    app.add_option("--device", line.device, "root of the device's file system; made when missing")
+        ->required();
+    app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();
+    app.add_option("--script", line.script, "commands to run; - is standard input")->required();
+    app.add_option("--library", line.library,
+                   "the library to install, its code beside it with .so behind the name");
+    app.add_option("--skin", line.skin, R"(a skin to copy to the device's \Windows first)");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        CLI::App app("Runs the keyboard on a simulated handheld.", "simulator");
+        CommandLine line;
+        Describe(app, line);
+        try {
+            app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            return app.exit(error) == 0 ? succeeded : notUnderstood;
+        }
+        return Run(line);
+    } catch (const std::exception& error) {
+        std::cerr << "simulator: " << error.what() << '\n';
+    }
+    return notUnderstood;
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "script.h"
+
+#include <charconv>
+
+#include "text.h"
+
+namespace {
+
+bool IsBlank(char character) { return character == ' ' || character == '\t' || character == '\r'; }
+
+// Takes a word in double quotes off the front, which is the opening one.
+std::string TakeQuotedWord(std::string_view& line) {
+    std::string word;
+    for (line.remove_prefix(1); !line.empty(); line.remove_prefix(1)) {
+        if (line[0] == '"') {
+            line.remove_prefix(1);
+            if (!line.empty() && !IsBlank(line[0])) throw ScriptError("a blank must follow a closing quote");
+            return word;
+        }
+        if (line[0] == '\\') {
+            line.remove_prefix(1);
+            if (line.empty() || (line[0] != '"' && line[0] != '\\')) {
+                throw ScriptError(R"(in double quotes \" and \\ are the only escapes)");
+            }
+        }
+        word += line[0];
+    }
+    throw ScriptError("the closing quote is missing");
+}
+
+std::string TakePlainWord(std::string_view& line) {
+    std::size_t length = 0;
+    while (length < line.size() && !IsBlank(line[length])) {
+        if (line[length] == '"') throw ScriptError("a quote inside a word");
+        ++length;
+    }
+    std::string word(line.substr(0, length));
+    line.remove_prefix(length);
+    return word;
+}
+
+int DigitValue(char digit) {
+    int value = -1;
+    std::from_chars(&digit, &digit + 1, value, 16);
+    return value;
+}
+
+}  // namespace
+
+std::vector<std::string> SplitWords(std::string_view line) {
+    if (!FromUtf8(line)) throw ScriptError("the line is not UTF-8");
+    std::vector<std::string> words;
+    while (true) {
+        while (!line.empty() && IsBlank(line[0])) {
+            line.remove_prefix(1);
+        }
+        if (line.empty() || (words.empty() && line[0] == '#')) return words;
+        words.push_back(line[0] == '"' ? TakeQuotedWord(line) : TakePlainWord(line));
+    }
+}
+
+std::int64_t ParseNumber(const std::string& word, std::int64_t least, std::int64_t greatest) {
+    std::string_view digits = word;
+    const bool negative = digits.starts_with('-');
+    if (negative) digits.remove_prefix(1);
+    const bool hexadecimal = digits.starts_with("0x") || digits.starts_with("0X");
+    if (hexadecimal) digits.remove_prefix(2);
+    std::int64_t value = 0;
+    const char* end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
+    if (error == std::errc::invalid_argument || stop != end || digits.starts_with('-')) {
+        throw ScriptError("\"" + word + "\" is not a number");
+    }
+    if (negative) value = -value;
+    if (error != std::errc() || value < least || value > greatest) {
+        throw ScriptError("the number " + word + " is out of range");
+    }
+    return value;
+}
+
+std::vector<std::uint8_t> ParseBytes(const std::string& word) {
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t i = 0; i + 1 < word.size(); i += 2) {
+        const int high = DigitValue(word[i]);
+        const int low = DigitValue(word[i + 1]);
+        if (high < 0 || low < 0) break;
+        bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
+    }
+    if (bytes.size() * 2 != word.size()) throw ScriptError("\"" + word + "\" is not a row of bytes");
+    return bytes;
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <host_control.h>
+#include <sip_shell.h>
+
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "application.h"
+#include "factories.h"
+#include "key_delivery.h"
+#include "library.h"
+#include "sip_trace.h"
+#include "trace.h"
+
+// From StartDevice to StopDevice.
+class RunningDevice {
+public:
+    RunningDevice(const std::filesystem::path& folder, SIZE screen);
+    ~RunningDevice() { host::StopDevice(); }
+    RunningDevice(const RunningDevice&) = delete;
+    RunningDevice& operator=(const RunningDevice&) = delete;
+};
+
+// The device with everything on it. Its members go in reverse order: the library's objects before its code,
+// all windows before the device.
+class Session {
+public:
+    struct Options {
+        std::filesystem::path device;
+        SIZE screen{240, 320};
+        std::filesystem::path library;
+        std::optional<std::filesystem::path> skin;  // copied to \Windows first
+    };
+
+    // Throws std::exception with a message for the user.
+    explicit Session(const Options& options);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    Trace& GetTrace() { return m_trace; }
+    SipShell& Sip() { return *m_sip; }
+    Library& GetLibrary() { return m_library; }
+    Factories& GetFactories() { return m_factories; }
+    Application& GetApplication() { return *m_application; }
+
+    // Has the pen act, in client coordinates of the panel, when what is queued before has been dealt with.
+    void QueuePen(host::Pen event, POINT point) { m_pen.push_back({event, point}); }
+    // Posts the next queued pen event; false when there is none.
+    bool PostQueuedPen();
+    void SetScreenSize(SIZE size);
+    // Gives the windows of the application what the SIP leaves.
+    void LayOutApplication();
+
+private:
+    struct PenEvent {
+        host::Pen event;
+        POINT point;
+    };
+
+    void OnCapture(HWND window);
+
+    Trace m_trace;
+    RunningDevice m_device;
+    Library m_library;
+    Factories m_factories;
+    SipTrace m_sipTrace;
+    KeyDelivery m_keys;
+    std::unique_ptr<Application> m_application;
+    std::unique_ptr<SipShell> m_sip;
+    std::deque<PenEvent> m_pen;
+    bool m_captured = false;
+};

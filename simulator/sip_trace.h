@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sip_shell.h>
+
+#include "trace.h"
+
+// Writes every call between the SIP and the input method to the trace.
+class SipTrace final : public SipObserver {
+public:
+    explicit SipTrace(Trace& trace) : m_trace(trace) {}
+
+    void OnCall(SipCall call, HRESULT result) override;
+    void OnGetInfo(HRESULT result, const IMINFO& info) override;
+    void OnReceiveSipInfo(HRESULT result, const SIPINFO& info) override;
+    void OnShowIM(DWORD flags) override;
+    void OnSetCurrentIM(REFCLSID clsid) override;
+    void OnSendVirtualKey(BYTE virtualKey, DWORD flags) override;
+    void OnSendCharEvents(UINT virtualKey, UINT keyFlags, UINT count, const UINT* shiftStates,
+                          const UINT* characters) override;
+
+private:
+    Trace& m_trace;
+};

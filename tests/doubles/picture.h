@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+// Pictures to draw on and the naive model of a raster code, for the tests of graphics.
+#pragma once
+
+#include <windows.h>
+
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace test {
+
+class Random {
+public:
+    int Below(int end) { return static_cast<int>(m_engine() % static_cast<unsigned>(end)); }
+    COLORREF Color() { return static_cast<COLORREF>(m_engine() & 0xFFFFFF); }
+
+private:
+    std::mt19937 m_engine{20240501};
+};
+
+// The colours that a raster code makes of a pattern, a source and a target pixel, bit by bit.
+inline COLORREF Combine(BYTE code, COLORREF pattern, COLORREF source, COLORREF target) {
+    COLORREF result = 0;
+    for (int bit = 0; bit < 24; ++bit) {
+        const unsigned index = ((pattern >> bit) & 1) * 4 + ((source >> bit) & 1) * 2 + ((target >> bit) & 1);
+        result |= static_cast<COLORREF>((code >> index) & 1) << bit;
+    }
+    return result;
+}
+
+// A device-independent section; the two colours are those of a 1-bit one. A negative height: rows from the
+// top.
+inline HBITMAP MakeSection(WORD bits, int width, int height, COLORREF zero = 0,
+                           COLORREF one = RGB(255, 255, 255)) {
+    struct {
+        BITMAPINFOHEADER header;
+        RGBQUAD colors[2];
+    } info{};
+    info.header.biSize = sizeof(BITMAPINFOHEADER);
+    info.header.biWidth = width;
+    info.header.biHeight = height;
+    info.header.biPlanes = 1;
+    info.header.biBitCount = bits;
+    info.header.biCompression = BI_RGB;
+    const auto quad = [](COLORREF color) {
+        return RGBQUAD{static_cast<BYTE>(color >> 16), static_cast<BYTE>(color >> 8),
+                       static_cast<BYTE>(color), 0};
+    };
+    info.colors[0] = quad(zero);
+    info.colors[1] = quad(one);
+    void* memory = nullptr;
+    return CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &memory,
+                            nullptr, 0);
+}
+
+// A bitmap in a memory context of its own; both end with it.
+class Picture {
+public:
+    explicit Picture(HBITMAP bitmap) : m_dc(CreateCompatibleDC(nullptr)), m_bitmap(bitmap) {
+        m_original = SelectObject(m_dc, bitmap);
+        BITMAP record{};
+        GetObjectW(bitmap, sizeof record, &record);
+        m_width = record.bmWidth;
+        m_height = record.bmHeight;
+        m_bits = static_cast<BYTE*>(record.bmBits);
+    }
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+    ~Picture() {
+        SelectObject(m_dc, m_original);
+        DeleteDC(m_dc);
+        DeleteObject(m_bitmap);
+    }
+
+    operator HDC() const { return m_dc; }
+    HBITMAP Bitmap() const { return m_bitmap; }
+    BYTE* Bits() const { return m_bits; }  // of a section
+
+    // Every pixel, in rows from the top.
+    std::vector<COLORREF> Pixels() const {
+        std::vector<COLORREF> pixels;
+        for (int i = 0; i < m_width * m_height; ++i) {
+            pixels.push_back(GetPixel(m_dc, i % m_width, i / m_width));
+        }
+        return pixels;
+    }
+
+    void Scatter(Random& random) {
+        for (int i = 0; i < m_width * m_height; ++i) {
+            // Black or white as often as not, so that monochrome pictures get both.
+            const COLORREF color = random.Below(2)   ? random.Color()
+                                   : random.Below(2) ? RGB(255, 255, 255)
+                                                     : 0;
+            SetPixel(m_dc, i % m_width, i / m_width, color);
+        }
+    }
+
+    void Fill(COLORREF color) {
+        const RECT all{0, 0, m_width, m_height};
+        const HBRUSH brush = CreateSolidBrush(color);
+        FillRect(m_dc, &all, brush);
+        DeleteObject(brush);
+    }
+
+    // The rectangle around all pixels that are not of this colour; empty when there is none.
+    RECT InkOn(COLORREF paper) const {
+        RECT ink{m_width, m_height, 0, 0};
+        for (int y = 0; y < m_height; ++y) {
+            for (int x = 0; x < m_width; ++x) {
+                if (GetPixel(m_dc, x, y) == paper) continue;
+                if (x < ink.left) ink.left = x;
+                if (y < ink.top) ink.top = y;
+                if (x >= ink.right) ink.right = x + 1;
+                if (y >= ink.bottom) ink.bottom = y + 1;
+            }
+        }
+        return ink;
+    }
+
+private:
+    HDC m_dc;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_original;
+    int m_width;
+    int m_height;
+    BYTE* m_bits;
+};
+
+}  // namespace test

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// Builds skin files in memory: libraries (PE) of named bitmaps and data. It trusts its caller, so that broken
+// skins can be made as well.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace test {
+
+struct LayoutRecord {
+    WORD key;
+    WORD left, top, right, bottom;
+    WORD bitmap = 0;
+};
+
+// The bytes of resources, as skins hold them.
+std::string LayoutBytes(const std::vector<LayoutRecord>& records);
+std::string RectBytes(const RECT& rectangle);
+std::string WordBytes(const std::vector<WORD>& words);  // least significant byte first
+std::string PictureBytes(int width, int height, const std::function<COLORREF(int x, int y)>& colorAt);
+std::string MaskBytes(int width, int height, const std::function<bool(int x, int y)>& bitAt);
+
+class SkinBuilder {
+public:
+    // Adds a resource, or replaces the one of this name. Letter case does not matter.
+    SkinBuilder& Bitmap(const std::string& name, std::string dib);
+    SkinBuilder& Data(const std::string& name, std::string bytes);
+    SkinBuilder& Without(const std::string& name);
+    // The resource's directory entry then points beyond the end of the file.
+    SkinBuilder& PointOutside(const std::string& name);
+
+    // The file's bytes.
+    std::string Build() const;
+    // Writes the file into the device's folder "\windows".
+    void Install(const std::string& fileName) const;
+
+private:
+    struct Resource {
+        std::string bytes;
+        bool outside = false;
+    };
+    using Resources = std::map<std::string, Resource>;  // by upper-case name, in the order that lookups need
+
+    std::string BuildSection() const;
+
+    Resources m_bitmaps;
+    Resources m_data;
+};
+
+}  // namespace test

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Another colour scheme, for the rest of the test.
+#pragma once
+
+#include <windows.h>
+
+namespace test {
+
+void ChangeSystemColor(int index, COLORREF color);
+
+}  // namespace test

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "test_support.h"
+
+#include <host_control.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path g_folder;
+std::vector<std::string> g_reports;
+
+void Start() {
+    host::DeviceOptions options;
+    options.folder = g_folder;
+    options.report = [](const std::string& line) { g_reports.push_back(line); };
+    host::StartDevice(options);
+}
+
+class DeviceForEachTest : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        std::string folder = (fs::temp_directory_path() / "device-XXXXXX").string();
+        ASSERT_NE(mkdtemp(folder.data()), nullptr);
+        g_folder = folder;
+        g_reports.clear();
+        Start();
+    }
+
+    void OnTestEnd(const testing::TestInfo&) override {
+        ExpectNoHandleLeft();
+        host::StopDevice();
+        for (const std::string& report : g_reports) {
+            ADD_FAILURE() << "unread report: " << report;
+        }
+        std::error_code error;
+        fs::remove_all(g_folder, error);
+        EXPECT_FALSE(error) << g_folder << ": " << error.message();
+    }
+
+    // Image lists do not count: their users never destroy them.
+    static void ExpectNoHandleLeft() {
+        const host::LiveHandles left = host::CountHandles();
+        EXPECT_EQ(left.bitmaps, 0) << "bitmaps left";
+        EXPECT_EQ(left.dcs, 0) << "device contexts left";
+        EXPECT_EQ(left.fonts, 0) << "fonts left";
+        EXPECT_EQ(left.brushes, 0) << "brushes left";
+        EXPECT_EQ(left.windows, 0) << "windows left";
+        EXPECT_EQ(left.modules, 0) << "modules left";
+        EXPECT_EQ(left.keys, 0) << "registry keys left";
+        EXPECT_EQ(left.finds, 0) << "file searches left";
+    }
+};
+
+}  // namespace
+
+const fs::path& DeviceFolder() { return g_folder; }
+
+void WriteDeviceFile(const fs::path& path, const std::string& bytes) {
+    fs::create_directories((g_folder / path).parent_path());
+    std::ofstream file(g_folder / path, std::ios::binary | std::ios::trunc);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    ASSERT_TRUE(file.good()) << path;
+}
+
+void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
+    fs::create_directories((g_folder / path).parent_path());
+    // Under a name of its own first: a library that is loaded must not change under its readers.
+    const fs::path copy = (g_folder / path).string() + ".copy";
+    fs::copy_file(hostFile, copy, fs::copy_options::overwrite_existing);
+    fs::rename(copy, g_folder / path);
+}
+
+std::string ReadDeviceFile(const fs::path& path) {
+    std::ifstream file(g_folder / path, std::ios::binary);
+    EXPECT_TRUE(file.good()) << path;
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+void MakeReadOnly(const fs::path& path) {
+    constexpr fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    fs::permissions(g_folder / path, write, fs::perm_options::remove);
+}
+
+bool SetScreenSize(LONG width, LONG height) {
+    host::SetScreenSize({width, height});
+    return true;
+}
+
+void RestartDevice() {
+    host::StopDevice();
+    Start();
+}
+
+std::vector<std::string> TakeReports() { return std::exchange(g_reports, {}); }
+
+}  // namespace test
+
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
+    // Owned by the framework from here on.
+    testing::UnitTest::GetInstance()->listeners().Append(new test::DeviceForEachTest);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+// Runs modal windows for tests: what the person at the device does comes in steps, one whenever no message
+// waits.
+#pragma once
+
+#include <host_control.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "control.h"
+#include "dialog.h"
+
+namespace test {
+
+struct Command {
+    int id;
+    int code;
+    bool operator==(const Command&) const = default;
+};
+
+class Dialogs : public testing::Test {
+public:
+    std::function<bool(UINT, WPARAM, LPARAM, INT_PTR&)> onMessage;  // of the dialog; true: handled
+    std::vector<Command> commands;
+    HWND dialog = nullptr;
+
+protected:
+    using Step = std::function<void()>;
+
+    void SetUp() override {
+        current = this;
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+        windowClass.lpszClassName = TEXT("Application");
+        ASSERT_NE(RegisterClassW(&windowClass), 0);
+        m_owner = CreateWindowExW(0, TEXT("Application"), nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 240, 320,
+                                  nullptr, nullptr, nullptr, nullptr);
+        m_edit = CreateWindowExW(0, TEXT("Application"), nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 240, 100,
+                                 m_owner, nullptr, nullptr, nullptr);
+        SetFocus(m_edit);
+    }
+
+    void TearDown() override {
+        host::SetIdleHandler(nullptr);
+        if (IsWindow(m_owner)) DestroyWindow(m_owner);
+        current = nullptr;
+    }
+
+    // Controls lie below one another in this order, 200 x 24 pixels each at x 20, from y 30 on, 30 apart.
+    void Add(const WCHAR* className, int id, DWORD style, const WCHAR* text = TEXT(""), int height = 24) {
+        host::ControlTemplate control;
+        control.style = WS_CHILD | WS_VISIBLE | style;
+        control.place = {20, 30 + 30 * static_cast<int>(m_layout.controls.size()), 200, height};
+        control.id = static_cast<WORD>(id);
+        control.className = className;
+        control.text = text;
+        m_layout.controls.push_back(control);
+    }
+
+    // Runs the dialog over the whole screen; it answers IDOK and IDCANCEL by ending. When the steps are used
+    // up its loop is told to quit.
+    INT_PTR Run(std::vector<Step> steps = {}) {
+        m_layout.place = {0, 0, 240, 320};
+        m_layout.style = WS_POPUP;
+        Follow(std::move(steps));
+        return host::RunModal({m_layout, nullptr, m_owner, nullptr, HandleMessage, 42});
+    }
+
+    static void Follow(std::vector<Step> steps) {
+        std::size_t next = 0;
+        host::SetIdleHandler([steps = std::move(steps), next]() mutable {
+            if (next == steps.size()) return false;
+            steps[next++]();
+            return true;
+        });
+    }
+
+    HWND Item(int id) const { return GetDlgItem(host::TopmostModalWindow(), id); }
+    int FocusedId() const { return GetDlgCtrlID(GetFocus()); }
+    std::vector<Command> TakeCommands() { return std::exchange(commands, {}); }
+
+    static void Key(UINT virtualKey) {
+        host::PostKey(virtualKey, true);
+        host::PostKey(virtualKey, false);
+    }
+
+    // The pen goes down and up in a window's middle, or at a point of it.
+    static void Tap(HWND window) {
+        RECT client{};
+        GetClientRect(window, &client);
+        Tap(window, {client.right / 2, client.bottom / 2});
+    }
+    static void Tap(HWND window, POINT point) {
+        Pen(host::Pen::Down, window, point);
+        Pen(host::Pen::Up, window, point);
+    }
+    static void Pen(host::Pen event, HWND window, POINT point) {
+        ClientToScreen(window, &point);
+        host::PostPen(event, point);
+    }
+
+    host::DialogTemplate m_layout;
+    HWND m_owner = nullptr;
+    HWND m_edit = nullptr;  // has the focus before and after
+
+private:
+    static INT_PTR CALLBACK HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        Dialogs& test = *current;
+        if (message == WM_NCDESTROY) test.dialog = nullptr;
+        if (message == WM_INITDIALOG) test.dialog = window;
+        if (message == WM_COMMAND) test.commands.push_back({LOWORD(wParam), HIWORD(wParam)});
+        INT_PTR result = TRUE;
+        if (test.onMessage && test.onMessage(message, wParam, lParam, result)) return result;
+        if (message == WM_INITDIALOG) return TRUE;
+        if (message != WM_COMMAND || LOWORD(wParam) > IDCANCEL) return FALSE;
+        return EndDialog(window, LOWORD(wParam));
+    }
+
+    inline static Dialogs* current = nullptr;
+};
+
+}  // namespace test

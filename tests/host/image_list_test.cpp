@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include <commctrl.h>
+#include <host_control.h>
+
+#include <test_support.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr COLORREF kMask = RGB(0xC0, 0, 0);
+
+HIMAGELIST CreateList() { return ImageList_Create(2, 2, ILC_MASK, 1, 1); }
+
+TEST(ImageLists, PicturesHaveAlpha) {
+    const HIMAGELIST list = CreateList();
+    // One row for images of two: what is missing is transparent.
+    const DWORD row[] = {0x00C00000, 0x00123456};
+    const HBITMAP bitmap = CreateBitmap(2, 1, 1, 32, row);
+    EXPECT_EQ(ImageList_AddMasked(list, bitmap, kMask), 0);
+    DeleteObject(bitmap);
+    const host::Picture picture = host::PictureOf(list, 0);
+    EXPECT_EQ(picture.width, 2);
+    EXPECT_EQ(picture.height, 2);
+    EXPECT_EQ(picture.pixels, (std::vector<DWORD>{0, 0xFF123456, 0, 0}));
+    EXPECT_EQ(host::PictureOf(list, 1).width, 0);
+    EXPECT_EQ(host::PictureOf(list, -1).width, 0);
+    EXPECT_EQ(host::PictureOf(nullptr, 0).width, 0);
+}
+
+TEST(ImageLists, OnlyTheListCountsAsAHandle) {
+    const HIMAGELIST list = CreateList();
+    const HBITMAP bitmap = CreateBitmap(4, 2, 1, 32, nullptr);
+    ImageList_AddMasked(list, bitmap, kMask);
+    DeleteObject(bitmap);
+    EXPECT_EQ(host::CountHandles().lists, 1);
+    EXPECT_EQ(host::CountHandles().bitmaps, 0);
+    EXPECT_TRUE(ImageList_Destroy(list));
+    EXPECT_EQ(host::CountHandles().lists, 0);
+}
+
+TEST(ImageLists, RefuseWhatIsNoList) {
+    const HIMAGELIST stale = CreateList();
+    ImageList_Destroy(stale);
+    const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
+    for (const HIMAGELIST bad : {stale, HIMAGELIST{nullptr}, reinterpret_cast<HIMAGELIST>(bitmap)}) {
+        int side = 0;
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_EQ(ImageList_AddMasked(bad, bitmap, kMask), -1);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+        EXPECT_EQ(ImageList_GetImageCount(bad), 0);
+        EXPECT_FALSE(ImageList_GetIconSize(bad, &side, &side));
+        EXPECT_FALSE(ImageList_Draw(bad, 0, nullptr, 0, 0, ILD_NORMAL));
+        EXPECT_FALSE(ImageList_Destroy(bad));
+    }
+    DeleteObject(bitmap);
+}
+
+TEST(ImageLists, RefuseBitmapsThatGiveNoImage) {
+    const HIMAGELIST list = CreateList();
+    EXPECT_EQ(ImageList_AddMasked(list, nullptr, kMask), -1);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+    const HBITMAP narrow = CreateBitmap(1, 2, 1, 32, nullptr);
+    EXPECT_EQ(ImageList_AddMasked(list, narrow, kMask), -1);
+    const HBITMAP held = CreateBitmap(2, 2, 1, 32, nullptr);
+    const HDC dc = CreateCompatibleDC(nullptr);
+    SelectObject(dc, held);
+    EXPECT_EQ(ImageList_AddMasked(list, held, kMask), -1);
+    DeleteDC(dc);
+    EXPECT_EQ(ImageList_AddMasked(list, held, kMask), 0);
+    EXPECT_FALSE(ImageList_Draw(list, 0, dc, 0, 0, ILD_NORMAL));
+    EXPECT_FALSE(ImageList_Draw(list, 1, dc, 0, 0, ILD_NORMAL));
+    DeleteObject(narrow);
+    DeleteObject(held);
+    for (const SIZE size : {SIZE{0, 2}, SIZE{2, -1}, SIZE{100000, 2}}) {
+        EXPECT_EQ(ImageList_Create(size.cx, size.cy, ILC_MASK, 1, 1), nullptr);
+    }
+}
+
+}  // namespace

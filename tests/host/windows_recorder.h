@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// Windows whose messages tests of the host layer watch and answer.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace test {
+
+struct Message {
+    HWND window;
+    UINT number;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+
+class RecordedWindows : public testing::Test {
+public:
+    // Sees every message before DefWindowProcW does and answers it by returning true.
+    std::function<bool(const Message&, LRESULT&)> onMessage;
+    std::vector<Message> messages;  // all but WM_ERASEBKGND, in order of arrival
+
+    // The messages of these numbers, in order; forgets everything recorded.
+    std::vector<Message> Take(std::initializer_list<int> numbers) {
+        std::vector<Message> wanted;
+        for (const Message& message : messages) {
+            for (const int number : numbers) {
+                if (message.number == static_cast<UINT>(number)) wanted.push_back(message);
+            }
+        }
+        messages.clear();
+        return wanted;
+    }
+
+    // Of class "Plain", or "Taps" with CS_DBLCLKS. Coordinates as for CreateWindowExW.
+    HWND Create(RECT place, HWND parent = nullptr, LPCWSTR name = TEXT("Plain"), DWORD style = WS_VISIBLE,
+                DWORD extendedStyle = 0) {
+        return CreateWindowExW(extendedStyle, name, nullptr, style | (parent ? WS_CHILD : WS_POPUP),
+                               place.left, place.top, place.right - place.left, place.bottom - place.top,
+                               parent, nullptr, nullptr, nullptr);
+    }
+
+protected:
+    void SetUp() override {
+        current = this;
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = Record;
+        windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+        windowClass.lpszClassName = TEXT("Plain");
+        ASSERT_NE(RegisterClassW(&windowClass), 0);
+        windowClass.style = CS_DBLCLKS;
+        windowClass.lpszClassName = TEXT("Taps");
+        ASSERT_NE(RegisterClassW(&windowClass), 0);
+        m_desktop = Create({0, 0, 240, 320});
+    }
+
+    void TearDown() override {
+        onMessage = nullptr;
+        if (IsWindow(m_desktop)) DestroyWindow(m_desktop);
+        for (const HWND window : m_others) {
+            if (IsWindow(window)) DestroyWindow(window);
+        }
+        current = nullptr;
+    }
+
+    // A top-level window that goes with the test.
+    HWND CreateTop(RECT place, LPCWSTR name = TEXT("Plain"), DWORD extendedStyle = 0) {
+        m_others.push_back(Create(place, nullptr, name, WS_VISIBLE, extendedStyle));
+        return m_others.back();
+    }
+
+    HWND m_desktop = nullptr;  // as large as the screen, lowest of all
+
+private:
+    static LRESULT CALLBACK Record(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
+        const Message message{window, number, wParam, lParam};
+        if (current && number != WM_ERASEBKGND) current->messages.push_back(message);
+        LRESULT result = 0;
+        if (current && current->onMessage && current->onMessage(message, result)) return result;
+        return DefWindowProcW(window, number, wParam, lParam);
+    }
+
+    inline static RecordedWindows* current = nullptr;
+    std::vector<HWND> m_others;
+};
+
+}  // namespace test

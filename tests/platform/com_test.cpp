@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include "registry_key.h"
+
+#include "server/test_server.h"
+
+#include <test_support.h>
+
+#include <objbase.h>
+#include <oleauto.h>
+
+namespace {
+
+constexpr LPCWSTR kServerKey = TEXT("CLSID\\{71D0A9C4-E26F-4D1B-935C-0A446BF217DE}\\InprocServer32");
+
+HRESULT Create(REFIID iid, void** object) {
+    return CoCreateInstance(kTestServerClass, nullptr, CLSCTX_INPROC_SERVER, iid, object);
+}
+
+DWORD IsAttached() { return TestKey(TEST_SERVER_KEY).GetNumber(TEST_SERVER_ATTACHED); }
+
+class Com : public testing::Test {
+protected:
+    void Install(LPCWSTR path) {
+        test::CopyToDevice(TEST_RESOURCES, "Windows/server.dll");
+        test::CopyToDevice(TEST_SERVER, "Windows/server.dll.so");
+        TestKey(kServerKey, HKEY_CLASSES_ROOT).SetText(TEXT(""), path);
+    }
+};
+
+TEST_F(Com, ActivatesThroughTheRegistryAndUnloadsWhatIsUnused) {
+    Install(TEXT("\\windows\\server.dll"));
+    void* object = nullptr;
+    ASSERT_EQ(Create(IID_IUnknown, &object), S_OK);
+    EXPECT_EQ(IsAttached(), 1u);
+    void* factory = nullptr;
+    ASSERT_EQ(CoGetClassObject(kTestServerClass, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, &factory),
+              S_OK);
+    static_cast<IUnknown*>(factory)->Release();
+    CoFreeUnusedLibraries();
+    EXPECT_EQ(IsAttached(), 1u) << "an object is alive";
+    static_cast<IUnknown*>(object)->Release();
+    CoFreeUnusedLibraries();
+    EXPECT_EQ(IsAttached(), 0u);
+}
+
+TEST_F(Com, TellsWhyActivationFails) {
+    void* object = this;
+    EXPECT_EQ(Create(IID_IUnknown, &object), REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(object, nullptr);
+    Install(TEXT("\\windows\\absent.dll"));
+    EXPECT_EQ(Create(IID_IUnknown, &object), CO_E_DLLNOTFOUND);
+    // A library of resources alone gives no class objects.
+    test::CopyToDevice(TEST_RESOURCES, "Windows/resources.dll");
+    TestKey(kServerKey, HKEY_CLASSES_ROOT).SetText(TEXT(""), TEXT("resources.dll"));
+    EXPECT_EQ(Create(IID_IUnknown, &object), CO_E_ERRORINDLL);
+    Install(TEXT("\\windows\\server.dll"));
+    EXPECT_EQ(Create(kTestServerClass, &object), E_NOINTERFACE);
+    EXPECT_EQ(Create(IID_IUnknown, nullptr), E_POINTER);
+}
+
+TEST_F(Com, ALibraryThatRefusesIsNotLoaded) {
+    Install(TEXT("\\windows\\server.dll"));
+    TestKey(TEST_SERVER_KEY).SetNumber(TEST_SERVER_REFUSE, 1);
+    void* object = nullptr;
+    EXPECT_EQ(Create(IID_IUnknown, &object), CO_E_DLLNOTFOUND);
+    TestKey(TEST_SERVER_KEY).SetNumber(TEST_SERVER_REFUSE, 0);
+    EXPECT_EQ(Create(IID_IUnknown, &object), S_OK);
+    static_cast<IUnknown*>(object)->Release();
+}
+
+TEST(ComIdentifiers, HaveOneForm) {
+    LPWSTR text = nullptr;
+    ASSERT_EQ(StringFromCLSID(kTestServerClass, &text), S_OK);
+    EXPECT_EQ(lstrcmpW(text, TEXT("{71D0A9C4-E26F-4D1B-935C-0A446BF217DE}")), 0);
+    CoTaskMemFree(text);
+    CLSID clsid{};
+    EXPECT_EQ(CLSIDFromString(TEXT("{71d0a9c4-E26F-4d1b-935C-0A446BF217dE}"), &clsid), S_OK);
+    EXPECT_TRUE(clsid == kTestServerClass);
+    for (const LPCWSTR bad :
+         {TEXT(""), TEXT("{71D0A9C4-E26F-4D1B-935C-0A446BF217DE"),
+          TEXT("71D0A9C4-E26F-4D1B-935C-0A446BF217DE"), TEXT("{71D0A9C4-E26F-4D1B-935C-0A446BF217DE} "),
+          TEXT("{71D0A9C4-E26F-4D1B-935C-0A446BF217DG}"), TEXT("{71D0A9C4-E26F-4D1B-935C0-A446BF217DE}")}) {
+        EXPECT_EQ(CLSIDFromString(bad, &clsid), CO_E_CLASSSTRING);
+    }
+}
+
+class TypeLibraries : public testing::Test {
+protected:
+    static constexpr LPCWSTR kVersionKey = TEXT("TypeLib\\{0B6F6E52-3D0C-4C55-8B57-9B7A3F0E21D4}\\3.12");
+
+    static WideString Entry(LPCWSTR subkey) {
+        return TestKey((WideString(kVersionKey) + subkey).c_str(), HKEY_CLASSES_ROOT).GetText(TEXT(""));
+    }
+
+    // Not every SDK declares the texts of RegisterTypeLib as constant.
+    static void ExpectRegisters(WideString path) {
+        ITypeLib* library = nullptr;
+        ASSERT_EQ(LoadTypeLib(path.c_str(), &library), S_OK);
+        WideString help = TEXT("\\help\\");
+        EXPECT_EQ(RegisterTypeLib(library, path.data(), help.data()), S_OK);
+        library->Release();
+        EXPECT_EQ(Entry(TEXT("")), TEXT("Test 3.18 Type Library"));
+        EXPECT_EQ(Entry(TEXT("\\409\\win32")), path);
+        EXPECT_EQ(Entry(TEXT("\\FLAGS")), TEXT("0"));
+        EXPECT_EQ(Entry(TEXT("\\HELPDIR")), TEXT("\\help\\"));
+    }
+};
+
+TEST_F(TypeLibraries, AreRegisteredFromAFileOfTheirOwnOrALibrary) {
+    test::CopyToDevice(TEST_TYPE_LIBRARY, "Windows/test.tlb");
+    test::CopyToDevice(TEST_RESOURCES, "Windows/test.dll");
+    ExpectRegisters(TEXT("\\windows\\test.tlb"));
+    ExpectRegisters(TEXT("\\windows\\test.dll"));
+}
+
+TEST_F(TypeLibraries, ThatAreCutOffAreRefused) {
+    test::CopyToDevice(TEST_TYPE_LIBRARY, "Windows/test.tlb");
+    const std::string whole = test::ReadDeviceFile("Windows/test.tlb");
+    ITypeLib* library = nullptr;
+    EXPECT_EQ(LoadTypeLib(TEXT("\\windows\\absent.tlb"), &library), TYPE_E_CANTLOADLIBRARY);
+    for (const std::size_t size : {std::size_t{0}, std::size_t{3}, std::size_t{0x53}, std::size_t{0x100}}) {
+        test::WriteDeviceFile("Windows/test.tlb", whole.substr(0, size));
+        EXPECT_EQ(LoadTypeLib(TEXT("\\windows\\test.tlb"), &library), TYPE_E_CANTLOADLIBRARY) << size;
+        EXPECT_EQ(library, nullptr);
+    }
+}
+
+TEST(AutomationStrings, KeepTheirLengthBeforeThem) {
+    const BSTR text = SysAllocString(TEXT("key"));
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(lstrcmpW(text, TEXT("key")), 0);
+    EXPECT_EQ(reinterpret_cast<const DWORD*>(text)[-1], 6u);
+    SysFreeString(text);
+    EXPECT_EQ(SysAllocString(nullptr), nullptr);
+    SysFreeString(nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: MIT
+// What may be selected, described and deleted, and what becomes of handles that are none.
+#include <gtest/gtest.h>
+
+#include "picture.h"
+#include "skin_builder.h"
+
+namespace {
+
+using namespace test;
+
+TEST(GraphicsObjects, SelectingReturnsWhatWasSelected) {
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP first = CreateBitmap(2, 2, 1, 32, nullptr);
+    const HBITMAP second = CreateBitmap(2, 2, 1, 1, nullptr);
+    const HGDIOBJ initial = GetCurrentObject(dc, OBJ_BITMAP);
+    EXPECT_EQ(SelectObject(dc, first), initial);
+    EXPECT_EQ(SelectObject(dc, nullptr), nullptr);
+    EXPECT_EQ(SelectObject(dc, second), first);
+    EXPECT_EQ(SelectObject(dc, second), second);
+    EXPECT_EQ(GetCurrentObject(dc, OBJ_BITMAP), second);
+    const HGDIOBJ font = GetCurrentObject(dc, OBJ_FONT);
+    EXPECT_EQ(SelectObject(dc, GetStockObject(BLACK_BRUSH)), GetStockObject(WHITE_BRUSH));
+    EXPECT_EQ(GetCurrentObject(dc, OBJ_BRUSH), GetStockObject(BLACK_BRUSH));
+    EXPECT_EQ(SelectObject(dc, GetStockObject(SYSTEM_FONT)), font);
+    EXPECT_EQ(SelectObject(dc, initial), second);
+    EXPECT_TRUE(DeleteDC(dc));
+    EXPECT_TRUE(DeleteObject(first));
+    EXPECT_TRUE(DeleteObject(second));
+}
+
+TEST(GraphicsObjects, ABitmapIsInOneContextAtATime) {
+    Picture owner(CreateBitmap(2, 2, 1, 32, nullptr));
+    const HDC other = CreateCompatibleDC(owner);
+    const HGDIOBJ initial = GetCurrentObject(other, OBJ_BITMAP);
+    EXPECT_EQ(SelectObject(other, owner.Bitmap()), nullptr);
+    EXPECT_EQ(GetCurrentObject(other, OBJ_BITMAP), initial);
+    // The bitmap that contexts come with is the exception, and one pixel in size.
+    const HDC third = CreateCompatibleDC(nullptr);
+    EXPECT_EQ(GetCurrentObject(third, OBJ_BITMAP), initial);
+    BITMAP record{};
+    EXPECT_EQ(GetObjectW(initial, sizeof record, &record), static_cast<int>(sizeof record));
+    EXPECT_EQ(record.bmWidth, 1);
+    EXPECT_EQ(record.bmHeight, 1);
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_TRUE(DeleteDC(other));
+    EXPECT_TRUE(DeleteDC(third));
+}
+
+TEST(GraphicsObjects, ADeletedContextReleasesItsBitmap) {
+    const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
+    const HDC dc = CreateCompatibleDC(nullptr);
+    SelectObject(dc, bitmap);
+    EXPECT_TRUE(DeleteDC(dc));
+    EXPECT_FALSE(DeleteDC(dc));
+    Picture again(bitmap);
+    EXPECT_EQ(GetCurrentObject(again, OBJ_BITMAP), bitmap);
+}
+
+TEST(GraphicsObjects, BitmapsDescribeThemselves) {
+    const HBITMAP mono = CreateBitmap(17, 3, 1, 1, nullptr);
+    BITMAP record{};
+    ASSERT_EQ(GetObjectW(mono, sizeof record, &record), static_cast<int>(sizeof record));
+    EXPECT_EQ(record.bmWidth, 17);
+    EXPECT_EQ(record.bmHeight, 3);
+    EXPECT_EQ(record.bmWidthBytes, 4);
+    EXPECT_EQ(record.bmPlanes, 1);
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_EQ(record.bmBits, nullptr);
+    DIBSECTION section{};
+    EXPECT_EQ(GetObjectW(mono, sizeof section, &section), static_cast<int>(sizeof record));
+    EXPECT_EQ(GetObjectW(mono, sizeof record - 1, &record), 0);
+    EXPECT_TRUE(DeleteObject(mono));
+    EXPECT_EQ(GetObjectW(mono, sizeof record, &record), 0);
+
+    const HBITMAP bytes = MakeSection(24, 5, 2);
+    ASSERT_EQ(GetObjectW(bytes, sizeof section, &section), static_cast<int>(sizeof section));
+    EXPECT_EQ(section.dsBm.bmWidthBytes, 16);
+    EXPECT_EQ(section.dsBm.bmHeight, 2);
+    EXPECT_EQ(section.dsBm.bmBitsPixel, 24);
+    EXPECT_NE(section.dsBm.bmBits, nullptr);
+    EXPECT_EQ(section.dsBmih.biSizeImage, 32u);
+    EXPECT_EQ(section.dsBmih.biBitCount, 24);
+    EXPECT_EQ(GetObjectW(bytes, sizeof record, &record), static_cast<int>(sizeof record));
+    EXPECT_EQ(record.bmBits, section.dsBm.bmBits);
+    EXPECT_TRUE(DeleteObject(bytes));
+}
+
+TEST(GraphicsObjects, FontsDescribeThemselves) {
+    LOGFONTW font{};
+    ASSERT_EQ(GetObjectW(GetStockObject(SYSTEM_FONT), sizeof font, &font), static_cast<int>(sizeof font));
+    EXPECT_NE(font.lfHeight, 0);
+    font.lfWeight = FW_BOLD;
+    const HFONT bold = CreateFontIndirectW(&font);
+    LOGFONTW read{};
+    EXPECT_EQ(GetObjectW(bold, sizeof read, &read), static_cast<int>(sizeof read));
+    EXPECT_EQ(read.lfWeight, FW_BOLD);
+    EXPECT_EQ(read.lfHeight, font.lfHeight);
+    EXPECT_TRUE(DeleteObject(bold));
+    EXPECT_FALSE(DeleteObject(bold));
+}
+
+TEST(GraphicsObjects, StockObjectsOutliveTheirDeletion) {
+    EXPECT_TRUE(DeleteObject(GetStockObject(WHITE_BRUSH)));
+    EXPECT_TRUE(DeleteObject(GetStockObject(SYSTEM_FONT)));
+    DeleteObject(GetSysColorBrush(COLOR_WINDOW));
+    Picture picture(CreateBitmap(1, 1, 1, 32, nullptr));
+    const RECT all{0, 0, 1, 1};
+    EXPECT_TRUE(FillRect(picture, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))));
+    EXPECT_EQ(GetPixel(picture, 0, 0), RGB(255, 255, 255));
+    EXPECT_TRUE(FillRect(picture, &all, GetSysColorBrush(COLOR_WINDOW)));
+    EXPECT_EQ(GetPixel(picture, 0, 0), static_cast<COLORREF>(GetSysColor(COLOR_WINDOW)));
+}
+
+TEST(GraphicsObjects, HandlesOfNothingFail) {
+    Picture picture(CreateBitmap(2, 2, 1, 32, nullptr));
+    const HDC closed = CreateCompatibleDC(nullptr);
+    DeleteDC(closed);
+    const auto notAContext = reinterpret_cast<HDC>(picture.Bitmap());
+    const RECT all{0, 0, 2, 2};
+    SIZE size{};
+    for (const HDC dc : {HDC{}, closed, notAContext}) {
+        EXPECT_FALSE(BitBlt(dc, 0, 0, 2, 2, picture, 0, 0, SRCCOPY));
+        EXPECT_FALSE(BitBlt(picture, 0, 0, 2, 2, dc, 0, 0, SRCCOPY));
+        EXPECT_FALSE(MaskBlt(dc, 0, 0, 2, 2, picture, 0, 0, nullptr, 0, 0, SRCCOPY));
+        EXPECT_FALSE(FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))));
+        EXPECT_FALSE(ExtTextOutW(dc, 0, 0, 0, nullptr, TEXT("a"), 1, nullptr));
+        EXPECT_FALSE(GetTextExtentPoint32W(dc, TEXT("a"), 1, &size));
+        EXPECT_EQ(SelectObject(dc, picture.Bitmap()), nullptr);
+        EXPECT_EQ(SetTextColor(dc, 0), static_cast<COLORREF>(CLR_INVALID));
+        EXPECT_EQ(GetPixel(dc, 0, 0), static_cast<COLORREF>(CLR_INVALID));
+        EXPECT_FALSE(DeleteDC(dc));
+    }
+    EXPECT_FALSE(DeleteObject(nullptr));
+}
+
+TEST(GraphicsObjects, LoadedBitmapsOutliveTheirModule) {
+    SkinBuilder()
+        .Bitmap("PICTURE", PictureBytes(5, 3, [](int x, int y) { return RGB(10 * x, 20 * y, 200); }))
+        .Bitmap("MASK", MaskBytes(9, 2, [](int x, int y) { return (x + y) % 3 == 0; }))
+        .Bitmap("BROKEN", std::string(40, '\xFF'))
+        .Install("bitmaps.tlk");
+    const HMODULE module = LoadLibraryW(TEXT("\\windows\\bitmaps.tlk"));
+    ASSERT_NE(module, nullptr);
+    const Picture picture(LoadBitmapW(module, TEXT("picture")));
+    const Picture mask(LoadBitmapW(module, TEXT("Mask")));
+    EXPECT_EQ(LoadBitmapW(module, TEXT("absent")), nullptr);
+    EXPECT_EQ(LoadBitmapW(module, TEXT("broken")), nullptr);
+    EXPECT_TRUE(FreeLibrary(module));
+    BITMAP record{};
+    EXPECT_NE(GetObjectW(mask.Bitmap(), sizeof record, &record), 0);
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_EQ(record.bmWidth, 9);
+    EXPECT_EQ(GetPixel(picture, 4, 2), RGB(40, 40, 200));
+    EXPECT_EQ(GetPixel(picture, 0, 1), RGB(0, 20, 200));
+    EXPECT_EQ(GetPixel(mask, 8, 1), RGB(255, 255, 255));
+    EXPECT_EQ(GetPixel(mask, 7, 1), RGB(0, 0, 0));
+}
+
+TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
+    EXPECT_EQ(CreateBitmap(-1, 2, 1, 1, nullptr), nullptr);
+    EXPECT_EQ(CreateBitmap(0x7FFFFFFF, 0x7FFFFFFF, 1, 32, nullptr), nullptr);
+    EXPECT_EQ(MakeSection(24, 0, 4), nullptr);
+    EXPECT_EQ(MakeSection(24, -4, 4), nullptr);
+    EXPECT_EQ(MakeSection(24, 4, 0), nullptr);
+    EXPECT_EQ(MakeSection(23, 4, 4), nullptr);
+    EXPECT_EQ(MakeSection(32, 0x10000, static_cast<int>(0x80000000)), nullptr);
+    void* bits = &bits;
+    EXPECT_EQ(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr);
+}
+
+// --- Where the handheld differs from a desktop
+// -----------------------------------------------------------------
+
+TEST(GraphicsOfTheHandheld, WhatIsSelectedCannotBeDeleted) {
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
+    const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+    const LOGFONTW record{};
+    const HFONT font = CreateFontIndirectW(&record);
+    for (const HGDIOBJ object : {HGDIOBJ{bitmap}, HGDIOBJ{brush}, HGDIOBJ{font}}) {
+        const HGDIOBJ previous = SelectObject(dc, object);
+        EXPECT_FALSE(DeleteObject(object));
+        EXPECT_EQ(SelectObject(dc, previous), object);
+        EXPECT_TRUE(DeleteObject(object));
+    }
+    EXPECT_FALSE(DeleteObject(dc));
+    EXPECT_TRUE(DeleteDC(dc));
+}
+
+TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
+    Picture target(CreateBitmap(8, 8, 1, 32, nullptr));
+    Picture source(CreateBitmap(8, 8, 1, 32, nullptr));
+    const HBITMAP mask = CreateBitmap(4, 4, 1, 1, nullptr);
+    const auto draw = [&](int width, int height, HBITMAP with, int maskX, int maskY) {
+        SetLastError(ERROR_SUCCESS);
+        const BOOL drawn = MaskBlt(target, 0, 0, width, height, source, 0, 0, with, maskX, maskY,
+                                   MAKEROP4(WHITENESS, SRCCOPY));
+        return drawn ? static_cast<DWORD>(ERROR_SUCCESS) : GetLastError();
+    };
+    constexpr DWORD kBadParameter = ERROR_INVALID_PARAMETER;
+    EXPECT_EQ(draw(4, 4, mask, 0, 0), static_cast<DWORD>(ERROR_SUCCESS));
+    EXPECT_EQ(draw(1, 3, mask, 3, 1), static_cast<DWORD>(ERROR_SUCCESS));
+    EXPECT_EQ(draw(5, 4, mask, 0, 0), kBadParameter);
+    EXPECT_EQ(draw(4, 4, mask, 0, 1), kBadParameter);
+    EXPECT_EQ(draw(2, 2, mask, -1, 0), kBadParameter);
+    EXPECT_EQ(draw(2, 2, mask, 0x7FFFFFFF, 0), kBadParameter);
+    EXPECT_EQ(draw(2, 2, target.Bitmap(), 0, 0), kBadParameter);
+    EXPECT_EQ(draw(-2, 2, mask, 0, 0), kBadParameter);
+    EXPECT_EQ(draw(2, 0, mask, 9, 9), static_cast<DWORD>(ERROR_SUCCESS));
+    // Without a mask the background code needs no source either.
+    EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 2, nullptr, 0, 0, nullptr, 0, 0, MAKEROP4(WHITENESS, SRCCOPY)));
+    EXPECT_TRUE(DeleteObject(mask));
+    EXPECT_EQ(draw(2, 2, mask, 0, 0), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+}
+
+TEST(GraphicsOfTheHandheld, NothingComesFromOutsideTheSource) {
+    Picture target(CreateBitmap(4, 1, 1, 32, nullptr));
+    Picture source(CreateBitmap(2, 1, 1, 32, nullptr));
+    target.Fill(RGB(9, 9, 9));
+    EXPECT_TRUE(BitBlt(target, 0, 0, 4, 1, source, -1, 0, SRCCOPY));
+    EXPECT_EQ(target.Pixels(), (std::vector<COLORREF>{RGB(9, 9, 9), 0, 0, RGB(9, 9, 9)}));
+    EXPECT_TRUE(BitBlt(target, 0, 0, 4, 1, source, 0x7FFFFFFF, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(target, 0, 0), RGB(9, 9, 9));
+}
+
+TEST(GraphicsOfTheHandheld, SystemColoursAreFoundWithAndWithoutTheFlag) {
+    EXPECT_EQ(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(13));
+    EXPECT_EQ(GetSysColorBrush(COLOR_HIGHLIGHT), GetSysColorBrush(13));
+    EXPECT_EQ(GetSysColorBrush(1000), nullptr);
+    Picture picture(CreateBitmap(1, 1, 1, 32, nullptr));
+    const RECT all{0, 0, 1, 1};
+    for (const int color : {COLOR_HIGHLIGHT, 13}) {
+        picture.Fill(RGB(1, 2, 3));
+        EXPECT_TRUE(FillRect(picture, &all, reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(color) + 1)));
+        EXPECT_EQ(GetPixel(picture, 0, 0), static_cast<COLORREF>(GetSysColor(color)));
+    }
+    EXPECT_FALSE(FillRect(picture, &all, nullptr));
+}
+
+}  // namespace

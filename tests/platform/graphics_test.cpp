@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+// Bitmaps, contexts and block transfers.
+#include "picture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace test;
+
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kOrange = RGB(250, 120, 10);
+constexpr COLORREF kBlue = RGB(3, 77, 201);
+
+// --- Colours and rows
+// ---------------------------------------------------------------------------------------
+
+TEST(Graphics, ColoursSurviveEveryDepth) {
+    const COLORREF colors[] = {kBlack, kWhite, kOrange, kBlue, RGB(1, 2, 3), RGB(254, 0, 128)};
+    Picture screenFormat(CreateBitmap(6, 2, 1, 32, nullptr));
+    Picture bytes(MakeSection(24, 6, 2));
+    Picture words(MakeSection(32, 6, -2));
+    for (int x = 0; x < 6; ++x) {
+        SetPixel(screenFormat, x, 1, colors[x]);
+    }
+    ASSERT_TRUE(BitBlt(bytes, 0, 0, 6, 2, screenFormat, 0, 0, SRCCOPY));
+    ASSERT_TRUE(BitBlt(words, 0, 0, 6, 2, bytes, 0, 0, SRCCOPY));
+    ASSERT_TRUE(BitBlt(screenFormat, 0, 0, 6, 1, words, 0, 1, NOTSRCCOPY));
+    for (int x = 0; x < 6; ++x) {
+        EXPECT_EQ(GetPixel(bytes, x, 1), colors[x]);
+        EXPECT_EQ(GetPixel(words, x, 1), colors[x]);
+        EXPECT_EQ(GetPixel(screenFormat, x, 0), colors[x] ^ kWhite);
+        EXPECT_EQ(GetPixel(words, x, 0), kBlack);
+    }
+}
+
+TEST(Graphics, SectionsShowTheirMemory) {
+    Picture bytes(MakeSection(24, 3, 2));  // rows of 12 bytes, the lowest first
+    Picture words(MakeSection(32, 3, -2));
+    SetPixel(bytes, 0, 0, RGB(0x11, 0x22, 0x33));
+    SetPixel(words, 2, 1, RGB(0x11, 0x22, 0x33));
+    const BYTE* row = bytes.Bits() + 12;
+    EXPECT_EQ(row[0], 0x33);
+    EXPECT_EQ(row[1], 0x22);
+    EXPECT_EQ(row[2], 0x11);
+    EXPECT_EQ(words.Bits()[20], 0x33);
+    EXPECT_EQ(words.Bits()[22], 0x11);
+    bytes.Bits()[8] = 0xFE;
+    EXPECT_EQ(GetPixel(bytes, 2, 1), RGB(0xFE, 0, 0));
+}
+
+TEST(Graphics, MonochromeTakesTheTargetsTextAndBackgroundColours) {
+    const WORD rows[] = {0x00B0, 0x0040};  // 1011, 0100
+    Picture mono(CreateBitmap(4, 2, 1, 1, rows));
+    Picture color(CreateBitmap(4, 2, 1, 32, nullptr));
+    SetTextColor(color, kOrange);
+    SetBkColor(color, kBlue);
+    ASSERT_TRUE(BitBlt(color, 0, 0, 4, 2, mono, 0, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(color, 0, 0), kBlue);
+    EXPECT_EQ(GetPixel(color, 1, 0), kOrange);
+    EXPECT_EQ(GetPixel(color, 3, 0), kBlue);
+    EXPECT_EQ(GetPixel(color, 0, 1), kOrange);
+    EXPECT_EQ(GetPixel(color, 1, 1), kBlue);
+    EXPECT_EQ(GetPixel(mono, 0, 0), kWhite);
+    EXPECT_EQ(GetPixel(mono, 1, 0), kBlack);
+}
+
+TEST(Graphics, TheSourcesBackgroundColourBecomesWhiteInMonochrome) {
+    Picture color(CreateBitmap(3, 1, 1, 32, nullptr));
+    Picture mono(CreateBitmap(3, 1, 1, 1, nullptr));
+    SetPixel(color, 0, 0, kOrange);
+    SetPixel(color, 1, 0, kWhite);
+    SetPixel(color, 2, 0, kBlue);
+    SetBkColor(color, kBlue);
+    ASSERT_TRUE(BitBlt(mono, 0, 0, 3, 1, color, 0, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(mono, 0, 0), kBlack);
+    EXPECT_EQ(GetPixel(mono, 1, 0), kBlack);
+    EXPECT_EQ(GetPixel(mono, 2, 0), kWhite);
+}
+
+TEST(Graphics, TwoColourSectionsBringTheirTable) {
+    Picture two(MakeSection(1, 9, 1, kOrange, kBlue));
+    Picture color(CreateBitmap(9, 1, 1, 32, nullptr));
+    two.Bits()[0] = 0x40;
+    two.Bits()[1] = 0x80;
+    ASSERT_TRUE(BitBlt(color, 0, 0, 9, 1, two, 0, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(color, 0, 0), kOrange);
+    EXPECT_EQ(GetPixel(color, 1, 0), kBlue);
+    EXPECT_EQ(GetPixel(color, 8, 0), kBlue);
+    // Back again each colour finds its own bit.
+    ASSERT_TRUE(BitBlt(two, 0, 0, 2, 1, color, 7, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(two, 0, 0), kOrange);
+    EXPECT_EQ(GetPixel(two, 1, 0), kBlue);
+}
+
+// --- Raster codes
+// -------------------------------------------------------------------------------------------
+
+// Any pair of codes, sizes and mask offsets, against the definition of a raster code.
+TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
+    constexpr int kWidth = 45;
+    constexpr int kHeight = 7;
+    Random random;
+    Picture target(MakeSection(32, kWidth, -kHeight));
+    Picture mask(CreateBitmap(kWidth, kHeight, 1, 1, nullptr));
+    Picture sources[] = {Picture(CreateBitmap(kWidth, kHeight, 1, 32, nullptr)),
+                         Picture(MakeSection(24, kWidth, kHeight)),
+                         Picture(MakeSection(32, kWidth, -kHeight))};
+    for (Picture& source : sources) {
+        source.Scatter(random);
+    }
+    mask.Scatter(random);
+    const std::vector<COLORREF> maskPixels = mask.Pixels();
+    for (int round = 0; round < 300; ++round) {
+        target.Scatter(random);
+        const COLORREF pattern = random.Color();
+        const HBRUSH brush = CreateSolidBrush(pattern);
+        const HGDIOBJ oldBrush = SelectObject(target, brush);
+        Picture& source = sources[random.Below(3)];
+        // Every third pair is one that keyboards draw with.
+        const DWORD common[] = {0x00CC0000, 0xFF330000, 0xCC330000};
+        const DWORD rop =
+            round % 3 ? static_cast<DWORD>(random.Below(0x10000)) << 16 : common[random.Below(3)];
+        const int width = random.Below(kWidth) + 1, height = random.Below(kHeight) + 1;
+        const auto at = [&](int size, int room) { return random.Below(room - size + 1); };
+        const POINT to{at(width, kWidth), at(height, kHeight)}, from{at(width, kWidth), at(height, kHeight)};
+        const POINT maskAt{at(width, kWidth), at(height, kHeight)};
+        std::vector<COLORREF> expected = target.Pixels();
+        const std::vector<COLORREF> sourcePixels = source.Pixels();
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const auto index = [&](const POINT& p) {
+                    return static_cast<std::size_t>((p.y + y) * kWidth + p.x + x);
+                };
+                const BYTE code = static_cast<BYTE>(maskPixels[index(maskAt)] ? rop >> 16 : rop >> 24);
+                expected[index(to)] = Combine(code, pattern, sourcePixels[index(from)], expected[index(to)]);
+            }
+        }
+        ASSERT_TRUE(MaskBlt(target, to.x, to.y, width, height, source, from.x, from.y, mask.Bitmap(),
+                            maskAt.x, maskAt.y, rop));
+        ASSERT_EQ(target.Pixels(), expected)
+            << std::hex << rop << std::dec << " width " << width << " mask at " << maskAt.x;
+        SelectObject(target, oldBrush);
+        DeleteObject(brush);
+    }
+}
+
+TEST(Graphics, BitBltFollowsEveryCodeAtEveryDepth) {
+    constexpr int kWidth = 19;
+    Random random;
+    Picture targets[] = {Picture(MakeSection(32, kWidth, 2)), Picture(MakeSection(24, kWidth, 2)),
+                         Picture(CreateBitmap(kWidth, 2, 1, 1, nullptr))};
+    Picture monoSource(CreateBitmap(kWidth, 2, 1, 1, nullptr));
+    Picture colorSource(MakeSection(24, kWidth, -2));
+    monoSource.Scatter(random);
+    colorSource.Scatter(random);
+    for (Picture& target : targets) {
+        const bool isMono = &target == &targets[2];
+        Picture& source = isMono ? monoSource : colorSource;
+        for (DWORD code = 0; code < 256; ++code) {
+            target.Scatter(random);
+            SelectObject(target, GetStockObject(code % 2 ? WHITE_BRUSH : BLACK_BRUSH));
+            const COLORREF pattern = code % 2 ? kWhite : kBlack;
+            std::vector<COLORREF> expected = target.Pixels();
+            const std::vector<COLORREF> sourcePixels = source.Pixels();
+            for (std::size_t i = 0; i < expected.size(); ++i) {
+                expected[i] = Combine(static_cast<BYTE>(code), pattern, sourcePixels[i], expected[i]);
+            }
+            ASSERT_TRUE(BitBlt(target, 0, 0, kWidth, 2, source, 0, 0, code << 16));
+            ASSERT_EQ(target.Pixels(), expected) << std::hex << code;
+        }
+    }
+}
+
+TEST(Graphics, ASetMaskBitTakesTheForeground) {
+    const WORD bits = 0x0080;
+    Picture target(CreateBitmap(2, 1, 1, 32, nullptr));
+    Picture source(CreateBitmap(2, 1, 1, 32, nullptr));
+    SetPixel(source, 0, 0, kOrange);
+    SetPixel(source, 1, 0, kOrange);
+    const HBITMAP mask = CreateBitmap(2, 1, 1, 1, &bits);
+    EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, source, 0, 0, mask, 0, 0, MAKEROP4(SRCCOPY, WHITENESS)));
+    EXPECT_EQ(GetPixel(target, 0, 0), kOrange);
+    EXPECT_EQ(GetPixel(target, 1, 0), kWhite);
+    EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, nullptr, 0, 0, mask, 0, 0, MAKEROP4(WHITENESS, BLACKNESS)));
+    EXPECT_EQ(GetPixel(target, 0, 0), kWhite);
+    EXPECT_EQ(GetPixel(target, 1, 0), kBlack);
+    // Without a mask the foreground code alone counts.
+    EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, source, 0, 0, nullptr, 0, 0, MAKEROP4(SRCCOPY, WHITENESS)));
+    EXPECT_EQ(GetPixel(target, 1, 0), kOrange);
+    EXPECT_TRUE(DeleteObject(mask));
+}
+
+TEST(Graphics, ABitmapCanBeCopiedOntoItself) {
+    constexpr int kSide = 23;
+    const POINT shifts[] = {{3, 0}, {-3, 0}, {0, 2}, {0, -2}, {1, 1}, {-5, 4}, {7, -1}};
+    Random random;
+    for (const int bits : {1, 24, 32}) {
+        Picture picture(bits == 24 ? MakeSection(24, kSide, kSide)
+                                   : CreateBitmap(kSide, kSide, 1, static_cast<UINT>(bits), nullptr));
+        for (const POINT& shift : shifts) {
+            picture.Scatter(random);
+            const std::vector<COLORREF> before = picture.Pixels();
+            ASSERT_TRUE(BitBlt(picture, 8 + shift.x, 8 + shift.y, 8, 8, picture, 8, 8, SRCCOPY));
+            for (int i = 0; i < 64; ++i) {
+                const int x = 8 + i % 8, y = 8 + i / 8;
+                ASSERT_EQ(GetPixel(picture, x + shift.x, y + shift.y),
+                          before[static_cast<std::size_t>(y * kSide + x)]);
+            }
+        }
+    }
+}
+
+TEST(Graphics, NothingIsDrawnOutsideTheTarget) {
+    Picture target(CreateBitmap(4, 4, 1, 32, nullptr));
+    Picture source(CreateBitmap(4, 4, 1, 32, nullptr));
+    source.Fill(kOrange);
+    EXPECT_TRUE(BitBlt(target, -2, 3, 4, 4, source, 0, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(target, 0, 3), kOrange);
+    EXPECT_EQ(GetPixel(target, 1, 3), kOrange);
+    EXPECT_EQ(GetPixel(target, 2, 3), kBlack);
+    EXPECT_EQ(GetPixel(target, 0, 2), kBlack);
+    EXPECT_TRUE(BitBlt(target, 4, 0, 4, 4, source, 0, 0, SRCCOPY));
+    EXPECT_TRUE(BitBlt(target, 0, -2000000000, 4, 4, source, 0, 0, SRCCOPY));
+    EXPECT_TRUE(BitBlt(target, 0, 0, 0, 4, source, 0, 0, SRCCOPY));
+    EXPECT_EQ(GetPixel(target, 0, 0), kBlack);
+    EXPECT_EQ(GetPixel(target, 4, 0), static_cast<COLORREF>(CLR_INVALID));
+    EXPECT_EQ(SetPixel(target, 0, -1, kOrange), static_cast<COLORREF>(CLR_INVALID));
+}
+
+TEST(Graphics, FilledRectanglesExcludeTheirRightAndBottomEdges) {
+    Picture picture(CreateBitmap(6, 6, 1, 32, nullptr));
+    const HBRUSH brush = CreateSolidBrush(kOrange);
+    const RECT middle{1, 2, 4, 5};
+    const RECT corner{5, 5, 99, 99};
+    EXPECT_TRUE(FillRect(picture, &middle, brush));
+    EXPECT_TRUE(FillRect(picture, &corner, GetSysColorBrush(COLOR_HIGHLIGHT)));
+    EXPECT_TRUE(DeleteObject(brush));
+    EXPECT_EQ(GetPixel(picture, 1, 2), kOrange);
+    EXPECT_EQ(GetPixel(picture, 3, 4), kOrange);
+    EXPECT_EQ(GetPixel(picture, 4, 4), kBlack);
+    EXPECT_EQ(GetPixel(picture, 3, 5), kBlack);
+    EXPECT_EQ(GetPixel(picture, 5, 5), static_cast<COLORREF>(GetSysColor(COLOR_HIGHLIGHT)));
+}
+
+}  // namespace

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// Where text puts its ink, whatever the font looks like.
+#include <gtest/gtest.h>
+
+#include "picture.h"
+
+namespace {
+
+using namespace test;
+
+constexpr COLORREF kPaper = RGB(255, 255, 255);
+constexpr COLORREF kGreen = RGB(0, 200, 0);
+
+class GraphicsText : public testing::Test {
+protected:
+    void SetUp() override { Clear(); }
+    void Clear() { m_page.Fill(kPaper); }
+
+    SIZE Extent(LPCWSTR text) {
+        SIZE size{};
+        EXPECT_TRUE(GetTextExtentPoint32W(m_page, text, lstrlenW(text), &size));
+        return size;
+    }
+
+    // The ink of a text at (60, 30).
+    RECT InkOf(LPCWSTR text, UINT align) {
+        Clear();
+        SetTextAlign(m_page, align);
+        EXPECT_TRUE(
+            ExtTextOutW(m_page, 60, 30, 0, nullptr, text, static_cast<UINT>(lstrlenW(text)), nullptr));
+        SetTextAlign(m_page, TA_LEFT | TA_TOP);
+        return m_page.InkOn(kPaper);
+    }
+
+    RECT InkOfDrawText(LPCWSTR text, RECT rectangle, UINT format) {
+        Clear();
+        EXPECT_GT(DrawTextW(m_page, text, -1, &rectangle, format), 0);
+        return m_page.InkOn(kPaper);
+    }
+
+    Picture m_page{CreateBitmap(120, 80, 1, 32, nullptr)};
+};
+
+TEST_F(GraphicsText, ExtentsAddUp) {
+    const SIZE letter = Extent(TEXT("H"));
+    EXPECT_GT(letter.cx, 0);
+    EXPECT_GT(letter.cy, letter.cx / 2);
+    EXPECT_EQ(Extent(TEXT("HHHH")).cx, 4 * letter.cx);
+    EXPECT_EQ(Extent(TEXT("HHHH")).cy, letter.cy);
+    SIZE size{};
+    EXPECT_TRUE(GetTextExtentPoint32W(m_page, TEXT("HHHH"), 0, &size));
+    EXPECT_EQ(size.cx, 0);
+}
+
+TEST_F(GraphicsText, AlignmentMovesTheCellAroundThePoint) {
+    const LPCWSTR text = TEXT("HHH");
+    const SIZE cell = Extent(text);
+    const RECT left = InkOf(text, TA_LEFT | TA_TOP);
+    EXPECT_GE(left.left, 60);
+    EXPECT_LE(left.right, 60 + cell.cx);
+    EXPECT_GE(left.top, 30);
+    EXPECT_LE(left.bottom, 30 + cell.cy);
+    const RECT right = InkOf(text, TA_RIGHT | TA_BOTTOM);
+    EXPECT_EQ(right.left, left.left - cell.cx);
+    EXPECT_EQ(right.top, left.top - cell.cy);
+    const RECT centred = InkOf(text, TA_CENTER | TA_BASELINE);
+    EXPECT_EQ(centred.left, left.left - cell.cx / 2);
+    EXPECT_EQ(centred.bottom, 30);  // capitals stand on the baseline
+    EXPECT_EQ(centred.bottom - centred.top, left.bottom - left.top);
+}
+
+TEST_F(GraphicsText, ClippedTextStaysInside) {
+    const RECT clip{63, 32, 70, 37};
+    ExtTextOutW(m_page, 60, 30, ETO_CLIPPED, &clip, TEXT("HHHHH"), 5, nullptr);
+    const RECT ink = m_page.InkOn(kPaper);
+    EXPECT_LT(ink.left, ink.right);
+    EXPECT_GE(ink.left, clip.left);
+    EXPECT_GE(ink.top, clip.top);
+    EXPECT_LE(ink.right, clip.right);
+    EXPECT_LE(ink.bottom, clip.bottom);
+    // The rectangle alone does not clip.
+    ExtTextOutW(m_page, 60, 30, 0, &clip, TEXT("HHHHH"), 5, nullptr);
+    EXPECT_GT(m_page.InkOn(kPaper).right, clip.right);
+}
+
+TEST_F(GraphicsText, OpaqueTextFillsItsCell) {
+    SetBkColor(m_page, kGreen);
+    const SIZE cell = Extent(TEXT("HH"));
+    const RECT opaque = InkOf(TEXT("HH"), TA_LEFT | TA_TOP);
+    EXPECT_EQ(opaque.left, 60);
+    EXPECT_EQ(opaque.top, 30);
+    EXPECT_EQ(opaque.right, 60 + cell.cx);
+    EXPECT_EQ(opaque.bottom, 30 + cell.cy);
+    EXPECT_EQ(SetBkMode(m_page, TRANSPARENT), OPAQUE);
+    EXPECT_LT(InkOf(TEXT("HH"), TA_LEFT | TA_TOP).bottom, opaque.bottom);
+    Clear();
+    const RECT area{5, 6, 9, 12};
+    EXPECT_TRUE(ExtTextOutW(m_page, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr));
+    const RECT filled = m_page.InkOn(kPaper);
+    EXPECT_TRUE(EqualRect(&filled, &area));
+}
+
+TEST_F(GraphicsText, SpacingSetsTheAdvances) {
+    SetBkMode(m_page, TRANSPARENT);
+    const RECT letter = InkOf(TEXT("H"), TA_LEFT | TA_TOP);
+    Clear();
+    const INT spacing[] = {30, 0};
+    EXPECT_TRUE(ExtTextOutW(m_page, 60, 30, 0, nullptr, TEXT("HH"), 2, spacing));
+    const RECT ink = m_page.InkOn(kPaper);
+    EXPECT_EQ(ink.left, letter.left);
+    EXPECT_EQ(ink.right, letter.right + 30);
+}
+
+TEST_F(GraphicsText, DrawTextPlacesLines) {
+    SetBkMode(m_page, TRANSPARENT);
+    const RECT area{10, 10, 110, 70};
+    const SIZE cell = Extent(TEXT("HHH"));
+    const RECT left = InkOfDrawText(TEXT("HHH"), area, DT_LEFT);
+    const RECT right = InkOfDrawText(TEXT("HHH"), area, DT_RIGHT);
+    const RECT centre = InkOfDrawText(TEXT("HHH"), area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    EXPECT_EQ(right.left - left.left, 100 - cell.cx);
+    EXPECT_NEAR(centre.left - left.left, (100 - cell.cx) / 2, 1);
+    EXPECT_NEAR(centre.top - left.top, (60 - cell.cy) / 2, 1);
+    // Vertical centring needs a single line.
+    EXPECT_EQ(InkOfDrawText(TEXT("HHH"), area, DT_VCENTER).top, left.top);
+    const RECT lines = InkOfDrawText(TEXT("H\r\n\nHHH"), area, DT_LEFT);
+    EXPECT_EQ(lines.top, left.top);
+    EXPECT_EQ(lines.bottom, left.bottom + 2 * cell.cy);
+    EXPECT_EQ(lines.right, left.right);
+}
+
+TEST_F(GraphicsText, DrawTextClipsUnlessTold) {
+    SetBkMode(m_page, TRANSPARENT);
+    const RECT narrow{10, 10, 14, 13};
+    const RECT clipped = InkOfDrawText(TEXT("HHH"), narrow, DT_LEFT);
+    EXPECT_LE(clipped.right, narrow.right);
+    EXPECT_LE(clipped.bottom, narrow.bottom);
+    const RECT free = InkOfDrawText(TEXT("HHH"), narrow, DT_LEFT | DT_NOCLIP);
+    EXPECT_GT(free.right, narrow.right);
+    EXPECT_GT(free.bottom, narrow.bottom);
+}
+
+TEST_F(GraphicsText, CalculatedRectanglesHoldTheText) {
+    const SIZE cell = Extent(TEXT("HHH"));
+    RECT rectangle{10, 20, 11, 21};
+    EXPECT_EQ(DrawTextW(m_page, TEXT("H\nHHH"), -1, &rectangle, DT_CALCRECT), 2 * cell.cy);
+    const RECT expected{10, 20, 10 + cell.cx, 20 + 2 * cell.cy};
+    EXPECT_TRUE(EqualRect(&rectangle, &expected));
+    const RECT ink = m_page.InkOn(kPaper);
+    EXPECT_GT(ink.left, ink.right) << "nothing is drawn";
+}
+
+TEST_F(GraphicsText, FontsDifferInSizeAndWeight) {
+    LOGFONTW record{};
+    record.lfHeight = -12;
+    record.lfWeight = FW_NORMAL;
+    const HFONT normal = CreateFontIndirectW(&record);
+    record.lfWeight = FW_BOLD;
+    const HFONT bold = CreateFontIndirectW(&record);
+    record.lfHeight = 24;
+    const HFONT cell = CreateFontIndirectW(&record);
+    const HGDIOBJ initial = SelectObject(m_page, normal);
+    const SIZE normalSize = Extent(TEXT("Keyboard"));
+    SelectObject(m_page, bold);
+    EXPECT_GT(Extent(TEXT("Keyboard")).cx, normalSize.cx);
+    SelectObject(m_page, cell);
+    EXPECT_NEAR(Extent(TEXT("Keyboard")).cy, 24, 1);
+    SelectObject(m_page, initial);
+    for (const HFONT font : {normal, bold, cell}) {
+        EXPECT_TRUE(DeleteObject(font));
+    }
+}
+
+TEST_F(GraphicsText, TextReachesMonochromeBitmaps) {
+    Picture mono(CreateBitmap(40, 20, 1, 1, nullptr));
+    mono.Fill(kPaper);
+    EXPECT_TRUE(ExtTextOutW(mono, 2, 2, 0, nullptr, TEXT("HH"), 2, nullptr));
+    const RECT ink = mono.InkOn(kPaper);
+    EXPECT_LT(ink.left, ink.right);
+    EXPECT_GE(ink.top, 2);
+}
+
+}  // namespace

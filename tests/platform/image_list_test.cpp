@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include <commctrl.h>
+#include <windows.h>
+
+#include <test_support.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr COLORREF kRed = RGB(200, 0, 0);
+constexpr COLORREF kGreen = RGB(0, 200, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 200);
+constexpr COLORREF kPage = RGB(250, 250, 250);
+
+// A bitmap of the screen's format in a context of its own, one row high unless said otherwise.
+class Strip {
+public:
+    explicit Strip(const std::vector<COLORREF>& colors)
+        : m_bitmap(CreateBitmap(static_cast<int>(colors.size()), 1, 1, 32, nullptr)),
+          m_width(static_cast<int>(colors.size())) {
+        Select();
+        for (int x = 0; x < m_width; ++x) {
+            SetPixel(m_dc, x, 0, colors[static_cast<std::size_t>(x)]);
+        }
+    }
+    ~Strip() {
+        Release();
+        DeleteDC(m_dc);
+        DeleteObject(m_bitmap);
+    }
+    Strip(const Strip&) = delete;
+    Strip& operator=(const Strip&) = delete;
+
+    void Select() { m_original = SelectObject(m_dc, m_bitmap); }
+    void Release() { SelectObject(m_dc, m_original); }
+    HDC DC() const { return m_dc; }
+    HBITMAP Bitmap() const { return m_bitmap; }
+    std::vector<COLORREF> Colors() const {
+        std::vector<COLORREF> colors;
+        for (int x = 0; x < m_width; ++x) {
+            colors.push_back(GetPixel(m_dc, x, 0));
+        }
+        return colors;
+    }
+
+private:
+    HDC m_dc = CreateCompatibleDC(nullptr);
+    HBITMAP m_bitmap;
+    HGDIOBJ m_original = nullptr;
+    int m_width;
+};
+
+class ImageLists : public testing::Test {
+protected:
+    ~ImageLists() override { EXPECT_TRUE(ImageList_Destroy(m_list)); }
+    int Add(const std::vector<COLORREF>& colors) {
+        Strip strip(colors);
+        strip.Release();
+        return ImageList_AddMasked(m_list, strip.Bitmap(), kRed);
+    }
+
+    // Images of 2 x 1 pixels.
+    const HIMAGELIST m_list = ImageList_Create(2, 1, ILC_MASK, 1, 1);
+};
+
+TEST_F(ImageLists, TakeAnImageForEachFullWidth) {
+    EXPECT_EQ(ImageList_GetImageCount(m_list), 0);
+    EXPECT_EQ(Add({kGreen, kGreen}), 0);
+    EXPECT_EQ(Add({kGreen, kRed, kRed, kBlue, kBlue}), 1);
+    EXPECT_EQ(ImageList_GetImageCount(m_list), 3);
+    int width = 0;
+    int height = 0;
+    EXPECT_TRUE(ImageList_GetIconSize(m_list, &width, &height));
+    EXPECT_EQ(width, 2);
+    EXPECT_EQ(height, 1);
+}
+
+TEST_F(ImageLists, DrawAllButTheMaskedColor) {
+    Add({kGreen, kRed, kRed, kBlue});
+    const Strip page({kPage, kPage, kPage, kPage});
+    EXPECT_TRUE(ImageList_Draw(m_list, 1, page.DC(), 0, 0, ILD_TRANSPARENT));
+    EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), 2, 0, ILD_TRANSPARENT));
+    EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kPage, kBlue, kGreen, kPage}));
+}
+
+TEST_F(ImageLists, ImagesAreClippedAtTheTarget) {
+    Add({kGreen, kBlue});
+    const Strip page({kPage, kPage, kPage, kPage});
+    for (const int x : {-1, 3}) {
+        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), x, 0, ILD_TRANSPARENT));
+    }
+    for (const POINT far : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}}) {
+        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), far.x, far.y, ILD_TRANSPARENT));
+    }
+    EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kBlue, kPage, kPage, kGreen}));
+}
+
+}  // namespace

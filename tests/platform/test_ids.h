@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+// A block holds the strings of 16 numbers: these are at both sides of a border.
+#define ID_FIRST_STRING 96
+#define ID_LAST_OF_BLOCK 111
+#define ID_FIRST_OF_BLOCK 112
+#define ID_ABSENT_STRING 100
+#define ID_NUMBERED 7

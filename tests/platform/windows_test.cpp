@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: MIT
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+namespace {
+
+constexpr WCHAR kClass[] = TEXT("Windows-Test");
+constexpr WCHAR kClassInCapitals[] = TEXT("WINDOWS-TEST");
+
+struct Event {
+    HWND window;
+    UINT message;
+    bool operator==(const Event&) const = default;
+};
+
+std::vector<Event> events;
+// Answers a message instead of DefWindowProcW when it is set and returns true.
+std::function<bool(HWND, UINT, LRESULT&)> answer;
+
+bool IsRecorded(UINT message) {
+    switch (message) {
+        case WM_NCCREATE:
+        case WM_CREATE:
+        case WM_MOVE:
+        case WM_SIZE:
+        case WM_SHOWWINDOW:
+        case WM_DESTROY:
+        case WM_NCDESTROY:
+        case WM_CAPTURECHANGED:
+            return true;
+    }
+    return message >= WM_USER;
+}
+
+LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (IsRecorded(message)) events.push_back({window, message});
+    LRESULT result = 0;
+    if (answer && answer(window, message, result)) return result;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+std::vector<UINT> TakeMessages() {
+    std::vector<UINT> messages;
+    for (const Event& event : events) {
+        messages.push_back(event.message);
+    }
+    events.clear();
+    return messages;
+}
+
+void ExpectEqual(const RECT& actual, const RECT& expected) {
+    EXPECT_TRUE(EqualRect(&actual, &expected))
+        << actual.left << ", " << actual.top << ", " << actual.right << ", " << actual.bottom;
+}
+
+class Windows : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_NE(Register(), 0); }
+
+    void TearDown() override {
+        answer = nullptr;
+        if (IsWindow(m_top)) DestroyWindow(m_top);
+        UnregisterClassW(kClass, nullptr);
+        events.clear();
+    }
+
+    static ATOM Register() {
+        WNDCLASSW windowClass{};
+        windowClass.style = CS_HREDRAW | CS_VREDRAW;
+        windowClass.lpfnWndProc = Record;
+        windowClass.lpszClassName = kClass;
+        return RegisterClassW(&windowClass);
+    }
+
+    static HWND Create(LPCWSTR name, DWORD style, HWND parent) {
+        return CreateWindowExW(0, name, nullptr, style, 10, 20, 100, 80, parent, nullptr, nullptr, nullptr);
+    }
+
+    HWND CreateTop(DWORD style = 0) {
+        return m_top = Create(kClass, WS_POPUP | WS_CLIPCHILDREN | style, nullptr);
+    }
+    static HWND CreateChild(HWND parent, DWORD style = 0) { return Create(kClass, WS_CHILD | style, parent); }
+
+    HWND m_top = nullptr;
+};
+
+TEST_F(Windows, ClassNamesAreUniqueWithoutRegardToCase) {
+    WNDCLASSW again{};
+    again.lpfnWndProc = Record;
+    again.lpszClassName = kClassInCapitals;
+    EXPECT_EQ(RegisterClassW(&again), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_ALREADY_EXISTS));
+
+    m_top = Create(kClassInCapitals, WS_POPUP, nullptr);
+    EXPECT_TRUE(IsWindow(m_top));
+}
+
+TEST_F(Windows, ClassInUseCannotBeUnregistered) {
+    const HWND top = CreateTop();
+    EXPECT_FALSE(UnregisterClassW(kClass, nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_HAS_WINDOWS));
+
+    DestroyWindow(top);
+    EXPECT_TRUE(UnregisterClassW(kClass, nullptr));
+    EXPECT_FALSE(UnregisterClassW(kClass, nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
+
+    EXPECT_EQ(Create(kClass, WS_POPUP, nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CANNOT_FIND_WND_CLASS));
+}
+
+TEST_F(Windows, AtomNamesTheClass) {
+    ASSERT_TRUE(UnregisterClassW(kClass, nullptr));
+    const LPCWSTR atom = MAKEINTRESOURCEW(Register());
+    m_top = Create(atom, WS_POPUP, nullptr);
+    EXPECT_TRUE(IsWindow(m_top));
+}
+
+TEST_F(Windows, ChildNeedsALiveParent) {
+    EXPECT_EQ(CreateChild(nullptr), nullptr);
+    const HWND top = CreateTop();
+    DestroyWindow(top);
+    EXPECT_EQ(CreateChild(top), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
+}
+
+TEST_F(Windows, CreationSendsItsMessagesInOrder) {
+    const HWND top = CreateTop(WS_VISIBLE);
+    TakeMessages();
+    const HWND child = CreateChild(top, WS_VISIBLE);
+    EXPECT_EQ(TakeMessages(), (std::vector<UINT>{WM_NCCREATE, WM_CREATE, WM_SIZE, WM_MOVE, WM_SHOWWINDOW}));
+    EXPECT_TRUE(IsWindowVisible(child));
+    EXPECT_EQ(GetParent(child), top);
+}
+
+TEST_F(Windows, RefusedCreationLeavesNoWindow) {
+    for (const UINT refused : std::vector<UINT>{WM_NCCREATE, WM_CREATE}) {
+        HWND seen = nullptr;
+        answer = [&](HWND window, UINT message, LRESULT& result) {
+            if (message != refused) return false;
+            seen = window;
+            result = refused == WM_CREATE ? -1 : 0;
+            return true;
+        };
+        events.clear();
+        EXPECT_EQ(CreateTop(), nullptr);
+        EXPECT_NE(seen, nullptr);
+        EXPECT_FALSE(IsWindow(seen));
+        ASSERT_FALSE(events.empty());
+        EXPECT_EQ(events.back(), (Event{seen, WM_NCDESTROY}));
+    }
+}
+
+TEST_F(Windows, DestructionReachesParentFirstAndEndsWithIt) {
+    const HWND top = CreateTop();
+    const HWND child = CreateChild(top);
+    events.clear();
+    EXPECT_TRUE(DestroyWindow(top));
+    const std::vector<Event> expected{
+        {top, WM_DESTROY}, {child, WM_DESTROY}, {child, WM_NCDESTROY}, {top, WM_NCDESTROY}};
+    EXPECT_EQ(events, expected);
+    EXPECT_FALSE(IsWindow(child));
+}
+
+TEST_F(Windows, StaleHandleIsRefusedEverywhere) {
+    const HWND stale = CreateTop();
+    DestroyWindow(stale);
+    const HWND top = CreateTop();
+    ASSERT_NE(top, stale);
+    RECT rectangle;
+    POINT point{};
+    PAINTSTRUCT paint;
+    const std::vector<std::function<bool()>> calls{
+        [&] { return DestroyWindow(stale) != FALSE; },
+        [&] { return GetClientRect(stale, &rectangle) != FALSE; },
+        [&] { return GetWindowRect(stale, &rectangle) != FALSE; },
+        [&] { return ClientToScreen(stale, &point) != FALSE; },
+        [&] { return MoveWindow(stale, 0, 0, 1, 1, TRUE) != FALSE; },
+        [&] { return BringWindowToTop(stale) != FALSE; },
+        [&] { return ShowWindow(stale, SW_SHOW) != FALSE; },
+        [&] { return PostMessageW(stale, WM_USER, 0, 0) != FALSE; },
+        [&] { return InvalidateRect(stale, nullptr, TRUE) != FALSE; },
+        [&] { return BeginPaint(stale, &paint) != nullptr; },
+        [&] { return GetDC(stale) != nullptr; },
+        [&] { return GetWindowLongPtrW(stale, GWL_STYLE) != 0; },
+    };
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        SetLastError(0);
+        EXPECT_FALSE(calls[i]()) << "call " << i;
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << "call " << i;
+    }
+}
+
+TEST_F(Windows, WindowShowsOnlyWithItsAncestors) {
+    const HWND top = CreateTop();
+    const HWND child = CreateChild(top, WS_VISIBLE);
+    EXPECT_FALSE(IsWindowVisible(child));
+    EXPECT_FALSE(ShowWindow(top, SW_SHOWNOACTIVATE));
+    EXPECT_TRUE(IsWindowVisible(child));
+    EXPECT_TRUE(ShowWindow(child, SW_HIDE));
+    EXPECT_FALSE(IsWindowVisible(child));
+}
+
+TEST_F(Windows, MovingReportsOnlyWhatChanged) {
+    const HWND top = CreateTop();
+    const HWND child = CreateChild(top);
+    TakeMessages();
+    MoveWindow(child, 10, 20, 100, 80, TRUE);
+    EXPECT_EQ(TakeMessages(), std::vector<UINT>{});
+    MoveWindow(child, 5, 6, 100, 80, TRUE);
+    EXPECT_EQ(TakeMessages(), std::vector<UINT>{WM_MOVE});
+    MoveWindow(child, 5, 6, 50, 40, TRUE);
+    EXPECT_EQ(TakeMessages(), std::vector<UINT>{WM_SIZE});
+
+    RECT rectangle;
+    GetClientRect(child, &rectangle);
+    ExpectEqual(rectangle, {0, 0, 50, 40});
+    GetWindowRect(child, &rectangle);
+    ExpectEqual(rectangle, {15, 26, 65, 66});
+    POINT point{0, 0};
+    ScreenToClient(child, &point);
+    EXPECT_EQ(point.x, -15);
+    EXPECT_EQ(point.y, -26);
+}
+
+TEST_F(Windows, ProcedureAndUserDataBelongToTheWindow) {
+    const HWND top = CreateTop();
+    const HWND child = CreateChild(top);
+    const WNDPROC seven = [](HWND, UINT, WPARAM, LPARAM) -> LRESULT { return 7; };
+    EXPECT_EQ(SetWindowLongPtrW(child, GWLP_USERDATA, 42), 0);
+    SetWindowLongPtrW(child, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(seven));
+    EXPECT_EQ(SendMessageW(child, WM_USER, 0, 0), 7);
+    EXPECT_EQ(SendMessageW(top, WM_USER, 0, 0), 0);
+    EXPECT_EQ(GetWindowLongPtrW(child, GWLP_USERDATA), 42);
+    EXPECT_EQ(GetWindowLongPtrW(top, GWLP_USERDATA), 0);
+}
+
+TEST_F(Windows, CaptureTellsItsLoser) {
+    const HWND top = CreateTop(WS_VISIBLE);
+    const HWND child = CreateChild(top, WS_VISIBLE);
+    TakeMessages();
+    EXPECT_EQ(SetCapture(top), nullptr);
+    EXPECT_EQ(SetCapture(child), top);
+    EXPECT_EQ(events, (std::vector<Event>{{top, WM_CAPTURECHANGED}}));
+    EXPECT_EQ(GetCapture(), child);
+    EXPECT_TRUE(ReleaseCapture());
+    EXPECT_EQ(events.back(), (Event{child, WM_CAPTURECHANGED}));
+    EXPECT_EQ(GetCapture(), nullptr);
+
+    SetCapture(child);
+    DestroyWindow(top);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Windows, PostedMessagesComeInOrderAndQuitComesLast) {
+    const HWND top = CreateTop();
+    PostQuitMessage(3);
+    PostMessageW(top, WM_USER, 0, 0);
+    PostMessageW(top, WM_USER + 1, 0, 0);
+    MSG message;
+    ASSERT_TRUE(GetMessageW(&message, nullptr, 0, 0));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_USER));
+    ASSERT_TRUE(PeekMessageW(&message, top, WM_USER, WM_USER + 1, PM_REMOVE));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_USER + 1));
+    EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(message.wParam, 3u);
+}
+
+TEST_F(Windows, MessagesOfADestroyedWindowAreForgotten) {
+    const HWND top = CreateTop();
+    const HWND child = CreateChild(top);
+    PostMessageW(child, WM_USER, 0, 0);
+    DestroyWindow(child);
+    MSG message;
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_REMOVE));
+}
+
+class Painting : public Windows {
+protected:
+    void SetUp() override {
+        Windows::SetUp();
+        CreateTop(WS_VISIBLE);
+        UpdateWindow(m_top);
+        ASSERT_FALSE(GetUpdateRect(m_top, nullptr, FALSE));
+    }
+};
+
+TEST_F(Painting, UpdateRegionGathersAndIsClippedToTheClientArea) {
+    const RECT first{10, 10, 20, 20};
+    const RECT second{90, 30, 300, 40};
+    EXPECT_TRUE(InvalidateRect(m_top, &first, TRUE));
+    EXPECT_TRUE(InvalidateRect(m_top, &second, TRUE));
+    RECT box;
+    EXPECT_TRUE(GetUpdateRect(m_top, &box, FALSE));
+    const RECT expected{10, 10, 100, 40};
+    ExpectEqual(box, expected);
+
+    PAINTSTRUCT paint;
+    ASSERT_NE(BeginPaint(m_top, &paint), nullptr);
+    ExpectEqual(paint.rcPaint, expected);
+    EXPECT_TRUE(EndPaint(m_top, &paint));
+    EXPECT_FALSE(GetUpdateRect(m_top, &box, FALSE));
+    ExpectEqual(box, {});
+}
+
+TEST_F(Painting, BackgroundIsErasedOnceWhenAskedFor) {
+    int erased = 0;
+    LRESULT eraseResult = 1;
+    answer = [&](HWND, UINT message, LRESULT& result) {
+        if (message != WM_ERASEBKGND) return false;
+        ++erased;
+        result = eraseResult;
+        return true;
+    };
+    const auto paintOnce = [&] {
+        PAINTSTRUCT paint;
+        BeginPaint(m_top, &paint);
+        EndPaint(m_top, &paint);
+        return paint.fErase != FALSE;
+    };
+    InvalidateRect(m_top, nullptr, FALSE);
+    EXPECT_FALSE(paintOnce());
+    EXPECT_EQ(erased, 0);
+    InvalidateRect(m_top, nullptr, TRUE);
+    InvalidateRect(m_top, nullptr, FALSE);
+    EXPECT_FALSE(paintOnce());
+    EXPECT_EQ(erased, 1);
+    eraseResult = 0;
+    InvalidateRect(m_top, nullptr, TRUE);
+    EXPECT_TRUE(paintOnce());
+    EXPECT_EQ(erased, 2);
+}
+
+TEST_F(Painting, HiddenWindowsAreNotInvalidated) {
+    InvalidateRect(m_top, nullptr, TRUE);
+    ShowWindow(m_top, SW_HIDE);
+    EXPECT_FALSE(GetUpdateRect(m_top, nullptr, FALSE));
+    EXPECT_TRUE(InvalidateRect(m_top, nullptr, TRUE));
+    EXPECT_FALSE(GetUpdateRect(m_top, nullptr, FALSE));
+    ShowWindow(m_top, SW_SHOW);
+    EXPECT_TRUE(GetUpdateRect(m_top, nullptr, FALSE));
+}
+
+TEST_F(Painting, MovedChildLeavesItsOldPlaceToTheParent) {
+    const HWND child = CreateChild(m_top, WS_VISIBLE);
+    UpdateWindow(child);
+    UpdateWindow(m_top);
+    MoveWindow(child, 10, 20, 30, 60, TRUE);
+    RECT box;
+    EXPECT_TRUE(GetUpdateRect(m_top, &box, FALSE));
+    ExpectEqual(box, {40, 20, 100, 80});
+    EXPECT_TRUE(GetUpdateRect(child, &box, FALSE));
+    ExpectEqual(box, {0, 0, 30, 60});
+}
+
+}  // namespace

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+// The templates under the product: owners, objects and their creation, the module record, windows.
+#include <thread>
+#include <vector>
+
+#include "framework/com_object.h"
+#include "framework/handles.h"
+#include "framework/window.h"
+#include "server_fixture.h"
+
+namespace {
+
+// --- Owners -----------------------------------------------------------------------------------------------
+
+std::vector<int> g_released;
+
+struct NumberTraits {
+    using Handle = int;
+    static Handle Null() { return -1; }
+    static void Release(Handle number) { g_released.push_back(number); }
+};
+using NumberOwner = CHandleOwner<NumberTraits>;
+
+// --- Objects ----------------------------------------------------------------------------------------------
+
+LONG g_locksAtDestruction = 0;
+HRESULT g_constructResult = S_OK;
+
+// Takes and gives back a reference to itself while it is being made, as an object may.
+class Probe : public IUnknown, public CComObjectRootEx<CComMultiThreadModel> {
+public:
+    HRESULT FinalConstruct() {
+        AddRef();
+        Release();
+        return g_constructResult;
+    }
+    void* FindInterface(REFIID iid) { return IsEqualIID(iid, IID_IUnknown) ? static_cast<IUnknown*>(this) : nullptr; }
+
+protected:
+    ~Probe() { g_locksAtDestruction = _Module.GetLockCount(); }
+};
+
+// --- Module records ---------------------------------------------------------------------------------------
+
+std::string g_calls;
+
+HRESULT SucceedToRegister(RegistryAction) {
+    g_calls += "r";
+    return S_OK;
+}
+HRESULT FailToRegister(RegistryAction) {
+    g_calls += "f";
+    return E_UNEXPECTED;
+}
+void StartOrStop(bool starting) { g_calls += starting ? "+" : "-"; }
+HRESULT NoFactory(CreatorFunction, REFIID, void**) { return E_ACCESSDENIED; }
+
+// --- Windows ----------------------------------------------------------------------------------------------
+
+constexpr RECT kPlace{0, 0, 10, 10};
+
+// Makes another window while it is being made itself.
+class NestingWnd : public CWindowImpl<NestingWnd, CWindow, CWinTraits<WS_POPUP, 0>> {
+public:
+    ~NestingWnd() override {
+        if (m_hWnd) DestroyWindow(m_hWnd);
+    }
+    static CWndClassInfo& GetWndClassInfo() {
+        static CWndClassInfo info = {
+            {0, StartWindowProc, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, TEXT("NestingWnd")}, 0};
+        return info;
+    }
+    BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM, LPARAM, LRESULT&, DWORD) override {
+        EXPECT_EQ(window, m_hWnd) << "bound to the wrong object";
+        if (message == WM_USER) throw std::bad_alloc();
+        if (message == WM_CREATE && m_inner) m_inner->Create(nullptr, kPlace, nullptr, 0, 0);
+        return FALSE;
+    }
+
+    NestingWnd* m_inner = nullptr;
+};
+
+// Runs it on several threads at once and returns what each got.
+template <typename Function>
+auto RunOnThreads(Function function) {
+    std::vector<decltype(function())> results(8);
+    std::vector<std::thread> threads;
+    for (auto& result : results) {
+        threads.emplace_back([&result, function] { result = function(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    return results;
+}
+
+}  // namespace
+
+TEST(HandleOwner, ReleasesExactlyWhatItStopsOwning) {
+    g_released.clear();
+    {
+        NumberOwner first(1);
+        NumberOwner second(2);
+        first = std::move(second);
+        EXPECT_EQ(g_released, (std::vector<int>{1})) << "assigned over a full owner";
+        EXPECT_FALSE(second);
+        EXPECT_EQ(first.Get(), 2);
+        second = NumberOwner(3);
+        EXPECT_EQ(second.Detach(), 3);
+        *first.Receive() = 4;
+        EXPECT_EQ(g_released, (std::vector<int>{1, 2}));
+        const NumberOwner moved(std::move(first));
+        first.Reset();
+    }
+    EXPECT_EQ(g_released, (std::vector<int>{1, 2, 4}));
+}
+
+using FrameworkTest = ServerTest;
+
+TEST_F(FrameworkTest, LibraryStaysLoadedUntilTheObjectIsGone) {
+    g_constructResult = S_OK;
+    void* plain = nullptr;
+    EXPECT_EQ(CreateInstanceOf<Probe>(nullptr, IID_IUnknown, &plain), S_OK);
+    auto* outer = static_cast<IUnknown*>(plain);
+    void* aggregated = nullptr;
+    EXPECT_EQ(CreateInstanceOf<Probe>(outer, IID_IUnknown, &aggregated), S_OK);
+    EXPECT_EQ(static_cast<IUnknown*>(aggregated)->Release(), 0u);
+    EXPECT_EQ(g_locksAtDestruction, 2);
+    EXPECT_EQ(outer->Release(), 0u);
+    EXPECT_EQ(g_locksAtDestruction, 1);
+}
+
+TEST_F(FrameworkTest, ObjectThatCannotBeFinishedIsDestroyed) {
+    g_constructResult = E_UNEXPECTED;
+    g_locksAtDestruction = 0;
+    void* object = &object;
+    EXPECT_EQ(CreateInstanceOf<Probe>(nullptr, IID_IUnknown, &object), E_UNEXPECTED);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(g_locksAtDestruction, 1) << "not destroyed";
+    EXPECT_EQ(CreateInstanceOf<Probe>(nullptr, IID_IUnknown, nullptr), E_POINTER);
+}
+
+TEST_F(FrameworkTest, ModuleWalksItsClassTable) {
+    g_calls.clear();
+    const CLSID other{1, 2, 3, {}};
+    CComClassEntry classes[] = {
+        {&CLSID_KeybInput, SucceedToRegister, nullptr, nullptr, nullptr, 0, nullptr, StartOrStop},
+        {&CLSID_KeybInput, FailToRegister, NoFactory, nullptr, nullptr, 0, nullptr, StartOrStop},
+        {&other, SucceedToRegister, NoFactory, nullptr, nullptr, 0, nullptr, StartOrStop},
+        {},
+    };
+    CComModule module;
+    module.Init(m_library, classes);
+    EXPECT_EQ(module.UpdateRegistry(RegistryAction::Register), E_UNEXPECTED);
+    void* object = &object;
+    EXPECT_EQ(module.GetClassObject(CLSID_KeybInput, IID_IUnknown, &object), E_ACCESSDENIED)
+        << "the failure of the first entry that has a factory creator";
+    EXPECT_EQ(object, nullptr);
+    module.Term();
+    EXPECT_EQ(g_calls, "+++rf---");
+}
+
+TEST_F(FrameworkTest, ThreadsShareOneFactory) {
+    const auto factories = RunOnThreads([] { return GetFactory(); });
+    for (IClassFactory* factory : factories) {
+        EXPECT_EQ(factory, factories.front());
+        factory->Release();
+    }
+}
+
+TEST_F(FrameworkTest, ThreadsRegisterOneWindowClass) {
+    const auto atoms = RunOnThreads([] { return NestingWnd::GetWndClassInfo().Register(); });
+    for (const ATOM atom : atoms) {
+        EXPECT_NE(atom, 0);
+        EXPECT_EQ(atom, atoms.front());
+    }
+}
+
+TEST_F(FrameworkTest, EachWindowIsBoundToItsOwnObject) {
+    NestingWnd inner;
+    NestingWnd outer;
+    outer.m_inner = &inner;
+    const HWND window = outer.Create(nullptr, kPlace, nullptr, 0, 0);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(outer.m_hWnd, window);
+    ASSERT_NE(inner.m_hWnd, nullptr);
+    EXPECT_NE(inner.m_hWnd, window);
+    EXPECT_EQ(SendMessageW(inner.m_hWnd, WM_USER, 0, 0), 0) << "no exception leaves a window";
+}
+
+TEST_F(FrameworkTest, FailedCreationLeavesNoRecordBehind) {
+    NestingWnd failed;
+    EXPECT_EQ(failed.Create(nullptr, kPlace, nullptr, WS_CHILD, 0), nullptr) << "a child without a parent";
+    EXPECT_EQ(failed.m_hWnd, nullptr);
+    NestingWnd next;
+    ASSERT_NE(next.Create(nullptr, kPlace, nullptr, 0, 0), nullptr);
+    EXPECT_NE(next.m_hWnd, nullptr);
+    EXPECT_EQ(failed.m_hWnd, nullptr);
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// The input method as the SIP holds it: created through the class factory, with the SIP's window and callback.
+#pragma once
+
+#include "input_method/main_wnd.h"
+#include "recording_callback.h"
+#include "rectangles.h"
+#include "server_fixture.h"
+#include "test_skin.h"
+
+inline RECT WindowRect(HWND window) {
+    RECT rectangle{};
+    EXPECT_TRUE(GetWindowRect(window, &rectangle));
+    return rectangle;
+}
+
+class InputMethodTest : public ServerTest {
+protected:
+    static constexpr WCHAR kSipClass[] = TEXT("InputMethodTestSip");
+    // Neither a third nor a quarter of the screen high, and not as wide as it.
+    static constexpr RECT kSipPlace{10, 200, 210, 300};
+
+    void SetUp() override {
+        ServerTest::SetUp();
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.lpszClassName = kSipClass;
+        RegisterClassW(&windowClass);
+        MakeSipWindow();
+        m_object = CreateInputMethod();
+    }
+
+    void TearDown() override {
+        if (m_object) {
+            EXPECT_EQ(m_object->Release(), 0u);
+        }
+        DestroyWindow(m_sip);
+        UnregisterClassW(kSipClass, nullptr);
+        ServerTest::TearDown();
+    }
+
+    void MakeSipWindow() {
+        m_sip = CreateWindowExW(0, kSipClass, nullptr, WS_POPUP | WS_VISIBLE, kSipPlace.left, kSipPlace.top,
+                                kSipPlace.right - kSipPlace.left, kSipPlace.bottom - kSipPlace.top, nullptr,
+                                nullptr, nullptr, nullptr);
+        ASSERT_NE(m_sip, nullptr);
+    }
+
+    // A usable skin and a registered callback, selected.
+    void SelectWithSkin() {
+        test::TestSkin().Install("a.tlk");
+        EXPECT_EQ(m_object->RegisterCallback(&m_callback), S_OK);
+        ASSERT_EQ(m_object->Select(m_sip), S_OK);
+        ASSERT_FALSE(Keyboard().m_bNoSkin);
+    }
+
+    // The input method's window; null while there is none.
+    HWND Panel() const { return GetWindow(m_sip, GW_CHILD); }
+    // The panel's object, which the window knows.
+    CMainWnd& PanelObject() const {
+        return static_cast<CMainWnd&>(
+            *reinterpret_cast<CWindowImplBaseT<CWindow, CWinTraits<0x06080000, 0>>*>(
+                GetWindowLongPtrW(Panel(), GWLP_USERDATA)));
+    }
+    CKeyboard& Keyboard() const { return *PanelObject().m_pKbd; }
+
+    void MoveSip(LONG top, LONG height) { MoveWindow(m_sip, kSipPlace.left, top, 200, height, FALSE); }
+
+    HWND m_sip = nullptr;
+    IInputMethod2* m_object = nullptr;
+    test::RecordingCallback m_callback;
+};

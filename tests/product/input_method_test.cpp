@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: MIT
+// The input method's operations in every state of it, as the SIP may call them.
+#include "fault_sweep.h"
+#include "input_method_fixture.h"
+#include "settings/store.h"
+
+namespace {
+
+using test::Events;
+
+constexpr RECT kNoRect{};
+
+class SkinSetting {
+public:
+    SkinSetting() : m_key(SettingsAccess::Create) {}
+    void Store(const WideString& path) const { m_key.WriteString(kSkinValue, path); }
+    WideString Read() const {
+        WideString path;
+        m_key.ReadString(kSkinValue, path);
+        return path;
+    }
+
+private:
+    CSettingsKey m_key;
+};
+
+}  // namespace
+
+// --- Select and Deselect ----------------------------------------------------------------------------------
+
+TEST_F(InputMethodTest, SelectMakesThePanelAndStretchesTheSipWindow) {
+    SelectWithSkin();
+    ASSERT_NE(Panel(), nullptr);
+    EXPECT_EQ(GetParent(Panel()), m_sip);
+    EXPECT_TRUE(IsWindowVisible(Panel()));
+    EXPECT_EQ(GetWindowLongPtrW(Panel(), GWL_STYLE), static_cast<LONG_PTR>(WS_CHILD | WS_VISIBLE));
+    EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 240, 300})) << "as wide as the screen, top and height kept";
+    // The screen rectangle of the SIP window, taken as client coordinates of it.
+    EXPECT_EQ(WindowRect(Panel()), (RECT{10, 400, 210, 500}));
+    EXPECT_NE(GetFocus(), Panel());
+}
+
+TEST_F(InputMethodTest, SecondSelectChangesNothing) {
+    SelectWithSkin();
+    const HWND panel = Panel();
+    Keyboard().m_stKbStatus.m_bShift = 1;
+    MoveSip(100, 100);
+    EXPECT_EQ(m_object->Select(m_sip), S_OK);
+    EXPECT_EQ(Panel(), panel);
+    EXPECT_EQ(GetWindow(panel, GW_CHILD), nullptr);
+    EXPECT_EQ(WindowRect(m_sip), (RECT{10, 100, 210, 200}));
+    EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1) << "initialised again";
+}
+
+TEST_F(InputMethodTest, SelectWithoutASkinStillShowsThePanel) {
+    EXPECT_EQ(m_object->Select(m_sip), S_OK);
+    EXPECT_TRUE(IsWindowVisible(Panel()));
+    EXPECT_TRUE(Keyboard().m_bNoSkin);
+}
+
+TEST_F(InputMethodTest, SelectFailsWithoutASipWindowAndCanBeRepeated) {
+    EXPECT_EQ(m_object->Select(nullptr), E_FAIL);
+    DestroyWindow(m_sip);
+    EXPECT_EQ(m_object->Select(m_sip), E_FAIL);
+    MakeSipWindow();
+    EXPECT_EQ(m_object->Select(m_sip), S_OK);
+    EXPECT_TRUE(IsWindowVisible(Panel()));
+}
+
+TEST_F(InputMethodTest, FailedInitialisationLeavesAHiddenPanel) {
+    ASSERT_TRUE(test::SetScreenSize(320, 240));
+    test::TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP").Install("a.tlk");
+    EXPECT_EQ(m_object->Select(m_sip), E_FAIL);
+    const HWND panel = Panel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_FALSE(IsWindowVisible(panel));
+    EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 320, 300}));
+    EXPECT_EQ(m_object->Select(m_sip), S_OK) << "selected already, and not tried again";
+    EXPECT_EQ(Panel(), panel);
+    EXPECT_FALSE(IsWindowVisible(panel));
+    EXPECT_EQ(m_object->Showing(), S_OK);
+    EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 320, 280}));
+    EXPECT_EQ(m_object->Deselect(), S_OK);
+    EXPECT_EQ(Panel(), nullptr);
+}
+
+// Whatever the platform fails to do: no panel, a hidden one, or a visible one that works as far as it can.
+TEST_F(InputMethodTest, SelectSurvivesEveryFailureOfThePlatform) {
+    test::TestSkin().Install("a.tlk");
+    for (test::FaultSweep sweep; sweep.Next();) {
+        // The window class is registered once for each life of the library.
+        m_object->Release();
+        Detach();
+        Attach(TEXT("\\Windows\\Tolka.DLL"), "Windows/Tolka.DLL");
+        m_object = CreateInputMethod();
+        sweep.Arm();
+        const HRESULT result = m_object->Select(m_sip);
+        sweep.Disarm();
+        EXPECT_TRUE(result == E_FAIL || result == S_OK) << sweep.Describe();
+        EXPECT_EQ(Panel() && IsWindowVisible(Panel()), result == S_OK) << sweep.Describe();
+        EXPECT_EQ(m_object->Deselect(), S_OK);
+        ASSERT_EQ(m_object->Select(m_sip), S_OK) << "after " << sweep.Describe();
+        EXPECT_FALSE(Keyboard().m_bNoSkin) << "after " << sweep.Describe();
+    }
+}
+
+TEST_F(InputMethodTest, LackOfMemoryNeverThrows) {
+    test::TestSkin().Install("a.tlk");
+    for (test::AllocationSweep sweep; sweep.Next();) {
+        m_object->Release();
+        Detach();
+        Attach(TEXT("\\Windows\\Tolka.DLL"), "Windows/Tolka.DLL");
+        m_object = CreateInputMethod();
+        sweep.Arm();
+        HRESULT result = m_object->Select(m_sip);
+        if (result == S_OK) result = SendMessageW(Panel(), WM_PAINT, 0, 0) == 0 ? S_OK : E_UNEXPECTED;
+        SIPINFO info{};
+        m_object->ReceiveSipInfo(&info);
+        sweep.Disarm();
+        EXPECT_TRUE(result == E_FAIL || result == S_OK) << sweep.Describe();
+        EXPECT_EQ(m_object->Deselect(), S_OK);
+    }
+}
+
+TEST_F(InputMethodTest, DeselectDestroysThePanelAndUnloadsTheSkin) {
+    SelectWithSkin();
+    const CKeyboard& keyboard = Keyboard();
+    const HWND panel = Panel();
+    EXPECT_EQ(m_object->Deselect(), S_OK);
+    EXPECT_FALSE(IsWindow(panel));
+    EXPECT_EQ(keyboard.m_hSkinLib, nullptr);
+    EXPECT_EQ(keyboard.m_pCallback, &m_callback);
+    EXPECT_EQ(m_object->Deselect(), S_OK);
+
+    ASSERT_EQ(m_object->Select(m_sip), S_OK) << "a new selection of the same object";
+    EXPECT_TRUE(IsWindowVisible(Panel()));
+    EXPECT_NE(keyboard.m_hSkinLib, nullptr);
+}
+
+TEST_F(InputMethodTest, CallsBeforeAnySelectChangeNothing) {
+    m_object->RegisterCallback(&m_callback);
+    EXPECT_EQ(m_object->Deselect(), S_OK);
+    EXPECT_EQ(m_object->Showing(), S_OK);
+    EXPECT_EQ(m_object->Hiding(), S_OK);
+    EXPECT_EQ(WindowRect(m_sip), kSipPlace);
+    EXPECT_EQ(m_callback.events, Events{});
+}
+
+TEST_F(InputMethodTest, PanelGoesWithItsSipWindow) {
+    SelectWithSkin();
+    DestroyWindow(m_sip);
+    EXPECT_EQ(m_object->Showing(), S_OK);
+    EXPECT_EQ(m_object->Deselect(), S_OK);
+    MakeSipWindow();
+    EXPECT_EQ(m_object->Select(m_sip), S_OK) << "the panel handle was forgotten";
+    EXPECT_TRUE(IsWindowVisible(Panel()));
+}
+
+TEST_F(InputMethodTest, LastReleaseDestroysASelectedObject) {
+    SelectWithSkin();
+    const HWND panel = Panel();
+    SetCapture(panel);
+    EXPECT_EQ(m_object->Release(), 0u);
+    m_object = nullptr;
+    EXPECT_FALSE(IsWindow(panel));
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(DllCanUnloadNow(), S_OK);
+    EXPECT_EQ(m_callback.references, 0);
+    EXPECT_EQ(m_callback.events, Events{});
+}
+
+// --- Showing and Hiding -----------------------------------------------------------------------------------
+
+TEST_F(InputMethodTest, ShowingCorrectsTheHeightOfTheSipWindow) {
+    struct {
+        SIZE screen;
+        LONG height;
+        LONG corrected;  // 0: left alone
+    } const cases[] = {
+        {{240, 320}, 80, 0},    {{240, 320}, 106, 0},   {{240, 320}, 100, 80},   {{240, 320}, 81, 80},
+        {{320, 240}, 80, 0},    {{320, 240}, 60, 0},    {{320, 240}, 100, 80},   {{240, 240}, 60, 0},
+        {{240, 240}, 80, 0},    {{240, 240}, 100, 60},  {{480, 640}, 100, 160},  {{241, 323}, 80, 0},
+        {{241, 323}, 107, 0},   {{241, 323}, 81, 80},   {{321, 239}, 80, 79},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(test::SetScreenSize(c.screen.cx, c.screen.cy));
+        ASSERT_EQ(m_object->Select(m_sip), S_OK);
+        MoveSip(120, c.height);
+        EXPECT_EQ(m_object->Showing(), S_OK);
+        const RECT expected = c.corrected ? RECT{0, 120, c.screen.cx, 120 + c.corrected}
+                                          : RECT{10, 120, 210, 120 + c.height};
+        EXPECT_EQ(WindowRect(m_sip), expected)
+            << c.screen.cx << " x " << c.screen.cy << ", height " << c.height;
+        EXPECT_EQ(m_object->Deselect(), S_OK);
+    }
+}
+
+TEST_F(InputMethodTest, HidingReleasesAndShowingPressesTheLatchedModifiers) {
+    SelectWithSkin();
+    KbStatus& status = Keyboard().m_stKbStatus;
+    EXPECT_EQ(m_object->Hiding(), S_OK);
+    EXPECT_EQ(m_object->Showing(), S_OK);
+    EXPECT_EQ(m_callback.Take(), Events{});
+
+    status.m_bShift = 1;
+    status.m_bCtrl = 1;
+    m_object->Hiding();
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up", "vk 11 up"}));
+    m_object->Showing();
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 down", "vk 11 down"}));
+    EXPECT_TRUE(status.m_bShift && status.m_bCtrl);
+
+    m_object->RegisterCallback(nullptr);
+    m_object->Hiding();
+    m_object->Showing();
+    m_object->RegisterCallback(&m_callback);
+    m_object->Deselect();
+    m_object->Showing();
+    EXPECT_EQ(m_callback.Take(), Events{}) << "nobody to send to, or no panel to show";
+    m_object->Hiding();
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up", "vk 11 up"})) << "the flags outlive the selection";
+    EXPECT_EQ(m_callback.references, 0) << "the callback is borrowed";
+}
+
+// --- Information ------------------------------------------------------------------------------------------
+
+TEST_F(InputMethodTest, InfoReportsADockedPanelAndLeavesTheRectangle) {
+    IMINFO info{1, m_sip, m_sip, 5, 6, 7, {1, 2, 3, 4}};
+    EXPECT_EQ(m_object->GetInfo(&info), S_OK);
+    EXPECT_EQ(info.cbSize, 40u);
+    EXPECT_EQ(info.fdwFlags, static_cast<DWORD>(SIPF_DOCKED));
+    EXPECT_EQ(info.rcSipRect, (RECT{1, 2, 3, 4}));
+}
+
+TEST_F(InputMethodTest, NullArgumentsAreRefused) {
+    EXPECT_EQ(m_object->GetInfo(nullptr), E_POINTER);
+    EXPECT_EQ(m_object->ReceiveSipInfo(nullptr), E_POINTER);
+}
+
+TEST_F(InputMethodTest, SipInfoMovesThePanelToTheOrigin) {
+    SelectWithSkin();
+    Keyboard().m_stKbStatus.m_bShift = 1;
+    SIPINFO info{48, SIPF_ON, {0, 26, 240, 200}, {30, 240, 200, 310}, 5, nullptr};
+    const SIPINFO before = info;
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 170, 270})) << "the origin of the SIP window";
+    EXPECT_EQ(info.rcSipRect, before.rcSipRect);
+    EXPECT_EQ(info.rcVisibleDesktop, before.rcVisibleDesktop);
+    EXPECT_TRUE(info.cbSize == before.cbSize && info.fdwFlags == before.fdwFlags &&
+                info.dwImDataSize == before.dwImDataSize && info.pvImData == before.pvImData);
+    EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1) << "initialised without need";
+}
+
+TEST_F(InputMethodTest, AnotherScreenSizeInitialisesTheKeyboardAgain) {
+    SelectWithSkin();
+    for (const SIZE screen : {SIZE{320, 240}, SIZE{240, 320}, SIZE{240, 300}, SIZE{240, 240}}) {
+        ASSERT_TRUE(test::SetScreenSize(screen.cx, screen.cy));
+        Keyboard().m_stKbStatus.m_bShift = 1;
+        SIPINFO info{};
+        info.rcSipRect = {30, 100, 50, 180};
+        EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+        EXPECT_EQ(info.rcSipRect, (RECT{0, 100, screen.cx, 180}));
+        EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, screen.cx, 280}));
+        EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 0);
+        EXPECT_EQ(Keyboard().m_bPortrait, screen.cx < screen.cy);
+    }
+}
+
+TEST_F(InputMethodTest, FailedInitialisationLeavesThePanelInItsPlace) {
+    test::TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP").Install("a.tlk");
+    ASSERT_EQ(m_object->Select(m_sip), S_OK);
+    const RECT before = WindowRect(Panel());
+    ASSERT_TRUE(test::SetScreenSize(320, 240));
+    SIPINFO info{};
+    info.rcSipRect = {30, 100, 50, 180};
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), E_FAIL);
+    EXPECT_EQ(info.rcSipRect, (RECT{0, 100, 320, 180}));
+    EXPECT_EQ(WindowRect(Panel()), before);
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK) << "the size counts as tried";
+    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 320, 280}));
+}
+
+TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded) {
+    test::TestSkin().Install("a.tlk");
+    SIPINFO info{};
+    info.rcSipRect = {30, 100, 50, 180};
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(info.rcSipRect, (RECT{0, 100, 240, 180})) << "no size before the first Select";
+    EXPECT_EQ(SkinSetting().Read(), TEXT("\\windows\\a.tlk"));
+    EXPECT_EQ(Panel(), nullptr);
+
+    info.rcSipRect = {30, 100, 50, 180};
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(info.rcSipRect, (RECT{30, 100, 50, 180}));
+    ASSERT_EQ(m_object->Select(m_sip), S_OK);
+    m_object->Deselect();
+    test::TestSkin().Install("b.tlk");
+    SkinSetting().Store(TEXT("\\windows\\b.tlk"));
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(info.rcSipRect, (RECT{0, 100, 240, 180})) << "another skin";
+}
+
+TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
+    SelectWithSkin();
+    test::TestSkin().Install("b.tlk");
+    struct {
+        WideString stored;
+        bool counts;
+        WideString path;
+    } const cases[] = {
+        {TEXT("\\windows\\a.tlk"), false, TEXT("\\windows\\a.tlk")},
+        {TEXT("\\windows\\b.tlk"), true, TEXT("\\windows\\b.tlk")},
+        {TEXT("\\windows\\B.tlk"), true, TEXT("\\windows\\a.tlk")},
+        {WideString(), false, TEXT("\\windows\\a.tlk")},
+        {TEXT("a.tlk"), true, TEXT("a.tlk")},
+        {WideString(259, 'x'), true, TEXT("\\windows\\a.tlk")},
+        {WideString(260, 'x'), false, TEXT("\\windows\\a.tlk")},
+    };
+    for (const auto& c : cases) {
+        SkinSetting().Store(c.stored);
+        Keyboard().m_stKbStatus.m_bShift = 1;
+        SIPINFO info{};
+        info.rcSipRect = {30, 100, 50, 180};
+        EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+        EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift == 0, c.counts) << c.stored.size();
+        EXPECT_EQ(info.rcSipRect, (c.counts ? RECT{0, 100, 240, 180} : RECT{30, 100, 50, 180}));
+        EXPECT_EQ(Keyboard().m_strSkinPath, c.path);
+    }
+}
+
+TEST_F(InputMethodTest, MissingSkinSettingIsNoChange) {
+    SelectWithSkin();
+    Keyboard().m_stKbStatus.m_bShift = 1;
+    SIPINFO info{};
+    HKEY settings = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_ALL_ACCESS, &settings), ERROR_SUCCESS);
+    EXPECT_EQ(RegDeleteValueW(settings, kSkinValue), ERROR_SUCCESS);
+    RegCloseKey(settings);
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, kSettingsKey), ERROR_SUCCESS);
+    EXPECT_EQ(m_object->ReceiveSipInfo(&info), S_OK);
+    EXPECT_EQ(info.rcSipRect, kNoRect);
+    EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1);
+    EXPECT_NE(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &settings), ERROR_SUCCESS)
+        << "looking must not create the key";
+}
+
+// --- The interface as a C client sees it ------------------------------------------------------------------
+
+struct InputMethodTable {
+    HRESULT(STDMETHODCALLTYPE* queryInterface)(void*, REFIID, void**);
+    ULONG(STDMETHODCALLTYPE* addRef)(void*);
+    ULONG(STDMETHODCALLTYPE* release)(void*);
+    HRESULT(STDMETHODCALLTYPE* select)(void*, HWND);
+    HRESULT(STDMETHODCALLTYPE* deselect)(void*);
+    HRESULT(STDMETHODCALLTYPE* showing)(void*);
+    HRESULT(STDMETHODCALLTYPE* hiding)(void*);
+    HRESULT(STDMETHODCALLTYPE* getInfo)(void*, IMINFO*);
+    HRESULT(STDMETHODCALLTYPE* receiveSipInfo)(void*, SIPINFO*);
+    HRESULT(STDMETHODCALLTYPE* registerCallback)(void*, IIMCallback*);
+    HRESULT(STDMETHODCALLTYPE* getImData)(void*, DWORD, void*);
+    HRESULT(STDMETHODCALLTYPE* setImData)(void*, DWORD, void*);
+    HRESULT(STDMETHODCALLTYPE* userOptionsDlg)(void*, HWND);
+    HRESULT(STDMETHODCALLTYPE* setImmActiveContext)(void*, HWND, BOOL, DWORD, DWORD, DWORD);
+    HRESULT(STDMETHODCALLTYPE* registerCallback2)(void*, IIMCallback2*);
+};
+
+TEST_F(InputMethodTest, SlotsOfTheTableAreInTheOrderOfTheInterfaces) {
+    const InputMethodTable& table = **reinterpret_cast<const InputMethodTable**>(m_object);
+    void* found = nullptr;
+    EXPECT_EQ(table.queryInterface(m_object, IID_IInputMethod2, &found), S_OK);
+    EXPECT_EQ(found, m_object);
+    EXPECT_EQ(table.addRef(m_object), 3u);
+    EXPECT_EQ(table.release(m_object), 2u);
+    EXPECT_EQ(table.release(m_object), 1u);
+
+    EXPECT_EQ(table.select(m_object, m_sip), S_OK);
+    ASSERT_NE(Panel(), nullptr);
+    EXPECT_EQ(table.showing(m_object), S_OK);
+    EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 240, 280}));
+    SIPINFO sip{};
+    sip.rcSipRect = {0, 0, 33, 44};
+    EXPECT_EQ(table.receiveSipInfo(m_object, &sip), S_OK);
+    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 33, 244}));
+    IMINFO info{};
+    EXPECT_EQ(table.getInfo(m_object, &info), S_OK);
+    EXPECT_EQ(info.cbSize, 40u);
+    EXPECT_EQ(table.registerCallback(m_object, &m_callback), S_OK);
+    Keyboard().m_stKbStatus.m_bShift = 1;
+    EXPECT_EQ(table.hiding(m_object), S_OK);
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up"}));
+
+    BYTE data[] = {1, 2};
+    EXPECT_EQ(table.getImData(m_object, 2, data), S_OK);
+    EXPECT_EQ(table.setImData(m_object, 2, data), S_OK);
+    EXPECT_TRUE(data[0] == 1 && data[1] == 2);
+    EXPECT_EQ(table.setImmActiveContext(m_object, m_sip, TRUE, 1, 2, 3), S_OK);
+    EXPECT_EQ(table.registerCallback2(m_object, nullptr), S_OK);
+    EXPECT_EQ(table.hiding(m_object), S_OK);
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up"})) << "the second callback is not stored";
+    EXPECT_EQ(table.deselect(m_object), S_OK);
+    EXPECT_EQ(Panel(), nullptr);
+}

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include <cstdint>
+
+#include "keyboard_fixture.h"
+
+namespace {
+
+using test::WordBytes;
+
+class KeyboardCharsets : public KeyboardTest {
+protected:
+    // A second language of that many groups: code units 1, 2, 3 and so on, after the header.
+    static std::string Groups(WORD count) {
+        std::vector<WORD> words = {0xFFFF};
+        for (WORD unit = 1; unit <= 4 * count; ++unit) {
+            words.push_back(unit);
+        }
+        return WordBytes(words);
+    }
+    void StartWithLanguage(const std::string& bytes) {
+        Start(test::TestSkin().Data("LOCALE_CHARSET", bytes));
+    }
+    std::vector<unsigned> Slots(std::size_t entry) const {
+        const auto& slots = m_keyboard->m_Charset.at(entry).m_Slots;
+        return {std::begin(slots), std::end(slots)};
+    }
+};
+
+std::vector<unsigned> Eight(unsigned code) { return std::vector<unsigned>(8, code); }
+
+// Skins address keys by position, so no entry may ever change its place or its characters.
+TEST_F(KeyboardCharsets, BuiltInTablesAreWhatSkinsAddress) {
+    Start(test::TestSkin().Without("LOCALE_CHARSET"));
+    ASSERT_EQ(m_keyboard->m_Charset.size(), 222u);
+    EXPECT_EQ(m_keyboard->m_nDigitFirst, 0u);
+    EXPECT_EQ(m_keyboard->m_nDigitLast, 47u);
+    EXPECT_EQ(m_keyboard->m_nFuncFirst, 48u);
+    EXPECT_EQ(m_keyboard->m_nFuncLast, 69u);
+    EXPECT_EQ(m_keyboard->m_nCharFirst, 70u);
+    EXPECT_EQ(m_keyboard->m_nCharLast, 221u);
+
+    const struct {
+        std::size_t entry;
+        std::vector<unsigned> slots;
+    } samples[] = {
+        {0, Eight('[')},
+        {22, Eight(0xB1)},
+        {32, Eight(0x20AC)},
+        {46, Eight('9')},
+        {47, Eight('0')},
+        {48, Eight(0xF000)},
+        {50, Eight(0xF002)},
+        {53, Eight(0xF005)},
+        {54, Eight(0xF010)},
+        {62, Eight(0xF018)},
+        {63, Eight(0xF019)},
+        {64, Eight(0xF020)},
+        {69, Eight(0xF025)},
+        {70, {'1', '!', 0xBF, 0xBF, 0, 0, 0, 0}},
+        {82, {'q', 'Q', 0xE0, 0xC0, 0, 0, 0, 0}},
+        {101, {'k', 'K', 0x153, 0x152, 0, 0, 0, 0}},
+        {129, {'`', '`', 0x2122, 0x2122, 0, 0, 0, 0}},
+        {130, {'=', '=', '=', '=', 0, 0, 0, 0}},
+        {142, {'=', '=', '=', '=', 0, 0, 0, 0}},
+        {143, {'q', 'Q', 0xE0, 0xC0, 0, 0, 0, 0}},
+        {177, {'?', '\\', 0xB5, 0x3BC, 0, 0, 0, 0}},
+        {178, {'1', '!', '`', '~', 0, 0, 0, 0}},
+        {221, {']', '}', 0xA9, 0xAE, 0, 0, 0, 0}},
+    };
+    for (const auto& sample : samples) {
+        EXPECT_EQ(Slots(sample.entry), sample.slots) << "entry " << sample.entry;
+    }
+
+    // FNV-1a over all code units, from the published tables: whatever else changed shows here.
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const CharsetEntry& entry : m_keyboard->m_Charset) {
+        for (const WCHAR unit : entry.m_Slots) {
+            hash = (hash ^ static_cast<std::uint64_t>(unit)) * 0x100000001B3;
+        }
+    }
+    EXPECT_EQ(hash, 0xEAF37AC3701477DCu);
+}
+
+TEST_F(KeyboardCharsets, SecondLanguageFillsTheUpperSlotsOfItsEntriesAlone) {
+    StartWithLanguage(Groups(10) + "\x01\x02\x03");  // a remainder that fills no group
+    EXPECT_EQ(m_keyboard->m_Charset.size(), 222u);
+    EXPECT_EQ(m_keyboard->m_nCharLast, 221u);
+    EXPECT_EQ(Slots(69), Eight(0xF025));
+    EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 1, 2, 3, 4}));
+    EXPECT_EQ(Slots(79), (std::vector<unsigned>{'0', ')', 0xBA, 0xBA, 37, 38, 39, 40}));
+    EXPECT_EQ(Slots(80), (std::vector<unsigned>{'-', '_', 0xAB, 0xAB, 0, 0, 0, 0}));
+}
+
+TEST_F(KeyboardCharsets, LongerSecondLanguageAddsEntries) {
+    StartWithLanguage(Groups(160));
+    EXPECT_EQ(m_keyboard->m_Charset.size(), 230u);
+    EXPECT_EQ(m_keyboard->m_nCharLast, 229u);
+    EXPECT_EQ(Slots(221), (std::vector<unsigned>{']', '}', 0xA9, 0xAE, 605, 606, 607, 608}));
+    EXPECT_EQ(Slots(222), (std::vector<unsigned>{0, 0, 0, 0, 609, 610, 611, 612}));
+    EXPECT_EQ(Slots(229), (std::vector<unsigned>{0, 0, 0, 0, 637, 638, 639, 640}));
+    // The table is built afresh each time.
+    test::TestSkin().Without("LOCALE_CHARSET").Install("a.tlk");
+    ASSERT_TRUE(InitPortrait());
+    EXPECT_EQ(m_keyboard->m_Charset.size(), 222u);
+    EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 0, 0, 0, 0}));
+}
+
+TEST_F(KeyboardCharsets, SecondLanguageWithoutAGroupAddsNothing) {
+    for (const std::string& bytes :
+         {std::string(), std::string("\x01"), std::string(2, 'x'), std::string(9, 'x')}) {
+        StartWithLanguage(bytes);
+        EXPECT_EQ(m_keyboard->m_Charset.size(), 222u) << bytes.size() << " bytes";
+        EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 0, 0, 0, 0}))
+            << bytes.size() << " bytes";
+    }
+}
+
+TEST_F(KeyboardCharsets, CodesAreClassifiedOnceTheTableHasElevenEntries) {
+    Start();
+    const struct {
+        WCHAR code;
+        bool digitalLine, status, functional;
+    } cases[] = {
+        {'/', false, false, false},    {'0', true, false, false},     {'9', true, false, false},
+        {':', false, false, false},    {'-', true, false, false},     {'=', true, false, false},
+        {0xEFFF, false, false, false}, {0xF000, false, true, true},   {0xF005, false, true, true},
+        {0xF006, false, false, true},  {0xF010, false, false, true},  {0xF011, true, false, true},
+        {0xF025, false, false, true},  {0xF026, false, false, false}, {0, false, false, false},
+    };
+    for (const std::size_t entries :
+         {m_keyboard->m_Charset.size(), std::size_t{70}, std::size_t{11}, std::size_t{10}}) {
+        m_keyboard->m_Charset.resize(entries);
+        const bool isLoaded = entries >= 11;
+        for (const auto& c : cases) {
+            SCOPED_TRACE(testing::Message() << entries << " entries, code " << std::hex << unsigned{c.code});
+            EXPECT_EQ(m_keyboard->IsDigitalLineEntry(c.code), isLoaded && c.digitalLine);
+            EXPECT_EQ(m_keyboard->IsStatusKeyEntry(c.code), isLoaded && c.status);
+            // This one also needs the whole function block.
+            EXPECT_EQ(m_keyboard->IsFunctionalKeyEntry(c.code), entries >= 70 && c.functional);
+        }
+    }
+}
+
+}  // namespace

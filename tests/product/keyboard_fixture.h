@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+// A keyboard with the library's own resources, a window and a recording callback, on a fresh device.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "framework/module.h"
+#include "keyboard/key_codes.h"
+#include "keyboard/keyboard.h"
+#include "recording_callback.h"
+#include "rectangles.h"
+#include "settings/store.h"
+#include "test_skin.h"
+#include "test_support.h"
+
+// The module record of the product, with the resources of Tolka.DLL and without its code.
+class LibraryResources {
+public:
+    LibraryResources() {
+        test::CopyToDevice(TOLKA_RESOURCES, "Windows/Tolka.DLL");
+        m_module = LoadLibraryW(TEXT("\\windows\\Tolka.DLL"));
+        static CComClassEntry noClasses[1] = {};
+        _Module.Init(m_module, noClasses);
+    }
+    ~LibraryResources() {
+        _Module.Term();
+        FreeLibrary(m_module);
+    }
+    LibraryResources(const LibraryResources&) = delete;
+    LibraryResources& operator=(const LibraryResources&) = delete;
+
+private:
+    HMODULE m_module;
+};
+
+// A visible window of 240 x 80 pixels that leaves every message to the system.
+class TestWindow : public CWindow {
+public:
+    TestWindow() {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.lpszClassName = kClass;
+        RegisterClassW(&windowClass);
+        m_hWnd = CreateWindowExW(0, kClass, nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 240, 80, nullptr, nullptr,
+                                 nullptr, nullptr);
+        TakeInvalid();
+    }
+    ~TestWindow() {
+        DestroyWindow(m_hWnd);
+        UnregisterClassW(kClass, nullptr);
+    }
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+
+    // The bounds of what was invalidated since the last call, all 0 for nothing.
+    RECT TakeInvalid() {
+        RECT invalid{};
+        GetUpdateRect(m_hWnd, &invalid, FALSE);
+        PAINTSTRUCT paint;
+        BeginPaint(m_hWnd, &paint);
+        EndPaint(m_hWnd, &paint);
+        return invalid;
+    }
+
+private:
+    static constexpr WCHAR kClass[] = TEXT("KeyboardTestWindow");
+};
+
+using Rects = std::vector<RECT>;
+using test::Events;
+
+class KeyboardTest : public testing::Test {
+protected:
+    KeyboardTest() { m_keyboard->m_pCallback = &m_callback; }
+
+    // Installs the skin as the only one and initialises the keyboard in portrait.
+    void Start(const test::SkinBuilder& skin = test::TestSkin()) {
+        skin.Install("a.tlk");
+        ASSERT_TRUE(InitPortrait());
+        ASSERT_FALSE(m_keyboard->m_bNoSkin);
+    }
+    bool InitPortrait() { return m_keyboard->Init(test::ScreenSides().cx, test::ScreenSides().cy); }
+    bool InitLandscape() { return m_keyboard->Init(test::ScreenSides().cy, test::ScreenSides().cx); }
+
+    void Down(POINT point) { m_keyboard->PressKey(point, &m_window, true); }
+    void Move(POINT point) { m_keyboard->MoveMouse(point, &m_window); }
+    void Up(POINT point) { m_keyboard->PressKey(point, &m_window, false); }
+    // Presses and releases the key; returns what was sent.
+    Events Tap(WORD key) {
+        Down(test::KeyCenter(key));
+        Up(test::KeyCenter(key));
+        return m_callback.Take();
+    }
+    // A stroke by this distance from the middle of the key, moved and released there.
+    Events Stroke(WORD key, LONG dx, LONG dy) {
+        const POINT begin = test::KeyCenter(key);
+        const POINT end = {begin.x + dx, begin.y + dy};
+        Down(begin);
+        Move(end);
+        Up(end);
+        return m_callback.Take();
+    }
+    static RECT RectOf(WORD key) {
+        const POINT center = test::KeyCenter(key);
+        const LONG half = test::kKeySide / 2;
+        return {center.x - half, center.y - half, center.x + half - 1, center.y + half - 1};
+    }
+
+    // Values of the settings key.
+    static void SetValue(LPCWSTR name, DWORD type, const std::string& bytes) {
+        CRegistryKeyOwner key;
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                        key.Receive(), nullptr);
+        ASSERT_EQ(RegSetValueExW(key.Get(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+                                 static_cast<DWORD>(bytes.size())),
+                  ERROR_SUCCESS);
+    }
+    static void SetText(LPCWSTR name, const WideString& text) {
+        SetValue(name, REG_SZ,
+                 {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(WCHAR)});
+    }
+    static void SetDword(LPCWSTR name, DWORD value) { SetValue(name, REG_DWORD, DwordBytes(value)); }
+    // Type and bytes; type 0 and no bytes when there is no such value.
+    static std::pair<DWORD, std::string> Value(LPCWSTR name) {
+        CRegistryKeyOwner key;
+        RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, key.Receive());
+        char bytes[8192];
+        DWORD size = sizeof bytes;
+        DWORD type = 0;
+        if (!key || RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size))
+            return {};
+        return {type, std::string(bytes, size)};
+    }
+    static std::pair<DWORD, std::string> Text(const WideString& text) {
+        return {REG_SZ, {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(WCHAR)}};
+    }
+    static std::string DwordBytes(DWORD value) {
+        return test::WordBytes({static_cast<WORD>(value & 0xFFFF), static_cast<WORD>(value >> 16)});
+    }
+
+    LibraryResources m_resources;
+    TestWindow m_window;
+    test::RecordingCallback m_callback;
+    std::unique_ptr<CKeyboard> m_keyboard = std::make_unique<CKeyboard>();
+};

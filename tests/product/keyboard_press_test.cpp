@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "keyboard_fixture.h"
+
+namespace {
+
+using test::KeyCenter;
+using test::LayoutBytes;
+using test::TestSkin;
+
+constexpr POINT kGap = {230, 70};  // no key of the test skin is there
+
+class Press : public KeyboardTest {
+protected:
+    const Rects& Pressed() const { return m_keyboard->m_PressedRects; }
+    void StartWithKeys(const std::vector<test::LayoutRecord>& records) {
+        Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", LayoutBytes(records)));
+    }
+};
+
+TEST_F(Press, EdgesBelongToTheKeyAndSharedOnesToTheLowerIndex) {
+    StartWithKeys({{90, 20, 0, 40, 20}, {80, 0, 0, 20, 20}, {80, 100, 50, 110, 60}, {85, 0, 0, 200, 10}});
+    const struct {
+        LONG x, y, key;
+    } cases[] = {
+        {0, 0, 80},    {20, 20, 80},  {20, 5, 80},   {21, 11, 90},  {40, 20, 90},   {41, 20, -1},
+        {40, 21, -1},  {30, 5, 85},   {200, 10, 85}, {201, 10, -1}, {-1, 5, -1},    {5, -1, -1},
+        {100, 50, 80}, {110, 60, 80}, {111, 60, -1}, {99, 55, -1},  {70000, 5, -1},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(m_keyboard->FindKeyIndex(c.x, c.y, true), c.key) << c.x << "," << c.y;
+    }
+    EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, false), LONG{test::KeyDigit7});
+}
+
+// The file may name keys that no table has. They are as good as absent.
+TEST_F(Press, KeysBeyondTheTableAreNeverHit) {
+    StartWithKeys({{221, 0, 0, 10, 10}, {222, 0, 0, 50, 50}, {65535, 0, 0, 99, 99}});
+    EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, true), 221);
+    EXPECT_EQ(m_keyboard->FindKeyIndex(30, 30, true), -1);
+    Down({30, 30});
+    EXPECT_EQ(GetCapture(), nullptr);
+    Up({30, 30});
+    EXPECT_FALSE(m_keyboard->DblPressKey({30, 30}, &m_window));
+    EXPECT_EQ(m_callback.Take(), Events());
+}
+
+TEST_F(Press, KeyLooksPressedWhileThePenIsOnIt) {
+    Start();
+    const Rects q = {RectOf(test::KeyQ)};
+    Down(KeyCenter(test::KeyQ));
+    EXPECT_EQ(Pressed(), q);
+    EXPECT_EQ(m_window.TakeInvalid(), q[0]);
+    EXPECT_EQ(GetCapture(), m_window.m_hWnd);
+    EXPECT_EQ(m_keyboard->m_pWnd, &m_window);
+    Move(KeyCenter(test::KeyQ));
+    EXPECT_EQ(Pressed(), q);
+    Move(KeyCenter(test::KeyW));
+    EXPECT_EQ(Pressed(), Rects());
+    EXPECT_EQ(m_window.TakeInvalid(), q[0]);
+    Move(kGap);
+    EXPECT_EQ(m_window.TakeInvalid(), RECT{});
+    Move(KeyCenter(test::KeyQ));
+    EXPECT_EQ(Pressed(), q);
+    EXPECT_EQ(m_window.TakeInvalid(), q[0]);
+    EXPECT_EQ(m_callback.Take(), Events());
+    Up(KeyCenter(test::KeyQ));
+    EXPECT_EQ(Pressed(), Rects());
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(m_callback.Take(), (Events{"char vk=51 flags=00000080 'q'", "char vk=51 flags=00010000 'q'"}));
+    EXPECT_EQ(m_keyboard->m_nPressedIndex, LONG{test::KeyQ});
+}
+
+TEST_F(Press, EveryRectangleOfAKeyIsPressedWithIt) {
+    StartWithKeys({{90, 0, 0, 19, 39}, {90, 20, 20, 39, 39}, {90, 60, 0, 60, 19}});
+    Down({30, 30});
+    EXPECT_EQ(Pressed(), (Rects{{0, 0, 19, 39}, {20, 20, 39, 39}})) << "one without area is never drawn";
+    EXPECT_EQ(m_window.TakeInvalid(), (RECT{0, 0, 39, 39}));
+    Up({5, 5});
+    EXPECT_EQ(Pressed(), Rects());
+    EXPECT_EQ(m_callback.Take().size(), 2u) << "both are the same key";
+}
+
+TEST_F(Press, ReleasingAPenThatWentDownInAGapDoesNothing) {
+    Start();
+    for (const DWORD swipe : {0u, 1u, 2u}) {
+        m_keyboard->m_dwSwipe = swipe;
+        m_keyboard->SetKbStatus(&kShiftCode, &m_window);
+        m_callback.Take();
+        Down(kGap);
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(m_keyboard->m_nPressedIndex, -1);
+        SetCapture(m_window.m_hWnd);
+        Move(KeyCenter(test::KeyQ));
+        Up(KeyCenter(test::KeyQ));
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(m_callback.Take(), Events());
+        EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 1) << "not even the modifier is released";
+        m_keyboard->ResetKbStatus(&m_window);
+        m_callback.Take();
+    }
+}
+
+// 46 and 53 count as one key; the one under the pen at the end is typed.
+TEST_F(Press, TwinKeysAreOne) {
+    StartWithKeys({{46, 0, 0, 19, 19}, {53, 20, 0, 39, 19}, {47, 40, 0, 59, 19}});
+    Down({30, 5});
+    Move({5, 5});
+    EXPECT_EQ(Pressed(), (Rects{{20, 0, 39, 19}})) << "the pen has not left the key";
+    EXPECT_EQ(m_keyboard->m_nPressedIndex, 53);
+    Up({5, 5});
+    EXPECT_EQ(m_keyboard->m_nPressedIndex, 46);
+    EXPECT_EQ(m_callback.Take(), (Events{"char vk=39 flags=00000080 '9'", "char vk=39 flags=00010000 '9'"}));
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bUml, 0);
+    m_keyboard->m_PressedRects.clear();
+
+    Down({5, 5});
+    Move({50, 5});
+    EXPECT_EQ(Pressed(), Rects());
+    Move({30, 5});
+    EXPECT_EQ(Pressed(), (Rects{{20, 0, 39, 19}})) << "each is drawn at its own place";
+    Up({30, 5});
+    EXPECT_EQ(m_callback.Take(), Events());
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bUml, 1);
+
+    // No other pair of keys is.
+    m_keyboard->m_dwSwipe = 0;
+    Down({5, 5});
+    Up({50, 5});
+    EXPECT_EQ(m_callback.Take(), Events());
+}
+
+TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
+    Start();
+    EXPECT_EQ(Tap(test::KeyDigits), Events());
+    EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, true), LONG{test::Key1});
+    EXPECT_EQ(Tap(test::Key1), (Events{"char vk=37 flags=00000080 '7'", "char vk=37 flags=00010000 '7'"}));
+    EXPECT_EQ(Tap(test::KeyQ), Events()) << "nothing lies there now";
+    EXPECT_EQ(Tap(test::KeyDigits), Events());
+    EXPECT_EQ(Tap(test::KeyQ).size(), 2u);
+}
+
+TEST_F(Press, DoubleTapOnShiftMakesCapsLock) {
+    Start();
+    EXPECT_EQ(Tap(test::KeyShift), Events{"vk 10 down"});
+    EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
+    EXPECT_EQ(m_callback.Take(), Events{"vk 10 up"});
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 0);
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 1);
+    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1LrgKbMask);
+
+    // While caps lock is on, the first tap releases it and the second engages both.
+    EXPECT_EQ(Tap(test::KeyShift), Events());
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 0);
+    EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
+    EXPECT_EQ(m_callback.Take(), Events{"vk 10 down"});
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 1);
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 1);
+    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1SmlKbMask);
+}
+
+TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
+    Start();
+    for (const WORD key : {test::KeyQ, test::KeyControl, test::KeyUmlaut, test::KeySpace}) {
+        EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(key), &m_window));
+    }
+    EXPECT_FALSE(m_keyboard->DblPressKey(kGap, &m_window));
+    std::vector<test::LayoutRecord> records = test::CharacterLayout();
+    records.push_back({test::KeyCaps, 200, 0, 219, 19});
+    StartWithKeys(records);
+    EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window))
+        << "caps lock has a key of its own";
+    EXPECT_EQ(m_callback.Take(), Events());
+}
+
+// The look is a toggle: what is shown pressed because of its status is shown released under the pen.
+TEST_F(Press, PressingAnEngagedStatusKeyShowsItReleased) {
+    Start();
+    const Rects shift = {RectOf(test::KeyShift)};
+    Tap(test::KeyShift);
+    EXPECT_EQ(Pressed(), shift);
+    Down(KeyCenter(test::KeyShift));
+    EXPECT_EQ(Pressed(), Rects());
+    Move(kGap);
+    EXPECT_EQ(Pressed(), shift);
+    Move(KeyCenter(test::KeyShift));
+    Up(KeyCenter(test::KeyShift));
+    EXPECT_EQ(Pressed(), Rects());
+}
+
+TEST_F(Press, WithoutAWindowKeysAreTypedAndNothingIsDrawn) {
+    Start();
+    m_keyboard->PressKey(KeyCenter(test::KeyQ), nullptr, true);
+    m_keyboard->MoveMouse(kGap, nullptr);
+    m_keyboard->MoveMouse(KeyCenter(test::KeyQ), nullptr);
+    m_keyboard->PressKey(KeyCenter(test::KeyQ), nullptr, false);
+    EXPECT_EQ(m_callback.Take().size(), 2u);
+    EXPECT_EQ(Pressed(), Rects());
+    EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), nullptr));
+    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 1);
+}
+
+}  // namespace

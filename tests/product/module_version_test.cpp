@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "settings/module_version.h"
+
+#include <gtest/gtest.h>
+
+#include "fault_sweep.h"
+#include "test_support.h"
+
+namespace {
+
+constexpr LPCWSTR kLibrary = TEXT("\\Windows\\tolka.dll");
+constexpr const char* kFile = "Windows/Tolka.DLL";
+
+class ModuleVersion : public testing::Test {
+protected:
+    void SetUp() override { test::CopyToDevice(TOLKA_RESOURCES, kFile); }
+    WideString Description() const { return m_version.QueryString(TEXT("FileDescription")); }
+
+    CModuleVersion m_version;
+};
+
+TEST_F(ModuleVersion, ReadsTheLibrarysOwnResource) {
+    ASSERT_TRUE(m_version.Load(kLibrary));
+    EXPECT_EQ(m_version.dwSignature, 0xFEEF04BDu);
+    EXPECT_EQ(m_version.dwStrucVersion, 0x10000u);
+    EXPECT_EQ(m_version.dwFileVersionMS, 1u);
+    EXPECT_EQ(m_version.dwFileVersionLS, 12u);
+    EXPECT_EQ(m_version.dwProductVersionMS, 1u);
+    EXPECT_EQ(m_version.dwProductVersionLS, 12u);
+    EXPECT_EQ(m_version.dwFileFlagsMask, 0x3Fu);
+    EXPECT_EQ(m_version.dwFileFlags, 0u);
+    EXPECT_EQ(m_version.dwFileOS, 4u);
+    EXPECT_EQ(m_version.dwFileType, 2u);
+    EXPECT_EQ(m_version.dwFileSubtype, 0u);
+    EXPECT_EQ(m_version.dwFileDateMS, 0u);
+    EXPECT_EQ(m_version.dwFileDateLS, 0u);
+}
+
+TEST_F(ModuleVersion, GivesTheStringsOfTheTranslatedTable) {
+    ASSERT_TRUE(m_version.Load(kLibrary));
+    EXPECT_EQ(Description(), TEXT("Tolka 7"));
+    EXPECT_EQ(m_version.QueryString(TEXT("FileVersion")), TEXT("0, 1, 0, 12"));
+    EXPECT_EQ(m_version.QueryString(TEXT("ProductVersion")), TEXT("0, 1, 0, 12"));
+    EXPECT_EQ(m_version.QueryString(TEXT("InternalName")), TEXT("Tolka"));
+    EXPECT_EQ(m_version.QueryString(TEXT("OriginalFilename")), TEXT("Tolka.dll"));
+    for (LPCWSTR named : {TEXT("CompanyName"), TEXT("LegalCopyright"), TEXT("ProductName")}) {
+        EXPECT_FALSE(m_version.QueryString(named).empty());
+    }
+    EXPECT_TRUE(m_version.QueryString(TEXT("Comments")).empty());
+}
+
+TEST_F(ModuleVersion, IsEmptyWithoutAFile) {
+    EXPECT_TRUE(Description().empty());
+    EXPECT_FALSE(m_version.Load(TEXT("\\Windows\\absent.dll")));
+    EXPECT_EQ(m_version.dwSignature, 0u);
+    EXPECT_TRUE(Description().empty());
+}
+
+// Without a translation the code page is 1252, under the language that was read before.
+TEST_F(ModuleVersion, FallsBackToTheDefaultCodePage) {
+    ASSERT_TRUE(m_version.Load(kLibrary));
+    test::CopyToDevice(UNTRANSLATED, kFile);
+    ASSERT_TRUE(m_version.Load(kLibrary));
+    EXPECT_EQ(Description(), TEXT("Untranslated"));
+    EXPECT_TRUE(m_version.QueryString(TEXT("FileVersion")).empty());
+}
+
+TEST_F(ModuleVersion, KeepsTheBlockWhenTheFileHasNone) {
+    test::CopyToDevice(UNTRANSLATED, kFile);
+    ASSERT_TRUE(m_version.Load(kLibrary));
+    test::WriteDeviceFile(kFile, "no library at all");
+    EXPECT_FALSE(m_version.Load(kLibrary));
+    EXPECT_EQ(m_version.dwSignature, 0u);
+    EXPECT_EQ(Description(), TEXT("Untranslated"));
+}
+
+TEST_F(ModuleVersion, SignatureDecidesTheResult) {
+    std::string library = test::ReadDeviceFile(kFile);
+    const std::size_t signature = library.find("\xBD\x04\xEF\xFE");
+    ASSERT_NE(signature, std::string::npos);
+    library[signature] = 'X';
+    test::WriteDeviceFile(kFile, library);
+    EXPECT_FALSE(m_version.Load(kLibrary));
+    EXPECT_EQ(Description(), TEXT("Tolka 7")) << "the strings are there all the same";
+}
+
+// A fault costs what it met and is forgotten at the next reading.
+TEST_F(ModuleVersion, FaultsGiveNothingRatherThanNonsense) {
+    for (test::FaultSweep sweep; sweep.Next();) {
+        SCOPED_TRACE(sweep.Describe());
+        CModuleVersion version;
+        sweep.Arm();
+        const bool loaded = version.Load(kLibrary);
+        const WideString description = version.QueryString(TEXT("FileDescription"));
+        sweep.Disarm();
+        EXPECT_EQ(loaded, version.dwSignature == 0xFEEF04BD);
+        EXPECT_TRUE(description.empty() || description == TEXT("Tolka 7"));
+        ASSERT_TRUE(version.Load(kLibrary));
+        EXPECT_EQ(version.QueryString(TEXT("FileDescription")), TEXT("Tolka 7"));
+    }
+}
+
+}  // namespace

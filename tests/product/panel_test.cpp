@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+// The panel window between the platform's messages and the keyboard.
+#include "input_method_fixture.h"
+
+namespace {
+
+using test::Events;
+using test::Key;
+using test::KeyCenter;
+
+class PanelTest : public InputMethodTest {
+protected:
+    LRESULT Send(UINT message, POINT point) const {
+        return SendMessageW(Panel(), message, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+    }
+    LRESULT Send(UINT message, Key key) const { return Send(message, KeyCenter(key)); }
+    // What the platform sends for two taps in a row.
+    void DoubleTap(Key key) const {
+        for (const int message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+            EXPECT_EQ(Send(static_cast<UINT>(message), key), 0);
+        }
+    }
+    HWND CreateForeignPanel() const {
+        return CreateWindowExW(0, CMainWnd::GetWndClassInfo().m_wc.lpszClassName, nullptr, WS_CHILD, 0, 0, 10, 10,
+                               m_sip, nullptr, m_library, nullptr);
+    }
+};
+
+// Remembers its last window.
+class FinalWnd : public CMainWnd {
+public:
+    void OnFinalMessage(HWND window) override {
+        m_final = window;
+        m_handleThen = m_hWnd;
+    }
+
+    HWND m_final = nullptr;
+    HWND m_handleThen = reinterpret_cast<HWND>(this);
+};
+
+constexpr RECT kPlace{0, 0, 100, 50};
+
+}  // namespace
+
+TEST_F(PanelTest, TapTypesTheKey) {
+    SelectWithSkin();
+    EXPECT_EQ(Send(WM_LBUTTONDOWN, test::KeyQ), 0);
+    EXPECT_EQ(GetCapture(), Panel());
+    EXPECT_EQ(Send(WM_MOUSEMOVE, test::KeyQ), 0);
+    EXPECT_EQ(Send(WM_LBUTTONUP, test::KeyQ), 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(m_callback.Take().size(), 2u);
+}
+
+TEST_F(PanelTest, ConsumedDoubleTapKeepsTheRestFromTheKeyboard) {
+    SelectWithSkin();
+    const CKeyboard& keyboard = Keyboard();
+    DoubleTap(test::KeyShift);
+    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 down", "vk 10 up"}));
+    EXPECT_TRUE(keyboard.m_stKbStatus.m_bCAPS && !keyboard.m_stKbStatus.m_bShift);
+    const POINT before = keyboard.m_ptSwipeEnd;
+    EXPECT_EQ(Send(WM_MOUSEMOVE, test::KeyQ), 0);
+    EXPECT_EQ(Send(WM_LBUTTONUP, test::KeyShift), 0);
+    EXPECT_TRUE(keyboard.m_ptSwipeEnd.x == before.x && keyboard.m_ptSwipeEnd.y == before.y);
+    EXPECT_TRUE(keyboard.m_stKbStatus.m_bCAPS) << "a pen-up came through";
+
+    Send(WM_LBUTTONDOWN, test::KeyShift);
+    Send(WM_LBUTTONUP, test::KeyShift);
+    EXPECT_FALSE(keyboard.m_stKbStatus.m_bCAPS) << "the next tap counts again";
+}
+
+TEST_F(PanelTest, DeclinedDoubleTapIsTwoTaps) {
+    SelectWithSkin();
+    DoubleTap(test::KeyQ);
+    EXPECT_EQ(m_callback.Take().size(), 4u);
+    DoubleTap(test::KeyLanguage);
+    EXPECT_TRUE(Keyboard().m_stKbStatus.m_bLng1) << "there and back";
+}
+
+TEST_F(PanelTest, DoubleClicksSetAndClearTheFlag) {
+    SelectWithSkin();
+    const BOOL& handled = PanelObject().m_bDblPressHandled;
+    Send(WM_LBUTTONDBLCLK, test::KeyShift);
+    EXPECT_TRUE(handled);
+    Send(WM_LBUTTONUP, test::KeyShift);
+    Send(WM_MOUSEMOVE, test::KeyQ);
+    EXPECT_TRUE(handled);
+    Send(WM_LBUTTONDBLCLK, test::KeyShift);
+    EXPECT_TRUE(handled) << "consumed again";
+    Send(WM_LBUTTONDBLCLK, test::KeyQ);
+    EXPECT_FALSE(handled) << "declined, and so a pen-down";
+    EXPECT_EQ(Keyboard().m_nPressedIndex, test::KeyQ);
+    Send(WM_LBUTTONUP, test::KeyQ);
+}
+
+TEST_F(PanelTest, PenOutsideThePanelHasNegativeCoordinates) {
+    SelectWithSkin();
+    const CKeyboard& keyboard = Keyboard();
+    Send(WM_LBUTTONDOWN, POINT{-1, -32768});
+    EXPECT_TRUE(keyboard.m_ptSwipeBegin.x == -1 && keyboard.m_ptSwipeBegin.y == -32768);
+    Send(WM_LBUTTONDOWN, test::KeyQ);
+    Send(WM_MOUSEMOVE, POINT{-5, 70});
+    EXPECT_TRUE(keyboard.m_ptSwipeEnd.x == -5 && keyboard.m_ptSwipeEnd.y == 70);
+    Send(WM_MOUSEMOVE, POINT{32767, -2});
+    EXPECT_TRUE(keyboard.m_ptSwipeEnd.x == 32767 && keyboard.m_ptSwipeEnd.y == -2);
+    Send(WM_LBUTTONUP, POINT{-5, 70});
+}
+
+TEST_F(PanelTest, EveryMessageHasItsResultWithAndWithoutAKeyboard) {
+    SelectWithSkin();
+    CMainWnd& panel = PanelObject();
+    CKeyboard* const keyboard = panel.m_pKbd;
+    for (CKeyboard* const connected : {keyboard, static_cast<CKeyboard*>(nullptr)}) {
+        panel.m_pKbd = connected;
+        InvalidateRect(Panel(), nullptr, TRUE);
+        EXPECT_EQ(SendMessageW(Panel(), WM_PAINT, 0, 0), 0);
+        EXPECT_FALSE(GetUpdateRect(Panel(), nullptr, FALSE)) << "not validated";
+        EXPECT_EQ(SendMessageW(Panel(), WM_ERASEBKGND, 0, 0), 1);
+        DoubleTap(test::KeyQ);
+        EXPECT_EQ(Send(WM_MOUSEMOVE, test::KeyQ), 0);
+        EXPECT_EQ(SendMessageW(Panel(), WM_USER, 0, 0), 0);
+    }
+    EXPECT_FALSE(panel.m_bDblPressHandled);
+    EXPECT_EQ(m_callback.Take().size(), 4u) << "two taps with the keyboard, none without";
+    panel.m_pKbd = keyboard;
+}
+
+TEST_F(PanelTest, OnlyTheDefaultMapHandlesAndOnlyItsMessages) {
+    CMainWnd panel;
+    LRESULT result = 17;
+    EXPECT_FALSE(panel.ProcessWindowMessage(nullptr, WM_ERASEBKGND, 0, 0, result, 1));
+    EXPECT_FALSE(panel.ProcessWindowMessage(nullptr, WM_SIZE, 0, 0, result, 0));
+    EXPECT_EQ(result, 17);
+    EXPECT_TRUE(panel.ProcessWindowMessage(nullptr, WM_ERASEBKGND, 0, 0, result, 0));
+    EXPECT_EQ(result, 1);
+}
+
+TEST_F(PanelTest, WindowClassLivesFromTheFirstCreateToTheDetach) {
+    const WNDCLASSW& description = CMainWnd::GetWndClassInfo().m_wc;
+    EXPECT_EQ(WideString(description.lpszClassName), TEXT("3E8B6D14-C2A7-4F90-8B5E-71D0A9C4E26F-PanelHost"));
+    EXPECT_EQ(description.style, CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS);
+    EXPECT_EQ(description.hbrBackground,
+              reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1)));
+    EXPECT_TRUE(!description.hIcon && !description.lpszMenuName && !description.cbClsExtra &&
+                !description.cbWndExtra);
+    EXPECT_EQ(CreateForeignPanel(), nullptr) << "registered before it was needed";
+
+    SelectWithSkin();
+    EXPECT_EQ(description.hCursor, LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_EQ(description.hInstance, m_library);
+    m_object->Deselect();
+    ASSERT_EQ(m_object->Select(m_sip), S_OK);
+    m_object->Deselect();
+    const HWND foreign = CreateForeignPanel();
+    EXPECT_NE(foreign, nullptr) << "a window without an object is harmless";
+    EXPECT_EQ(SendMessageW(foreign, WM_LBUTTONDOWN, 0, 0), 0);
+    DestroyWindow(foreign);
+
+    m_object->Release();
+    m_object = nullptr;
+    Detach();
+    EXPECT_EQ(CreateForeignPanel(), nullptr) << "still registered";
+    Attach(TEXT("\\Windows\\Tolka.DLL"), "Windows/Tolka.DLL");
+    m_object = CreateInputMethod();
+    EXPECT_EQ(m_object->Select(m_sip), S_OK);
+}
+
+TEST_F(PanelTest, LastMessageFreesTheObjectForAnotherWindow) {
+    FinalWnd panel;
+    const HWND first = panel.Create(m_sip, kPlace, nullptr, WS_CHILD, 0);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(panel.m_hWnd, first);
+    EXPECT_FALSE(IsWindowVisible(first));
+    DestroyWindow(first);
+    EXPECT_EQ(panel.m_final, first);
+    EXPECT_EQ(panel.m_handleThen, nullptr);
+    EXPECT_EQ(panel.m_hWnd, nullptr);
+
+    const HWND second = panel.Create(m_sip, kPlace, nullptr, WS_CHILD, 0);
+    ASSERT_NE(second, nullptr);
+    DestroyWindow(m_sip);
+    EXPECT_EQ(panel.m_final, second) << "destroyed with its parent";
+    EXPECT_EQ(panel.m_hWnd, nullptr);
+    MakeSipWindow();
+}
+
+TEST_F(PanelTest, ObjectTakesItsWindowAlong) {
+    HWND window = nullptr;
+    {
+        CMainWnd panel;
+        window = panel.Create(m_sip, kPlace, nullptr, WS_CHILD, 0);
+        EXPECT_TRUE(IsWindow(window));
+    }
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(PanelTest, StyleZeroMeansTheDefaultStyle) {
+    CMainWnd panel;
+    const HWND window = panel.Create(nullptr, kPlace, nullptr, 0, 0);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE) & 0x06080000, 0x06080000);
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// The whole library through its file alone: loaded, registered, activated by its class identifier, unloaded.
+#include <filesystem>
+
+#include "server_fixture.h"
+#include "test_skin.h"
+
+namespace {
+
+constexpr WCHAR kPath[] = TEXT("\\Windows\\Tolka.DLL");
+
+class LibraryTest : public testing::Test {
+protected:
+    // Where the code is a file of its own it comes along.
+    void SetUp() override {
+        const std::filesystem::path code = TOLKA_RESOURCES ".so";
+        test::CopyToDevice(TOLKA_RESOURCES, "Windows/Tolka.DLL");
+        if (std::filesystem::exists(code)) test::CopyToDevice(code, "Windows/Tolka.DLL.so");
+        m_library = LoadLibraryW(kPath);
+        ASSERT_NE(m_library, nullptr);
+    }
+
+    HRESULT Call(LPCSTR name) const {
+        using Export = HRESULT(STDAPICALLTYPE*)();
+        const auto entry = reinterpret_cast<Export>(reinterpret_cast<void (*)()>(GetProcAddress(m_library, name)));
+        EXPECT_NE(entry, nullptr) << name;
+        return entry ? entry() : E_UNEXPECTED;
+    }
+
+    static IInputMethod* Activate() {
+        void* object = nullptr;
+        EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object), S_OK);
+        return static_cast<IInputMethod*>(object);
+    }
+
+    bool IsLoaded() const {
+        WCHAR path[MAX_PATH];
+        return GetModuleFileNameW(m_library, path, MAX_PATH) != 0;
+    }
+
+    HMODULE m_library = nullptr;
+};
+
+}  // namespace
+
+TEST_F(LibraryTest, LivesAsLongAsItIsNeeded) {
+    EXPECT_EQ(Call("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(Call("DllRegisterServer"), S_OK);
+    IInputMethod* object = Activate();
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(Call("DllCanUnloadNow"), S_FALSE);
+    EXPECT_TRUE(FreeLibrary(m_library));
+    CoFreeUnusedLibraries();
+    EXPECT_TRUE(IsLoaded()) << "an object is alive";
+    EXPECT_EQ(object->Release(), 0u);
+    CoFreeUnusedLibraries();
+    EXPECT_FALSE(IsLoaded());
+}
+
+// What a life of the library leaves behind (a window class, a factory) would disturb the next.
+TEST_F(LibraryTest, CanBeLoadedAgain) {
+    test::TestSkin().Install("a.tlk");
+    ASSERT_EQ(Call("DllRegisterServer"), S_OK);
+    EXPECT_TRUE(FreeLibrary(m_library));
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = DefWindowProcW;
+    windowClass.lpszClassName = TEXT("LibraryTestSip");
+    RegisterClassW(&windowClass);
+    const HWND sip = CreateWindowExW(0, windowClass.lpszClassName, nullptr, WS_POPUP | WS_VISIBLE, 0, 240, 240, 80,
+                                     nullptr, nullptr, nullptr, nullptr);
+    for (int life = 0; life < 3; ++life) {
+        IInputMethod* object = Activate();
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(object->Select(sip), S_OK);
+        EXPECT_TRUE(IsWindowVisible(GetWindow(sip, GW_CHILD)));
+        EXPECT_EQ(object->Release(), 0u);
+        CoFreeUnusedLibraries();
+    }
+    DestroyWindow(sip);
+    UnregisterClassW(windowClass.lpszClassName, nullptr);
+}
+
+TEST_F(LibraryTest, UnregisteredClassCannotBeActivated) {
+    ASSERT_EQ(Call("DllRegisterServer"), S_OK);
+    EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+    void* object = nullptr;
+    EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object),
+              REGDB_E_CLASSNOTREG);
+    EXPECT_TRUE(FreeLibrary(m_library));
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// Scripts that cannot be understood, and exit statuses.
+#include "simulator_run.h"
+
+namespace {
+
+using CommandLineTest = SimulatorTest;
+
+TEST_F(CommandLineTest, LinesBeforeAnErrorRunAndNoneAfterIt) {
+    const SimulatorResult result = Run("text\n\n# comment\nnonsense 1\ntext\n");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.trace, "Text \"\"\n");
+    EXPECT_EQ(result.errors, "s:4: there is no command \"nonsense 1\"\n");
+}
+
+TEST_F(CommandLineTest, EveryKindOfErrorNamesItsLine) {
+    for (const char* line :
+         {"select now", "tap 1", "tap 1 x", "tap 0xFFFFFFFF 1", "screen 0 10", "screen 10 5000",
+          "reg get HKXX\\A B", "reg set HKLM\\A B sz", "reg set HKLM\\A B dword 4294967296",
+          "reg set HKLM\\A B bin 00", "reg set HKLM\\A B hex 3 0", "callback", "callback maybe",
+          "factory create nonsense", "\"unclosed", "screenshot", "renew \\a.tlk missing-file",
+          "screenshot /nowhere/at/all.png", "TEXT"}) {
+        const SimulatorResult result = Run(std::string("text\n") + line + "\ntext\n");
+        EXPECT_EQ(result.status, 2) << line;
+        EXPECT_EQ(result.trace, "Text \"\"\n") << line;
+        EXPECT_EQ(result.errors.rfind("s:2: ", 0), 0u) << line << ": " << result.errors;
+    }
+}
+
+TEST_F(CommandLineTest, ACallThatFailsGivesStatusOneAndTheScriptGoesOn) {
+    const SimulatorResult result =
+        Run("reg set HKCR\\CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32 \"\" sz "
+            "\\Windows\\none.dll\n"
+            "select\ntext\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(LastLine(result.trace, "Create 0x8"), "");
+    EXPECT_EQ(result.trace.find("Select"), std::string::npos);
+    EXPECT_EQ(LastLine(result.trace, "Text"), "Text \"\"");
+}
+
+TEST_F(CommandLineTest, WrongOptionsGiveStatusTwo) {
+    EXPECT_EQ(Run("", "--screen 240").status, 2);
+    EXPECT_EQ(Run("", "--screen 0x320").status, 2);
+    EXPECT_EQ(Run("", "--screen 240x320x1").status, 2);
+    EXPECT_EQ(Run("", "--nonsense").status, 2);
+    EXPECT_EQ(Run("", "--skin missing.tlk").status, 2);
+    EXPECT_EQ(Run("", "--help").status, 0);
+}
+
+TEST_F(CommandLineTest, ACommandWithoutAnObjectIsNoError) {
+    const SimulatorResult result =
+        Run("deselect\ninfo\ncallback off\nfactory release\nscreenshot panel p.png\n"
+            "delete \\Windows\\missing.tlk\nreadonly \\missing\\a.tlk\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.trace, "");
+    EXPECT_NE(result.errors, "");
+}
+
+TEST_F(CommandLineTest, AScriptMayComeFromStandardInput) {
+    const SimulatorResult result = Run("\xEF\xBB\xBFtext\r\nbad\r\n", "--script - <s");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.trace, "Text \"\"\n");
+    EXPECT_EQ(result.errors, "-:2: there is no command \"bad\"\n");
+}
+
+}  // namespace

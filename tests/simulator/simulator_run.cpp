@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "simulator_run.h"
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string ReadFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+}  // namespace
+
+SimulatorTest::SimulatorTest() {
+    std::string folder = (fs::temp_directory_path() / "simulator-XXXXXX").string();
+    if (mkdtemp(folder.data())) m_folder = folder;
+}
+
+SimulatorTest::~SimulatorTest() { fs::remove_all(m_folder); }
+
+SimulatorResult SimulatorTest::Run(const std::string& script, const std::string& options) {
+    std::ofstream(m_folder / "s", std::ios::binary) << script;
+    const std::string scriptOption = options.find("--script") == std::string::npos ? "--script s " : "";
+    const std::string command = "cd '" + m_folder.string() + "' && '" SIMULATOR "' --device device " +
+                                scriptOption + options + " >out 2>err";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(m_folder / "out"),
+            ReadFile(m_folder / "err")};
+}
+
+std::string SimulatorTest::Trace(const std::string& script, const std::string& options) {
+    const SimulatorResult result = Run(script, options);
+    EXPECT_EQ(result.status, 0) << result.trace;
+    EXPECT_EQ(result.errors, "");
+    return result.trace;
+}
+
+void SimulatorTest::InstallSkin() {
+    fs::create_directories(Device() / "Windows");
+    fs::copy_file(STANDARD_SKIN, Device() / "Windows" / "standard.tlk");
+}
+
+std::string TapKey(const std::string& keys) {
+    struct Row {
+        std::string keys;
+        int left;  // middle of the first key; each is 17 pixels wide
+        int y;
+    };
+    static const Row rows[] = {
+        {"`1234567890-=", 8, 7}, {"qwertyuiop[]", 27, 23}, {"asdfghjkl;'", 30, 39}, {"zxcvbnm,./", 39, 55}};
+    std::string script;
+    for (const char key : keys) {
+        if (key == ' ') script += "tap 129 71\n";
+        for (const Row& row : rows) {
+            const std::size_t index = row.keys.find(key);
+            if (index == std::string::npos) continue;
+            const int x = row.left + 17 * static_cast<int>(index);
+            script += "tap " + std::to_string(x) + ' ' + std::to_string(row.y) + '\n';
+        }
+    }
+    return script;
+}
+
+std::string LastLine(const std::string& trace, const std::string& beginning) {
+    std::istringstream lines(trace);
+    std::string found;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(beginning)) found = line;
+    }
+    return found;
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Runs of the simulator itself on a device folder that goes with the test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+struct SimulatorResult {
+    int status = -1;
+    std::string trace;   // standard output
+    std::string errors;  // standard error
+};
+
+// The folder keeps its files from one run to the next.
+class SimulatorTest : public testing::Test {
+protected:
+    SimulatorTest();
+    ~SimulatorTest() override;
+
+    // Runs the script, which is file "s" in the current folder, with more words for the command line; these
+    // may name another way to the script.
+    SimulatorResult Run(const std::string& script, const std::string& options = {});
+    // What the script prints; a failure of the test unless the exit status is 0 and nothing went wrong.
+    std::string Trace(const std::string& script, const std::string& options = {});
+    // Puts the standard skin on the device.
+    void InstallSkin();
+
+    std::filesystem::path Folder() const { return m_folder; }
+    std::filesystem::path Device() const { return m_folder / "device"; }
+
+private:
+    std::filesystem::path m_folder;
+};
+
+// Commands on the standard skin's portrait keys.
+std::string TapKey(const std::string& keys);  // characters of language 1, small; a blank is the space key
+inline const std::string tapShift = "tap 15 55\n";
+inline const std::string tapControl = "tap 11 71\n";
+inline const std::string tapUmlaut = "tap 10 39\n";
+inline const std::string tapBack = "tap 230 7\n";
+inline const std::string tapEnter = "tap 224 39\n";
+inline const std::string tapTab = "tap 9 23\n";
+inline const std::string tapEscape = "tap 228 55\n";
+inline const std::string tapLeft = "tap 192 71\n";
+inline const std::string tapUp = "tap 209 55\n";
+inline const std::string tapDown = "tap 209 71\n";
+inline const std::string tapRight = "tap 228 71\n";
+
+// The line of the trace that begins so, the last one of several; empty when there is none.
+std::string LastLine(const std::string& trace, const std::string& beginning);

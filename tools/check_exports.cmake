@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: MIT
+# The library defines its entry point and its four exports for others, and nothing else. Run as a test:
+#   cmake -D NM=<nm> -D LIBRARY=<shared object> -P check_exports.cmake
+cmake_minimum_required(VERSION 3.25)
+
+set(expected DllCanUnloadNow DllGetClassObject DllMain DllRegisterServer DllUnregisterServer)
+
+execute_process(
+    COMMAND ${NM} --dynamic --defined-only --format=posix ${LIBRARY}
+    OUTPUT_VARIABLE output
+    RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+    message(FATAL_ERROR "cannot read the symbols of ${LIBRARY}")
+endif()
+string(REGEX MATCHALL "[^\n]+" symbols "${output}")
+list(TRANSFORM symbols REPLACE " .*" "")
+list(SORT symbols)
+if(NOT symbols STREQUAL expected)
+    message(FATAL_ERROR "${LIBRARY} exports ${symbols}\ninstead of ${expected}")
+endif()

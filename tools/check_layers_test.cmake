@@ -1,0 +1,52 @@
+# SPDX-License-Identifier: MIT
+# Feeds check_layers.cmake one line at a time. Run as a test: cmake -D FOLDER=<scratch> -P check_layers_test.cmake
+cmake_minimum_required(VERSION 3.25)
+
+# The line in that file passes ("ok") or is complained about.
+function(expect verdict file line)
+    file(REMOVE_RECURSE ${FOLDER})
+    file(WRITE ${FOLDER}/${file} "// SPDX-License-Identifier: MIT\n${line}\n")
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} -D ROOT=${FOLDER} -P ${CMAKE_CURRENT_LIST_DIR}/check_layers.cmake
+        RESULT_VARIABLE result
+        ERROR_VARIABLE output
+        OUTPUT_QUIET)
+    if(verdict STREQUAL "ok" AND NOT result EQUAL 0)
+        message(SEND_ERROR "refused: ${file}: ${line}\n${output}")
+    elseif(verdict STREQUAL "fault" AND (result EQUAL 0 OR NOT output MATCHES "${file}: "))
+        message(SEND_ERROR "not noticed: ${file}: ${line}\n${output}")
+    endif()
+endfunction()
+
+expect(ok    keyboard/a.cpp       "#include \"settings/store.h\"")
+expect(fault keyboard/a.cpp       "#include \"settings/settings_dlg.h\"")
+expect(fault keyboard/a.cpp       "  # include \"input_method/keyb_input.h\"")
+expect(fault keyboard/a.cpp       "#include \"../server/class_factory.h\"")
+expect(fault framework/a.h        "#include \"settings/store.h\"")
+expect(fault settings/store.cpp   "#include \"keyboard/keyboard.h\"")
+expect(ok    settings/dialog.cpp  "#include \"keyboard/keyboard.h\"")
+expect(fault settings/dialog.cpp  "#include \"input_method/keyb_input.h\"")
+expect(fault input_method/a.cpp   "#include \"server/class_factory.h\"")
+expect(fault server/a.cpp         "#include \"keyboard/keyboard.h\"")
+expect(ok    server/a.cpp         "#include <oleauto.h>")
+expect(fault server/a.cpp         "#include <host_control.h>")
+expect(fault server/a.cpp         "#include \"host_control.h\"")
+expect(fault server/a.cpp         "#include <unistd.h>")
+expect(fault server/a.cpp         "#include <sys/stat.h>")
+expect(fault server/a.cpp         "#include HEADER")
+expect(ok    framework/a.cpp      "#include <vector>")
+expect(fault framework/a.cpp      "#include <mutex>")
+expect(fault framework/a.cpp      "#ifdef _WIN32")
+expect(fault framework/a.cpp      "#if defined(__linux__)")
+expect(fault framework/a.cpp      "#elif UNDER_CE")
+expect(ok    simulator/a.cpp      "#include <host_control.h>")
+expect(fault simulator/a.cpp      "#include \"keyboard/keyboard.h\"")
+expect(fault simulator/a.cpp      "#include <keyboard/keyboard.h>")
+expect(fault platform/host/src/a.cpp "#include \"framework/handles.h\"")
+expect(ok    platform/host/src/a.cpp "#ifdef __linux__")
+expect(fault tools/tlk/a.cpp      "#include <windows.h>")
+expect(fault tools/tlk/a.cpp      "#include \"keyboard/keyboard.h\"")
+expect(fault tests/product/a.cpp  "#include <host_control.h>")
+expect(ok    tests/product/a.cpp  "#include \"keyboard/keyboard.h\"")
+expect(fault tests/platform/a.cpp "#include \"keyboard/keyboard.h\"")
+file(REMOVE_RECURSE ${FOLDER})
