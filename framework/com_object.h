@@ -4,8 +4,8 @@
 // A class offers `void* FindInterface(REFIID)`: the pointer of the interface without a reference, or null.
 #pragma once
 
-#include <windows.h>
 #include <objbase.h>
+#include <windows.h>
 
 #include <new>
 #include <utility>
@@ -109,7 +109,8 @@ public:
     HRESULT FinalConstruct() { return m_contained.FinalConstruct(); }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (IsEqualIID(iid, IID_IUnknown)) return AnswerQueryInterface(this, static_cast<IUnknown*>(this), object);
+        if (IsEqualIID(iid, IID_IUnknown))
+            return AnswerQueryInterface(this, static_cast<IUnknown*>(this), object);
         return AnswerQueryInterface(&m_contained, m_contained.FindInterface(iid), object);
     }
     STDMETHODIMP_(ULONG) AddRef() override { return InternalAddRef(); }

@@ -2,8 +2,8 @@
 // Modal dialogs as C++ objects, and the open-file dialog.
 #pragma once
 
-#include <windows.h>
 #include <commdlg.h>
+#include <windows.h>
 
 #include "framework/window.h"
 
@@ -61,9 +61,8 @@ public:
     INT_PTR DoModal(HWND parent, LPARAM parameter) {
         CreateWindowRecord record{};
         _Module.AddCreateWindowRecord(&record, static_cast<CDialogImplBaseT<Base>*>(this));
-        const INT_PTR result =
-            DialogBoxParamW(_Module.GetModuleInstance(), MAKEINTRESOURCEW(Class::IDD), parent,
-                            CDialogImplBaseT<Base>::StartDialogProc, parameter);
+        const INT_PTR result = DialogBoxParamW(_Module.GetModuleInstance(), MAKEINTRESOURCEW(Class::IDD),
+                                               parent, CDialogImplBaseT<Base>::StartDialogProc, parameter);
         _Module.RemoveCreateWindowRecord(&record);
         return result;
     }

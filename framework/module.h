@@ -2,8 +2,8 @@
 // The module record: one for each process that loads the library.
 #pragma once
 
-#include <windows.h>
 #include <objbase.h>
+#include <windows.h>
 
 #include <vector>
 
@@ -58,8 +58,8 @@ public:
     // Takes a record back whose window never sent a message.
     void RemoveCreateWindowRecord(CreateWindowRecord* record);
 
-    // Registers the class, unless this record holds its atom already, and returns the atom: 0 when that fails.
-    // Fills in the instance and the cursor. Any thread.
+    // Registers the class, unless this record holds its atom already, and returns the atom: 0 when that
+    // fails. Fills in the instance and the cursor. Any thread.
     ATOM RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom);
 
 private:

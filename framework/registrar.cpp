@@ -116,9 +116,10 @@ HRESULT CRegistrar::RegisterKey(HKEY parent, const Entry& entry) {
         if (deleted != ERROR_SUCCESS) return ToResult(deleted);
     }
     CRegistryKeyOwner key;
-    LONG error = RegCreateKeyExW(parent, entry.name.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                                 nullptr, key.Receive(), nullptr);
-    if (error == ERROR_SUCCESS && entry.hasValue) error = SetValue(key.Get(), nullptr, entry.type, entry.text);
+    LONG error = RegCreateKeyExW(parent, entry.name.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                 KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr);
+    if (error == ERROR_SUCCESS && entry.hasValue)
+        error = SetValue(key.Get(), nullptr, entry.type, entry.text);
     if (error != ERROR_SUCCESS) return ToResult(error);
     return IsBrace(PeekToken(), '{') ? RunBlock(key.Get()) : S_OK;
 }
@@ -132,8 +133,8 @@ HRESULT CRegistrar::UnregisterKey(HKEY parent, const Entry& entry) {
     const HRESULT result = IsBrace(PeekToken(), '{') ? RunBlock(key.Get()) : S_OK;
     if (FAILED(result) || entry.rule == KeyRule::NeverRemoved) return result;
     DWORD subkeys = 0;
-    error = RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr, nullptr);
+    error = RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr);
     key.Reset();
     if (error == ERROR_SUCCESS && subkeys == 0) error = RegDeleteKeyW(parent, entry.name.c_str());
     return ToResult(error);

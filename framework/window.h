@@ -17,8 +17,8 @@ public:
 class CMessageMap {
 public:
     // True when the message was handled; its result is then in `result`. `map` is 0 for the default map.
-    virtual BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
-                                      DWORD map) = 0;
+    virtual BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                      LRESULT& result, DWORD map) = 0;
 
 protected:
     ~CMessageMap() = default;
@@ -53,16 +53,17 @@ public:
     // Called after the window's last message, when the handle is null again.
     virtual void OnFinalMessage(HWND) {}
 
-    // Null on failure. The rectangle is in the parent's client coordinates; the window belongs to this object.
+    // Null on failure. The rectangle is in the parent's client coordinates; the window belongs to this
+    // object.
     HWND Create(CWndClassInfo& classInfo, HWND parent, const RECT& rectangle, LPCWSTR title, DWORD style,
                 DWORD extendedStyle) {
         if (!classInfo.Register()) return nullptr;
         CreateWindowRecord record{};
         _Module.AddCreateWindowRecord(&record, this);
-        const HWND window = CreateWindowExW(Traits::GetWndExStyle(extendedStyle), classInfo.m_wc.lpszClassName,
-                                            title, Traits::GetWndStyle(style), rectangle.left, rectangle.top,
-                                            rectangle.right - rectangle.left, rectangle.bottom - rectangle.top,
-                                            parent, nullptr, _Module.GetModuleInstance(), nullptr);
+        const HWND window = CreateWindowExW(
+            Traits::GetWndExStyle(extendedStyle), classInfo.m_wc.lpszClassName, title,
+            Traits::GetWndStyle(style), rectangle.left, rectangle.top, rectangle.right - rectangle.left,
+            rectangle.bottom - rectangle.top, parent, nullptr, _Module.GetModuleInstance(), nullptr);
         _Module.RemoveCreateWindowRecord(&record);
         return window;
     }
@@ -108,7 +109,7 @@ template <typename Class, typename Base, typename Traits>
 class CWindowImpl : public CWindowImplBaseT<Base, Traits> {
 public:
     HWND Create(HWND parent, const RECT& rectangle, LPCWSTR title, DWORD style, DWORD extendedStyle) {
-        return CWindowImplBaseT<Base, Traits>::Create(Class::GetWndClassInfo(), parent, rectangle, title, style,
-                                                      extendedStyle);
+        return CWindowImplBaseT<Base, Traits>::Create(Class::GetWndClassInfo(), parent, rectangle, title,
+                                                      style, extendedStyle);
     }
 };

@@ -118,8 +118,9 @@ extern "C" int LLVMFuzzerTestOneInput(const BYTE* data, std::size_t size) {
         CKeyboard keyboard;
         keyboard.m_pCallback = &callback;
         for (const SIZE screen : {SIZE{kNarrow, kWide}, SIZE{kWide, kNarrow}}) {
+            keyboard.Init(screen.cx, screen.cy);
             // Without a skin there is only a message, the same for every input.
-            if (!keyboard.Init(screen.cx, screen.cy) || keyboard.m_bNoSkin) continue;
+            if (keyboard.m_bNoSkin) continue;
             Paint(keyboard, device.Window());
             UsePen(keyboard, device.Window());
             Paint(keyboard, device.Window());

@@ -24,14 +24,15 @@ HRESULT CKeybInput::FinalConstruct() {
 }
 
 void* CKeybInput::FindInterface(REFIID iid) {
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IInputMethod) || IsEqualIID(iid, IID_IInputMethod2)) {
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IInputMethod) ||
+        IsEqualIID(iid, IID_IInputMethod2)) {
         return static_cast<IInputMethod2*>(this);
     }
     return nullptr;
 }
 
-// The panel keeps its first place, the SIP window's screen rectangle, until ReceiveSipInfo moves it to the SIP
-// window's origin.
+// The panel keeps its first place, the SIP window's screen rectangle, until ReceiveSipInfo moves it to the
+// SIP window's origin.
 STDMETHODIMP CKeybInput::Select(HWND sip) {
     if (m_MainWnd.m_hWnd) return S_OK;
     m_MainWnd.m_pKbd = &m_Kbd;
@@ -54,7 +55,8 @@ STDMETHODIMP CKeybInput::Deselect() {
     return S_OK;
 }
 
-// The SIP window is a third of a landscape screen high and a quarter of any other; either height is left alone.
+// The SIP window is a third of a landscape screen high and a quarter of any other; either height is left
+// alone.
 STDMETHODIMP CKeybInput::Showing() {
     if (!m_MainWnd.m_hWnd) return S_OK;
     RECT place{};
@@ -104,7 +106,8 @@ STDMETHODIMP CKeybInput::ReceiveSipInfo(SIPINFO* info) {
 bool CKeybInput::HasSkinChanged() const {
     try {
         WideString stored;
-        if (!CSettingsKey(SettingsAccess::Write).ReadString(kSkinValue, stored) || stored.empty()) return false;
+        if (!CSettingsKey(SettingsAccess::Write).ReadString(kSkinValue, stored) || stored.empty())
+            return false;
         return lstrcmpW(stored.c_str(), m_Kbd.m_strSkinPath.c_str()) != 0;
     } catch (...) {
         return false;

@@ -15,10 +15,10 @@ POINT PointOf(LPARAM lParam) {
 }  // namespace
 
 CWndClassInfo& CMainWnd::GetWndClassInfo() {
-    static CWndClassInfo info = {{CS_HREDRAW | CS_VREDRAW, StartWindowProc, 0, 0, nullptr, nullptr, nullptr,
-                                  reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1)), nullptr,
-                                  nullptr},
-                                 0};
+    static CWndClassInfo info = {
+        {CS_HREDRAW | CS_VREDRAW, StartWindowProc, 0, 0, nullptr, nullptr, nullptr,
+         reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1)), nullptr, nullptr},
+        0};
     return info;
 }
 
@@ -37,13 +37,26 @@ CMainWnd::~CMainWnd() {
 BOOL CMainWnd::ProcessWindowMessage(HWND, UINT message, WPARAM, LPARAM lParam, LRESULT& result, DWORD map) {
     if (map != 0) return FALSE;
     switch (message) {
-        case WM_PAINT: result = OnPaint(); return TRUE;
-        case WM_ERASEBKGND: result = OnEraseBkgnd(); return TRUE;
-        case WM_LBUTTONDBLCLK: result = OnLButtonDblClk(PointOf(lParam)); return TRUE;
-        case WM_LBUTTONDOWN: result = OnLButtonDown(PointOf(lParam)); return TRUE;
-        case WM_LBUTTONUP: result = OnLButtonUp(PointOf(lParam)); return TRUE;
-        case WM_MOUSEMOVE: result = OnMouseMove(PointOf(lParam)); return TRUE;
-        default: return FALSE;
+        case WM_PAINT:
+            result = OnPaint();
+            return TRUE;
+        case WM_ERASEBKGND:
+            result = OnEraseBkgnd();
+            return TRUE;
+        case WM_LBUTTONDBLCLK:
+            result = OnLButtonDblClk(PointOf(lParam));
+            return TRUE;
+        case WM_LBUTTONDOWN:
+            result = OnLButtonDown(PointOf(lParam));
+            return TRUE;
+        case WM_LBUTTONUP:
+            result = OnLButtonUp(PointOf(lParam));
+            return TRUE;
+        case WM_MOUSEMOVE:
+            result = OnMouseMove(PointOf(lParam));
+            return TRUE;
+        default:
+            return FALSE;
     }
 }
 

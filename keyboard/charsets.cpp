@@ -38,7 +38,8 @@ bool CKeyboard::LoadCharsets() {
     m_Charset.clear();
     if (const DataResource digits = FindDataResource(own, TEXT("digitalset")); digits.bytes) {
         for (DWORD i = 0; i < digits.size / 2; ++i) {
-            m_Charset.push_back(SameInAllPlanes(static_cast<WCHAR>(ReadLittleEndian16(digits.bytes + 2 * i))));
+            m_Charset.push_back(
+                SameInAllPlanes(static_cast<WCHAR>(ReadLittleEndian16(digits.bytes + 2 * i))));
         }
         m_nDigitFirst = 0;
         m_nDigitLast = static_cast<DWORD>(m_Charset.size()) - 1;
@@ -47,7 +48,8 @@ bool CKeyboard::LoadCharsets() {
     if (const DataResource functions = FindDataResource(own, TEXT("funcset")); functions.bytes) {
         m_nFuncFirst = m_nDigitLast + 1;
         for (DWORD i = 0; i < functions.size / 2; ++i) {
-            m_Charset.push_back(SameInAllPlanes(static_cast<WCHAR>(ReadBigEndian16(functions.bytes + 2 * i))));
+            m_Charset.push_back(
+                SameInAllPlanes(static_cast<WCHAR>(ReadBigEndian16(functions.bytes + 2 * i))));
         }
         m_nFuncLast = static_cast<DWORD>(m_Charset.size()) - 1;
     }
@@ -57,8 +59,8 @@ bool CKeyboard::LoadCharsets() {
     }
     const DataResource locale = FindDataResource(m_hSkinLib, TEXT("LOCALE_CHARSET"));
     if (locale.bytes && locale.size >= kLocaleHeaderBytes) {
-        CopyGroups(locale.bytes + kLocaleHeaderBytes, locale.size - kLocaleHeaderBytes, m_Charset, m_nCharFirst,
-                   kLanguage2Slot);
+        CopyGroups(locale.bytes + kLocaleHeaderBytes, locale.size - kLocaleHeaderBytes, m_Charset,
+                   m_nCharFirst, kLanguage2Slot);
     }
     m_nCharLast = static_cast<DWORD>(m_Charset.size()) - 1;
     return true;

@@ -22,8 +22,9 @@ struct CharacterKey {
 // The hyphen and what follows it are the platform's usual virtual keys for these characters; no key of the
 // keyboard depends on them but Control combinations.
 constexpr CharacterKey kPunctuationKeys[] = {
-    {'\'', VK_OEM_7}, {',', VK_OEM_COMMA}, {'.', VK_OEM_PERIOD}, {'/', VK_OEM_2},   {';', VK_OEM_1}, {'[', VK_OEM_4},
-    {']', VK_OEM_6},  {'-', VK_OEM_MINUS}, {'=', VK_OEM_PLUS},   {'`', VK_OEM_3}, {'\\', VK_OEM_5},
+    {'\'', VK_OEM_7},   {',', VK_OEM_COMMA}, {'.', VK_OEM_PERIOD}, {'/', VK_OEM_2},
+    {';', VK_OEM_1},    {'[', VK_OEM_4},     {']', VK_OEM_6},      {'-', VK_OEM_MINUS},
+    {'=', VK_OEM_PLUS}, {'`', VK_OEM_3},     {'\\', VK_OEM_5},
 };
 
 // From the language-1 characters, whichever plane is active: a key keeps its identity as a physical key.
@@ -79,7 +80,8 @@ void CKeyboard::SendCharacterKey(const CharsetEntry& record, bool bShifted) {
     const UINT virtualKey = VirtualKeyOf(record);
     const WCHAR character = CharacterOf(record, bShifted);
     if (m_stKbStatus.m_bCtrl) {
-        SendCharEvent(virtualKey, KeyStateDownFlag | KeyShiftAnyCtrlFlag | KeyShiftNoCharacterFlag, character);
+        SendCharEvent(virtualKey, KeyStateDownFlag | KeyShiftAnyCtrlFlag | KeyShiftNoCharacterFlag,
+                      character);
         return;
     }
     const bool shifted = (m_stKbStatus.m_bShift != m_stKbStatus.m_bCAPS) != bShifted;

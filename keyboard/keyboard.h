@@ -9,8 +9,8 @@
 //   initialisation.cpp, skin_discovery.cpp, skin_loading.cpp, charsets.cpp   find and load the skin
 #pragma once
 
-#include <windows.h>
 #include <sip.h>
+#include <windows.h>
 
 #include <map>
 #include <vector>
@@ -87,7 +87,8 @@ public:
     // The key index hit, all four edges inclusive; -1 for none. Keys beyond m_Charset are never hit.
     LONG FindKeyIndex(LONG x, LONG y, bool bCharLayout) const;
     // Interprets a stroke for the pen-down key of this record.
-    void Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window, CharsetEntry record);
+    void Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window,
+               CharsetEntry record);
 
     // --- Status ---
     // Selects the picture and the masks of the current status into the device contexts.
@@ -121,8 +122,8 @@ public:
     KeyLayout m_CharLayout;
     KeyLayout m_DigitLayout;
     std::vector<RECT> m_PressedRects;  // drawn inverted
-    RECT m_CAPSRect{};                 // the digit row, which caps lock leaves alone; empty when there is none
-    CWindow* m_pWnd = nullptr;         // of the last press; not owned
+    RECT m_CAPSRect{};          // the digit row, which caps lock leaves alone; empty when there is none
+    CWindow* m_pWnd = nullptr;  // of the last press; not owned
 
     HBITMAP m_hDigitKbBitmap = nullptr;
     HBITMAP m_hKbBitmap = nullptr;
@@ -135,10 +136,10 @@ public:
     HBITMAP m_hUml1LrgKbMask = nullptr;
     HBITMAP m_hUml2SmlKbMask = nullptr;
     HBITMAP m_hUml2LrgKbMask = nullptr;
-    HDC m_hKbDC = nullptr;               // holds the picture being shown
-    HDC m_hMaskDC = nullptr;             // holds the mask of the active plane: it is the active plane
-    HDC m_hExtMaskDC = nullptr;          // while caps lock is on, the mask that ignores it
-    HBITMAP m_hOrigMaskBmp = nullptr;    // what m_hMaskDC and m_hExtMaskDC came with
+    HDC m_hKbDC = nullptr;             // holds the picture being shown
+    HDC m_hMaskDC = nullptr;           // holds the mask of the active plane: it is the active plane
+    HDC m_hExtMaskDC = nullptr;        // while caps lock is on, the mask that ignores it
+    HBITMAP m_hOrigMaskBmp = nullptr;  // what m_hMaskDC and m_hExtMaskDC came with
     HBITMAP m_hOrigExtMaskBmp = nullptr;
 
     KbStatus m_stKbStatus;

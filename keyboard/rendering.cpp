@@ -84,8 +84,8 @@ void CKeyboard::DrawPicture(HDC dc, SIZE size) const {
 void CKeyboard::DrawPressedRects(HDC dc, SIZE size) const {
     const Picture picture{dc, m_hKbDC, size};
     const HBITMAP mask = SelectedBitmap(m_hMaskDC);
-    const HBITMAP maskWithoutCaps = SelectedBitmap(m_hExtMaskDC);
     const bool split = CapsSplitsPicture() && HasArea(m_CAPSRect);
+    const HBITMAP maskWithoutCaps = split ? SelectedBitmap(m_hExtMaskDC) : mask;
     for (const RECT& pressed : m_PressedRects) {
         const bool ignoresCaps = split && ContainsCorner(m_CAPSRect, pressed);
         picture.Draw(pressed, ignoresCaps ? maskWithoutCaps : mask, kPressedRop);

@@ -76,17 +76,20 @@ void CKeyboard::LoadSwipeOnlyMark() {
 void CKeyboard::LoadLayouts(bool bLandscape) {
     m_CharLayout.clear();
     m_DigitLayout.clear();
-    const bool hasOwn = bLandscape && FindResourceW(m_hSkinLib, TEXT("LNDSCP_LAYOUT_STRUCT"), TEXT("RC_DATA"));
+    const bool hasOwn =
+        bLandscape && FindResourceW(m_hSkinLib, TEXT("LNDSCP_LAYOUT_STRUCT"), TEXT("RC_DATA"));
     const LPCWSTR name = hasOwn ? TEXT("LNDSCP_LAYOUT_STRUCT") : TEXT("CHAR_LAYOUT_STRUCT");
     ReadLayout(FindDataResource(m_hSkinLib, name), m_CharLayout);
     m_bHasCapsKey = m_CharLayout.count(kCapsKeyIndex) != 0;
     ReadLayout(FindDataResource(m_hSkinLib, TEXT("DIGIT_LAYOUT_STRUCT")), m_DigitLayout);
 }
 
-// Resources that the skin lacks leave null fields. The umlaut masks are read for extended symbols alone; the one
-// that was still selected when the last skin was unloaded goes in any case.
+// Resources that the skin lacks leave null fields. The umlaut masks are read for extended symbols alone; the
+// one that was still selected when the last skin was unloaded goes in any case.
 void CKeyboard::LoadBitmaps(bool bLandscape) {
-    const auto load = [&](HBITMAP& field, LPCWSTR name) { ReplaceBitmap(field, LoadBitmapW(m_hSkinLib, name)); };
+    const auto load = [&](HBITMAP& field, LPCWSTR name) {
+        ReplaceBitmap(field, LoadBitmapW(m_hSkinLib, name));
+    };
     load(m_hKbBitmap, bLandscape ? TEXT("LANSCAPE_KEYBOARD_BITMAP") : TEXT("char_keyboard_bitmap"));
     for (const MaskResource& mask : kLanguageMasks) {
         load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);

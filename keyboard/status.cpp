@@ -79,17 +79,28 @@ void CKeyboard::SetKbStatus(const WCHAR* pCode, CWindow* window) {
     if (m_Charset.size() < kLeastForStatus) return;
     PaintStatusButtons(window);  // takes the look of the old status off
     switch (*pCode) {
-        case kShiftCode: ToggleShift(); break;
-        case kControlCode: ToggleControl(); break;
-        case kCapsCode: Toggle(m_stKbStatus.m_bCAPS); break;
-        case kLanguageCode: Toggle(m_stKbStatus.m_bLng1); break;
+        case kShiftCode:
+            ToggleShift();
+            break;
+        case kControlCode:
+            ToggleControl();
+            break;
+        case kCapsCode:
+            Toggle(m_stKbStatus.m_bCAPS);
+            break;
+        case kLanguageCode:
+            Toggle(m_stKbStatus.m_bLng1);
+            break;
         case kDigitCode:
             Toggle(m_stKbStatus.m_bDigit);
             // The system's Control must not stay down after the keyboard shows it released.
             if (m_stKbStatus.m_bDigit && m_stKbStatus.m_bCtrl) ToggleControl();
             break;
-        case kUmlautCode: Toggle(m_stKbStatus.m_bUml); break;
-        default: break;
+        case kUmlautCode:
+            Toggle(m_stKbStatus.m_bUml);
+            break;
+        default:
+            break;
     }
     GetKeyboardMask();
     PaintStatusButtons(window);

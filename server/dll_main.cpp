@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The library's entry point and its four exports.
-#include <windows.h>
 #include <objbase.h>
+#include <windows.h>
 
 #include "framework/module.h"
 #include "input_method/keyb_input.h"
@@ -18,8 +18,8 @@ LPCWSTR NoDescription() { return nullptr; }
 void NothingAtStartAndStop(bool) {}
 
 CComClassEntry g_classes[] = {
-    {&CLSID_KeybInput, UpdateKeybInputRegistry, CComClassFactory::CreateCached, CreateInstanceOf<CKeybInput>, nullptr,
-     0, NoDescription, NothingAtStartAndStop},
+    {&CLSID_KeybInput, UpdateKeybInputRegistry, CComClassFactory::CreateCached, CreateInstanceOf<CKeybInput>,
+     nullptr, 0, NoDescription, NothingAtStartAndStop},
     {nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr},
 };
 

@@ -53,10 +53,10 @@ HRESULT RegisterOwnTypeLibrary() {
     WCHAR path[MAX_PATH];
     HRESULT result = GetLibraryPath(path);
     if (FAILED(result)) return result;
+    WideString folder = FolderOf(path);  // before there is a library to release, should memory run out
     ITypeLib* library = nullptr;
     result = LoadTypeLib(path, &library);
     if (FAILED(result)) return result;
-    WideString folder = FolderOf(path);
     result = RegisterTypeLib(library, path, folder.data());
     library->Release();
     return result;

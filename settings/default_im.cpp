@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Making this keyboard the input method that the platform starts with, and undoing it. Only the stored default
-// changes; the current input method stays.
+// Making this keyboard the input method that the platform starts with, and undoing it. Only the stored
+// default changes; the current input method stays.
 #include "settings/settings_dlg.h"
 #include "settings/store.h"
 

@@ -50,7 +50,8 @@ bool CModuleVersion::ReadFixedPart() {
 void CModuleVersion::ReadTranslation() {
     void* translation = nullptr;
     UINT size = 0;
-    if (!VerQueryValueW(m_pVersionData.get(), TEXT("\\VarFileInfo\\Translation"), &translation, &size)) return;
+    if (!VerQueryValueW(m_pVersionData.get(), TEXT("\\VarFileInfo\\Translation"), &translation, &size))
+        return;
     if (size < sizeof m_Translation) return;
     std::memcpy(&m_Translation, translation, sizeof m_Translation);
 }

@@ -36,28 +36,48 @@ CSettingsDlg::~CSettingsDlg() {
     if (m_hTitleFont) DeleteObject(m_hTitleFont);
 }
 
-BOOL CSettingsDlg::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result, DWORD map) {
+BOOL CSettingsDlg::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result,
+                                        DWORD map) {
     if (map != 0) return FALSE;
     bool handled = true;
     switch (message) {
-        case WM_INITDIALOG: result = OnInitDialog(); break;
-        case WM_SIZE: result = OnSize(); break;
-        case WM_PAINT: result = OnPaint(); break;
-        case WM_COMMAND: result = OnCommand(LOWORD(wParam), HIWORD(wParam), handled); break;
-        default: handled = false; break;
+        case WM_INITDIALOG:
+            result = OnInitDialog();
+            break;
+        case WM_SIZE:
+            result = OnSize();
+            break;
+        case WM_PAINT:
+            result = OnPaint();
+            break;
+        case WM_COMMAND:
+            result = OnCommand(LOWORD(wParam), HIWORD(wParam), handled);
+            break;
+        default:
+            handled = false;
+            break;
     }
     return handled;
 }
 
 LRESULT CSettingsDlg::OnCommand(WORD id, WORD code, bool& handled) {
     switch (id) {
-        case IDOK: return OnOK();
-        case IDCANCEL: return OnCancel();
-        case IDC_SKIN_COMBO: return OnSkinSelChange(code);
-        case IDC_ADD_SKIN: return OnAddSkin();
-        case IDC_DELETE_SKIN: return OnDeleteSkin();
-        case IDC_SET_DEFAULT: SetDefaultIM(CheckState(m_hDefaultCheck) == 0); return 0;
-        default: handled = false; return 0;
+        case IDOK:
+            return OnOK();
+        case IDCANCEL:
+            return OnCancel();
+        case IDC_SKIN_COMBO:
+            return OnSkinSelChange(code);
+        case IDC_ADD_SKIN:
+            return OnAddSkin();
+        case IDC_DELETE_SKIN:
+            return OnDeleteSkin();
+        case IDC_SET_DEFAULT:
+            SetDefaultIM(CheckState(m_hDefaultCheck) == 0);
+            return 0;
+        default:
+            handled = false;
+            return 0;
     }
 }
 
@@ -197,7 +217,9 @@ LRESULT CSettingsDlg::OnCancel() {
     return 0;
 }
 
-WideString CSettingsDlg::SelectedSkinName() const { return ItemText(m_hSkinCombo, SelectedItem(m_hSkinCombo)); }
+WideString CSettingsDlg::SelectedSkinName() const {
+    return ItemText(m_hSkinCombo, SelectedItem(m_hSkinCombo));
+}
 
 // Items and paths are matched by text alone: every path that contains the selected name is validated and
 // written, and the last one stays. An empty name occurs in every path.

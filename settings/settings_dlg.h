@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The options dialog: skin, strokes, extended symbols, default input method, about text. The instance lives as
-// long as the input method object; each opening makes a new window on it.
+// The options dialog: skin, strokes, extended symbols, default input method, about text. The instance lives
+// as long as the input method object; each opening makes a new window on it.
 #pragma once
 
-#include <windows.h>
 #include <sip.h>
+#include <windows.h>
 
 #include "framework/dialog.h"
 #include "framework/wide_string.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Changing, adding and deleting skins. What these commands do takes effect at once, whatever the user does with
-// the dialog afterwards.
+// Changing, adding and deleting skins. What these commands do takes effect at once, whatever the user does
+// with the dialog afterwards.
 #include "settings/resource_string.h"
 #include "settings/settings_dlg.h"
 #include "settings/skin_combo.h"
@@ -14,8 +14,8 @@ constexpr std::size_t kMessageCharacters = 260;  // with the terminating null
 constexpr WCHAR kEllipsis = 0x2026;
 constexpr DWORD kDeleteDelay = 1000;  // milliseconds; lets go what may still hold the file
 
-// The question with the name in the place of "%s". A name that is too long is cut with an ellipsis, so that the
-// question itself still stands at the end of the buffer.
+// The question with the name in the place of "%s". A name that is too long is cut with an ellipsis, so that
+// the question itself still stands at the end of the buffer.
 WideString DeleteQuestion(WideString name) {
     WideString text = LoadResourceString(IDS_CONFIRM_DELETE);
     const std::size_t place = text.find(TEXT("%s"));
@@ -55,7 +55,8 @@ bool CSettingsDlg::ApplySkin() {
     SipShowIM(SIPF_OFF);  // so that the panel is laid out and drawn again
     SipShowIM(SIPF_ON);
     DWORD swipeOnly = 0;
-    if (CSettingsKey(SettingsAccess::Read).ReadDword(kSwipeOnlySkinValue, swipeOnly)) ShowSwipeOnlySkin(swipeOnly);
+    if (CSettingsKey(SettingsAccess::Read).ReadDword(kSwipeOnlySkinValue, swipeOnly))
+        ShowSwipeOnlySkin(swipeOnly);
     return true;
 }
 
@@ -70,7 +71,8 @@ LRESULT CSettingsDlg::OnAddSkin() {
     return 0;
 }
 
-// The path stays in m_Skins for the rest of this opening; discovery skips it from now on, as the file is gone.
+// The path stays in m_Skins for the rest of this opening; discovery skips it from now on, as the file is
+// gone.
 LRESULT CSettingsDlg::OnDeleteSkin() {
     if (ItemCount(m_hSkinCombo) <= 1) {
         ShowMessage(LoadResourceString(IDS_LAST_SKIN), MB_OK | MB_ICONHAND);

@@ -6,7 +6,8 @@
 CSettingsKey::CSettingsKey(HKEY root, LPCWSTR path, SettingsAccess access) {
     const REGSAM rights = access == SettingsAccess::Read ? KEY_READ : KEY_ALL_ACCESS;
     if (access == SettingsAccess::Create) {
-        RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE, rights, nullptr, m_key.Receive(), nullptr);
+        RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE, rights, nullptr, m_key.Receive(),
+                        nullptr);
     } else {
         RegOpenKeyExW(root, path, 0, rights, m_key.Receive());
     }
@@ -53,7 +54,9 @@ bool CSettingsKey::ReadStringList(LPCWSTR name, WideStringList& list) const {
     return true;
 }
 
-void CSettingsKey::WriteDword(LPCWSTR name, DWORD value) const { Write(name, REG_DWORD, &value, sizeof value); }
+void CSettingsKey::WriteDword(LPCWSTR name, DWORD value) const {
+    Write(name, REG_DWORD, &value, sizeof value);
+}
 
 void CSettingsKey::WriteString(LPCWSTR name, const WideString& text) const {
     Write(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(WCHAR));

@@ -14,7 +14,7 @@ inline constexpr WCHAR kSkinValue[] = TEXT("Skin");                    // REG_SZ
 inline constexpr WCHAR kSwipeValue[] = TEXT("Swipe");                  // REG_DWORD, see CKeyboard::m_dwSwipe
 inline constexpr WCHAR kSwipeOnlySkinValue[] = TEXT("SwipeOnlySkin");  // REG_DWORD, zero or not
 inline constexpr WCHAR kExtSymValue[] = TEXT("ExtSym");                // REG_DWORD, extended symbols on
-inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");          // REG_MULTI_SZ, skins outside "\windows"
+inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");  // REG_MULTI_SZ, skins outside "\windows"
 
 // What a string read can hold at most, its terminating null included; longer values count as absent.
 inline constexpr DWORD kStringCharacters = 260;

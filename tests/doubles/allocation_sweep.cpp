@@ -25,8 +25,8 @@ Origin FindOrigin(std::uintptr_t address) {
         !dladdr(reinterpret_cast<const void*>(address), &info))
         return Origin::Platform;
     const std::string_view symbol = info.dli_sname ? info.dli_sname : "";
-    if (symbol == "_Znwm") return Origin::OperatorNew;
-    for (const std::string_view prefix : {"_ZNSt", "_ZNKSt", "_ZSt", "_Zn"}) {
+    if (symbol.starts_with("_Zn")) return Origin::OperatorNew;
+    for (const std::string_view prefix : {"_ZNSt", "_ZNKSt", "_ZSt"}) {
         if (symbol.starts_with(prefix)) return Origin::StandardLibrary;
     }
     if (std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos) {
@@ -94,5 +94,17 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
+// All forms, as those of a sanitizer would not go together with these.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (...) {
+        return nullptr;
+    }
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept { return operator new(size, tag); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -75,29 +75,30 @@ protected:
 };
 
 TEST_F(DialogControls, PenPressesAButtonOnlyWhereItWentDown) {
-    const HWND* window = nullptr;
     HWND push = nullptr;
-    window = &push;
-    Run({[&] { push = Item(kPush); }, [&] { Tap(*window); },
+    Run({[&] { Tap(push = Item(kPush)); },
          [&] {
              EXPECT_EQ(TakeCommands(), (std::vector<Command>{{kPush, BN_CLICKED}}));
              EXPECT_EQ(GetFocus(), push);
              Pen(host::Pen::Down, push, {5, 5});
+         },
+         [&] {
              Pen(host::Pen::Move, push, {5, 50});
+         },
+         [&] {
              Pen(host::Pen::Up, push, {5, 50});
          },
          [&] {
-             EXPECT_TRUE(commands.empty());
+             EXPECT_EQ(GetCapture(), nullptr);
              Pen(host::Pen::Down, dialog, {5, 5});
              Pen(host::Pen::Up, push, {5, 5});
          },
-         [&] { EXPECT_TRUE(commands.empty()); },
          [&] {
              EnableWindow(push, FALSE);
              Tap(push);
              SendMessageW(push, BM_CLICK, 0, 0);
-         },
-         [&] { EXPECT_TRUE(commands.empty()); }});
+         }});
+    EXPECT_TRUE(commands.empty());
 }
 
 TEST_F(DialogControls, CheckBoxFollowsPenSpaceBarAndProgram) {

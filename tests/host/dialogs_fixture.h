@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,19 +65,36 @@ protected:
     }
 
     // Runs the dialog over the whole screen; it answers IDOK and IDCANCEL by ending. When the steps are used
-    // up its loop is told to quit.
+    // up its loop is told to quit, and that is forgotten again.
     INT_PTR Run(std::vector<Step> steps = {}) {
+        const INT_PTR result = RunUntilQuit(std::move(steps));
+        TakeQuit();
+        return result;
+    }
+
+    // As Run, but what the loop was told stays.
+    INT_PTR RunUntilQuit(std::vector<Step> steps) {
         m_layout.place = {0, 0, 240, 320};
         m_layout.style = WS_POPUP;
         Follow(std::move(steps));
         return host::RunModal({m_layout, nullptr, m_owner, nullptr, HandleMessage, 42});
     }
 
+    // The code of a quit that is wanted, -1 for none. Delivers what waits.
+    static int TakeQuit() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message == WM_QUIT) return static_cast<int>(message.wParam);
+            DispatchMessageW(&message);
+        }
+        return -1;
+    }
+
     static void Follow(std::vector<Step> steps) {
-        std::size_t next = 0;
-        host::SetIdleHandler([steps = std::move(steps), next]() mutable {
-            if (next == steps.size()) return false;
-            steps[next++]();
+        const auto next = std::make_shared<std::size_t>(0);  // shared by the copies of the handler
+        host::SetIdleHandler([steps = std::move(steps), next] {
+            if (*next == steps.size()) return false;
+            steps[(*next)++]();
             return true;
         });
     }

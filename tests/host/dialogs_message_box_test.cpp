@@ -7,7 +7,9 @@ class MessageBoxes : public test::Dialogs {
 protected:
     int Show(HWND owner, UINT type, std::vector<Step> steps, const WCHAR* text = TEXT("Sure?")) {
         Follow(std::move(steps));
-        return MessageBoxW(owner, text, TEXT("Caption"), type);
+        const int result = MessageBoxW(owner, text, TEXT("Caption"), type);
+        TakeQuit();
+        return result;
     }
     Step TapOn(int id) {
         return [this, id] { Tap(Item(id)); };

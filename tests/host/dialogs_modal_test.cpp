@@ -131,13 +131,8 @@ TEST_F(DialogModal, DisabledFocusGoesToTheDialogSoThatKeysStillWork) {
 }
 
 TEST_F(DialogModal, QuitEndsEveryLoopAround) {
-    EXPECT_EQ(Run({[] { PostQuitMessage(9); }}), IDCANCEL);
-    MSG message;
-    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) || true);
-    while (message.message != WM_QUIT && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    }
-    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
-    EXPECT_EQ(message.wParam, 9u);
+    EXPECT_EQ(RunUntilQuit({[] { PostQuitMessage(9); }}), IDCANCEL);
+    EXPECT_EQ(TakeQuit(), 9);
     ExpectAllAsBefore();
 }
 
@@ -168,9 +163,6 @@ TEST_F(DialogModal, HandlersMayDestroyTheDialogDuringAnyMessage) {
         onMessage = nullptr;
         EXPECT_FALSE(IsWindow(seen)) << trigger;
         EXPECT_TRUE(IsWindowEnabled(m_owner)) << trigger;
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        }
         SetFocus(m_edit);
     }
     ExpectAllAsBefore();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <commctrl.h>
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <test_support.h>
 
@@ -90,8 +91,8 @@ TEST_F(ImageLists, ImagesAreClippedAtTheTarget) {
     for (const int x : {-1, 3}) {
         EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), x, 0, ILD_TRANSPARENT));
     }
-    for (const POINT far : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}}) {
-        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), far.x, far.y, ILD_TRANSPARENT));
+    for (const POINT outside : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}}) {
+        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), outside.x, outside.y, ILD_TRANSPARENT));
     }
     EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kBlue, kPage, kPage, kGreen}));
 }

@@ -7,3 +7,5 @@
 #define ID_FIRST_OF_BLOCK 112
 #define ID_ABSENT_STRING 100
 #define ID_NUMBERED 7
+#define ID_DIALOG 8
+#define ID_ABSENT_DIALOG 9

@@ -34,7 +34,9 @@ public:
         Release();
         return g_constructResult;
     }
-    void* FindInterface(REFIID iid) { return IsEqualIID(iid, IID_IUnknown) ? static_cast<IUnknown*>(this) : nullptr; }
+    void* FindInterface(REFIID iid) {
+        return IsEqualIID(iid, IID_IUnknown) ? static_cast<IUnknown*>(this) : nullptr;
+    }
 
 protected:
     ~Probe() { g_locksAtDestruction = _Module.GetLockCount(); }
@@ -196,4 +198,14 @@ TEST_F(FrameworkTest, FailedCreationLeavesNoRecordBehind) {
     ASSERT_NE(next.Create(nullptr, kPlace, nullptr, 0, 0), nullptr);
     EXPECT_NE(next.m_hWnd, nullptr);
     EXPECT_EQ(failed.m_hWnd, nullptr);
+}
+
+TEST_F(FrameworkTest, WindowIsBoundOnTheThreadThatCreatesIt) {
+    CreateWindowRecord own{};
+    CreateWindowRecord foreign{};
+    _Module.AddCreateWindowRecord(&own, &own);
+    std::thread([&foreign] { _Module.AddCreateWindowRecord(&foreign, &foreign); }).join();
+    EXPECT_EQ(_Module.ExtractCreateWindowRecord(), &own) << "although the other came last";
+    EXPECT_EQ(_Module.ExtractCreateWindowRecord(), nullptr);
+    _Module.RemoveCreateWindowRecord(&foreign);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The input method as the SIP holds it: created through the class factory, with the SIP's window and callback.
+// The input method as the SIP holds it: created through the class factory, with the SIP's window and
+// callback.
 #pragma once
 
 #include "input_method/main_wnd.h"

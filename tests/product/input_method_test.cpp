@@ -177,18 +177,18 @@ TEST_F(InputMethodTest, ShowingCorrectsTheHeightOfTheSipWindow) {
         LONG height;
         LONG corrected;  // 0: left alone
     } const cases[] = {
-        {{240, 320}, 80, 0},    {{240, 320}, 106, 0},   {{240, 320}, 100, 80},   {{240, 320}, 81, 80},
-        {{320, 240}, 80, 0},    {{320, 240}, 60, 0},    {{320, 240}, 100, 80},   {{240, 240}, 60, 0},
-        {{240, 240}, 80, 0},    {{240, 240}, 100, 60},  {{480, 640}, 100, 160},  {{241, 323}, 80, 0},
-        {{241, 323}, 107, 0},   {{241, 323}, 81, 80},   {{321, 239}, 80, 79},
+        {{240, 320}, 80, 0},  {{240, 320}, 106, 0},  {{240, 320}, 100, 80},  {{240, 320}, 81, 80},
+        {{320, 240}, 80, 0},  {{320, 240}, 60, 0},   {{320, 240}, 100, 80},  {{240, 240}, 60, 0},
+        {{240, 240}, 80, 0},  {{240, 240}, 100, 60}, {{480, 640}, 100, 160}, {{241, 323}, 80, 0},
+        {{241, 323}, 107, 0}, {{241, 323}, 81, 80},  {{321, 239}, 80, 79},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(test::SetScreenSize(c.screen.cx, c.screen.cy));
         ASSERT_EQ(m_object->Select(m_sip), S_OK);
         MoveSip(120, c.height);
         EXPECT_EQ(m_object->Showing(), S_OK);
-        const RECT expected = c.corrected ? RECT{0, 120, c.screen.cx, 120 + c.corrected}
-                                          : RECT{10, 120, 210, 120 + c.height};
+        const RECT expected =
+            c.corrected ? RECT{0, 120, c.screen.cx, 120 + c.corrected} : RECT{10, 120, 210, 120 + c.height};
         EXPECT_EQ(WindowRect(m_sip), expected)
             << c.screen.cx << " x " << c.screen.cy << ", height " << c.height;
         EXPECT_EQ(m_object->Deselect(), S_OK);
@@ -343,61 +343,4 @@ TEST_F(InputMethodTest, MissingSkinSettingIsNoChange) {
     EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1);
     EXPECT_NE(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &settings), ERROR_SUCCESS)
         << "looking must not create the key";
-}
-
-// --- The interface as a C client sees it ------------------------------------------------------------------
-
-struct InputMethodTable {
-    HRESULT(STDMETHODCALLTYPE* queryInterface)(void*, REFIID, void**);
-    ULONG(STDMETHODCALLTYPE* addRef)(void*);
-    ULONG(STDMETHODCALLTYPE* release)(void*);
-    HRESULT(STDMETHODCALLTYPE* select)(void*, HWND);
-    HRESULT(STDMETHODCALLTYPE* deselect)(void*);
-    HRESULT(STDMETHODCALLTYPE* showing)(void*);
-    HRESULT(STDMETHODCALLTYPE* hiding)(void*);
-    HRESULT(STDMETHODCALLTYPE* getInfo)(void*, IMINFO*);
-    HRESULT(STDMETHODCALLTYPE* receiveSipInfo)(void*, SIPINFO*);
-    HRESULT(STDMETHODCALLTYPE* registerCallback)(void*, IIMCallback*);
-    HRESULT(STDMETHODCALLTYPE* getImData)(void*, DWORD, void*);
-    HRESULT(STDMETHODCALLTYPE* setImData)(void*, DWORD, void*);
-    HRESULT(STDMETHODCALLTYPE* userOptionsDlg)(void*, HWND);
-    HRESULT(STDMETHODCALLTYPE* setImmActiveContext)(void*, HWND, BOOL, DWORD, DWORD, DWORD);
-    HRESULT(STDMETHODCALLTYPE* registerCallback2)(void*, IIMCallback2*);
-};
-
-TEST_F(InputMethodTest, SlotsOfTheTableAreInTheOrderOfTheInterfaces) {
-    const InputMethodTable& table = **reinterpret_cast<const InputMethodTable**>(m_object);
-    void* found = nullptr;
-    EXPECT_EQ(table.queryInterface(m_object, IID_IInputMethod2, &found), S_OK);
-    EXPECT_EQ(found, m_object);
-    EXPECT_EQ(table.addRef(m_object), 3u);
-    EXPECT_EQ(table.release(m_object), 2u);
-    EXPECT_EQ(table.release(m_object), 1u);
-
-    EXPECT_EQ(table.select(m_object, m_sip), S_OK);
-    ASSERT_NE(Panel(), nullptr);
-    EXPECT_EQ(table.showing(m_object), S_OK);
-    EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 240, 280}));
-    SIPINFO sip{};
-    sip.rcSipRect = {0, 0, 33, 44};
-    EXPECT_EQ(table.receiveSipInfo(m_object, &sip), S_OK);
-    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 33, 244}));
-    IMINFO info{};
-    EXPECT_EQ(table.getInfo(m_object, &info), S_OK);
-    EXPECT_EQ(info.cbSize, 40u);
-    EXPECT_EQ(table.registerCallback(m_object, &m_callback), S_OK);
-    Keyboard().m_stKbStatus.m_bShift = 1;
-    EXPECT_EQ(table.hiding(m_object), S_OK);
-    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up"}));
-
-    BYTE data[] = {1, 2};
-    EXPECT_EQ(table.getImData(m_object, 2, data), S_OK);
-    EXPECT_EQ(table.setImData(m_object, 2, data), S_OK);
-    EXPECT_TRUE(data[0] == 1 && data[1] == 2);
-    EXPECT_EQ(table.setImmActiveContext(m_object, m_sip, TRUE, 1, 2, 3), S_OK);
-    EXPECT_EQ(table.registerCallback2(m_object, nullptr), S_OK);
-    EXPECT_EQ(table.hiding(m_object), S_OK);
-    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up"})) << "the second callback is not stored";
-    EXPECT_EQ(table.deselect(m_object), S_OK);
-    EXPECT_EQ(Panel(), nullptr);
 }

@@ -134,10 +134,10 @@ TEST_F(Delivery, DigitRowIgnoresCapsLockWhereTheSkinHasACapsRectangle) {
         {false, false, true, '!', '!', 'Q', true},   {true, false, true, '1', '1', 'q', false},
         {false, true, true, '1', '1', 'q', false},   {true, true, true, '!', '!', 'Q', true},
     };
-    const RECT narrowRect = {5, 0, 5, 20};
     for (const bool isPortrait : {true, false}) {
-        for (const bool hasRect : {true, false}) {
-            Start(hasRect ? TestSkin() : TestSkin().Data("CAPS_RECT", test::RectBytes(narrowRect)));
+        for (const RECT& rect : {RECT{0, 0, 240, 20}, RECT{5, 0, 5, 20}, RECT{0, 20, 240, 20}}) {
+            const bool hasRect = rect.left == 0 && rect.top == 0;  // the others have no area
+            Start(TestSkin().Data("CAPS_RECT", test::RectBytes(rect)));
             ASSERT_TRUE(isPortrait ? InitPortrait() : InitLandscape());
             for (const auto& c : cases) {
                 SCOPED_TRACE(testing::Message()
@@ -170,6 +170,8 @@ TEST_F(Delivery, VirtualKeysNameThePhysicalKey) {
         std::size_t key;
         unsigned virtualKey;
     } cases[] = {
+        {94, 'A'},
+        {105, 'Z'},
         {82, 'Q'},
         {91, 'P'},
         {111, 'M'},

@@ -54,16 +54,19 @@ protected:
         EXPECT_EQ(Tap(test::KeyQ).size(), 2u);
         EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1SmlKbMask);
     }
-    template <typename Sweep, typename Act>
-    int SweepInit(Act act) {
+    static void StoreChoices() {
+        SetText(kSkinValue, TEXT("\\windows\\b.tlk"));
+        SetText(kUserSkinsValue, TEXT("\\windows\\a.tlk"));
+    }
+    template <typename Sweep, typename Prepare, typename Act>
+    int SweepInit(Prepare prepare, Act act) {
+        TestSkin().Install("a.tlk");
+        TestSkin().Install("b.tlk");
         int faults = 0;
         for (Sweep sweep; sweep.Next(); faults += sweep.WasHit()) {
             SCOPED_TRACE(sweep.Describe());
             m_keyboard = std::make_unique<CKeyboard>();
-            TestSkin().Install("a.tlk");
-            RegDeleteKeyW(HKEY_LOCAL_MACHINE, kSettingsKey);
-            SetText(kSkinValue, TEXT("\\windows\\b.tlk"));
-            SetText(kUserSkinsValue, TEXT("\\windows\\a.tlk"));
+            prepare();
             sweep.Arm();
             EXPECT_NO_THROW(act());
             sweep.Disarm();
@@ -78,16 +81,15 @@ protected:
     CountingCallback m_counter;
 };
 
-TEST_F(Faults, AnyPlatformCallOfInitMayFail) {
-    TestSkin().Install("b.tlk");
-    const int faults = SweepInit<test::FaultSweep>([&] { InitPortrait(); });
+TEST_F(Faults, AnyPlatformCallOfTheFirstInitMayFail) {
+    const auto forgetSettings = [] { RegDeleteKeyW(HKEY_LOCAL_MACHINE, kSettingsKey); };
+    const int faults = SweepInit<test::FaultSweep>(forgetSettings, [&] { InitPortrait(); });
     // Searching, settings, modules, resources, bitmaps, contexts.
     EXPECT_GT(faults, 50);
 }
 
-TEST_F(Faults, AnyPlatformCallOfTheSecondInitMayFail) {
-    TestSkin().Install("b.tlk");
-    SweepInit<test::FaultSweep>([&] {
+TEST_F(Faults, AnyPlatformCallOfALaterInitMayFail) {
+    SweepInit<test::FaultSweep>(StoreChoices, [&] {
         InitLandscape();
         m_keyboard->SetKbStatus(&kCapsCode, &m_window);
         InitPortrait();
@@ -107,9 +109,8 @@ TEST_F(Faults, AnyPlatformCallOfUseMayFail) {
 }
 
 TEST_F(Faults, InitMayRunOutOfMemoryAnywhere) {
-    TestSkin().Install("b.tlk");
     bool isReady = false;
-    const int faults = SweepInit<test::AllocationSweep>([&] {
+    const int faults = SweepInit<test::AllocationSweep>(StoreChoices, [&] {
         isReady = InitPortrait();
         // A list of skins that is not whole must not cost the user the stored choice.
         EXPECT_TRUE(!isReady || m_keyboard->m_strSkinPath == TEXT("\\windows\\b.tlk"));

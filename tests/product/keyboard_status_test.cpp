@@ -169,6 +169,13 @@ TEST_F(Status, KeysOfActiveStatusesLookPressed) {
                               RectOf(test::KeyControl),
                               RectOf(test::KeyLanguage),
                               RectOf(test::KeyUmlaut)}));
+    // Of them the language key alone is invalidated by its own drawing.
+    m_window.TakeInvalid();
+    m_keyboard->PaintStatusButtons(&m_window);
+    EXPECT_EQ(pressed, Rects());
+    EXPECT_EQ(m_window.TakeInvalid(), RectOf(test::KeyLanguage));
+    m_keyboard->PaintStatusButtons(&m_window);
+    EXPECT_EQ(pressed.size(), 5u);
     // The digit keyboard has a language key too and no other of them; its own key never looks pressed.
     Set(kDigitCode);
     EXPECT_EQ(pressed, Rects{RectOf(test::KeyLanguage)});

@@ -21,8 +21,8 @@ protected:
         }
     }
     HWND CreateForeignPanel() const {
-        return CreateWindowExW(0, CMainWnd::GetWndClassInfo().m_wc.lpszClassName, nullptr, WS_CHILD, 0, 0, 10, 10,
-                               m_sip, nullptr, m_library, nullptr);
+        return CreateWindowExW(0, CMainWnd::GetWndClassInfo().m_wc.lpszClassName, nullptr, WS_CHILD, 0, 0, 10,
+                               10, m_sip, nullptr, m_library, nullptr);
     }
 };
 
@@ -139,8 +139,7 @@ TEST_F(PanelTest, WindowClassLivesFromTheFirstCreateToTheDetach) {
     const WNDCLASSW& description = CMainWnd::GetWndClassInfo().m_wc;
     EXPECT_EQ(WideString(description.lpszClassName), TEXT("3E8B6D14-C2A7-4F90-8B5E-71D0A9C4E26F-PanelHost"));
     EXPECT_EQ(description.style, CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS);
-    EXPECT_EQ(description.hbrBackground,
-              reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1)));
+    EXPECT_EQ(description.hbrBackground, reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1)));
     EXPECT_TRUE(!description.hIcon && !description.lpszMenuName && !description.cbClsExtra &&
                 !description.cbWndExtra);
     EXPECT_EQ(CreateForeignPanel(), nullptr) << "registered before it was needed";

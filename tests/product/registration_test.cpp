@@ -61,8 +61,8 @@ std::set<WideString> Subkeys(const WideString& path) {
     std::set<WideString> names;
     const CRegistryKeyOwner key = Open(path);
     WCHAR name[256];
-    for (DWORD size = 256; RegEnumKeyExW(key.Get(), static_cast<DWORD>(names.size()), name, &size, nullptr, nullptr,
-                                         nullptr, nullptr) == ERROR_SUCCESS;
+    for (DWORD size = 256; RegEnumKeyExW(key.Get(), static_cast<DWORD>(names.size()), name, &size, nullptr,
+                                         nullptr, nullptr, nullptr) == ERROR_SUCCESS;
          size = 256) {
         names.insert(WideString(name, size));
     }
@@ -79,8 +79,8 @@ void AddTree(const WideString& path, std::set<WideString>& paths) {
 DWORD CountValues(const WideString& path) {
     DWORD count = 0;
     const CRegistryKeyOwner key = Open(path);
-    EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count, nullptr, nullptr,
-                               nullptr, nullptr),
+    EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count,
+                               nullptr, nullptr, nullptr, nullptr),
               ERROR_SUCCESS);
     return count;
 }
@@ -91,7 +91,8 @@ std::pair<DWORD, std::string> ReadBytes(const WideString& path, LPCWSTR name) {
     DWORD size = sizeof bytes;
     DWORD type = REG_NONE;
     const CRegistryKeyOwner key = Open(path);
-    if (RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size) != ERROR_SUCCESS) {
+    if (RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size) !=
+        ERROR_SUCCESS) {
         return {};
     }
     return {type, std::string(bytes, size)};
@@ -105,8 +106,8 @@ std::pair<DWORD, std::string> Stored(const WideString& text, DWORD number = 0) {
 
 void Write(const WideString& path, LPCWSTR name, const WideString& text) {
     CRegistryKeyOwner key;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(),
-                              nullptr),
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                              key.Receive(), nullptr),
               ERROR_SUCCESS);
     const std::string bytes = Stored(text).second;
     ASSERT_EQ(RegSetValueExW(key.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(bytes.data()),
@@ -144,7 +145,8 @@ void ExpectTypeLibrary(const WideString& libraryPath, const WideString& folder) 
     int paths = 0;
     for (const WideString& locale : Subkeys(version)) {
         for (const WideString& system : Subkeys(version + TEXT("\\") + locale)) {
-            EXPECT_EQ(ReadBytes(version + TEXT("\\") + locale + TEXT("\\") + system, TEXT("")), Stored(libraryPath));
+            EXPECT_EQ(ReadBytes(version + TEXT("\\") + locale + TEXT("\\") + system, TEXT("")),
+                      Stored(libraryPath));
             ++paths;
         }
     }
@@ -328,10 +330,18 @@ TEST_F(RegistrationTest, BrokenScriptsFailAndTouchNobodyElse) {
         ASSERT_EQ(ReadBytes(TEXT("txtfile\\shell"), TEXT("")), Stored(TEXT("open"))) << length;
     }
     for (const LPCWSTR broken : {
-             TEXT("HKLM { key = s 'x' }"), TEXT("HKCR { key = s x }"), TEXT("HKCR { key = b '1' }"),
-             TEXT("HKCR { key = s 'x }"), TEXT("HKCR { val }"), TEXT("HKCR { val name s 'x' }"),
-             TEXT("HKCR { ForceRemove }"), TEXT("HKCR { ForceRemove { } }"), TEXT("HKCR { NoRemove 'x' }"),
-             TEXT("HKCR { 'x' }"), TEXT("HKCR } {"), TEXT("{ }"),
+             TEXT("HKLM { key = s 'x' }"),
+             TEXT("HKCR { key = s x }"),
+             TEXT("HKCR { key = b '1' }"),
+             TEXT("HKCR { key = s 'x }"),
+             TEXT("HKCR { val }"),
+             TEXT("HKCR { val name s 'x' }"),
+             TEXT("HKCR { ForceRemove }"),
+             TEXT("HKCR { ForceRemove { } }"),
+             TEXT("HKCR { NoRemove 'x' }"),
+             TEXT("HKCR { 'x' }"),
+             TEXT("HKCR } {"),
+             TEXT("{ }"),
          }) {
         EXPECT_TRUE(FAILED(registrar.Run(broken, RegistryAction::Register))) << Narrow(broken);
         EXPECT_TRUE(FAILED(registrar.Run(broken, RegistryAction::Unregister))) << Narrow(broken);
@@ -341,11 +351,11 @@ TEST_F(RegistrationTest, BrokenScriptsFailAndTouchNobodyElse) {
 
 TEST_F(RegistrationTest, QuotesAndBracesInAStringAreText) {
     CRegistrar registrar(TEXT("\\it's {here}.dll"));
-    const WideString script = TEXT("HKCR { one = s '}''{' { val a = s '%MODULE%' two = s '''' } }");
+    const WideString script = TEXT("HKCR { one = s '}''{' { val a = s '%MODULE%' two = s ''' } ' } }");
     EXPECT_EQ(registrar.Run(script, RegistryAction::Register), S_OK);
     EXPECT_EQ(ReadBytes(TEXT("one"), TEXT("")), Stored(TEXT("}'{")));
     EXPECT_EQ(ReadBytes(TEXT("one"), TEXT("a")), Stored(TEXT("\\it's {here}.dll")));
-    EXPECT_EQ(ReadBytes(TEXT("one\\two"), TEXT("")), Stored(TEXT("'")));
+    EXPECT_EQ(ReadBytes(TEXT("one\\two"), TEXT("")), Stored(TEXT("' } ")));
     EXPECT_EQ(registrar.Run(script, RegistryAction::Unregister), S_OK);
     EXPECT_EQ(registrar.Run(script, RegistryAction::Unregister), S_OK) << "a block to skip";
     EXPECT_FALSE(Exists(TEXT("one")));

@@ -3,9 +3,9 @@
 // tests, so that a test can also look behind them.
 #pragma once
 
-#include <windows.h>
 #include <objbase.h>
 #include <sip.h>
+#include <windows.h>
 
 #include <gtest/gtest.h>
 

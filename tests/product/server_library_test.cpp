@@ -22,14 +22,16 @@ protected:
 
     HRESULT Call(LPCSTR name) const {
         using Export = HRESULT(STDAPICALLTYPE*)();
-        const auto entry = reinterpret_cast<Export>(reinterpret_cast<void (*)()>(GetProcAddress(m_library, name)));
+        const auto entry =
+            reinterpret_cast<Export>(reinterpret_cast<void (*)()>(GetProcAddress(m_library, name)));
         EXPECT_NE(entry, nullptr) << name;
         return entry ? entry() : E_UNEXPECTED;
     }
 
     static IInputMethod* Activate() {
         void* object = nullptr;
-        EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object), S_OK);
+        EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object),
+                  S_OK);
         return static_cast<IInputMethod*>(object);
     }
 
@@ -66,8 +68,8 @@ TEST_F(LibraryTest, CanBeLoadedAgain) {
     windowClass.lpfnWndProc = DefWindowProcW;
     windowClass.lpszClassName = TEXT("LibraryTestSip");
     RegisterClassW(&windowClass);
-    const HWND sip = CreateWindowExW(0, windowClass.lpszClassName, nullptr, WS_POPUP | WS_VISIBLE, 0, 240, 240, 80,
-                                     nullptr, nullptr, nullptr, nullptr);
+    const HWND sip = CreateWindowExW(0, windowClass.lpszClassName, nullptr, WS_POPUP | WS_VISIBLE, 0, 240,
+                                     240, 80, nullptr, nullptr, nullptr, nullptr);
     for (int life = 0; life < 3; ++life) {
         IInputMethod* object = Activate();
         ASSERT_NE(object, nullptr);

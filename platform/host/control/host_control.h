@@ -20,8 +20,8 @@ struct DeviceOptions {
     std::function<void(const std::string&)> report;
 };
 
-// Starts the one device of this process: an empty screen, the registry of its folder ("device.reg"), the clock
-// at 0, no window. Stopping destroys what is left, writes the registry and forgets every handle.
+// Starts the one device of this process: an empty screen, the registry of its folder ("device.reg"), the
+// clock at 0, no window. Stopping destroys what is left, writes the registry and forgets every handle.
 void StartDevice(const DeviceOptions& options);
 void StopDevice();
 // The host path of a device path; empty when a name on the way does not exist (the last one may be missing)
@@ -69,7 +69,7 @@ void SetCaptureHandler(CaptureHandler handler);
 void PostKey(UINT virtualKey, bool down);
 void PostCharacter(UINT virtualKey, WCHAR character);
 
-DWORD Now();                          // milliseconds of the virtual clock
+DWORD Now();  // milliseconds of the virtual clock
 void AdvanceClock(DWORD milliseconds);
 
 // --- The message loop -------------------------------------------------------------------------------------
@@ -91,13 +91,13 @@ bool ChooseItem(HWND comboBox, int index);
 using MessageBoxHandler =
     std::function<void(UINT type, const std::u16string& caption, const std::u16string& text)>;
 void SetMessageBoxHandler(MessageBoxHandler handler);
-// Called when GetOpenFileNameW is called, before its dialog opens, with the default extension and the filter, its
-// strings parted by "|". Forgotten when the device stops.
+// Called when GetOpenFileNameW is called, before its dialog opens, with the default extension and the filter,
+// its strings parted by "|". Forgotten when the device stops.
 using OpenFileHandler = std::function<void(const std::u16string& extension, const std::u16string& filter)>;
 void SetOpenFileHandler(OpenFileHandler handler);
-// Answers the open-file dialog as a person who types this name, or cancels it. A name without a folder is one of
-// the folder that the dialog shows; a folder's opens it. False when it is not the topmost modal window, or for an
-// empty name.
+// Answers the open-file dialog as a person who types this name, or cancels it. A name without a folder is one
+// of the folder that the dialog shows; a folder's opens it. False when it is not the topmost modal window, or
+// for an empty name.
 bool AnswerOpenFile(const std::u16string& name);
 bool CancelOpenFile();
 
@@ -159,8 +159,8 @@ void ClearFaults();
 unsigned CallCount(Call call);
 
 // --- Live handles -----------------------------------------------------------------------------------------
-// Handles are counted for whom they were made: everything belongs to the product, except what is created while
-// a PlatformScope stands.
+// Handles are counted for whom they were made: everything belongs to the product, except what is created
+// while a PlatformScope stands.
 class PlatformScope {
 public:
     PlatformScope();

@@ -21,9 +21,9 @@ struct OPENFILENAMEW {
     LPCWSTR lpstrFilter;  // pairs of a text to show and a pattern, each with its null; a null ends them
     LPWSTR lpstrCustomFilter;
     DWORD nMaxCustFilter;
-    DWORD nFilterIndex;  // of the pair, from 1; 0 is the first as well
-    LPWSTR lpstrFile;    // gets the full path
-    DWORD nMaxFile;      // characters, with the null
+    DWORD nFilterIndex;     // of the pair, from 1; 0 is the first as well
+    LPWSTR lpstrFile;       // gets the full path
+    DWORD nMaxFile;         // characters, with the null
     LPWSTR lpstrFileTitle;  // gets the name with its extension; may be null
     DWORD nMaxFileTitle;
     LPCWSTR lpstrInitialDir;
@@ -33,16 +33,17 @@ struct OPENFILENAMEW {
     WORD nFileExtension;  // of the extension in the path, 0 when there is none
     LPCWSTR lpstrDefExt;  // added to a name that is given without an extension
     LPARAM lCustData;
-    LPOFNHOOKPROC lpfnHook;  // sees each message of the dialog first; what it answers with other than 0 is done
+    LPOFNHOOKPROC
+        lpfnHook;  // sees each message of the dialog first; what it answers with other than 0 is done
     LPCWSTR lpTemplateName;
     void* pvReserved;
     DWORD dwReserved;
     DWORD FlagsEx;
 };
 
-// Custom filters, templates and flags other than those above are refused (CDERR_INITIALIZATION). When the buffers
-// are too small for the choice the call fails with FNERR_BUFFERTOOSMALL, and the first character of lpstrFile, if
-// it has one, tells how many the path needs.
+// Custom filters, templates and flags other than those above are refused (CDERR_INITIALIZATION). When the
+// buffers are too small for the choice the call fails with FNERR_BUFFERTOOSMALL, and the first character of
+// lpstrFile, if it has one, tells how many the path needs.
 BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request);
 // Why the last call failed; 0 when it was cancelled.
 DWORD WINAPI CommDlgExtendedError();

@@ -69,7 +69,8 @@ int WINAPI lstrcmpW(LPCWSTR first, LPCWSTR second);
 int WINAPI lstrcmpiW(LPCWSTR first, LPCWSTR second);
 int WINAPI lstrlenW(LPCWSTR text);
 // Code page CP_ACP alone (Windows-1252). A length of -1 includes the terminating null.
-int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text, int characters);
+int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text,
+                               int characters);
 
 // --- Synchronisation --------------------------------------------------------------------------------------
 struct CRITICAL_SECTION {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <winbase.h>
 #include <windef.h>
 #include <winerror.h>
-#include <winbase.h>
 #include <wingdi.h>
-#include <winuser.h>
 #include <winreg.h>
+#include <winuser.h>
 #include <winver.h>

@@ -64,6 +64,7 @@
 
 #define SUCCEEDED(result) (static_cast<HRESULT>(result) >= 0)
 #define FAILED(result) (static_cast<HRESULT>(result) < 0)
-#define HRESULT_FROM_WIN32(code)                           \
-    (static_cast<HRESULT>(code) <= 0 ? static_cast<HRESULT>(code) \
-                                     : static_cast<HRESULT>((static_cast<DWORD>(code) & 0xFFFF) | 0x80070000u))
+#define HRESULT_FROM_WIN32(code)      \
+    (static_cast<HRESULT>(code) <= 0  \
+         ? static_cast<HRESULT>(code) \
+         : static_cast<HRESULT>((static_cast<DWORD>(code) & 0xFFFF) | 0x80070000u))

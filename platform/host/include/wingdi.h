@@ -4,7 +4,7 @@
 
 #include <windef.h>
 
-#define RGB(red, green, blue)                                                                  \
+#define RGB(red, green, blue)                                                                             \
     (static_cast<COLORREF>(static_cast<BYTE>(red) | (static_cast<DWORD>(static_cast<BYTE>(green)) << 8) | \
                            (static_cast<DWORD>(static_cast<BYTE>(blue)) << 16)))
 #define CLR_INVALID 0xFFFFFFFFu

@@ -34,11 +34,13 @@ struct SECURITY_ATTRIBUTES;
 
 LSTATUS WINAPI RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD options, REGSAM access, HKEY* result);
 LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR keyClass, DWORD options,
-                               REGSAM access, SECURITY_ATTRIBUTES* security, HKEY* result, LPDWORD disposition);
+                               REGSAM access, SECURITY_ATTRIBUTES* security, HKEY* result,
+                               LPDWORD disposition);
 LSTATUS WINAPI RegCloseKey(HKEY key);
 LSTATUS WINAPI RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
                                 LPDWORD size);
-LSTATUS WINAPI RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size);
+LSTATUS WINAPI RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data,
+                              DWORD size);
 LSTATUS WINAPI RegDeleteValueW(HKEY key, LPCWSTR name);
 // Deletes the key with everything under it, as the handheld does (desktop Windows refuses keys with subkeys).
 LSTATUS WINAPI RegDeleteKeyW(HKEY key, LPCWSTR subkey);

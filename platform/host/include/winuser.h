@@ -170,11 +170,12 @@ struct PAINTSTRUCT {
 // A window has no frame: its client area is all of it. It never draws over its children and siblings.
 ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass);
 BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance);
-// Finds the class by name or atom, of this instance, of the null one, or of the controls. A new child lies below
-// its siblings, a new top-level window above all others, but below those with WS_EX_TOPMOST. The caller destroys
-// it; so does the end of its parent or owner.
+// Finds the class by name or atom, of this instance, of the null one, or of the controls. A new child lies
+// below its siblings, a new top-level window above all others, but below those with WS_EX_TOPMOST. The caller
+// destroys it; so does the end of its parent or owner.
 HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
-                            int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter);
+                            int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                            LPVOID parameter);
 BOOL WINAPI DestroyWindow(HWND window);
 BOOL WINAPI IsWindow(HWND window);
 BOOL WINAPI IsWindowVisible(HWND window);
@@ -192,7 +193,8 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index);
 LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
 // Characters copied, without the null.
 int WINAPI GetClassNameW(HWND window, LPWSTR name, int characters);
-// A window that loses the focus by being disabled leaves it to its top-level window. TRUE: it was disabled before.
+// A window that loses the focus by being disabled leaves it to its top-level window. TRUE: it was disabled
+// before.
 BOOL WINAPI EnableWindow(HWND window, BOOL enable);
 BOOL WINAPI IsWindowEnabled(HWND window);
 // By WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH; lengths are in characters without the null.
@@ -241,7 +243,8 @@ BOOL WINAPI ReleaseCapture();
 HWND WINAPI GetCapture();
 HWND WINAPI SetFocus(HWND window);
 HWND WINAPI GetFocus();
-// The top-level window that has the focus or contains the one that has; without a focus the modal window on top.
+// The top-level window that has the focus or contains the one that has; without a focus the modal window on
+// top.
 HWND WINAPI GetActiveWindow();
 SHORT WINAPI GetKeyState(int virtualKey);
 
@@ -254,10 +257,11 @@ SHORT WINAPI GetKeyState(int virtualKey);
 #define MB_OKCANCEL 0x0001u
 #define MB_ICONHAND 0x0010u
 
-// Runs the dialog of a template (RT_DIALOG, the standard form) until EndDialog; returns its result. Its owner,
-// which may be null, is disabled meanwhile. 0 for an owner that is no window, -1 when the dialog cannot be made;
-// nothing is left of it then. It ends with IDCANCEL when its message loop is told to quit.
-INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
+// Runs the dialog of a template (RT_DIALOG, the standard form) until EndDialog; returns its result. Its
+// owner, which may be null, is disabled meanwhile. 0 for an owner that is no window, -1 when the dialog
+// cannot be made; nothing is left of it then. It ends with IDCANCEL when its message loop is told to quit.
+INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR name, HWND owner, DLGPROC procedure,
+                               LPARAM parameter);
 // Hides the dialog and enables its owner at once; DialogBoxParamW returns when the present message is done.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 HWND WINAPI GetDlgItem(HWND dialog, int id);
@@ -284,8 +288,8 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 #define BST_UNCHECKED 0
 #define BST_CHECKED 1
 
-// "ComboBox": always a drop-down list. Its height as given is that with the list; the closed field is as high as
-// its font needs, and that is its window's size.
+// "ComboBox": always a drop-down list. Its height as given is that with the list; the closed field is as high
+// as its font needs, and that is its window's size.
 #define CBS_DROPDOWNLIST 0x0003u
 #define CBS_SORT 0x0100u
 #define CBS_NOINTEGRALHEIGHT 0x0400u

@@ -48,7 +48,9 @@ int FontMetrics::Width(std::u16string_view text) const {
     return size.cx;
 }
 
-int FontMetrics::Unit() const { return std::max(1, (m_lineHeight + kUsualLineHeight / 2) / kUsualLineHeight); }
+int FontMetrics::Unit() const {
+    return std::max(1, (m_lineHeight + kUsualLineHeight / 2) / kUsualLineHeight);
+}
 
 std::vector<std::u16string_view> FontMetrics::Wrap(std::u16string_view text, int width) const {
     std::vector<std::u16string_view> lines;

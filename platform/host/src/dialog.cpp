@@ -53,8 +53,7 @@ ModalState::ModalState(HWND owner) : m_previousFocus(GetFocus()) {
 }
 
 void ModalState::Leave() {
-    if (std::exchange(m_left, true)) return;
-    if (m_ownerDisabled && IsWindow(m_owner)) EnableWindow(m_owner, TRUE);
+    if (std::exchange(m_ownerDisabled, false) && IsWindow(m_owner)) EnableWindow(m_owner, TRUE);
     RestoreFocus();
 }
 

@@ -12,7 +12,7 @@ namespace host {
 
 inline constexpr WCHAR kDialogClass[] = u"#32770";
 
-// What a modal window changes around it, set right again once, however it ends.
+// What a modal window changes around it, set right again however it ends.
 class ModalState {
 public:
     // Disables the owner's top-level window and notes the focus. The owner may be null.
@@ -22,7 +22,8 @@ public:
     ModalState& operator=(const ModalState&) = delete;
 
     void SetDialog(HWND dialog) { m_dialog = dialog; }
-    // Enables the owner and gives the focus back, unless somebody else has taken it.
+    // Enables the owner and gives the focus back, unless somebody else has taken it. Once more does no harm,
+    // and is needed where the dialog ended while another one lay over it.
     void Leave();
 
 private:
@@ -32,7 +33,6 @@ private:
     HWND m_dialog = nullptr;
     HWND m_previousFocus;
     bool m_ownerDisabled = false;  // by this object
-    bool m_left = false;
 };
 
 // The window of a dialog: asks its procedure first, does the rest itself.

@@ -27,9 +27,9 @@ Graphics::Graphics() {
     }
 }
 
-Graphics& GetGraphics() {
-    static Graphics graphics;
-    return graphics;
+Graphics& MakeGraphics() {
+    g_graphics = new Graphics;
+    return *g_graphics;
 }
 
 // Contexts go first: they hold the others.

@@ -84,7 +84,12 @@ struct Graphics {
     std::vector<std::unique_ptr<GdiObject>>
         spareContexts;  // closed contexts of the screen, for the next paint
 };
-Graphics& GetGraphics();
+
+// Made at the first use, when the stock objects can be made, and never given back: windows of a program that
+// just ends may still ask for it.
+Graphics& MakeGraphics();
+inline Graphics* g_graphics = nullptr;
+inline Graphics& GetGraphics() { return g_graphics ? *g_graphics : MakeGraphics(); }
 
 // Puts the object into the table. Null, and ERROR_NOT_ENOUGH_MEMORY, when the table is full.
 template <typename Object>

@@ -53,10 +53,12 @@ inline void BlendRow(DWORD* target, const DWORD* source, int count, Blend blend)
     }
 }
 
-// The words of the eight mask bits from bit `shift` of the first byte on.
+// The words of the eight mask bits from bit `shift` of the first byte on. The second byte is read only when
+// bits of it are asked for.
 inline const DWORD* MaskWords(const BYTE* bytes, unsigned shift) {
-    const unsigned bits = shift == 0 ? bytes[0] : (bytes[0] << shift | bytes[1] >> (kGroup - shift)) & 0xFF;
-    return kExpansion[bits].data();
+    if (shift == 0) return kExpansion[bytes[0]].data();
+    const unsigned both = static_cast<unsigned>(bytes[0]) << kGroup | bytes[1];
+    return kExpansion[(both >> (kGroup - shift)) & 0xFF].data();
 }
 
 template <typename Blend>
@@ -70,21 +72,24 @@ inline void BlendGroup(DWORD* target, const DWORD* source, const DWORD* words, B
 // Where the target is not read, a group may be drawn again: the last one of a row then ends with the row.
 enum class Target { Read, Ignored };
 
+// The row's first pixel has bit `shift` of the first mask byte.
 template <Target use, typename Blend>
-inline void BlendMaskedRow(DWORD* target, const DWORD* source, unsigned count, const BYTE* mask,
-                           unsigned shift, Blend blend) {
-    const unsigned whole = count & ~(kGroup - 1);
-    for (unsigned x = 0; x < whole; x += kGroup) {
-        BlendGroup(target + x, source + x, MaskWords(mask + x / kGroup, shift), blend);
+[[gnu::always_inline]] inline void BlendMaskedRow(DWORD* target, const DWORD* source, unsigned count,
+                                                  const BYTE* mask, unsigned shift, Blend blend) {
+    const bool hasGroup = count >= kGroup;
+    for (; count >= kGroup; count -= kGroup) {
+        BlendGroup(target, source, MaskWords(mask++, shift), blend);
+        target += kGroup;
+        source += kGroup;
     }
-    if (whole == count) return;
-    if (use == Target::Ignored && whole > 0) {
-        const unsigned x = count - kGroup;
-        const unsigned bit = x + shift;
-        BlendGroup(target + x, source + x, MaskWords(mask + bit / kGroup, bit % kGroup), blend);
+    if (count == 0) return;
+    if (use == Target::Ignored && hasGroup) {
+        const unsigned back = kGroup - count;
+        const unsigned bit = shift + count;  // in the byte before
+        BlendGroup(target - back, source - back, MaskWords(mask - 1 + bit / kGroup, bit % kGroup), blend);
         return;
     }
-    for (unsigned x = whole; x < count; ++x) {
+    for (unsigned x = 0; x < count; ++x) {
         const unsigned bit = x + shift;
         const DWORD word = (mask[bit / kGroup] << (bit % kGroup)) & 0x80 ? kColorBits : 0;
         target[x] = blend(target[x], source[x], word);
@@ -93,7 +98,7 @@ inline void BlendMaskedRow(DWORD* target, const DWORD* source, unsigned count, c
 
 // Calls draw(target row, source row, row number) for each row.
 template <typename Draw>
-inline void ForEachRow(const Rows& rows, Draw draw) {
+inline void ForEachRow(const Rows rows, Draw draw) {
     for (int y = 0; y < rows.height; ++y) {
         draw(Advance(rows.target, y * rows.targetStride), Advance(rows.source, y * rows.sourceStride), y);
     }
@@ -111,16 +116,19 @@ void BlendRows(const Rows& rows, Blend blend) {
 // its own: it is the whole keyboard.
 template <Target use, typename Blend>
 void BlendMaskedRows(const Rows& rows, Blend blend) {
-    const Rows r = rows;
-    const auto width = static_cast<unsigned>(r.width);
-    ForEachRow(rows, [=](DWORD* target, const DWORD* source, int y) {
-        const BYTE* mask = r.mask + y * r.maskStride;
-        if (r.maskX == 0) {
-            BlendMaskedRow<use>(target, source, width, mask, 0, blend);
-        } else {
-            BlendMaskedRow<use>(target, source, width, mask, static_cast<unsigned>(r.maskX), blend);
-        }
-    });
+    const auto width = static_cast<unsigned>(rows.width);
+    const auto shift = static_cast<unsigned>(rows.maskX);
+    const BYTE* mask = rows.mask;
+    const std::ptrdiff_t stride = rows.maskStride;
+    if (shift == 0) {
+        ForEachRow(rows, [=](DWORD* target, const DWORD* source, int y) {
+            BlendMaskedRow<use>(target, source, width, mask + y * stride, 0, blend);
+        });
+    } else {
+        ForEachRow(rows, [=](DWORD* target, const DWORD* source, int y) {
+            BlendMaskedRow<use>(target, source, width, mask + y * stride, shift, blend);
+        });
+    }
 }
 
 void CombineMasked(const Rows& rows, const Rop& fore, const Rop& back) {
@@ -142,10 +150,10 @@ void CombineMasked(const Rows& rows, const Rop& fore, const Rop& back) {
 }  // namespace
 
 Rop MakeRop(BYTE code, DWORD pattern) {
+    // All ones where the code has this bit.
+    const auto spread = [code](int index) { return DWORD{0} - ((DWORD{code} >> index) & 1); };
     const auto result = [&](int index) {
-        const DWORD unset = (code >> index) & 1 ? ~pattern : 0;
-        const DWORD set = (code >> (4 + index)) & 1 ? pattern : 0;
-        return (unset | set) & kColorBits;
+        return ((spread(index) & ~pattern) | (spread(4 + index) & pattern)) & kColorBits;
     };
     const DWORD none = result(0);
     const DWORD target = none ^ result(1);

@@ -106,7 +106,11 @@ std::u16string FitPath(const FontMetrics& metrics, std::u16string path, int widt
     return text;
 }
 
-FileList* ListOf(HWND dialog) { return FindSystemWindow<FileList>(GetDlgItem(dialog, kListId)).get(); }
+// Null when nothing is selected, or when the hook has destroyed the list.
+const FileItem* SelectedItem(HWND dialog) {
+    const auto list = FindSystemWindow<FileList>(GetDlgItem(dialog, kListId));
+    return list ? list->Selected() : nullptr;
+}
 
 }  // namespace
 
@@ -201,7 +205,7 @@ void OpenFileDialog::OnCommand(WORD id, WORD code) {
     } else if (id == IDOK || (id == kListId && code == FileList::kTaken)) {
         Take();
     } else if (id == kListId && code == FileList::kSelectionChanged) {
-        EnableWindow(GetDlgItem(m_dialog, IDOK), ListOf(m_dialog)->Selected() != nullptr);
+        EnableWindow(GetDlgItem(m_dialog, IDOK), SelectedItem(m_dialog) != nullptr);
     }
 }
 
@@ -225,12 +229,13 @@ void OpenFileDialog::Enter(const std::u16string& folder) {
     GetClientRect(text, &client);
     const FontMetrics metrics(reinterpret_cast<HFONT>(SendMessageW(text, WM_GETFONT, 0, 0)));
     SetWindowTextW(text, FitPath(metrics, m_folder.empty() ? u"\\" : m_folder, client.right).c_str());
-    ListOf(m_dialog)->SetItems(ListFiles(m_folder, m_setup.patterns));
+    const auto list = FindSystemWindow<FileList>(GetDlgItem(m_dialog, kListId));
+    if (list) list->SetItems(ListFiles(m_folder, m_setup.patterns));
     EnableWindow(GetDlgItem(m_dialog, IDOK), FALSE);
 }
 
 void OpenFileDialog::Take() {
-    const FileItem* item = ListOf(m_dialog)->Selected();
+    const FileItem* item = SelectedItem(m_dialog);
     if (!item) return;
     switch (item->kind) {
         case FileItem::Kind::Parent:

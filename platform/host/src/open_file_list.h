@@ -9,8 +9,6 @@
 
 namespace host {
 
-class FontMetrics;
-
 inline constexpr WCHAR kFileListClass[] = u"FileList";
 
 struct FileItem {
@@ -34,6 +32,7 @@ public:
     void SetItems(std::vector<FileItem> items);
     // Null when nothing is selected; until the items change.
     const FileItem* Selected() const;
+    int ItemHeight() const;  // pixels
 
 private:
     enum class Tracking { None, Items, Thumb };
@@ -51,7 +50,6 @@ private:
     // -1 where there is none.
     int ItemAt(POINT clientPoint) const;
     int Count() const { return static_cast<int>(m_items.size()); }
-    int ItemHeight() const;
     int VisibleItems() const;  // whole ones
     RECT ItemsArea() const;    // without the scroll bar
     ScrollBar Bar() const;

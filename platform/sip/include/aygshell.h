@@ -14,7 +14,8 @@ struct SHINITDLGINFO {
     DWORD dwFlags;
 };
 
-// Called from WM_INITDIALOG (ordinal 56 of the shell library). SHIDIF_DONEBUTTON gives the dialog an OK button
-// (IDOK) at its top right, SHIDIF_SIZEDLGFULLSCREEN the size of the whole screen, which it then hears of by
-// WM_SIZE and keeps when the screen changes. FALSE, with the last error, when something of it cannot be done.
+// Called from WM_INITDIALOG (ordinal 56 of the shell library). SHIDIF_DONEBUTTON gives the dialog an OK
+// button (IDOK) at its top right, SHIDIF_SIZEDLGFULLSCREEN the size of the whole screen, which it then hears
+// of by WM_SIZE and keeps when the screen changes. FALSE, with the last error, when something of it cannot be
+// done.
 extern "C" BOOL WINAPI SHInitDialog(SHINITDLGINFO* info);

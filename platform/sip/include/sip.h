@@ -3,8 +3,8 @@
 // one serves every build.
 #pragma once
 
-#include <windows.h>
 #include <objbase.h>
+#include <windows.h>
 
 #define SIPF_OFF 0x00000000
 #define SIPF_ON 0x00000001
