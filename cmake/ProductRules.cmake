@@ -4,7 +4,3 @@ add_library(product_rules INTERFACE)
 target_compile_options(product_rules INTERFACE -fno-rtti -fno-threadsafe-statics -ffunction-sections
                                                -fdata-sections)
 target_compile_definitions(product_rules INTERFACE UNICODE _UNICODE)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # Unique symbols would keep the library loaded after its last user has let go of it.
-    target_compile_options(product_rules INTERFACE -fno-gnu-unique)
-endif()

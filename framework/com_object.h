@@ -28,11 +28,12 @@ public:
     ULONG InternalRelease() { return ThreadModel::Decrement(&m_dwRef); }
     HRESULT InitLock() { return m_critsec.Init(); }
 
+    CComObjectRootEx(const CComObjectRootEx&) = delete;
+    CComObjectRootEx& operator=(const CComObjectRootEx&) = delete;
+
 protected:
     CComObjectRootEx() = default;
     ~CComObjectRootEx() { m_critsec.Term(); }
-    CComObjectRootEx(const CComObjectRootEx&) = delete;
-    CComObjectRootEx& operator=(const CComObjectRootEx&) = delete;
 
     LONG m_dwRef = 0;
     CComCriticalSection m_critsec;

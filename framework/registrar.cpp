@@ -182,7 +182,7 @@ WideString CRegistrar::NextToken() {
 
 WideString CRegistrar::PeekToken() {
     const std::size_t position = m_position;
-    const WideString token = NextToken();
+    WideString token = NextToken();
     m_position = position;
     return token;
 }

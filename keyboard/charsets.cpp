@@ -37,7 +37,7 @@ bool CKeyboard::LoadCharsets() {
     const HMODULE own = _Module.GetModuleInstance();
     m_Charset.clear();
     if (const DataResource digits = FindDataResource(own, TEXT("digitalset")); digits.bytes) {
-        for (DWORD i = 0; i < digits.size / 2; ++i) {
+        for (std::size_t i = 0; i < digits.size / 2; ++i) {
             m_Charset.push_back(
                 SameInAllPlanes(static_cast<WCHAR>(ReadLittleEndian16(digits.bytes + 2 * i))));
         }
@@ -47,7 +47,7 @@ bool CKeyboard::LoadCharsets() {
     // Unlike the other tables the function codes are stored most significant byte first.
     if (const DataResource functions = FindDataResource(own, TEXT("funcset")); functions.bytes) {
         m_nFuncFirst = m_nDigitLast + 1;
-        for (DWORD i = 0; i < functions.size / 2; ++i) {
+        for (std::size_t i = 0; i < functions.size / 2; ++i) {
             m_Charset.push_back(
                 SameInAllPlanes(static_cast<WCHAR>(ReadBigEndian16(functions.bytes + 2 * i))));
         }

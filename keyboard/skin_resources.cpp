@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr DWORD kRecordBytes = 16;
+constexpr std::size_t kRecordBytes = 16;
 
 }  // namespace
 
@@ -26,7 +26,7 @@ LONG ReadLittleEndian32(const BYTE* bytes) {
 }
 
 void ReadLayout(const DataResource& resource, KeyLayout& layout) {
-    for (DWORD i = 0; i < resource.size / kRecordBytes; ++i) {
+    for (std::size_t i = 0; i < resource.size / kRecordBytes; ++i) {
         const BYTE* const record = resource.bytes + i * kRecordBytes;
         KeyEntry& entry = layout[ReadBigEndian16(record)];
         entry.m_nBitmap = ReadBigEndian16(record + 2);
