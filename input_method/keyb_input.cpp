@@ -123,8 +123,11 @@ STDMETHODIMP CKeybInput::GetImData(DWORD, void*) { return S_OK; }
 
 STDMETHODIMP CKeybInput::SetImData(DWORD, void*) { return S_OK; }
 
-// There is no options dialog yet, and the SIP should know.
-STDMETHODIMP CKeybInput::UserOptionsDlg(HWND) { return E_NOTIMPL; }
+STDMETHODIMP CKeybInput::UserOptionsDlg(HWND parent) {
+    m_OptionsDlg.m_pKeyboard = &m_Kbd;
+    m_OptionsDlg.DoModal(parent, 0);
+    return S_OK;
+}
 
 STDMETHODIMP CKeybInput::SetIMMActiveContext(HWND, BOOL, DWORD, DWORD, DWORD) { return S_OK; }
 

@@ -10,6 +10,7 @@
 #include "framework/com_object.h"
 #include "input_method/main_wnd.h"
 #include "keyboard/keyboard.h"
+#include "settings/settings_dlg.h"
 
 extern "C" const CLSID CLSID_KeybInput;  // {5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}
 
@@ -54,5 +55,6 @@ private:
     // The button images that GetInfo reports; null when a list could not be made. They outlive the object.
     HIMAGELIST m_hImageNarrow = nullptr;
     HIMAGELIST m_hImageWide = nullptr;
+    CSettingsDlg m_OptionsDlg{CLSID_KeybInput};
     SIZE m_Res{};  // the screen that the keyboard was last initialised for; (0, 0) before the first time
 };

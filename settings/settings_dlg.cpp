@@ -4,6 +4,8 @@
 
 #include <aygshell.h>
 
+#include <algorithm>
+
 #include "framework/handles.h"
 #include "settings/resource_string.h"
 #include "settings/skin_combo.h"

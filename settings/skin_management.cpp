@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Changing, adding and deleting skins. What these commands do takes effect at once, whatever the user does
 // with the dialog afterwards.
+#include <algorithm>
+
 #include "settings/resource_string.h"
 #include "settings/settings_dlg.h"
 #include "settings/skin_combo.h"

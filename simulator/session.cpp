@@ -30,6 +30,13 @@ Session::Session(const Options& options)
     m_sip = SipShell::Create({nullptr, inputMethodClass, &m_sipTrace, &m_keys});
     if (!m_application->Handle() || !m_sip) throw std::runtime_error("the device cannot make its windows");
     host::SetCaptureHandler([this](HWND window) { OnCapture(window); });
+    host::SetMessageBoxHandler([this](UINT type, const std::u16string& caption, const std::u16string& text) {
+        m_trace.Write("MessageBox type=" + Hexadecimal(type) + " caption=" + Quoted(caption) +
+                      " text=" + Quoted(text));
+    });
+    host::SetOpenFileHandler([this](const std::u16string& extension, const std::u16string& filter) {
+        m_trace.Write("OpenFile ext=" + Quoted(extension) + " filter=" + Quoted(filter));
+    });
 }
 
 Session::~Session() {

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "shell_dialogs.h"
 #include "sip_callback.h"
 #include "sip_window.h"
 
@@ -147,6 +148,7 @@ HRESULT SipShell::OpenOptions(HWND parent) {
 void SipShell::OnScreenChanged() {
     const RECT rectangle = m_window->Rectangle();
     MoveTo(SipRectangle(ScreenSize(), static_cast<int>(rectangle.bottom - rectangle.top)));
+    FitFullScreenDialogs();
     if (m_selected) SendSipInfo();
 }
 
