@@ -29,7 +29,7 @@ WideString TextOf(const CLSID& clsid) {
     const HRESULT result = StringFromCLSID(clsid, &text);
     if (FAILED(result)) return ErrorText(result);
     try {
-        const WideString copy(text);
+        WideString copy(text);
         CoTaskMemFree(text);
         return copy;
     } catch (...) {

@@ -11,5 +11,5 @@
 inline WideString LoadResourceString(UINT id) {
     WCHAR text[128];
     const int length = LoadStringW(_Module.GetModuleInstance(), id, text, static_cast<int>(std::size(text)));
-    return WideString(text, static_cast<std::size_t>(length < 0 ? 0 : length));
+    return {text, static_cast<std::size_t>(length < 0 ? 0 : length)};
 }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The modal windows: the options dialog, message boxes, the open-file dialog.
+// The modal windows (options, message boxes, the open-file dialog) and the button images.
 #include <string>
 #include <vector>
 
 #include "commands.h"
+#include "png_file.h"
 #include "script.h"
 #include "session.h"
 #include "text.h"
@@ -56,8 +57,18 @@ void Options(Session& session, const Arguments&) {
     session.Sip().OpenOptions(session.GetApplication().Handle());
 }
 
+// OK and Cancel reach also a dialog without a button for them, as the hardware keys of a device do.
 void Click(Session&, const Arguments& arguments) {
-    if (const HWND control = ModalControl(arguments)) PostMessageW(control, BM_CLICK, 0, 0);
+    const HWND modal = ModalWindow();
+    if (!modal) return;
+    const int id = arguments.Number(0, 0, 0xFFFF);
+    if (const HWND control = GetDlgItem(modal, id)) {
+        PostMessageW(control, BM_CLICK, 0, 0);
+    } else if (id == IDOK || id == IDCANCEL) {
+        PostMessageW(modal, WM_COMMAND, static_cast<WPARAM>(id), 0);
+    } else {
+        Note("the dialog has no control " + arguments.Text(0));
+    }
 }
 
 void Choose(Session&, const Arguments& arguments) {
@@ -131,7 +142,25 @@ void Dialog(Session& session, const Arguments&) {
     }
 }
 
-void NotAvailable(Session&, const Arguments&) { throw ScriptError("this command is not available yet"); }
+void WriteImage(const Arguments& arguments, HANDLE list, int index) {
+    const host::Picture picture = host::PictureOf(list, index);
+    if (picture.pixels.empty()) {
+        Note("the input method has no such image");
+        return;
+    }
+    WritePng(arguments.Text(0), picture);
+}
+
+// The button's picture in the size that GetInfo names now.
+void NarrowImage(Session& session, const Arguments& arguments) {
+    IMINFO info;
+    if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageNarrow, info.iNarrow);
+}
+
+void WideImage(Session& session, const Arguments& arguments) {
+    IMINFO info;
+    if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageWide, info.iWide);
+}
 
 constexpr Command commands[] = {
     {"options", "", 0, 0, Options},
@@ -140,8 +169,8 @@ constexpr Command commands[] = {
     {"file cancel", "", 0, 0, CancelFile},
     {"file", "PATH", 1, 1, File},
     {"dialog", "", 0, 0, Dialog},
-    {"image narrow", "FILE", 1, 1, NotAvailable},
-    {"image wide", "FILE", 1, 1, NotAvailable},
+    {"image narrow", "FILE", 1, 1, NarrowImage},
+    {"image wide", "FILE", 1, 1, WideImage},
 };
 
 }  // namespace

@@ -32,6 +32,17 @@ std::vector<BYTE> CopyPixels(const host::ScreenView& picture, const RECT& rectan
     return bytes;
 }
 
+void Write(const std::filesystem::path& file, png_uint_32 format, int width, int height, const void* pixels) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.format = format;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    if (!png_image_write_to_file(&image, file.c_str(), 0, pixels, 0, nullptr)) {
+        throw ScriptError("cannot write " + file.string() + ": " + image.message);
+    }
+}
+
 }  // namespace
 
 void WritePng(const std::filesystem::path& file, const host::ScreenView& picture, const RECT& rectangle,
@@ -39,13 +50,11 @@ void WritePng(const std::filesystem::path& file, const host::ScreenView& picture
     if (rectangle.left >= rectangle.right || rectangle.top >= rectangle.bottom) {
         throw ScriptError("there is nothing to write to " + file.string() + ": the window has no area");
     }
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.format = PNG_FORMAT_RGB;
-    image.width = static_cast<png_uint_32>(rectangle.right - rectangle.left);
-    image.height = static_cast<png_uint_32>(rectangle.bottom - rectangle.top);
-    const std::vector<BYTE> bytes = CopyPixels(picture, rectangle, visible);
-    if (!png_image_write_to_file(&image, file.c_str(), 0, bytes.data(), 0, nullptr)) {
-        throw ScriptError("cannot write " + file.string() + ": " + image.message);
-    }
+    Write(file, PNG_FORMAT_RGB, rectangle.right - rectangle.left, rectangle.bottom - rectangle.top,
+          CopyPixels(picture, rectangle, visible).data());
+}
+
+// The words are blue, green, red, alpha in memory.
+void WritePng(const std::filesystem::path& file, const host::Picture& picture) {
+    Write(file, PNG_FORMAT_BGRA, picture.width, picture.height, picture.pixels.data());
 }

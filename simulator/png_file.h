@@ -9,3 +9,5 @@
 // black; both are in the picture's coordinates. Throws ScriptError when the file cannot be written.
 void WritePng(const std::filesystem::path& file, const host::ScreenView& picture, const RECT& rectangle,
               const RECT& visible);
+// Writes the picture as a PNG with alpha. Throws ScriptError as well.
+void WritePng(const std::filesystem::path& file, const host::Picture& picture);

@@ -79,6 +79,8 @@ public:
     // ReceiveSipInfo with the window's present rectangle.
     HRESULT SendSipInfo();
     HRESULT OpenOptions(HWND parent);
+    // GetInfo without a report, for whoever shows the button. E_UNEXPECTED without an input method.
+    HRESULT ReadInfo(IMINFO& info);
 
     // Lays the window out for the present screen, as high as it was; a selected input method is told.
     void OnScreenChanged();

@@ -103,11 +103,16 @@ HRESULT SipShell::Deselect() {
     return result;
 }
 
-HRESULT SipShell::GetInfo() {
-    IMINFO info{};
+HRESULT SipShell::ReadInfo(IMINFO& info) {
+    info = {};
     info.cbSize = sizeof info;
     info.rcSipRect = m_window->Rectangle();
-    const HRESULT result = Call([&info](IInputMethod2& object) { return object.GetInfo(&info); });
+    return m_object ? Call([&info](IInputMethod2& object) { return object.GetInfo(&info); }) : E_UNEXPECTED;
+}
+
+HRESULT SipShell::GetInfo() {
+    IMINFO info;
+    const HRESULT result = ReadInfo(info);
     m_options.observer->OnGetInfo(result, info);
     return result;
 }
