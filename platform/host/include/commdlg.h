@@ -34,7 +34,7 @@ struct OPENFILENAMEW {
     LPCWSTR lpstrDefExt;  // added to a name that is given without an extension
     LPARAM lCustData;
     LPOFNHOOKPROC
-        lpfnHook;  // sees each message of the dialog first; what it answers with other than 0 is done
+    lpfnHook;  // sees each message of the dialog first; what it answers with other than 0 is done
     LPCWSTR lpTemplateName;
     void* pvReserved;
     DWORD dwReserved;
