@@ -11,7 +11,7 @@ class WindowPainting : public test::RecordedWindows {
 protected:
     void SetUp() override {
         RecordedWindows::SetUp();
-        onMessage = [this](const test::Message& message, LRESULT& result) {
+        onMessage = [](const test::Message& message, LRESULT& result) {
             if (message.number != WM_PAINT) return false;
             PAINTSTRUCT paint;
             const HDC dc = BeginPaint(message.window, &paint);

@@ -1,0 +1,385 @@
+// SPDX-License-Identifier: MIT
+// The options dialog in whole sessions: what it shows, what it writes and when, and what it leaves behind.
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include "simulator_run.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string own = "{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
+const std::string other = "{42429667-AE04-11D0-A4F8-00AA00A749B9}";
+// The panel goes and comes back: at opening, and with another skin.
+const std::string shownAgain = "SipShowIM flags=0x0\nHiding 0x0\nSipShowIM flags=0x1\nShowing 0x0\n";
+const std::string leftByOk =
+    "SipSetCurrentIM " + own + "\nSipShowIM flags=0x0\nHiding 0x0\nUserOptionsDlg 0x0\n";
+const std::string leftByCancel = "UserOptionsDlg 0x0\n";
+const std::string wrongSkin =
+    "MessageBox type=0x10 caption=\"Tolka 7\" text=\"This skin is not for current resolution\"\n";
+const std::string openFile = "OpenFile ext=\"tlk\" filter=\"Tolka 7 Skin (*.tlk)|*.tlk\"\n";
+
+const std::string settings = R"(HKLM\Software\Tolka\7.0 )";
+const std::string sip = R"(HKCU\ControlPanel\Sip )";
+
+std::string Get(const std::string& place) { return "reg get " + place + '\n'; }
+std::string Set(const std::string& place, const std::string& value) {
+    return "reg set " + place + ' ' + value + '\n';
+}
+// What `reg get` of a setting prints.
+std::string Setting(const std::string& name, const std::string& value) {
+    return "Reg " + settings + name + ' ' + value + '\n';
+}
+std::string Question(const std::string& skin) {
+    return "MessageBox type=0x1 caption=\"Tolka 7\" text=\"Skin " + skin +
+           " will be deleted. Are you sure?\"\n";
+}
+
+// What `dialog` prints of one control, the first time.
+std::string Control(const std::string& trace, int id) {
+    const std::size_t begin = trace.find("Control " + std::to_string(id) + ' ');
+    return begin == std::string::npos ? "" : trace.substr(begin, trace.find('\n', begin) - begin);
+}
+
+// The figures of the control's place.
+std::string Place(const std::string& trace, int id) {
+    std::istringstream words(Control(trace, id));
+    std::string skipped, x, y, width, height;
+    words >> skipped >> skipped >> skipped >> x >> y >> width >> height;
+    return x + ' ' + y + ' ' + width + ' ' + height;
+}
+
+class OptionsTest : public SimulatorTest {
+protected:
+    // Puts copies of the standard skin under these names into the folder of built-in skins.
+    void InstallSkins(const std::vector<std::string>& names, const std::string& folder = "Windows") {
+        fs::create_directories(Device() / folder);
+        for (const std::string& name : names)
+            fs::copy_file(STANDARD_SKIN, Device() / folder / (name + ".tlk"));
+    }
+    void InstallJunk(const std::string& name) {
+        fs::create_directories(Device() / "Windows");
+        std::ofstream(Device() / "Windows" / (name + ".tlk")) << "no skin";
+    }
+    bool HasFile(const std::string& path) const { return fs::exists(Device() / path); }
+
+    // The trace of what follows the selection of the input method.
+    std::string AfterSelect(const std::string& script, const std::string& screen = "240x320") {
+        const std::string trace = Trace("select\n" + script, "--screen " + screen);
+        const std::string last = "Showing 0x0\n";
+        return trace.substr(trace.find(last) + last.size());
+    }
+    // The same inside the open dialog.
+    std::string InDialog(const std::string& script, const std::string& screen = "240x320") {
+        const std::string trace = AfterSelect("options\n" + script, screen);
+        EXPECT_TRUE(trace.starts_with(shownAgain)) << trace;
+        return trace.substr(shownAgain.size());
+    }
+};
+
+TEST_F(OptionsTest, OkHidesThePanelAndCancelLeavesIt) {
+    InstallSkins({"A"});
+    EXPECT_EQ(AfterSelect("options\nclick 1\nwindows\n"),
+              shownAgain + leftByOk + "Window sip 0 214 240 80 shown=0\nWindow panel 0 0 240 80 shown=1\n");
+    EXPECT_EQ(
+        AfterSelect("options\nclick 2\nwindows\n"),
+        shownAgain + leftByCancel + "Window sip 0 214 240 80 shown=1\nWindow panel 0 0 240 80 shown=1\n");
+}
+
+TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndComesBackWithOkOnly) {
+    InstallSkins({"A"});
+    const std::string opened =
+        "Create 0x0\nSipShowIM flags=0x0\nSipSetCurrentIM " + own + "\nSipShowIM flags=0x1\nShowing 0x0\n";
+    EXPECT_EQ(Trace("create\noptions\nclick 1\n"),
+              opened + "SipSetCurrentIM " + other + "\nSipShowIM flags=0x0\nUserOptionsDlg 0x0\n");
+    EXPECT_EQ(Trace("create\noptions\nclick 2\n"), opened + leftByCancel);
+}
+
+TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
+    InstallSkins({"A"});
+    const std::string portrait = InDialog("dialog\n", "240x320");
+    EXPECT_EQ(LastLine(portrait, "Dialog"), "Dialog 0 0 240 320 \"\"");
+    EXPECT_EQ(Place(portrait, 213), "0 24 240 1");
+    EXPECT_EQ(Place(portrait, 212), "8 59 92 17");
+    EXPECT_EQ(Place(portrait, 217), "21 160 198 37");
+
+    // Just below "Use gestures": 59 + 5 * 17 / 4; the bottom stays. "Set as default" lies above the text.
+    const std::string landscape = InDialog("dialog\n", "320x240");
+    EXPECT_EQ(Place(landscape, 213), "0 24 320 1");
+    EXPECT_EQ(Place(landscape, 217), "21 80 278 117");
+    EXPECT_LT(landscape.find("Control 214 "), landscape.find("Control 217 "));
+
+    const std::string large = InDialog("dialog\n", "480x640");
+    EXPECT_EQ(LastLine(large, "Dialog"), "Dialog 0 0 480 640 \"\"");
+    EXPECT_EQ(Place(large, 213), "0 49 480 1");
+    EXPECT_EQ(Place(large, 217), "42 320 396 60");
+}
+
+TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {
+    InstallSkins({"A"});
+    const std::string trace = InDialog("screen 320 240\ndialog\n");
+    EXPECT_EQ(LastLine(trace, "Dialog"), "Dialog 0 0 320 240 \"\"") << trace;
+    EXPECT_EQ(Place(trace, 213), "0 24 320 1");
+    EXPECT_EQ(Place(trace, 217), "21 80 278 117");
+}
+
+TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
+    InstallSkins({"A"});
+    const std::string values =
+        Get(settings + "Swipe") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
+    const std::string first = InDialog("dialog\nclick 212\nclick 211\nclick 2\n" + values);
+    EXPECT_TRUE(Control(first, 212).ends_with("\"Use gestures\" enabled=1 checked=1")) << first;
+    EXPECT_TRUE(Control(first, 211).ends_with("\"Extended symbols\" enabled=1 checked=0")) << first;
+    EXPECT_TRUE(first.ends_with(leftByCancel + Setting("Swipe", "dword 1") + Setting("ExtSym", "absent") +
+                                Setting("UserSkins", "absent")))
+        << first;
+    EXPECT_EQ(InDialog("click 212\nclick 1\n" + values), leftByOk + Setting("Swipe", "dword 0") +
+                                                             Setting("ExtSym", "dword 0") +
+                                                             Setting("UserSkins", "multi"));
+    const std::string last = InDialog("dialog\nclick 211\nclick 1\n" + values);
+    EXPECT_TRUE(Control(last, 212).ends_with("checked=0")) << last;
+    EXPECT_TRUE(last.ends_with(Setting("Swipe", "dword 0") + Setting("ExtSym", "dword 1") +
+                               Setting("UserSkins", "multi")))
+        << last;
+}
+
+TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
+    InstallSkins({"A", "B"});
+    const std::string prepared =
+        Set(settings + "Swipe", "dword 0") + Set(settings + "SwipeOnlySkin", "dword 0x3000");
+    const std::string locked =
+        AfterSelect(prepared + "options\nclick 212\ndialog\nclick 1\n" + Get(settings + "Swipe"));
+    EXPECT_TRUE(Control(locked, 212).ends_with("enabled=0 checked=1")) << locked;
+    EXPECT_EQ(LastLine(locked, "Reg"), "Reg " + settings + "Swipe dword 1");
+    const std::string freed = AfterSelect(prepared + "options\nchoose 202 B\ndialog\n");
+    EXPECT_TRUE(Control(freed, 212).ends_with("enabled=1 checked=1")) << freed;
+}
+
+TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
+    InstallSkins({"A", "B"});
+    const std::string values =
+        Get(settings + "Skin") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
+    const std::string saved = Setting("Skin", "sz \"\\\\windows\\\\B.tlk\"") + Setting("ExtSym", "dword 1") +
+                              Setting("UserSkins", "multi");
+    EXPECT_EQ(InDialog("click 211\nchoose 202 B\n" + values + "click 2\n" + values),
+              shownAgain + saved + leftByCancel + saved);
+    const std::string reopened = InDialog("dialog\n");
+    EXPECT_NE(reopened.find("items=\"A|B\" selected=\"B\" index=1"), std::string::npos) << reopened;
+}
+
+TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
+    InstallSkins({"A", "Blue", "Blue2"});
+    const std::string trace =
+        InDialog("choose 202 Blue\n" + Get(settings + "Skin") + "click 2\noptions\ndialog\n");
+    EXPECT_NE(trace.find(Setting("Skin", "sz \"\\\\windows\\\\Blue2.tlk\"")), std::string::npos) << trace;
+    EXPECT_NE(trace.find("selected=\"Blue2\" index=2"), std::string::npos) << trace;
+}
+
+TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
+    InstallSkins({"A", "B"});
+    InstallSkins({"A"}, "More");
+    const std::string trace = AfterSelect(Set(settings + "UserSkins", R"(multi \More\A.tlk)") +
+                                          "options\ndialog\nclick 221\nclick 1\nclick 2\n");
+    EXPECT_NE(trace.find("items=\"A|A|B\" selected=\"A\" index=1"), std::string::npos) << trace;
+    EXPECT_FALSE(HasFile("Windows/A.tlk"));
+    EXPECT_TRUE(HasFile("More/A.tlk"));
+}
+
+TEST_F(OptionsTest, AnUnlistedSkinSelectsNothingAndOkSavesTheLastOne) {
+    InstallSkins({"A", "B"});
+    const std::string trace = AfterSelect(Set(settings + "Skin", R"(sz \gone\C.tlk)") +
+                                          "options\ndialog\nclick 221\nclick 1\n" + Get(settings + "Skin"));
+    EXPECT_NE(trace.find("selected=\"\" index=-1"), std::string::npos) << trace;
+    EXPECT_EQ(trace.find("MessageBox"), std::string::npos) << trace;
+    EXPECT_EQ(LastLine(trace, "Reg"), "Reg " + settings + R"(Skin sz "\\windows\\B.tlk")");
+}
+
+TEST_F(OptionsTest, ARejectedSkinWritesTheBoxesAndNotTheSkins) {
+    InstallSkins({"A"});
+    InstallJunk("Junk");
+    const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "ExtSym") +
+                               Get(settings + "UserSkins");
+    const std::string trace =
+        InDialog("click 212\nclick 211\nchoose 202 Junk\nclick 1\n" + values + "dialog\nclick 1\n");
+    EXPECT_TRUE(trace.starts_with(wrongSkin + Setting("Skin", "sz \"\\\\windows\\\\A.tlk\"") +
+                                  Setting("Swipe", "dword 0") + Setting("ExtSym", "dword 1") +
+                                  Setting("UserSkins", "absent")))
+        << trace;
+    EXPECT_NE(trace.find("selected=\"Junk\""), std::string::npos) << trace;
+    EXPECT_TRUE(trace.ends_with(leftByOk)) << trace;
+}
+
+TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
+    InstallSkins({"A", "B"});
+    const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "UserSkins");
+    const std::string trace = InDialog(
+        "choose 202 B\nclick 1\n" + values + "click 221\nclick 1\ndialog\nclick 1\n" + values, "480x640");
+    const std::string unsaved =
+        Setting("Skin", "absent") + Setting("Swipe", "dword 1") + Setting("UserSkins", "absent");
+    EXPECT_TRUE(trace.starts_with(wrongSkin + unsaved + Question("B") + "Dialog ")) << trace;
+    EXPECT_NE(trace.find("items=\"A\" selected=\"A\" index=0"), std::string::npos) << trace;
+    EXPECT_TRUE(trace.ends_with(leftByOk + unsaved)) << trace;
+    EXPECT_FALSE(HasFile("Windows/B.tlk"));
+}
+
+TEST_F(OptionsTest, AnAddedSkinIsListedAndStoredAtTheNextSaveWhenItLiesElsewhere) {
+    InstallSkins({"A", "B"});
+    InstallSkins({"Own"}, "My Skins");
+    const std::string add = R"(click 219
+file "\\My Skins\\Own.tlk"
+click 1
+click 219
+file \WINDOWS\B.tlk
+click 1
+)";
+    const std::string added = openFile +
+                              "MessageBox type=0x0 caption=\"\" text=\"\\\\My Skins\\\\Own.tlk\"\n" +
+                              openFile + "MessageBox type=0x0 caption=\"\" text=\"\\\\WINDOWS\\\\B.tlk\"\n";
+    const std::string skins = Get(settings + "UserSkins");
+    EXPECT_EQ(InDialog(add + skins + "click 2\n"), added + Setting("UserSkins", "absent") + leftByCancel);
+    const std::string trace = InDialog(add + "dialog\nclick 1\n" + skins + "options\ndialog\n");
+    EXPECT_NE(trace.find("items=\"A|B|B|Own\" selected=\"A\" index=0"), std::string::npos) << trace;
+    EXPECT_NE(trace.find(leftByOk + Setting("UserSkins", "multi \"\\\\My Skins\\\\Own.tlk\"")),
+              std::string::npos)
+        << trace;
+    EXPECT_NE(trace.find("items=\"A|B|Own\" selected=\"A\" index=0"), std::string::npos) << trace;
+}
+
+TEST_F(OptionsTest, NothingIsAddedWithoutAFile) {
+    InstallSkins({"A"});
+    const std::string trace = InDialog("click 219\nfile cancel\ndialog\nclick 1\n");
+    EXPECT_TRUE(trace.starts_with(openFile + "Dialog")) << trace;
+    EXPECT_NE(trace.find("items=\"A\" selected=\"A\" index=0"), std::string::npos) << trace;
+}
+
+TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
+    InstallSkins({"A"});
+    const std::string values = Get(settings + "UserSkins");
+    const std::string trace =
+        AfterSelect(Set(settings + "UserSkins", R"(multi \gone\C.tlk)") + "options\ndialog\nclick 2\n" +
+                    values + "options\nclick 1\n" + values);
+    EXPECT_NE(trace.find("items=\"A\""), std::string::npos) << trace;
+    EXPECT_NE(trace.find(Setting("UserSkins", "multi \"\\\\gone\\\\C.tlk\"")), std::string::npos) << trace;
+    EXPECT_TRUE(trace.ends_with(Setting("UserSkins", "multi"))) << trace;
+}
+
+TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
+    InstallSkins({"A", "B", "C"});
+    // The first item gives way to the one after it, any other to the first.
+    const std::string first = InDialog("click 221\nclick 1\ndialog\n" + Get(settings + "Skin"));
+    EXPECT_TRUE(first.starts_with(Question("A") + shownAgain + "Dialog ")) << first;
+    EXPECT_NE(first.find("items=\"B|C\" selected=\"B\" index=0"), std::string::npos) << first;
+    EXPECT_EQ(LastLine(first, "Reg"), "Reg " + settings + R"(Skin sz "\\windows\\B.tlk")");
+    EXPECT_FALSE(HasFile("Windows/A.tlk"));
+
+    const std::string later = InDialog("choose 202 C\nclick 221\nclick 1\ndialog\n");
+    EXPECT_TRUE(later.starts_with(shownAgain + Question("C") + shownAgain + "Dialog ")) << later;
+    EXPECT_NE(later.find("items=\"B\" selected=\"B\" index=0"), std::string::npos) << later;
+    EXPECT_FALSE(HasFile("Windows/C.tlk"));
+
+    const std::string last = InDialog("click 221\nclick 1\nclick 2\n");
+    EXPECT_EQ(last, "MessageBox type=0x10 caption=\"Tolka 7\" text=\"Last skin can't be deleted\"\n" +
+                        leftByCancel);
+    EXPECT_TRUE(HasFile("Windows/B.tlk"));
+}
+
+TEST_F(OptionsTest, ARefusedQuestionChangesNothing) {
+    InstallSkins({"A", "B"});
+    const std::string trace =
+        InDialog("objects\nclick 221\nclick 2\nobjects\ndialog\nclick 2\n" + Get(settings + "UserSkins"));
+    const std::string counts = LastLine(trace, "Objects") + '\n';
+    EXPECT_TRUE(trace.starts_with(counts + Question("A") + counts + "Dialog ")) << trace;
+    EXPECT_NE(trace.find("items=\"A|B\" selected=\"A\" index=0"), std::string::npos) << trace;
+    EXPECT_TRUE(trace.ends_with(Setting("UserSkins", "absent"))) << trace;
+    EXPECT_TRUE(HasFile("Windows/A.tlk"));
+}
+
+TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
+    InstallSkins({"A", "B"});
+    const std::string trace = InDialog(
+        "readonly \\Windows\\A.tlk\nclick 221\nclick 1\nclick 2\ndialog\nclick 2\noptions\ndialog\n");
+    EXPECT_TRUE(trace.starts_with(Question("A") + shownAgain +
+                                  "MessageBox type=0x1 caption=\"Tolka 7\" text=\"LastError: 5 \"\nDialog "))
+        << trace;
+    EXPECT_NE(trace.find("items=\"B\" selected=\"B\" index=0"), std::string::npos) << trace;
+    EXPECT_NE(trace.find("items=\"A|B\" selected=\"B\" index=1"), std::string::npos) << trace;
+    EXPECT_TRUE(HasFile("Windows/A.tlk"));
+}
+
+TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
+    InstallSkins({"A"});
+    const std::string values = Get(sip + "DefaultIm") + Get(sip + "PrevIMClsid");
+    const auto pair = [](const std::string& now, const std::string& before) {
+        return "Reg " + sip + "DefaultIm sz \"" + now + "\"\nReg " + sip + "PrevIMClsid " + before + '\n';
+    };
+    // Without a default there is none to keep, and none to put back.
+    EXPECT_EQ(InDialog("click 214\n" + values + "click 214\n" + values + "click 2\n"),
+              pair(own, "absent") + pair(own, "absent") + leftByCancel);
+    const std::string checked = InDialog("dialog\n");
+    EXPECT_TRUE(Control(checked, 214).ends_with("enabled=1 checked=1")) << checked;
+
+    const std::string kept =
+        AfterSelect(Set(sip + "DefaultIm", "sz " + other) + "options\ndialog\nclick 214\n" + values +
+                    "click 214\n" + values + "click 2\n");
+    EXPECT_TRUE(Control(kept, 214).ends_with("enabled=1 checked=0")) << kept;
+    const std::string before = "sz \"" + other + '"';
+    EXPECT_TRUE(kept.ends_with(pair(own, before) + pair(other, before) + leftByCancel)) << kept;
+}
+
+TEST_F(OptionsTest, TheDefaultIsComparedAsAnIdentifier) {
+    InstallSkins({"A"});
+    const auto box = [this](const std::string& text) {
+        return Control(AfterSelect(Set(sip + "DefaultIm", "sz " + text) + "options\ndialog\n"), 214);
+    };
+    EXPECT_TRUE(box("{5c1e0b7a-93d4-4f28-b6a1-2d7e4c9f8a30}").ends_with("checked=1"));
+    EXPECT_TRUE(box("tolka").ends_with("checked=0"));
+}
+
+TEST_F(OptionsTest, TheAboutTextIsReadAtEachOpeningAndShowsOnce) {
+    InstallSkins({"A"});
+    const std::string opening = "options\ndialog\nclick 2\n";
+    const std::string trace = AfterSelect(opening + opening);
+    const std::string about = Control(trace, 217);
+    EXPECT_NE(about.find(R"(, Tolka Project\nBuild: 0, 1, 0, 12" enabled=1)"), std::string::npos) << about;
+    EXPECT_EQ(LastLine(trace, "Control 217"), about);
+    // Without the file the code page is 1252 again, for which the block read before has no texts.
+    const std::string later = AfterSelect(opening + "delete \\Windows\\tolka.dll\n" + opening);
+    EXPECT_NE(LastLine(later, "Control 217").find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << later;
+}
+
+TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreBare) {
+    InstallSkins({"A"});
+    const std::string trace =
+        AfterSelect("delete \\Windows\\tolka.dll\noptions\ndialog\nclick 221\nclick 1\nclick 2\n");
+    EXPECT_NE(Control(trace, 217).find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << trace;
+    EXPECT_EQ(LastLine(trace, "MessageBox"),
+              "MessageBox type=0x10 caption=\"\" text=\"Last skin can't be deleted\"");
+}
+
+TEST_F(OptionsTest, FiftyOpeningsLeaveWhatOneLeaves) {
+    InstallSkins({"A", "B"});
+    const std::string twice =
+        "options\nchoose 202 B\nchoose 202 A\nclick 1\noptions\nclick 221\nclick 2\nclick 2\n";
+    std::string script = twice + "objects\n";
+    for (int count = 1; count < 25; ++count)
+        script += twice;
+    const std::string trace = AfterSelect(script + "objects\nunload\nobjects\n");
+    const std::size_t first = trace.find("Objects");
+    const std::string counts = trace.substr(first, trace.find('\n', first) + 1 - first);
+    EXPECT_NE(counts.find(" fonts=1 windows=1 modules=1 keys=0 finds=0 "), std::string::npos) << counts;
+    EXPECT_NE(trace.find(counts + "Unload 0x0\nObjects bitmaps=0 dcs=0 fonts=0 windows=0 modules=0 keys=0 "
+                                  "finds=0 "),
+              std::string::npos)
+        << counts << LastLine(trace, "Objects");
+}
+
+TEST_F(OptionsTest, ASecondDialogInsideTheFirstIsRefused) {
+    InstallSkins({"A", "B"});
+    const SimulatorResult result = Run("select\noptions\nclick 221\noptions\n");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.errors.find("s:4: "), std::string::npos) << result.errors;
+}
+
+}  // namespace
