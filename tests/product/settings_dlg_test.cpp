@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// The options dialog's life; what a person does in it is tested through the simulator.
+#include "settings/settings_dlg.h"
+
+#include "fault_sweep.h"
+#include "keyboard_fixture.h"
+
+namespace {
+
+constexpr CLSID kOwn = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
+
+// Presses OK as soon as it is open.
+class ClosingDialog : public CSettingsDlg {
+public:
+    ClosingDialog() : CSettingsDlg(kOwn) {}
+
+    BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
+                              DWORD map) override {
+        if (message == WM_INITDIALOG) PostMessageW(m_hWnd, WM_COMMAND, MAKEWPARAM(IDOK, 0), 0);
+        return CSettingsDlg::ProcessWindowMessage(window, message, wParam, lParam, result, map);
+    }
+};
+
+class OptionsDialog : public KeyboardTest {
+protected:
+    void Open() {
+        m_dialog.m_pKeyboard = m_keyboard.get();
+        m_result = m_dialog.DoModal(nullptr, 0);
+    }
+
+    ClosingDialog m_dialog;
+    INT_PTR m_result = 0;
+};
+
+TEST_F(OptionsDialog, OpensAThousandTimes) {
+    for (int i = 0; i < 1000; ++i) {
+        Open();
+        ASSERT_EQ(m_result, IDOK);
+        ASSERT_EQ(m_dialog.m_hWnd, nullptr);
+    }
+}
+
+// The fixture sees to it that no handle is left.
+TEST_F(OptionsDialog, OutlivesEveryFailureOfThePlatform) {
+    for (test::FaultSweep sweep; sweep.Next();) {
+        SCOPED_TRACE(sweep.Describe());
+        sweep.Arm();
+        Open();
+        sweep.Disarm();
+        ASSERT_EQ(m_dialog.m_hWnd, nullptr);
+    }
+    Open();
+    EXPECT_EQ(m_result, IDOK);
+}
+
+TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
+    for (test::AllocationSweep sweep; sweep.Next();) {
+        SCOPED_TRACE(sweep.Describe());
+        sweep.Arm();
+        Open();
+        sweep.Disarm();
+        ASSERT_EQ(m_dialog.m_hWnd, nullptr);
+    }
+    Open();
+    EXPECT_EQ(m_result, IDOK);
+}
+
+TEST_F(OptionsDialog, MessagesBeforeItsBeginningFindNoControls) {
+    LRESULT result = 1;
+    EXPECT_TRUE(m_dialog.CSettingsDlg::ProcessWindowMessage(nullptr, WM_SIZE, 0, 0, result, 0));
+    EXPECT_EQ(result, 0);
+    EXPECT_TRUE(m_dialog.CSettingsDlg::ProcessWindowMessage(
+        nullptr, WM_COMMAND, MAKEWPARAM(IDC_SKIN_COMBO, CBN_SELCHANGE), 0, result, 0));
+    EXPECT_FALSE(m_dialog.CSettingsDlg::ProcessWindowMessage(nullptr, WM_USER, 0, 0, result, 0));
+}
+
+TEST(SkinDisplayName, IsTheFileNameWithoutItsLastFourCharacters) {
+    EXPECT_TRUE(SkinDisplayName(TEXT("\\windows\\Blue.tlk")) == TEXT("Blue"));
+    EXPECT_TRUE(SkinDisplayName(TEXT("a.b\\c.skin")) == TEXT("c."));
+    EXPECT_TRUE(SkinDisplayName(TEXT("x.tlk")) == TEXT("x"));
+    EXPECT_TRUE(SkinDisplayName(TEXT("tlk")).empty());
+}
+
+}  // namespace
