@@ -13,13 +13,15 @@ function(add_resource_library target source output)
     get_filename_component(source ${source} ABSOLUTE)
     get_filename_component(folder ${output} DIRECTORY)
     set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)
+    # The values that the platform's SDK would give.
+    set(values ${CMAKE_SOURCE_DIR}/resources)
     list(TRANSFORM arg_INCLUDES PREPEND -I)
     add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
-        COMMAND ${TOLKA_WINDRES} -I${CMAKE_CURRENT_SOURCE_DIR} ${arg_INCLUDES} ${source} ${object}
+        COMMAND ${TOLKA_WINDRES} -I${CMAKE_CURRENT_SOURCE_DIR} -I${values} ${arg_INCLUDES} ${source} ${object}
         COMMAND ${TOLKA_PE_LINKER} -shared -e 0 -s -o ${output} ${object}
-        DEPENDS ${source} ${arg_DEPENDS}
+        DEPENDS ${source} ${values}/resource_values.h ${arg_DEPENDS}
         VERBATIM)
     add_custom_target(${target} ALL DEPENDS ${output})
 endfunction()
