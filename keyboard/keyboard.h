@@ -76,6 +76,8 @@ public:
     static bool IsValidSkin(const WideString& path);
     // The skins of "\windows", then the existing ones of "UserSkins"; what memory has room for.
     static WideStringList GetSkinList();
+    // Appends the same for those who must not mistake a part for the whole: throws when memory runs out.
+    static void ListSkins(WideStringList& skins);
     // Full paths of the files of "\windows" with this extension, in the order of the file system.
     static WideStringList FindSkinFiles(const WideString& extension);
 
@@ -163,8 +165,6 @@ public:
     WideString m_strSkinPath;
 
 private:
-    // GetSkinList for those who must not mistake a part for the whole: throws when memory runs out.
-    static void ListSkins(WideStringList& skins);
     bool InitFromSkinList(LONG width, LONG height);
     void CreateDeviceContexts();
     void ResetInteraction();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The platform's published values that the resource script names. The resource compiler alone brings no SDK, so
-// that these stand here; no source includes this header.
+// The platform's published values that the resource script names. The resource compiler alone brings no SDK,
+// so that these stand here; no source includes this header.
 #pragma once
 
 #define WS_POPUP 0x80000000L

@@ -144,8 +144,12 @@ void CSettingsDlg::ShowAboutText() {
     SetWindowTextW(m_hAboutText, m_strAbout.c_str());
 }
 
+// Skins that could not all be listed for want of memory must not count as all there are.
 void CSettingsDlg::ListSkins() {
-    m_Skins = CKeyboard::GetSkinList();
+    m_bSkinsListed = false;
+    m_Skins.clear();
+    CKeyboard::ListSkins(m_Skins);
+    m_bSkinsListed = true;
     for (const WideString& path : m_Skins) {
         AddItem(m_hSkinCombo, SkinDisplayName(path));
     }
@@ -238,6 +242,6 @@ bool CSettingsDlg::SaveSettings() {
         if (!CKeyboard::IsValidSkin(path)) return false;
         settings.WriteString(kSkinValue, path);
     }
-    settings.WriteStringList(kUserSkinsValue, userSkins);
+    if (m_bSkinsListed) settings.WriteStringList(kUserSkinsValue, userSkins);
     return true;
 }

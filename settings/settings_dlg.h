@@ -90,5 +90,6 @@ private:
     WideString m_strAbout;
     SIZE m_Screen{};
     CModuleVersion m_Version;
-    WideStringList m_Skins;  // full paths: those discovered, then those added
+    WideStringList m_Skins;       // full paths: those discovered, then those added
+    bool m_bSkinsListed = false;  // m_Skins holds all that were there; else "UserSkins" is not saved
 };

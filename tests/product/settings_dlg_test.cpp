@@ -28,6 +28,21 @@ protected:
         m_result = m_dialog.DoModal(nullptr, 0);
     }
 
+    // Opens the dialog while one thing after another fails, then once more.
+    template <typename Sweep, typename Check = void (*)()>
+    void OpenThrough(Check check = [] {}) {
+        for (Sweep sweep; sweep.Next();) {
+            SCOPED_TRACE(sweep.Describe());
+            sweep.Arm();
+            Open();
+            sweep.Disarm();
+            ASSERT_EQ(m_dialog.m_hWnd, nullptr);
+            check();
+        }
+        Open();
+        EXPECT_EQ(m_result, IDOK);
+    }
+
     ClosingDialog m_dialog;
     INT_PTR m_result = 0;
 };
@@ -41,28 +56,18 @@ TEST_F(OptionsDialog, OpensAThousandTimes) {
 }
 
 // The fixture sees to it that no handle is left.
-TEST_F(OptionsDialog, OutlivesEveryFailureOfThePlatform) {
-    for (test::FaultSweep sweep; sweep.Next();) {
-        SCOPED_TRACE(sweep.Describe());
-        sweep.Arm();
-        Open();
-        sweep.Disarm();
-        ASSERT_EQ(m_dialog.m_hWnd, nullptr);
-    }
-    Open();
-    EXPECT_EQ(m_result, IDOK);
-}
+TEST_F(OptionsDialog, OutlivesEveryFailureOfThePlatform) { OpenThrough<test::FaultSweep>(); }
 
+// Nor does a list of skins that was cut short replace the stored one.
 TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
-    for (test::AllocationSweep sweep; sweep.Next();) {
-        SCOPED_TRACE(sweep.Describe());
-        sweep.Arm();
-        Open();
-        sweep.Disarm();
-        ASSERT_EQ(m_dialog.m_hWnd, nullptr);
-    }
-    Open();
-    EXPECT_EQ(m_result, IDOK);
+    const WideStringList stored{TEXT("\\windows\\..\\other.tlk")};
+    test::WriteDeviceFile("other.tlk", "");
+    CSettingsKey(SettingsAccess::Create).WriteStringList(kUserSkinsValue, stored);
+    OpenThrough<test::AllocationSweep>([&] {
+        WideStringList kept;
+        EXPECT_TRUE(CSettingsKey(SettingsAccess::Read).ReadStringList(kUserSkinsValue, kept));
+        EXPECT_TRUE(kept == stored);
+    });
 }
 
 TEST_F(OptionsDialog, MessagesBeforeItsBeginningFindNoControls) {
