@@ -11,45 +11,33 @@ template <typename Base>
 class CDialogImplBaseT : public CWindowImplRoot<Base> {
 public:
     virtual DLGPROC GetDialogProc() { return DialogProc; }
-    // Called after the dialog's last message, when the handle is null again.
-    virtual void OnFinalMessage(HWND) {}
 
     // The procedure of the template's dialog: binds it to its object at the first message.
     static INT_PTR CALLBACK StartDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-        auto* object = static_cast<CDialogImplBaseT*>(_Module.ExtractCreateWindowRecord());
+        auto* object = static_cast<CDialogImplBaseT*>(Root::Bind(dialog));
         if (!object) return FALSE;
-        object->m_hWnd = dialog;
-        SetWindowLongPtrW(dialog, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
         const DLGPROC procedure = object->GetDialogProc();
         SetWindowLongPtrW(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(procedure));
         return procedure(dialog, message, wParam, lParam);
     }
 
 private:
+    using Root = CWindowImplRoot<Base>;
+
     // WM_INITDIALOG answers with its result; other messages leave theirs with the dialog and answer whether
     // they were handled.
     static INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-        auto* object = reinterpret_cast<CDialogImplBaseT*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+        auto* object = static_cast<CDialogImplBaseT*>(Root::ObjectOf(dialog));
         LRESULT result = 0;
         const bool handled = object->Process(dialog, message, wParam, lParam, result);
         if (message == WM_NCDESTROY) {
             SetWindowLongPtrW(dialog, DWLP_DLGPROC, 0);
-            object->m_hWnd = nullptr;
-            object->OnFinalMessage(dialog);
+            object->Unbind();
         }
         if (!handled) return FALSE;
         if (message == WM_INITDIALOG) return result;
         SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
         return TRUE;
-    }
-
-    // No exception may reach the platform.
-    bool Process(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-        try {
-            return this->ProcessWindowMessage(dialog, message, wParam, lParam, result, 0) != FALSE;
-        } catch (...) {
-            return true;
-        }
     }
 };
 
@@ -60,7 +48,7 @@ public:
     // The value given to EndDialog; -1 when the dialog could not be made.
     INT_PTR DoModal(HWND parent, LPARAM parameter) {
         CreateWindowRecord record{};
-        _Module.AddCreateWindowRecord(&record, static_cast<CDialogImplBaseT<Base>*>(this));
+        _Module.AddCreateWindowRecord(&record, static_cast<CWindowImplRoot<Base>*>(this));
         const INT_PTR result = DialogBoxParamW(_Module.GetModuleInstance(), MAKEINTRESOURCEW(Class::IDD),
                                                parent, CDialogImplBaseT<Base>::StartDialogProc, parameter);
         _Module.RemoveCreateWindowRecord(&record);

@@ -24,10 +24,44 @@ protected:
     ~CMessageMap() = default;
 };
 
+// What windows and dialogs share: a handle that is bound at the first message and forgotten after the last.
 template <typename Base>
 class CWindowImplRoot : public Base, public CMessageMap {
 public:
     virtual ~CWindowImplRoot() = default;
+    // Called after the window's last message, when the handle is null again.
+    virtual void OnFinalMessage(HWND) {}
+
+protected:
+    // The object for which this thread is creating the window, from now on bound to it; null when there is
+    // none.
+    static CWindowImplRoot* Bind(HWND window) {
+        auto* object = static_cast<CWindowImplRoot*>(_Module.ExtractCreateWindowRecord());
+        if (!object) return nullptr;
+        object->m_hWnd = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+        return object;
+    }
+
+    static CWindowImplRoot* ObjectOf(HWND window) {
+        return reinterpret_cast<CWindowImplRoot*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    }
+
+    // No exception may reach the platform; a message whose handling ran out of memory counts as handled.
+    bool Process(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+        try {
+            return this->ProcessWindowMessage(window, message, wParam, lParam, result, 0) != FALSE;
+        } catch (...) {
+            return true;
+        }
+    }
+
+    // The object may be gone afterwards.
+    void Unbind() {
+        const HWND window = this->m_hWnd;
+        this->m_hWnd = nullptr;
+        OnFinalMessage(window);
+    }
 };
 
 // Styles that Create takes where its caller gives 0.
@@ -50,8 +84,6 @@ template <typename Base, typename Traits>
 class CWindowImplBaseT : public CWindowImplRoot<Base> {
 public:
     virtual WNDPROC GetWindowProc() { return WindowProc; }
-    // Called after the window's last message, when the handle is null again.
-    virtual void OnFinalMessage(HWND) {}
 
     // Null on failure. The rectangle is in the parent's client coordinates; the window belongs to this
     // object.
@@ -59,7 +91,7 @@ public:
                 DWORD extendedStyle) {
         if (!classInfo.Register()) return nullptr;
         CreateWindowRecord record{};
-        _Module.AddCreateWindowRecord(&record, this);
+        _Module.AddCreateWindowRecord(&record, static_cast<Root*>(this));
         const HWND window = CreateWindowExW(
             Traits::GetWndExStyle(extendedStyle), classInfo.m_wc.lpszClassName, title,
             Traits::GetWndStyle(style), rectangle.left, rectangle.top, rectangle.right - rectangle.left,
@@ -70,37 +102,27 @@ public:
 
     // The procedure of the window class: binds a new window to its object at the first message.
     static LRESULT CALLBACK StartWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        auto* object = static_cast<CWindowImplBaseT*>(_Module.ExtractCreateWindowRecord());
+        auto* object = static_cast<CWindowImplBaseT*>(Root::Bind(window));
         if (!object) return DefWindowProcW(window, message, wParam, lParam);
-        object->m_hWnd = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
         const WNDPROC procedure = object->GetWindowProc();
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
         return procedure(window, message, wParam, lParam);
     }
 
 private:
+    using Root = CWindowImplRoot<Base>;
+
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        auto* object = reinterpret_cast<CWindowImplBaseT*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        auto* object = static_cast<CWindowImplBaseT*>(Root::ObjectOf(window));
         LRESULT result = 0;
         const bool handled = object->Process(window, message, wParam, lParam, result);
         if (message == WM_NCDESTROY) {
             SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
             if (!handled) result = DefWindowProcW(window, message, wParam, lParam);
-            object->m_hWnd = nullptr;
-            object->OnFinalMessage(window);
+            object->Unbind();
             return result;
         }
         return handled ? result : DefWindowProcW(window, message, wParam, lParam);
-    }
-
-    // No exception may reach the platform; a message whose handling ran out of memory counts as handled.
-    bool Process(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-        try {
-            return this->ProcessWindowMessage(window, message, wParam, lParam, result, 0) != FALSE;
-        } catch (...) {
-            return true;
-        }
     }
 };
 

@@ -53,51 +53,26 @@ int DropDownList::ItemCount() const {
     return combo ? static_cast<int>(combo->Items().size()) : 0;
 }
 
-int DropDownList::VisibleItems() const {
+ItemRows DropDownList::Rows() const {
     RECT client{};
     GetClientRect(Handle(), &client);
-    return std::max<int>((client.bottom - 2 * m_frame) / m_itemHeight, 1);
+    return ItemRows({.client = client, .frame = m_frame, .itemHeight = m_itemHeight}, ItemCount(), m_first);
 }
 
-ScrollBar DropDownList::Bar() const {
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    const LONG width = std::min<LONG>(m_itemHeight, client.right);
-    return ScrollBar({client.right - width, 0, client.right, client.bottom},
-                     {.total = ItemCount(), .visible = VisibleItems(), .first = m_first});
-}
-
-RECT DropDownList::ItemsArea() const {
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    RECT area = Shrink(client, m_frame);
-    const ScrollBar bar = Bar();
-    if (bar.IsNeeded()) area.right = bar.Place().left;
-    return area;
-}
-
-int DropDownList::ItemAt(POINT point) const {
-    const RECT area = ItemsArea();
-    if (point.x < area.left || point.x >= area.right || point.y < area.top || point.y >= area.bottom)
-        return -1;
-    const int item = m_first + (point.y - area.top) / m_itemHeight;
-    return item < ItemCount() ? item : -1;
-}
+int DropDownList::ItemAt(POINT point) const { return Rows().ItemAt(point); }
 
 void DropDownList::Highlight(int item) {
     m_highlight = std::min(item, ItemCount() - 1);
-    const int visible = VisibleItems();
-    if (m_highlight >= 0) ScrollTo(std::clamp(m_first, m_highlight - visible + 1, m_highlight));
-    ScrollTo(m_first);
+    ScrollTo(Rows().FirstToShow(m_highlight));
 }
 
 void DropDownList::ScrollTo(int firstItem) {
-    m_first = std::clamp(firstItem, 0, std::max(ItemCount() - VisibleItems(), 0));
+    m_first = Rows().Limit(firstItem);
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 void DropDownList::OnPenDown(POINT point) {
-    const ScrollBar bar = Bar();
+    const ScrollBar bar = Rows().Bar();
     const bool inBar = bar.IsNeeded() && point.x >= bar.Place().left;
     m_tracking = inBar ? Tracking::None : Tracking::Items;
     if (inBar) {
@@ -114,18 +89,10 @@ void DropDownList::OnPenDown(POINT point) {
     if (m_tracking == Tracking::Items && ItemAt(point) >= 0) Highlight(ItemAt(point));
 }
 
-// A pen that leaves the items upward or downward scrolls by one item with each move.
 void DropDownList::OnPenMove(POINT point) {
-    if (m_tracking == Tracking::Thumb) return ScrollTo(Bar().FirstForThumb(point.y - m_grip));
-    if (m_tracking != Tracking::Items) return;
-    const RECT area = ItemsArea();
-    if (ItemAt(point) >= 0) {
-        Highlight(ItemAt(point));
-    } else if (point.y < area.top) {
-        Highlight(std::max(m_highlight - 1, 0));
-    } else if (point.y >= area.bottom) {
-        Highlight(m_highlight + 1);
-    }
+    const ItemRows rows = Rows();
+    if (m_tracking == Tracking::Thumb) return ScrollTo(rows.Bar().FirstForThumb(point.y - m_grip));
+    if (m_tracking == Tracking::Items) Highlight(rows.ItemUnderDrag(point, m_highlight));
 }
 
 // Lifted outside the items the pen takes nothing and the list stays open.
@@ -142,7 +109,7 @@ void DropDownList::Paint() {
     const auto combo = FindSystemWindow<ComboBox>(m_setup.combo);
     if (!painter || !combo) return;
     painter.Fill(painter.Client(), COLOR_WINDOW);
-    const RECT area = ItemsArea();
+    const RECT area = Rows().Area();
     const int count = ItemCount();
     LONG top = area.top;
     for (int item = m_first; item < count && top < area.bottom; ++item) {
@@ -156,7 +123,7 @@ void DropDownList::Paint() {
         top += m_itemHeight;
     }
     painter.Frame(painter.Client(), COLOR_WINDOWFRAME);
-    const ScrollBar bar = Bar();
+    const ScrollBar bar = Rows().Bar();
     if (bar.IsNeeded()) bar.Paint(painter);
 }
 

@@ -38,10 +38,8 @@ private:
     void OnPenMove(POINT point);
     void OnPenUp(POINT point);
     void ScrollTo(int firstItem);
-    int VisibleItems() const;  // whole ones
     int ItemCount() const;
-    RECT ItemsArea() const;  // without the frame and the scroll bar
-    ScrollBar Bar() const;
+    ItemRows Rows() const;
 
     Setup m_setup;
     int m_itemHeight = 1;

@@ -73,4 +73,46 @@ void ScrollBar::Paint(ControlPainter& painter) const {
     painter.Arrow(down, ControlPainter::Direction::Down, COLOR_WINDOWTEXT);
 }
 
+int ItemRows::Visible() const {
+    const LONG height = m_shape.client.bottom - 2 * m_shape.frame;
+    return std::max<int>(height / m_shape.itemHeight, 1);
+}
+
+ScrollBar ItemRows::Bar() const {
+    const RECT& client = m_shape.client;
+    const LONG width = std::min<LONG>(m_shape.itemHeight, client.right);
+    return ScrollBar({client.right - width, 0, client.right, client.bottom},
+                     {.total = m_count, .visible = Visible(), .first = m_first});
+}
+
+RECT ItemRows::Area() const {
+    const RECT& client = m_shape.client;
+    const LONG frame = m_shape.frame;
+    const ScrollBar bar = Bar();
+    const LONG right = bar.IsNeeded() ? bar.Place().left : client.right - frame;
+    return {frame, frame, right, client.bottom - frame};
+}
+
+int ItemRows::ItemAt(POINT point) const {
+    const RECT area = Area();
+    if (point.x < area.left || point.x >= area.right || point.y < area.top || point.y >= area.bottom)
+        return -1;
+    const int item = m_first + (point.y - area.top) / m_shape.itemHeight;
+    return item < m_count ? item : -1;
+}
+
+int ItemRows::ItemUnderDrag(POINT point, int present) const {
+    const RECT area = Area();
+    if (point.y < area.top) return std::max(present - 1, 0);
+    if (point.y >= area.bottom) return present + 1;
+    const int item = ItemAt(point);
+    return item >= 0 ? item : present;
+}
+
+int ItemRows::Limit(int first) const { return std::clamp(first, 0, std::max(m_count - Visible(), 0)); }
+
+int ItemRows::FirstToShow(int item) const {
+    return Limit(item < 0 ? m_first : std::clamp(m_first, item - Visible() + 1, item));
+}
+
 }  // namespace host

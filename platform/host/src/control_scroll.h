@@ -38,4 +38,35 @@ private:
     Range m_range;
 };
 
+// The geometry of a list: equally high items from the top, a scroll bar beside them where they need it.
+class ItemRows {
+public:
+    struct Shape {
+        RECT client{};
+        LONG frame = 0;  // pixels around the items
+        int itemHeight = 1;
+    };
+
+    ItemRows(const Shape& shape, int count, int first) : m_shape(shape), m_count(count), m_first(first) {}
+
+    ScrollBar Bar() const;
+    RECT Area() const;  // without the frame and the scroll bar
+    // -1 where there is none.
+    int ItemAt(POINT clientPoint) const;
+    // The item that a dragged pen means: outside the items, upward or downward, the one before or behind the
+    // present one, so that the list scrolls with each move.
+    int ItemUnderDrag(POINT clientPoint, int present) const;
+    // The nearest first item that the range allows.
+    int Limit(int first) const;
+    // The first item that has this one in view.
+    int FirstToShow(int item) const;
+
+private:
+    int Visible() const;  // whole ones
+
+    Shape m_shape;
+    int m_count;
+    int m_first;
+};
+
 }  // namespace host

@@ -75,32 +75,13 @@ int FileList::ItemHeight() const {
     return metrics.LineHeight() + 2 * kItemPadding * metrics.Unit();
 }
 
-int FileList::VisibleItems() const { return std::max<int>(Client().bottom / ItemHeight(), 1); }
-
-ScrollBar FileList::Bar() const {
-    const RECT client = Client();
-    const LONG width = std::min<LONG>(ItemHeight(), client.right);
-    return ScrollBar({client.right - width, 0, client.right, client.bottom},
-                     {.total = Count(), .visible = VisibleItems(), .first = m_first});
-}
-
-RECT FileList::ItemsArea() const {
-    RECT area = Client();
-    const ScrollBar bar = Bar();
-    if (bar.IsNeeded()) area.right = bar.Place().left;
-    return area;
-}
-
-int FileList::ItemAt(POINT point) const {
-    const RECT area = ItemsArea();
-    if (point.x < area.left || point.x >= area.right || point.y < 0 || point.y >= area.bottom) return -1;
-    const int item = m_first + point.y / ItemHeight();
-    return item < Count() ? item : -1;
+ItemRows FileList::Rows() const {
+    return ItemRows({.client = Client(), .itemHeight = ItemHeight()}, Count(), m_first);
 }
 
 bool FileList::Select(int item) {
     const int selected = std::clamp(item, -1, Count() - 1);
-    if (selected >= 0) ScrollTo(std::clamp(m_first, selected - VisibleItems() + 1, selected));
+    ScrollTo(Rows().FirstToShow(selected));
     if (selected == m_selected) return true;
     m_selected = selected;
     Redraw();
@@ -108,7 +89,7 @@ bool FileList::Select(int item) {
 }
 
 void FileList::ScrollTo(int firstItem) {
-    const int first = std::clamp(firstItem, 0, std::max(Count() - VisibleItems(), 0));
+    const int first = Rows().Limit(firstItem);
     if (first == m_first) return;
     m_first = first;
     Redraw();
@@ -117,7 +98,8 @@ void FileList::ScrollTo(int firstItem) {
 void FileList::OnPenDown(POINT point) {
     SetFocus(Handle());
     if (!IsAlive()) return;
-    const ScrollBar bar = Bar();
+    const ItemRows rows = Rows();
+    const ScrollBar bar = rows.Bar();
     Tracking tracking = Tracking::Items;
     if (bar.IsNeeded() && point.x >= bar.Place().left) {
         const ScrollBar::Part part = bar.PartAt(point.y);
@@ -129,24 +111,18 @@ void FileList::OnPenDown(POINT point) {
     SetCapture(Handle());
     if (!IsAlive()) return;
     m_tracking = tracking;
-    if (tracking == Tracking::Items) Select(ItemAt(point));
+    if (tracking == Tracking::Items) Select(rows.ItemAt(point));
 }
 
-// A pen that leaves the items upward or downward scrolls by one item with each move.
 void FileList::OnPenMove(POINT point) {
-    if (m_tracking == Tracking::Thumb) return ScrollTo(Bar().FirstForThumb(point.y - m_grip));
-    if (m_tracking != Tracking::Items || m_selected < 0) return;
-    if (ItemAt(point) >= 0) {
-        Select(ItemAt(point));
-    } else if (point.y < 0) {
-        Select(std::max(m_selected - 1, 0));
-    } else if (point.y >= Client().bottom) {
-        Select(m_selected + 1);
-    }
+    const ItemRows rows = Rows();
+    if (m_tracking == Tracking::Thumb) return ScrollTo(rows.Bar().FirstForThumb(point.y - m_grip));
+    if (m_tracking == Tracking::Items && m_selected >= 0) Select(rows.ItemUnderDrag(point, m_selected));
 }
 
 void FileList::OnPenUp(POINT point) {
-    const bool tapped = m_tracking == Tracking::Items && m_selected >= 0 && ItemAt(point) == m_selected;
+    const bool tapped =
+        m_tracking == Tracking::Items && m_selected >= 0 && Rows().ItemAt(point) == m_selected;
     if (m_tracking != Tracking::None) ReleaseCapture();
     if (!IsAlive() || !tapped || !Selected() || Selected()->kind == FileItem::Kind::File) return;
     Notify(kTaken);
@@ -155,7 +131,7 @@ void FileList::OnPenUp(POINT point) {
 // The first tap of a double tap on a folder has opened it, and what lies there now was not meant.
 void FileList::OnDoubleTap(POINT point) {
     const FileItem* item = Selected();
-    if (item && item->kind == FileItem::Kind::File && ItemAt(point) == m_selected) Notify(kTaken);
+    if (item && item->kind == FileItem::Kind::File && Rows().ItemAt(point) == m_selected) Notify(kTaken);
 }
 
 void FileList::OnKey(UINT virtualKey) {
@@ -165,7 +141,8 @@ void FileList::OnKey(UINT virtualKey) {
 
 void FileList::Paint(ControlPainter& painter) {
     painter.Fill(painter.Client(), COLOR_WINDOW);
-    RECT line = ItemsArea();
+    const ItemRows rows = Rows();
+    RECT line = rows.Area();
     const LONG bottom = line.bottom;
     for (int item = m_first; item < Count() && line.top < bottom; ++item) {
         line.bottom = line.top + ItemHeight();
@@ -173,9 +150,9 @@ void FileList::Paint(ControlPainter& painter) {
         line.top = line.bottom;
     }
     painter.Frame(painter.Client(), COLOR_WINDOWFRAME);
-    const ScrollBar bar = Bar();
+    const ScrollBar bar = rows.Bar();
     if (bar.IsNeeded()) bar.Paint(painter);
-    if (HasFocus()) painter.DottedFrame(Shrink(ItemsArea(), 2 * painter.Metrics().Unit()), COLOR_GRAYTEXT);
+    if (HasFocus()) painter.DottedFrame(Shrink(rows.Area(), 2 * painter.Metrics().Unit()), COLOR_GRAYTEXT);
 }
 
 void FileList::PaintItem(ControlPainter& painter, const FileItem& item, const RECT& line,

@@ -47,12 +47,8 @@ private:
     // Scrolls the item into view. False when the list did not survive telling its parent.
     bool Select(int item);
     void ScrollTo(int firstItem);
-    // -1 where there is none.
-    int ItemAt(POINT clientPoint) const;
     int Count() const { return static_cast<int>(m_items.size()); }
-    int VisibleItems() const;  // whole ones
-    RECT ItemsArea() const;    // without the scroll bar
-    ScrollBar Bar() const;
+    ItemRows Rows() const;
 
     std::vector<FileItem> m_items;
     int m_selected = -1;
