@@ -7,6 +7,7 @@
 
 #include "control_combo.h"
 #include "control_paint.h"
+#include "gdi.h"
 #include "message_queue.h"
 
 namespace host {
@@ -14,15 +15,7 @@ namespace host {
 namespace {
 
 constexpr int kPointsPerInch = 72;
-constexpr LONG kUsualDotsPerInch = 96;
-constexpr LONG kUsualNarrowSide = 240;
-
-// Handhelds keep their controls at one size for the eye: a screen of twice the pixels has twice the
-// resolution.
-LONG DotsPerInch() {
-    const LONG narrow = std::min(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
-    return std::max(kUsualDotsPerInch, kUsualDotsPerInch * narrow / kUsualNarrowSide);
-}
+constexpr LONG kDotsPerInch = 96;
 
 bool CanTakeFocus(HWND window) {
     return IsWindow(window) && IsWindowVisible(window) && IsWindowEnabled(window);
@@ -34,8 +27,8 @@ PointFont::PointFont(int points, std::u16string_view faceName, LONG weight) {
     const PlatformScope scope;
     LOGFONTW font{};
     // Rounded before it is scaled, so that layouts keep their proportions.
-    const LONG usualHeight = (points * kUsualDotsPerInch + kPointsPerInch / 2) / kPointsPerInch;
-    font.lfHeight = -(usualHeight * DotsPerInch() / kUsualDotsPerInch);
+    const LONG usualHeight = (points * kDotsPerInch + kPointsPerInch / 2) / kPointsPerInch;
+    font.lfHeight = -ScaleToScreen(usualHeight);
     font.lfWeight = weight;
     faceName.copy(font.lfFaceName, LF_FACESIZE - 1);
     m_font = CreateFontIndirectW(&font);

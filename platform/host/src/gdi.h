@@ -10,6 +10,9 @@ namespace host {
 
 // Gives the screen this size, black. Its pixels are shared by every window's device context.
 void ResizeScreen(SIZE size);
+// What is this many pixels on the smallest screen. Handhelds keep their text at one size for the eye: a
+// screen of twice the pixels has twice the resolution.
+LONG ScaleToScreen(LONG pixels);
 
 // A device context that draws on the screen: its origin is the given screen point, and nothing outside the
 // clip (screen coordinates, copied) is touched. Null when no context can be made. Closed with

@@ -3,6 +3,7 @@
 
 #include "faults.h"
 #include "gdi.h"
+#include "gdi_fonts.h"
 
 namespace host {
 namespace {
@@ -52,6 +53,14 @@ void ResizeScreen(SIZE size) {
     graphics.screen->memory = std::move(sized->memory);
     graphics.screen->surface = sized->surface;
     graphics.screenChanges = graphics.screen->surface.Bounds();
+    graphics.systemFont->logical = SystemLogFont();
+    graphics.systemFont->glyphs.reset();
+}
+
+LONG ScaleToScreen(LONG pixels) {
+    constexpr LONG kSmallestSide = 240;
+    const Surface& screen = GetGraphics().screen->surface;
+    return pixels * std::max<LONG>(std::min(screen.width, screen.height), kSmallestSide) / kSmallestSide;
 }
 
 ScreenView Screen() {

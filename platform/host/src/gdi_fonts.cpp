@@ -9,12 +9,13 @@
 #include <string>
 
 #include "faults.h"
+#include "gdi.h"
 
 namespace host {
 namespace {
 
-constexpr LONG kSystemFontHeight = -11;
-constexpr int kMaxEmSize = 400;  // keeps a glyph under a megabyte whatever a caller asks for
+constexpr LONG kSystemFontHeight = 11;  // per em, on the smallest screen
+constexpr int kMaxEmSize = 400;         // keeps a glyph under a megabyte whatever a caller asks for
 constexpr LONG kBoldFrom = 600;
 constexpr FT_UInt kHintingVersion = 40;  // fits strokes to rows alone, which keeps small text even
 constexpr int kFractionBits = 6;         // FreeType counts in 1/64 pixels
@@ -73,7 +74,7 @@ void Measure(FT_Face face, int emSize, Glyphs& glyphs) {
 
 // A positive height is that of the cell: the largest em size whose cell fits.
 void Fit(FT_Face face, LONG height, Glyphs& glyphs) {
-    if (height == 0) height = kSystemFontHeight;
+    if (height == 0) height = -ScaleToScreen(kSystemFontHeight);
     const int wanted = static_cast<int>(std::clamp<LONG>(height, -kMaxEmSize, kMaxEmSize));
     if (wanted < 0) {
         Measure(face, -wanted, glyphs);
@@ -110,7 +111,7 @@ Font::~Font() = default;
 
 LOGFONTW SystemLogFont() {
     LOGFONTW font{};
-    font.lfHeight = kSystemFontHeight;
+    font.lfHeight = -ScaleToScreen(kSystemFontHeight);
     font.lfWeight = FW_NORMAL;
     std::u16string_view(u"System").copy(font.lfFaceName, LF_FACESIZE - 1);
     return font;

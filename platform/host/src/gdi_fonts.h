@@ -8,7 +8,7 @@
 
 namespace host {
 
-// The logical font of the stock system font.
+// The logical font of the stock system font, for the present screen.
 LOGFONTW SystemLogFont();
 
 struct Glyph {

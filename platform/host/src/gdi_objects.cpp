@@ -21,7 +21,7 @@ Graphics::Graphics() {
                            .stride = sizeof(WORD)};
     whiteBrush = AddStockObject<Brush>(*this, RGB(255, 255, 255));
     blackBrush = AddStockObject<Brush>(*this, RGB(0, 0, 0));
-    systemFont = AddStockObject<Font>(*this, SystemLogFont());
+    systemFont = AddStockObject<Font>(*this, LOGFONTW{});
     for (const COLORREF color : kColorScheme) {
         systemBrushes.push_back(AddStockObject<Brush>(*this, color));
     }
@@ -29,6 +29,7 @@ Graphics::Graphics() {
 
 Graphics& MakeGraphics() {
     g_graphics = new Graphics;
+    g_graphics->systemFont->logical = SystemLogFont();  // sized by the screen, which is there now
     return *g_graphics;
 }
 
