@@ -3,9 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "bitmap.h"
 #include "compile.h"
+#include "drawing.h"
 #include "errors.h"
-#include "layout.h"
+#include "files.h"
+#include "png_file.h"
 
 namespace tlk {
 namespace {
@@ -37,7 +43,7 @@ TEST_P(BadSources, AreRefusedWithTheirLine) {
 INSTANTIATE_TEST_SUITE_P(
     All, BadSources,
     testing::Values(
-        BadSource{"Empty", "", 0, "add [portrait]"},
+        BadSource{"Empty", "", 1, "add [portrait]"},
         BadSource{"NotToml", "[portrait]\nsize = [60,\n=", 3, ""},
         BadSource{"NotUtf8", "[portrait]\nsize = \"\xFF\"", 2, ""},
         BadSource{"UnknownSetting", "\ncolour = 1\n", 2, "'colour'"},
@@ -54,14 +60,29 @@ INSTANTIATE_TEST_SUITE_P(
         BadSource{"NoWeight", PORTRAIT "rows = [\"q:\"]", 3, "weight"},
         BadSource{"KeyTwice", PORTRAIT "rows = [\"q w e\", \"a s q\"]", 3, "'q'"},
         BadSource{"TooNarrow", PORTRAIT "rows = [\"q w:20\"]", 3, "'q'"},
-        BadSource{"GlyphTooWide", PORTRAIT "rows = [\"back:1 q:6\"]", 0, "'back'"},
-        BadSource{"DigitRowTorn", PORTRAIT "rows = [\"1 2\", \"q w\", \"- p\"]", 0, "caps_rect = false"},
+        BadSource{"GlyphTooWide", PORTRAIT "rows = [\"back:1 q:6\"]", 3, "'back'"},
+        BadSource{"DigitRowTorn", PORTRAIT "rows = [\"1 2\", \"q w\", \"- p\"]", 3, "caps_rect = false"},
         BadSource{"DigitsWithoutReturn", PORTRAIT "rows = [\"q\"]\n[digits]\nrows = [\"1 2\"]", 4,
                   "'digits'"},
-        BadSource{"NoSuchKeyInLanguage", PORTRAIT "rows = [\"q\"]\n[language2.keys]\nqq = \"x\"", 5, "'qq'"},
-        BadSource{"ThreeCases", PORTRAIT "rows = [\"q\"]\n[language2.keys]\nq = \"xyz\"", 5, "small"},
-        BadSource{"BeyondPlane", PORTRAIT "rows = [\"q\"]\n[language2.keys]\nq = \"😀\"", 5, "U+FFFF"},
-        BadSource{"NoGlyph", PORTRAIT "rows = [\"q\"]\n[language2.keys]\nq = \"\\uE123\"", 5, "U+E123"}),
+        BadSource{"NoSuchKeyInLanguage", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nqq = \"x\"", 5,
+                  "'qq'"},
+        BadSource{"ThreeCases", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"xyz\"", 5, "small"},
+        BadSource{"BeyondPlane", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"😀\"", 5, "U+FFFF"},
+        BadSource{"BadScreen", "screens = [\"240x320\",\n\"320x240\"]", 2, "upright"},
+        BadSource{"ScreenNotListed", "screens = [\"240x320\"]\n[screen.480x640.font]\nsize = 9", 2,
+                  "480x640"},
+        BadSource{"UnknownPalette", "\npalette = \"pink\"", 2, "light, dark, contrast"},
+        BadSource{"NoSuchBase", "based_on = \"none.toml\"", 1, "none.toml"},
+        BadSource{"UnknownIcon", "[labels]\nback = {icon = \"bin\"}", 2, "shift, back"},
+        BadSource{"LabelOfCharacter", "[labels]\nq = \"Q\"", 2, "shift, ctrl"},
+        BadSource{"ChangeOfNoKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nmove = [1, 1]", 4, "add key"},
+        BadSource{"ChangeOfAbsentKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nkey = \"w\"", 5, "'w'"},
+        BadSource{"KeyOutside", PORTRAIT "rows = [\"q\"]\n[[key]]\nkey = \"q\"\nmove = [9, 0]", 4, "outside"},
+        BadSource{"UnknownArt", PORTRAIT "rows = [\"q\"]\n[art]\nfoto = \"a.png\"", 5, "portrait, landscape"},
+        BadSource{"NoArt", PORTRAIT "rows = [\"q\"]\n[art]\nportrait = \"none.png\"", 5, "none.png"},
+        BadSource{"ArtOfNoBoard", PORTRAIT "rows = [\"q\"]\n[art]\ndigits = \"none.png\"", 5,
+                  "digit_keyboard"},
+        BadSource{"NoGlyph", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"", 5, "U+E123"}),
     [](const auto& bad) { return std::string(bad.param.name); });
 
 TEST(Source, LeavesTheUsualToTheTool) {
@@ -86,12 +107,139 @@ TEST(Source, WeightsShareTheRow) {
     EXPECT_EQ(FindCapsRect(skin, layout), (Rect{0, 0, 59, 15}));
 }
 
+// Sources that name other files, in a folder of their own.
+class SourceFiles : public testing::Test {
+protected:
+    SourceFiles() {
+        std::string name = (std::filesystem::temp_directory_path() / "tlk-XXXXXX").string();
+        if (mkdtemp(name.data())) m_Folder = name;
+    }
+    ~SourceFiles() override { std::filesystem::remove_all(m_Folder); }
+
+    std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
+    void Write(const std::string& name, const std::string& text) const {
+        std::filesystem::create_directories((m_Folder / name).parent_path());
+        std::ofstream(Path(name)) << text;
+    }
+    Skin Read(const std::string& name, const std::string& screen = {}) const {
+        return ReadSource(ReadText(Path(name)), Path(name), screen);
+    }
+    // What is wrong, and where: "file:line: text".
+    std::string FaultOf(const std::string& name) const {
+        try {
+            (void)CompileSkin(Read(name), Font(TLK_FONT));
+        } catch (const SourceError& error) {
+            return std::filesystem::path(error.Place().file).filename().string() + ":" +
+                   std::to_string(error.Line()) + ": " + error.what();
+        }
+        return {};
+    }
+
+    std::filesystem::path m_Folder;
+};
+
+TEST_F(SourceFiles, LayTheirDifferencesOverWhatTheyAreBasedOn) {
+    Write("base/a.toml",
+          "screens = [\"240x320\", \"480x480\"]\npalette = \"mine.toml\"\n[font]\nsize = 12\nwords = 8\n"
+          "[portrait]\nrows = [\"q w\"]\n[[key]]\nkey = \"q\"\nlabel = \"Q!\"\n"
+          "[screen.480x480.font]\nsize = 30\n");
+    Write("base/mine.toml", "style = \"flat\"\nletter = \"#102030\"\n");
+    Write("b.toml",
+          "based_on = \"base/a.toml\"\n[font]\nwords = 9\n[[key]]\nkey = \"w\"\nface = \"function\"\n");
+    const Skin small = Read("b.toml");
+    EXPECT_EQ(small.font.characters, 12);
+    EXPECT_EQ(small.font.words, 9);
+    EXPECT_EQ(small.palette.style, FaceStyle::Flat);
+    EXPECT_EQ(small.palette.symbol.bottom, (Color{0x10, 0x20, 0x30}));
+    EXPECT_EQ(small.portrait.changes.size(), 2u);
+    EXPECT_EQ(small.portrait.size, (Size{240, 80}));
+    ASSERT_TRUE(small.landscape);
+    EXPECT_EQ(small.landscape->size, (Size{320, 80}));
+    EXPECT_EQ(small.places.at({BoardKind::Landscape, 82}).file, Path("base/a.toml"));
+    const Skin square = Read("b.toml", "480x480");
+    EXPECT_EQ(square.font.characters, 30);
+    EXPECT_EQ(square.portrait.size, (Size{480, 120}));
+    EXPECT_FALSE(square.landscape);
+}
+
+TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
+    Write("a.toml", "based_on = \"b.toml\"\n");
+    Write("b.toml", "\nbased_on = \"a.toml\"\n");
+    EXPECT_EQ(FaultOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultOf("a.toml");
+    Write("b.toml", "[portrait]\nsize = [60, 32]\nrows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"\n");
+    EXPECT_EQ(FaultOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultOf("a.toml");
+    Write("b.toml", "[portrait\n");
+    EXPECT_EQ(FaultOf("a.toml").find("b.toml:1: "), 0u) << FaultOf("a.toml");
+}
+
+TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
+    Picture picture({60, 32}, Color{1, 2, 3});
+    WritePng(picture, Path("own.png"));
+    WritePng(Picture({61, 32}, Color{}), Path("wide.png"));
+    const std::string source = "[portrait]\nsize = [60, 32]\nrows = [\"q\"]\n[art]\n";
+    Write("a.toml", source + "portrait = \"own.png\"\n");
+    for (const Resource& resource : CompileSkin(Read("a.toml"), Font(TLK_FONT)))
+        if (resource.name == "char_keyboard_bitmap") {
+            EXPECT_EQ(DecodeBitmap(resource.data), picture);
+        }
+    Write("a.toml", source + "portrait = \"wide.png\"\n");
+    EXPECT_NE(FaultOf("a.toml").find("61 x 32"), std::string::npos);
+    Write("a.toml", source + "lang1_small = \"own.png\"\n");
+    EXPECT_NE(FaultOf("a.toml").find("neither black nor white at 0, 0"), std::string::npos);
+    Write("a.toml", source + "lang1_small = \"a.toml\"\n");
+    EXPECT_NE(FaultOf("a.toml").find("save it as PNG"), std::string::npos);
+}
+
+TEST(Source, SingleKeysAreMovedSizedAndMadeOfRectangles) {
+    const Skin skin = ReadSource(PORTRAIT
+                                 "rows = [\"q w\"]\n[[key]]\nkey = \"q\"\nmove = [2, 1]\nsize = [20, 10]\n"
+                                 "[[key]]\nkey = \"e\"\nrects = [[0, 20, 10, 12], [10, 22, 9, 10]]\n");
+    const Layout layout = LayOut(skin, skin.portrait);
+    ASSERT_EQ(layout.keys.size(), 3u);
+    EXPECT_EQ(layout.keys[0].rects, std::vector<Rect>({{2, 1, 21, 10}}));
+    EXPECT_EQ(layout.keys[2].rects, (std::vector<Rect>{{0, 20, 9, 31}, {10, 22, 18, 31}}));
+}
+
+TEST(Source, PlanesThatNoKeyBringsUpAreLeftOut) {
+    const Font font(TLK_FONT);
+    const auto masks = [&font](const std::string& row) {
+        std::string names;
+        for (const Resource& resource : CompileSkin(ReadSource(PORTRAIT "rows = [\"" + row + "\"]"), font))
+            if (resource.name.ends_with("_MASK"))
+                names += resource.name.substr(0, resource.name.size() - 5) + " ";
+        return names;
+    };
+    EXPECT_EQ(masks("q"), "LANG1_SMALL ");
+    EXPECT_EQ(masks("q shift"), "LANG1_SMALL LANG1_LARGE ");
+    EXPECT_EQ(masks("q umlaut"), "LANG1_SMALL UML1_SMALL ");
+    EXPECT_EQ(masks("q lang"), "LANG1_SMALL UML1_SMALL LANG2_SMALL UML2_SMALL ");
+}
+
+// The engine's mask paints black: light glyphs are what is left of a black face.
+TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
+    const std::string rows = PORTRAIT "rows = [\"q\"]\n";
+    const Font font(TLK_FONT);
+    const auto draw = [&](const std::string& text) {
+        const Skin skin = ReadSource(text);
+        return DrawMask(skin, LayOut(skin, skin.portrait), font, Plane{});
+    };
+    const Mask dark = draw(rows);
+    const Mask light = draw("palette = \"dark\"\n" + rows);
+    for (int y = 2; y < 29; ++y)
+        for (int x = 2; x < 57; ++x)
+            EXPECT_NE(dark.At(x, y), light.At(x, y)) << x << ", " << y;
+    EXPECT_EQ(light.At(59, 5), 1) << "the line between two keys";
+}
+
 TEST(Source, KeyInTwoRowsIsOneTallKeyOrTwoRectangles) {
     const Skin skin = ReadSource(PORTRAIT "rows = [\"q enter\", \"w enter\"]");
     EXPECT_EQ(LayOut(skin, skin.portrait).keys[1].rects, std::vector<Rect>({{30, 0, 59, 31}}));
     const Skin bent = ReadSource(PORTRAIT "rows = [\"q enter\", \"w enter:2\"]");
     EXPECT_EQ(LayOut(bent, bent.portrait).keys[1].rects,
-              (std::vector<Rect>{{30, 0, 59, 15}, {20, 16, 59, 31}}));
+              (std::vector<Rect>{{30, 0, 59, 16}, {20, 16, 59, 31}}));
+    const Picture picture = DrawPicture(bent, LayOut(bent, bent.portrait));
+    EXPECT_NE(picture.At(45, 15), bent.palette.background) << "torn where its parts meet";
+    EXPECT_EQ(picture.At(25, 14), picture.At(5, 14)) << "the key beside it ends above";
 }
 
 }  // namespace

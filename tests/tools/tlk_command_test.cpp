@@ -32,10 +32,39 @@ protected:
 };
 
 TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk")), 0);
+    // From another folder: a skin holds nothing of where or when it was built.
+    for (const auto& source : std::filesystem::directory_iterator(SKIN_SOURCES))
+        std::filesystem::copy_file(source, m_Folder / source.path().filename());
+    EXPECT_EQ(Run("build " + Path("full-german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN));
-    EXPECT_EQ(Run("show " + Path("a.tlk") + " --plane uml2_large_ls --pressed 48 -o " + Path("a.png")), 0);
+    EXPECT_EQ(Run("show " + Path("a.tlk") + " --plane uml2-large --landscape --pressed shift,q,63 -o " +
+                  Path("a.png")),
+              2);
+    EXPECT_EQ(Run("show " + Path("a.tlk") +
+                  " --plane uml2-large --landscape --pressed shift,q --hit-areas -o " + Path("a.png")),
+              0);
     EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
+}
+
+TEST_F(TlkCommand, FirstSourceOfTheDocumentationIsGood) {
+    const std::string page = ReadText(SKIN_SOURCES "/../docs/SKINS.md");
+    const std::string fence = "```toml\n";
+    const std::size_t start = page.find(fence) + fence.size();
+    std::ofstream(Path("mine.toml")) << page.substr(start, page.find("```", start) - start);
+    EXPECT_EQ(Run("build " + Path("mine.toml") + " -o " + Path("mine.tlk")), 0);
+    EXPECT_EQ(ReadText(Path("messages")), "");
+    EXPECT_EQ(Run("check " + Path("mine.tlk")), 0);
+}
+
+TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
+    EXPECT_EQ(Run("check " STANDARD_SKIN), 0);
+    EXPECT_NE(ReadText(Path("messages")).find("good for a screen of 240x320"), std::string::npos);
+    EXPECT_EQ(Run("check " STANDARD_SKIN " --screen 480x640 --source " STANDARD_SOURCE), 1);
+    EXPECT_EQ(Run("check " STANDARD_SKIN " --screen 480"), 2);
+    EXPECT_EQ(Run("check " STANDARD_SOURCE), 2);
+    EXPECT_EQ(ReadText(Path("messages")).find(STANDARD_SOURCE ": not a library file"), 0u);
+    EXPECT_EQ(Run("dump " STANDARD_SKIN), 0);
+    EXPECT_NE(ReadText(Path("messages")).find("\n     87 y: z Z "), std::string::npos);
 }
 
 TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
@@ -43,6 +72,9 @@ TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
     EXPECT_EQ(Run("build " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(Path("bad.toml") + ":2: "), 0u) << ReadText(Path("messages"));
     EXPECT_FALSE(std::filesystem::exists(Path("bad.tlk")));
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " --screen 640x480 -o " + Path("bad.tlk")), 2);
+    EXPECT_NE(ReadText(Path("messages")).find("full.toml:3: "), std::string::npos)
+        << ReadText(Path("messages"));
     EXPECT_EQ(Run("build " + Path("none.toml") + " -o " + Path("bad.tlk")), 2);
     EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("no/folder.tlk")), 2);
     EXPECT_EQ(Run("build " STANDARD_SOURCE " --font " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "compile.h"
 
+#include <algorithm>
+
+#include "art.h"
 #include "bitmap.h"
 #include "drawing.h"
 #include "errors.h"
@@ -55,13 +58,17 @@ Bytes EncodeSecondLanguage(const Skin& skin) {
 
 class Compilation {
 public:
-    Compilation(const Skin& skin, const Font& font) : m_Skin(skin), m_Font(font) {}
+    Compilation(const Skin& skin, const Font& font)
+        : m_Skin(skin), m_Font(font), m_HasLanguageKey(HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
         AddPortrait();
         if (m_Skin.landscape) AddLandscape(*m_Skin.landscape);
         if (m_Skin.digits) AddDigits(*m_Skin.digits);
-        Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
+        if (m_HasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
+        // Only its presence counts.
+        if (m_Skin.swipeOnly) Add(ResourceKind::Data, "SWIPE_ONLY", {1});
+        RequireArtUsed();
         return std::move(m_Resources);
     }
 
@@ -69,7 +76,7 @@ private:
     void AddPortrait() {
         const Layout layout = LayOut(m_Skin, m_Skin.portrait);
         Plane plane;
-        if (m_Skin.capsRect) {
+        if (m_Skin.capsRect && !m_Skin.isSquare) {
             if (const auto area = FindCapsRect(m_Skin, layout)) {
                 Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
                 plane.backspaceFollowsShift = Holds(*area, layout, function_key::kBackspace);
@@ -90,18 +97,51 @@ private:
         AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout);
         Plane plane;
         plane.digits = true;
-        Add(ResourceKind::Bitmap, "DIGIT_MASK", EncodeMask(DrawMask(m_Skin, layout, m_Font, plane)));
+        AddMask("DIGIT_MASK", layout, plane);
     }
 
     void AddBoard(const char* picture, const char* records, const Layout& layout) {
-        Add(ResourceKind::Bitmap, picture, EncodePicture(DrawPicture(m_Skin, layout)));
+        const ArtFile* art = FindArt(picture);
+        Add(ResourceKind::Bitmap, picture,
+            EncodePicture(art ? ReadArtPicture(*art, layout.size) : DrawPicture(m_Skin, layout)));
         Add(ResourceKind::Data, records, EncodeLayout(layout));
     }
 
     void AddMasks(const Layout& layout, Plane plane, const std::string& suffix) {
         for (plane.slot = 0; plane.slot < kSlotCount; ++plane.slot)
-            Add(ResourceKind::Bitmap, std::string(kMaskNames[plane.slot]) + suffix,
-                EncodeMask(DrawMask(m_Skin, layout, m_Font, plane)));
+            if (CanShow(plane)) AddMask(std::string(kMaskNames[plane.slot]) + suffix, layout, plane);
+    }
+
+    bool HasKey(std::uint16_t key) const {
+        return m_Skin.places.contains({BoardKind::Portrait, key}) ||
+               m_Skin.places.contains({BoardKind::Landscape, key});
+    }
+
+    // A plane that no key brings up is left out. A stroke upwards from the language key is an umlaut key.
+    bool CanShow(const Plane& plane) const {
+        if (plane.Language() == 1 && !m_HasLanguageKey) return false;
+        if (plane.IsUmlaut() && !m_HasLanguageKey && !HasKey(function_key::kUmlaut)) return false;
+        return !plane.IsLarge() || HasKey(function_key::kShift) || HasKey(function_key::kCaps);
+    }
+
+    void AddMask(const std::string& name, const Layout& layout, const Plane& plane) {
+        const ArtFile* art = FindArt(name);
+        Add(ResourceKind::Bitmap, name,
+            EncodeMask(art ? ReadArtMask(*art, layout.size) : DrawMask(m_Skin, layout, m_Font, plane)));
+    }
+
+    const ArtFile* FindArt(const std::string& name) const {
+        const auto found = m_Skin.art.find(name);
+        return found == m_Skin.art.end() ? nullptr : &found->second;
+    }
+
+    void RequireArtUsed() const {
+        for (const auto& [name, file] : m_Skin.art)
+            if (std::ranges::find(m_Resources, name, &Resource::name) == m_Resources.end())
+                throw SourceError(
+                    file.place,
+                    "the skin has no " + name + " that " + file.path +
+                        " could replace: add the keyboard or the key that shows it, or remove the line");
     }
 
     void Add(ResourceKind kind, std::string name, Bytes data) {
@@ -118,6 +158,7 @@ private:
 
     const Skin& m_Skin;
     const Font& m_Font;
+    bool m_HasLanguageKey;
     std::vector<Resource> m_Resources;
 };
 

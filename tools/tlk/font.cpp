@@ -12,11 +12,6 @@
 namespace tlk {
 namespace {
 
-struct Point {
-    int x;
-    int y;
-};
-
 // Appends the ink of the loaded glyph, with the baseline at y = 0 and y growing downwards.
 void CollectInk(const FT_GlyphSlotRec_& slot, int penX, std::vector<Point>& ink) {
     const FT_Bitmap& bitmap = slot.bitmap;
@@ -53,10 +48,12 @@ struct Font::Face {
 Font::Font(const std::string& path) : m_Path(path), m_pFace(std::make_unique<Face>()) {
     if (FT_Init_FreeType(&m_pFace->library) != 0) throw FileError("FreeType does not start");
     if (FT_New_Face(m_pFace->library, path.c_str(), 0, &m_pFace->face) != 0)
-        throw FileError(path + ": not a font that can be read; name another one with --font");
+        throw FileError(path + ": not a font that can be read: name another one");
 }
 
 Font::~Font() = default;
+Font::Font(Font&&) noexcept = default;
+Font& Font::operator=(Font&&) noexcept = default;
 
 bool Font::Has(char16_t character) const { return FT_Get_Char_Index(m_pFace->face, character) != 0; }
 

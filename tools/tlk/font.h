@@ -21,8 +21,8 @@ class Font {
 public:
     explicit Font(const std::string& path);
     ~Font();
-    Font(const Font&) = delete;
-    Font& operator=(const Font&) = delete;
+    Font(Font&&) noexcept;
+    Font& operator=(Font&&) noexcept;
 
     const std::string& Path() const { return m_Path; }
     bool Has(char16_t character) const;

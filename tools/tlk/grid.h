@@ -15,6 +15,11 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
+struct Point {
+    int x = 0;
+    int y = 0;
+};
+
 // All four edges belong to the rectangle, as hit testing counts them.
 struct Rect {
     int left = 0;

@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "grid.h"
 
 namespace tlk {
 
 enum class Icon { Shift, ShiftFilled, Backspace, Delete, Enter, Space, Tab, Left, Up, Right, Down };
 
-// Ink is 1.
-[[nodiscard]] Mask DrawIcon(Icon icon);
+// Ink is 1. The size goes with characters whose capitals are so many pixels high.
+[[nodiscard]] Mask DrawIcon(Icon icon, int capHeight);
+
+// Nothing when there is none of this name.
+[[nodiscard]] std::optional<Icon> FindIcon(std::string_view name);
+[[nodiscard]] std::string IconNames();
 
 }  // namespace tlk

@@ -26,10 +26,23 @@ std::vector<int> Divide(int length, const std::vector<double>& weights) {
     return edges;
 }
 
-void AddRect(const Skin& skin, Layout& layout, std::uint16_t index, const Rect& rect, unsigned line) {
+// The last column and row of a rectangle show the background, and the engine's pressed look leaves them out:
+// where one part of a bent key stands on a wider one, it reaches a row into it, or the two would look torn.
+void JoinBentKey(std::vector<Rect>& parts) {
+    Rect& upper = parts[parts.size() - 2];
+    Rect& lower = parts.back();
+    if (upper.bottom + 1 != lower.top) return;
+    if (upper.left >= lower.left && upper.right <= lower.right)
+        ++upper.bottom;
+    else if (lower.left >= upper.left && lower.right <= upper.right)
+        --lower.top;
+}
+
+void AddRect(const Skin& skin, Layout& layout, std::uint16_t index, const Rect& rect,
+             const SourcePlace& place) {
     const auto known = std::ranges::find(layout.keys, index, &Key::key);
     if (known == layout.keys.end()) {
-        layout.keys.push_back({index, {rect}});
+        layout.keys.push_back({index, {rect}, std::nullopt, std::nullopt});
         return;
     }
     for (Rect& part : known->rects) {
@@ -41,9 +54,10 @@ void AddRect(const Skin& skin, Layout& layout, std::uint16_t index, const Rect& 
     const bool touches =
         std::ranges::any_of(known->rects, [&rect](const Rect& part) { return part.Touches(rect); });
     if (!touches && !IsFunction(index))
-        throw SourceError(line, "key '" + NameKey(skin.characters, index) +
-                                    "' already stands elsewhere on this keyboard: remove one of them");
+        throw SourceError(place, "key '" + NameKey(skin.characters, index) +
+                                     "' already stands elsewhere on this keyboard: remove one of them");
     known->rects.push_back(rect);
+    if (touches) JoinBentKey(known->rects);
 }
 
 std::vector<double> Weights(const Row& row) {
@@ -61,6 +75,39 @@ bool IsDigitLineKey(const Skin& skin, const Key& key) {
     return !IsFunction(key.key) && IsDigitLineCharacter(skin.characters[key.key][0]);
 }
 
+// The part of the source that has put the key where it is.
+SourcePlace PlaceOf(const Skin& skin, std::uint16_t key) {
+    const auto found = skin.places.find({BoardKind::Portrait, key});
+    return found == skin.places.end() ? SourcePlace{} : found->second;
+}
+
+void RequireInside(const Skin& skin, const Layout& layout, const Key& key, const SourcePlace& place) {
+    for (const Rect& rect : key.rects)
+        if (rect.left < 0 || rect.top < 0 || rect.right >= layout.size.width ||
+            rect.bottom >= layout.size.height || rect.Width() < kSmallestCell ||
+            rect.Height() < kSmallestCell)
+            throw SourceError(place, "key '" + NameKey(skin.characters, key.key) +
+                                         "' would lie outside of the picture or be smaller than " +
+                                         std::to_string(kSmallestCell) +
+                                         " pixels: change its move, size or "
+                                         "rects");
+}
+
+void ChangeKey(const Skin& skin, Layout& layout, std::uint16_t index, const KeyChange& change) {
+    auto key = std::ranges::find(layout.keys, index, &Key::key);
+    if (key == layout.keys.end()) key = layout.keys.insert(layout.keys.end(), Key{index, {}, {}, {}});
+    if (!change.rects.empty()) key->rects = change.rects;
+    for (Rect& rect : key->rects) {
+        const Size size = change.size.value_or(Size{rect.Width(), rect.Height()});
+        const int left = rect.left + change.move.x;
+        const int top = rect.top + change.move.y;
+        rect = {left, top, left + size.width - 1, top + size.height - 1};
+    }
+    key->label = change.label;
+    key->face = change.face;
+    RequireInside(skin, layout, *key, change.place);
+}
+
 }  // namespace
 
 Layout LayOut(const Skin& skin, const Board& board) {
@@ -72,12 +119,14 @@ Layout LayOut(const Skin& skin, const Board& board) {
         for (std::size_t c = 0; c < row.keys.size(); ++c) {
             const Rect rect{columns[c], lines[r], columns[c + 1] - 1, lines[r + 1] - 1};
             if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
-                throw SourceError(row.line, "key '" + NameKey(skin.characters, row.keys[c].key) +
-                                                "' would be smaller than " + std::to_string(kSmallestCell) +
-                                                " pixels: use fewer keys or rows, or other weights");
-            AddRect(skin, layout, row.keys[c].key, rect, row.line);
+                throw SourceError(row.place, "key '" + NameKey(skin.characters, row.keys[c].key) +
+                                                 "' would be smaller than " + std::to_string(kSmallestCell) +
+                                                 " pixels: use fewer keys or rows, or other weights");
+            AddRect(skin, layout, row.keys[c].key, rect, row.place);
         }
     }
+    for (const auto& [key, change] : board.changes)
+        ChangeKey(skin, layout, key, change);
     return layout;
 }
 
@@ -96,9 +145,10 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
         if (IsFunction(key.key) || IsDigitLineKey(skin, key)) continue;
         for (const Rect& rect : key.rects)
             if (Intersect(rect, *area))
-                throw SourceError(0, "key '" + NameKey(skin.characters, key.key) +
-                                         "' stands among the keys that caps lock leaves alone (digits, - and "
-                                         "=): keep these in one block, or set caps_rect = false");
+                throw SourceError(PlaceOf(skin, key.key),
+                                  "key '" + NameKey(skin.characters, key.key) +
+                                      "' stands among the keys that caps lock leaves alone (digits, - and "
+                                      "=): keep these in one block, or set caps_rect = false");
     }
     // Backspace becomes Delete with Shift alone, like its row.
     for (const Key& key : layout.keys)

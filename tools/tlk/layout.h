@@ -12,6 +12,9 @@ namespace tlk {
 struct Key {
     std::uint16_t key = 0;
     std::vector<Rect> rects;
+    // Of its own on this board.
+    std::optional<Label> label;
+    std::optional<Shade> face;
 };
 
 struct Layout {
@@ -20,7 +23,8 @@ struct Layout {
 };
 
 // The keys tile the whole picture: a key's right edge is its neighbour's left edge less one. A key named in
-// two rows at the same place becomes one tall key. Throws SourceError.
+// two rows at the same place becomes one tall key. What the board changes of single keys comes after that.
+// Throws SourceError.
 [[nodiscard]] Layout LayOut(const Skin& skin, const Board& board);
 
 // The digit row, whose keys caps lock leaves alone, as the skin's CAPS rectangle: right and bottom edge are

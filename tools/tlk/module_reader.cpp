@@ -32,14 +32,33 @@ struct Section {
     std::uint32_t root = 0;
 };
 
-Section FindSection(View file) {
+constexpr std::uint16_t kLibraryFlag = 0x2000;
+
+// Where the "PE" signature stands, with the file header behind it.
+std::size_t FindHeader(View file) {
     if (Need16(file, 0) != 0x5A4D) throw FileError("not a library file");
     const std::size_t header = Need32(file, 0x3C);
     if (Need32(file, header) != 0x00004550) throw FileError("not a library file");
+    return header;
+}
+
+Module::Facts ReadFacts(View file) {
+    const std::size_t header = FindHeader(file);
+    Module::Facts facts;
+    facts.machine = Need16(file, header + 4);
+    facts.timeStamp = Need32(file, header + 8);
+    facts.isLibrary = (Need16(file, header + 22) & kLibraryFlag) != 0;
+    facts.entryPoint = Need32(file, header + 24 + 16);
+    facts.fileSize = file.size();
+    return facts;
+}
+
+Section FindSection(View file) {
+    const std::size_t header = FindHeader(file);
     const std::size_t sectionCount = Need16(file, header + 6);
     const std::size_t optional = header + 24;
     const bool wide = Need16(file, optional) == 0x20B;
-    const std::uint32_t resources = Need32(file, optional + (wide ? 112 : 96) + 2 * 8);
+    const std::uint32_t resources = Need32(file, optional + (wide ? 128U : 112U));
     const std::size_t table = optional + Need16(file, header + 20);
     for (std::size_t i = 0; i < sectionCount; ++i) {
         const std::size_t entry = table + i * 40;
@@ -67,7 +86,10 @@ public:
         for (std::size_t i = 0; i < count; ++i) {
             if (++m_EntryCount > kMostEntries) throw FileError("damaged resources: too many of them");
             const std::size_t entry = start + 16 + i * 8;
-            if (level < 2) m_Path[level] = ReadName(Need32(bytes, entry));
+            if (level < 2)
+                m_Path[level] = ReadName(Need32(bytes, entry));
+            else
+                m_Language = static_cast<std::uint16_t>(Need32(bytes, entry));
             const std::uint32_t target = Need32(bytes, entry + 4);
             const bool isDirectory = (target & kHighBit) != 0;
             if (isDirectory != (level < 2)) throw FileError("damaged resources: directory of another depth");
@@ -99,12 +121,13 @@ private:
         const std::size_t place = address - m_Section.address;
         if (place > m_Section.bytes.size() || size > m_Section.bytes.size() - place)
             throw FileError("damaged resources: data outside of the section");
-        m_Entries.push_back({m_Path[0], m_Path[1], m_Section.bytes.subspan(place, size)});
+        m_Entries.push_back({m_Path[0], m_Path[1], m_Language, m_Section.bytes.subspan(place, size)});
     }
 
     const Section& m_Section;
     std::vector<Module::Entry>& m_Entries;
     std::string m_Path[2];
+    std::uint16_t m_Language = 0;
     std::size_t m_EntryCount = 0;
 };
 
@@ -117,6 +140,7 @@ bool EqualNames(std::string_view a, std::string_view b) {
 
 Module Module::Parse(Bytes file) {
     Module module(std::move(file));
+    module.m_Facts = ReadFacts(module.m_File);
     const Section section = FindSection(module.m_File);
     DirectoryReader(section, module.m_Entries).Read(0, 0);
     return module;

@@ -20,12 +20,24 @@ public:
         // Numbered types and names are "#" and the number.
         std::string type;
         std::string name;
+        std::uint16_t language = 0;
         std::span<const std::uint8_t> data;
     };
 
+    // What the file's headers say; a skin needs no code and so no entry point.
+    struct Facts {
+        std::uint16_t machine = 0;
+        bool isLibrary = false;
+        std::uint32_t timeStamp = 0;
+        std::uint32_t entryPoint = 0;
+        std::size_t fileSize = 0;
+    };
+
+    const Facts& GetFacts() const { return m_Facts; }
     const std::vector<Entry>& Entries() const { return m_Entries; }
     // Without regard to case; valid as long as the module.
-    std::optional<std::span<const std::uint8_t>> Find(ResourceKind kind, std::string_view name) const;
+    [[nodiscard]] std::optional<std::span<const std::uint8_t>> Find(ResourceKind kind,
+                                                                    std::string_view name) const;
 
     Module(Module&&) = default;
     Module& operator=(Module&&) = default;
@@ -34,6 +46,7 @@ private:
     explicit Module(Bytes file) : m_File(std::move(file)) {}
 
     Bytes m_File;
+    Facts m_Facts;
     std::vector<Entry> m_Entries;
 };
 

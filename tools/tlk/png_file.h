@@ -7,7 +7,7 @@
 
 namespace tlk {
 
-// Every pixel becomes a square of `zoom` pixels. Throws FileError.
-void WritePng(const Picture& picture, int zoom, const std::string& path);
+// Throws FileError.
+void WritePng(const Picture& picture, const std::string& path);
 
 }  // namespace tlk

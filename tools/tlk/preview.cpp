@@ -2,76 +2,165 @@
 #include "preview.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 
-#include "bitmap.h"
 #include "errors.h"
 
 namespace tlk {
 namespace {
 
-struct PlaneNames {
-    std::string mask;
-    std::string picture;
-    std::string layout;
+constexpr Color kOutline{0xE0, 0x10, 0x60};
+constexpr Color kLabel{0xFF, 0xFF, 0xFF};
+// Pixels per em: the smallest that can be read.
+constexpr int kLabelSize = 9;
+
+const Picture& Need(const SkinBitmap& bitmap, const std::string& name) {
+    if (!bitmap.isPresent) throw FileError("the skin has no bitmap " + name);
+    if (!bitmap.IsReadable()) throw FileError("bitmap " + name + " is of a kind that cannot be shown");
+    return bitmap.pixels;
+}
+
+// From the left and top edge up to the right and bottom edge, which stay out.
+struct Area {
+    int left, top, right, bottom;
+
+    bool Holds(int x, int y) const { return x >= left && x < right && y >= top && y < bottom; }
+    // Of pressed keys the corner alone counts, and here all edges belong to the area.
+    bool HoldsCorner(const Rect& rect) const {
+        return left < right && top < bottom && rect.left >= left && rect.left <= right && rect.top >= top &&
+               rect.top <= bottom;
+    }
 };
 
-PlaneNames NamesOf(std::string_view plane) {
-    std::string name(plane);
-    std::ranges::transform(name, name.begin(),
-                           [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
-    if (name == "DIGIT") return {"DIGIT_MASK", "digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT"};
-    constexpr std::string_view kLandscape = "_LS";
-    if (name.ends_with(kLandscape)) {
-        name.resize(name.size() - kLandscape.size());
-        return {name + "_MASK_LS", "LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT"};
+// The pictures of one view.
+class Composition {
+public:
+    Composition(const SkinModule& skin, const View& view) : m_Board(skin.Board(view.Board())) {
+        m_pPicture = &Need(m_Board.picture, std::string(PictureResource(m_Board.kind)));
+        m_pMask = &MaskOf(view.plane);
+        if (!view.hasCapsLock || m_Board.kind != BoardKind::Portrait || !skin.capsRect) return;
+        const Rect& rect = *skin.capsRect;
+        m_Caps = {rect.left, rect.top, rect.right, rect.bottom};
+        m_pCapsMask = &MaskOf(view.plane ^ 1);
     }
-    return {name + "_MASK", "char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT"};
+
+    Picture Draw(const std::vector<std::uint16_t>& pressed) const {
+        Picture drawn(m_pPicture->GetSize(), Color{});
+        for (int y = 0; y < drawn.GetSize().height; ++y)
+            for (int x = 0; x < drawn.GetSize().width; ++x)
+                if (Shows(m_pCapsMask && m_Caps.Holds(x, y) ? *m_pCapsMask : *m_pMask, x, y))
+                    drawn.At(x, y) = m_pPicture->At(x, y);
+        for (std::uint16_t key : pressed)
+            for (const Rect& rect : m_Board.layout.at(key))
+                Press(drawn, rect);
+        return drawn;
+    }
+
+private:
+    const Picture& MaskOf(std::size_t plane) const {
+        return Need(m_Board.masks[plane], MaskResource(m_Board.kind, plane));
+    }
+
+    static bool Shows(const Picture& mask, int x, int y) {
+        return mask.Contains(x, y) && mask.At(x, y) != Color{};
+    }
+
+    // The picture inverted where the mask shows it, white elsewhere. Right and bottom edge stay out.
+    void Press(Picture& drawn, const Rect& rect) const {
+        const Picture& mask = m_pCapsMask && m_Caps.HoldsCorner(rect) ? *m_pCapsMask : *m_pMask;
+        const Size size = drawn.GetSize();
+        for (int y = rect.top; y < std::min(rect.bottom, size.height); ++y)
+            for (int x = rect.left; x < std::min(rect.right, size.width); ++x) {
+                const Color color = Shows(mask, x, y) ? m_pPicture->At(x, y) : Color{};
+                drawn.At(x, y) = {static_cast<std::uint8_t>(~color.red),
+                                  static_cast<std::uint8_t>(~color.green),
+                                  static_cast<std::uint8_t>(~color.blue)};
+            }
+    }
+
+    const SkinBoard& m_Board;
+    const Picture* m_pPicture = nullptr;
+    const Picture* m_pMask = nullptr;
+    const Picture* m_pCapsMask = nullptr;
+    Area m_Caps{};
+};
+
+void Outline(Picture& picture, const Rect& rect) {
+    const auto put = [&picture](int x, int y) {
+        if (picture.Contains(x, y)) picture.At(x, y) = kOutline;
+    };
+    for (int x = rect.left; x <= std::min(rect.right, picture.GetSize().width - 1); ++x) {
+        put(x, rect.top);
+        put(x, rect.bottom);
+    }
+    for (int y = rect.top; y <= std::min(rect.bottom, picture.GetSize().height - 1); ++y) {
+        put(rect.left, y);
+        put(rect.right, y);
+    }
 }
 
-Picture ReadBitmap(const Module& skin, const std::string& name) {
-    const auto data = skin.Find(ResourceKind::Bitmap, name);
-    if (!data) throw FileError("the skin has no bitmap " + name);
-    auto picture = DecodeBitmap(*data);
-    if (!picture) throw FileError("bitmap " + name + " is of a kind that cannot be shown");
-    return std::move(*picture);
+// The character of a character key; names of functions and indices are ASCII.
+std::u16string LabelOf(const SkinModule& skin, std::uint16_t key, const Font& font) {
+    const char16_t character =
+        !IsFunction(key) && key < skin.characters.size() ? skin.characters[key][0] : u'\0';
+    if (character > u' ' && font.Has(character)) return {character};
+    const std::string name = character > u' ' ? std::to_string(key) : skin.NameOf(key);
+    return {name.begin(), name.end()};
 }
 
-void ShowThrough(Picture& picture, const Picture& mask) {
-    for (int y = 0; y < picture.GetSize().height; ++y)
-        for (int x = 0; x < picture.GetSize().width; ++x)
-            if (!mask.Contains(x, y) || mask.At(x, y) == Color{}) picture.At(x, y) = Color{};
-}
-
-// Black inverted is white: what the mask hides comes out right as well. Right and bottom edge stay out.
-void Invert(Picture& picture, const Rect& rect) {
-    const Size size = picture.GetSize();
-    for (int y = rect.top; y < std::min(rect.bottom, size.height); ++y)
-        for (int x = rect.left; x < std::min(rect.right, size.width); ++x) {
-            Color& color = picture.At(x, y);
-            color = {static_cast<std::uint8_t>(~color.red), static_cast<std::uint8_t>(~color.green),
-                     static_cast<std::uint8_t>(~color.blue)};
+void Write(Picture& picture, const Rect& rect, std::u16string_view word, const Font& font) {
+    const Mask ink = font.Draw(word, kLabelSize).ink;
+    for (int y = 0; y < ink.GetSize().height + 2; ++y)
+        for (int x = 0; x < ink.GetSize().width + 2; ++x) {
+            const int pixelX = rect.left + x;
+            const int pixelY = rect.top + y;
+            if (pixelX > rect.right || pixelY > rect.bottom || !picture.Contains(pixelX, pixelY)) continue;
+            const bool isInk = ink.Contains(x - 1, y - 1) && ink.At(x - 1, y - 1);
+            picture.At(pixelX, pixelY) = isInk ? kLabel : kOutline;
         }
-}
-
-int Big16(std::span<const std::uint8_t> bytes, std::size_t offset) {
-    return bytes[offset] << 8 | bytes[offset + 1];
 }
 
 }  // namespace
 
-Picture ShowPlane(const Module& skin, std::string_view plane, const std::vector<int>& pressed) {
-    const PlaneNames names = NamesOf(plane);
-    const Picture mask = ReadBitmap(skin, names.mask);
-    Picture picture = ReadBitmap(skin, names.picture);
-    ShowThrough(picture, mask);
-    const auto layout = skin.Find(ResourceKind::Data, names.layout);
-    if (!layout) return picture;
-    for (std::size_t record = 0; record + 16 <= layout->size(); record += 16)
-        if (std::ranges::find(pressed, Big16(*layout, record)) != pressed.end())
-            Invert(picture, {Big16(*layout, record + 4), Big16(*layout, record + 6),
-                             Big16(*layout, record + 8), Big16(*layout, record + 10)});
-    return picture;
+BoardKind View::Board() const {
+    if (plane == kDigitPlane) return BoardKind::Digits;
+    return isLandscape ? BoardKind::Landscape : BoardKind::Portrait;
+}
+
+std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view name) {
+    const KeyLayout& layout = skin.Board(board).layout;
+    std::string names;
+    for (const auto& [key, rects] : layout) {
+        if (skin.NameOf(key) == name) return key;
+        names += (names.empty() ? "" : " ") + skin.NameOf(key);
+    }
+    std::uint16_t index = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), index);
+    if (error == std::errc{} && end == name.data() + name.size() && layout.contains(index)) return index;
+    throw FileError("no key '" + std::string(name) + "' on the " + std::string(BoardName(board)) +
+                    " keyboard: its keys are " + names);
+}
+
+Picture Compose(const SkinModule& skin, const View& view) {
+    return Composition(skin, view).Draw(view.pressed);
+}
+
+Picture Enlarge(const Picture& picture, int zoom) {
+    Picture large({picture.GetSize().width * zoom, picture.GetSize().height * zoom}, Color{});
+    for (int y = 0; y < large.GetSize().height; ++y)
+        for (int x = 0; x < large.GetSize().width; ++x)
+            large.At(x, y) = picture.At(x / zoom, y / zoom);
+    return large;
+}
+
+void DrawHitAreas(Picture& enlarged, int zoom, const SkinModule& skin, BoardKind board, const Font& font) {
+    for (const auto& [key, rects] : skin.Board(board).layout)
+        for (const Rect& rect : rects) {
+            const Rect area{rect.left * zoom, rect.top * zoom, (rect.right + 1) * zoom - 1,
+                            (rect.bottom + 1) * zoom - 1};
+            Write(enlarged, area, LabelOf(skin, key, font), font);
+            Outline(enlarged, area);
+        }
 }
 
 }  // namespace tlk

@@ -10,59 +10,83 @@ namespace tlk {
 namespace {
 
 // Above this height of capitals the font needs no help.
-constexpr int kTallestCapitals = 8;
+constexpr int kTallestRetouched = 10;
+// The capitals that the marks are drawn for.
+constexpr int kDrawnFor = 8;
+
+// What goes with the upper edge of the capitals moves up with it; some fit one height only.
+enum class Align { Baseline, Capitals, Exact };
 
 struct HandDrawn {
     char16_t character;
+    Align align;
     int ascent;
     InkRows rows;
 };
 
-const std::vector<HandDrawn>& HandDrawnGlyphs() {
-    static const std::vector<HandDrawn> glyphs{
-        {u'.', 2, {"##", "##"}},
-        {u',', 2, {"##", "##", ".#", "#."}},
-        {u':', 6, {"##", "##", "..", "..", "##", "##"}},
-        {u';', 6, {"##", "##", "..", "..", "##", "##", ".#", "#."}},
-        {u'\u00B7', 5, {"##", "##"}},
-        {u'`', 8, {"##.", ".##", "..#"}},
-        {u'\u00B4', 8, {".##", "##.", "#.."}},
-        {u'^', 8, {"..#..", ".#.#.", "#...#"}},
-        {u'<', 7, {"...#", "..#.", ".#..", "#...", ".#..", "..#.", "...#"}},
-        {u'>', 7, {"#...", ".#..", "..#.", "...#", "..#.", ".#..", "#..."}},
-        {u'\u201A', 2, {"##", "##", ".#", "#."}},
-        {u'\u201E', 2, {"##.##", "##.##", ".#..#", "#..#."}},
-        {u'\u2018', 8, {".#", "#.", "##", "##"}},
-        {u'\u2019', 8, {"##", "##", ".#", "#."}},
-        {u'\u201C', 8, {".#..#", "#..#.", "##.##", "##.##"}},
-        {u'\u201D', 8, {"##.##", "##.##", ".#..#", "#..#."}},
+const std::vector<HandDrawn>& HandDrawnMarks() {
+    using enum Align;
+    static const std::vector<HandDrawn> marks{
+        {u'0', Exact, 8, {".###.", "#...#", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."}},
+        {u'.', Baseline, 2, {"##", "##"}},
+        {u',', Baseline, 2, {"##", "##", ".#", "#."}},
+        {u':', Baseline, 6, {"##", "##", "..", "..", "##", "##"}},
+        {u';', Baseline, 6, {"##", "##", "..", "..", "##", "##", ".#", "#."}},
+        {u'\u00B7', Baseline, 5, {"##", "##"}},
+        {u'\'', Capitals, 8, {"##", "##", "##"}},
+        {u'"', Capitals, 8, {"##.##", "##.##", "##.##"}},
+        {u'`', Capitals, 8, {"##.", ".##", "..#"}},
+        {u'\u00B4', Capitals, 8, {".##", "##.", "#.."}},
+        {u'\u0384', Capitals, 8, {".##", ".#.", "#.."}},
+        {u'\u00A8', Capitals, 8, {"##.##", "##.##"}},
+        {u'\u0385', Capitals, 8, {"...##..", "...#...", "##.#.##", "##...##"}},
+        {u'^', Capitals, 8, {"..#..", ".#.#.", "#...#"}},
+        {u'<', Baseline, 7, {"...#", "..#.", ".#..", "#...", ".#..", "..#.", "...#"}},
+        {u'>', Baseline, 7, {"#...", ".#..", "..#.", "...#", "..#.", ".#..", "#..."}},
+        {u'\u2264', Baseline, 7, {"...#", ".##.", "#...", ".##.", "...#", "....", "####"}},
+        {u'\u2265', Baseline, 7, {"#...", ".##.", "...#", ".##.", "#...", "....", "####"}},
+        {u'\u00AB', Baseline, 5, {"..#..#", ".#..#.", "#..#..", ".#..#.", "..#..#"}},
+        {u'\u00BB', Baseline, 5, {"#..#..", ".#..#.", "..#..#", ".#..#.", "#..#.."}},
+        {u'\u00B9', Capitals, 8, {".#", "##", ".#", ".#", ".#"}},
+        {u'\u00B2', Capitals, 8, {"##.", "..#", ".#.", "#..", "###"}},
+        {u'\u00B3', Capitals, 8, {"##.", "..#", ".#.", "..#", "##."}},
+        {u'\u201A', Baseline, 2, {"##", "##", ".#", "#."}},
+        {u'\u201E', Baseline, 2, {"##.##", "##.##", ".#..#", "#..#."}},
+        {u'\u2018', Capitals, 8, {".#", "#.", "##", "##"}},
+        {u'\u2019', Capitals, 8, {"##", "##", ".#", "#."}},
+        {u'\u201C', Capitals, 8, {".#..#", "#..#.", "##.##", "##.##"}},
+        {u'\u201D', Capitals, 8, {"##.##", "##.##", ".#..#", "#..#."}},
     };
-    return glyphs;
+    return marks;
 }
 
-// A letter and an accent one row above it. Small i and j lend their dotless forms.
+// A letter and an accent, mostly one row above it. Small i lends its dotless form.
 struct Accent {
     InkRows rows;
     std::u16string_view accented;
     std::u16string_view letters;
+    int gap = 1;
 };
 
 const std::vector<Accent>& Accents() {
     static const std::vector<Accent> accents{
-        {{"..#", ".#."}, u"ÁÉÍÓÚÝĆĹŃŔŚŹáéíóúýćĺńŕśź", u"AEIOUYCLNRSZaeıouyclnrsz"},
+        {{"..#", ".#."}, u"ÁÉÍÓÚÝĆĹŃŔŚŹЌЃáéíóúýćĺńŕśźќѓάέήίόύώ", u"AEIOUYCLNRSZКГaeıouyclnrszкгαεηιουω"},
         {{"#..", ".#."}, u"ÀÈÌÒÙàèìòù", u"AEIOUaeıou"},
         {{".#.", "#.#"}, u"ÂÊÎÔÛŴŶâêîôûŵŷ", u"AEIOUWYaeıouwy"},
         {{"#.#", ".#."}, u"ČĎĚŇŘŠŤŽčěňřšž", u"CDENRSTZcenrsz"},
         {{".##.#", "#..#."}, u"ÃÑÕãñõ", u"ANOano"},
         {{"#.#.", "#.#."}, u"ŐŰőű", u"OUou"},
+        {{".#.", "#.#", ".#."}, u"Å", u"A", 0},
+        {{"#..#", ".##."}, u"ЙЎĂĞйўăğ", u"ИУAGиуag"},
+        {{"..#..", "..#..", "#...#"}, u"ΐΰ", u"ιυ"},
     };
     return accents;
 }
 
-Glyph SetAccent(const Glyph& letter, const Mask& accent) {
+Glyph SetAccent(const Glyph& letter, const Mask& accent, int gap) {
     const Size base = letter.ink.GetSize();
     const int width = std::max(base.width, accent.GetSize().width);
-    const int lift = accent.GetSize().height + 1;
+    const int lift = accent.GetSize().height + gap;
     Glyph glyph{Mask({width, base.height + lift}, 0), letter.ascent + lift};
     Paste(glyph.ink, accent, (width - accent.GetSize().width + 1) / 2, 0, 1);
     Paste(glyph.ink, letter.ink, (width - base.width) / 2, lift, 1);
@@ -72,14 +96,20 @@ Glyph SetAccent(const Glyph& letter, const Mask& accent) {
 }  // namespace
 
 std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, int pixels) {
-    if (font.CapHeight(pixels) > kTallestCapitals) return std::nullopt;
-    for (const HandDrawn& glyph : HandDrawnGlyphs())
-        if (glyph.character == character) return Glyph{ToInk(glyph.rows), glyph.ascent};
+    const int capHeight = font.CapHeight(pixels);
+    if (capHeight > kTallestRetouched) return std::nullopt;
+    // The marks of bold faces are clear enough as they are.
+    if (font.Draw(u"l", pixels).ink.GetSize().width == 1)
+        for (const HandDrawn& mark : HandDrawnMarks())
+            if (mark.character == character && (mark.align != Align::Exact || capHeight == kDrawnFor))
+                return Glyph{ToInk(mark.rows),
+                             mark.ascent + (mark.align == Align::Capitals ? capHeight - kDrawnFor : 0)};
     for (const Accent& accent : Accents()) {
         const std::size_t place = accent.accented.find(character);
         if (place == std::u16string_view::npos) continue;
         const char16_t letter = accent.letters[place];
-        if (font.Has(letter)) return SetAccent(font.Draw({&letter, 1}, pixels), ToInk(accent.rows));
+        if (font.Has(letter))
+            return SetAccent(font.Draw({&letter, 1}, pixels), ToInk(accent.rows), accent.gap);
     }
     return std::nullopt;
 }

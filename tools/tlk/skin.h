@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a skin's source says, read and checked, with everything that it leaves out filled in.
+// What a skin's source says for one screen, read and checked, with everything that it leaves out filled in.
 #pragma once
 
 #include <array>
@@ -9,28 +9,29 @@
 #include <vector>
 
 #include "characters.h"
-#include "grid.h"
+#include "icons.h"
+#include "palette.h"
+#include "places.h"
 
 namespace tlk {
-
-// Top and bottom colour of a key's face.
-struct Shade {
-    Color top;
-    Color bottom;
-};
-
-struct Palette {
-    Color background{0x6E, 0x7F, 0x99};
-    Shade letter{{0xFF, 0xFF, 0xFF}, {0xDE, 0xE5, 0xEF}};
-    Shade number = letter;
-    Shade symbol = letter;
-    Shade function{{0xC6, 0xD3, 0xE6}, {0x9F, 0xB2, 0xCE}};
-};
 
 // Pixels per em.
 struct FontSizes {
     int characters = 11;
     int words = 9;
+};
+
+// A path, or the name of a file beside the tool's own font.
+struct FontFile {
+    SourcePlace place;
+    std::string path;
+};
+
+// What a key shows instead of its character or of its function's usual icon or word.
+struct Label {
+    std::u16string word;
+    std::optional<Icon> icon;
+    SourcePlace place;
 };
 
 struct RowKey {
@@ -39,28 +40,56 @@ struct RowKey {
 };
 
 struct Row {
-    unsigned line = 0;
+    SourcePlace place;
     std::vector<RowKey> keys;
+};
+
+// What one key of a board has different from what the rows give it.
+struct KeyChange {
+    SourcePlace place;
+    Point move;
+    std::optional<Size> size;
+    std::vector<Rect> rects;
+    std::optional<Label> label;
+    std::optional<Shade> face;
 };
 
 // One keyboard: its rows share the picture's height, the keys of a row its width by their weights.
 struct Board {
     Size size;
     std::vector<Row> rows;
+    std::map<std::uint16_t, KeyChange> changes;
+};
+
+// A picture or a mask of the author's own.
+struct ArtFile {
+    SourcePlace place;
+    std::string path;
 };
 
 struct Skin {
     const Arrangement* arrangement = nullptr;
     CharacterTable characters;
     // Where the source gives a key of language 2, for messages about its characters.
-    std::map<std::uint16_t, unsigned> lines;
+    std::map<std::uint16_t, SourcePlace> lines;
     std::array<std::u16string, 2> languageNames{u"1", u"2"};
     Palette palette;
     FontSizes font;
+    // A font file of the source's own; without, the tool's.
+    std::optional<FontFile> fontFile;
+    // Lines of the drawing are this many pixels thick.
+    int scale = 1;
+    // Its screen has no turned side: the engine never splits the picture at the CAPS rectangle there.
+    bool isSquare = false;
     bool capsRect = true;
+    bool swipeOnly = false;
+    std::map<std::uint16_t, Label> labels;
     Board portrait;
     std::optional<Board> landscape;
     std::optional<Board> digits;
+    // By the name of the resource that it replaces.
+    std::map<std::string, ArtFile> art;
+    SourcePlaces places;
 };
 
 }  // namespace tlk

@@ -8,7 +8,9 @@
 
 namespace tlk {
 
-// Reads a skin's TOML text. Throws SourceError.
-[[nodiscard]] Skin ReadSource(std::string_view text);
+// Reads a skin's TOML text for one of the screens that it lists; an empty screen is the first of them.
+// `path` is the text's own, for messages and for the files that it names. Throws SourceError.
+[[nodiscard]] Skin ReadSource(std::string_view text, const std::string& path = {},
+                              std::string_view screen = {});
 
 }  // namespace tlk

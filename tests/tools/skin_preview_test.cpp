@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// What the preview composes is, pixel by pixel, what the engine paints.
+#include "preview.h"
+
+#include "files.h"
+#include "keyboard_fixture.h"
+#include "picture.h"
+
+namespace {
+
+using Pixels = std::vector<COLORREF>;
+
+class SkinPreview : public KeyboardTest {
+protected:
+    void Start(LONG width, LONG height) {
+        ASSERT_TRUE(test::SetScreenSize(width, height));
+        test::CopyToDevice(STANDARD_SKIN, "Windows/a.tlk");
+        ASSERT_TRUE(m_keyboard->Init(width, height));
+        ASSERT_FALSE(m_keyboard->m_bNoSkin);
+    }
+
+    Pixels Painted(int width) {
+        test::Picture target(test::MakeSection(24, width, 80));
+        m_keyboard->Paint(target, &m_window);
+        return target.Pixels();
+    }
+
+    Pixels Composed(const tlk::View& view) const {
+        const tlk::Picture picture = tlk::Compose(m_skin, view);
+        Pixels pixels;
+        for (const tlk::Color& color : picture.Pixels())
+            pixels.push_back(RGB(color.red, color.green, color.blue));
+        return pixels;
+    }
+
+    void Press(WORD key) {
+        const KbStatus& status = m_keyboard->m_stKbStatus;
+        const KeyLayout& layout = status.m_bDigit ? m_keyboard->m_DigitLayout : m_keyboard->m_CharLayout;
+        const RECT& r = layout.at(key).m_Rects[0];
+        Down({r.left + 3, r.top + 3});
+    }
+    void Tap(WORD key) {
+        Press(key);
+        Up({m_keyboard->m_ptSwipeBegin.x, m_keyboard->m_ptSwipeBegin.y});
+    }
+
+    tlk::SkinModule m_skin = tlk::ReadSkin(tlk::Module::Parse(ReadBytes(STANDARD_SKIN)));
+};
+
+TEST_F(SkinPreview, IsWhatTheEnginePaintsInEveryPlane) {
+    for (const bool landscape : {false, true}) {
+        const LONG width = landscape ? 320 : 240;
+        Start(width, landscape ? 240 : 320);
+        for (std::size_t plane = 0; plane < 8; ++plane) {
+            tlk::View view{plane, landscape, false, {}};
+            const auto tap = [&](WORD key) {
+                Tap(key);
+                view.pressed.push_back(key);
+            };
+            if (plane >= 4 && m_keyboard->m_stKbStatus.m_bLng1) Tap(test::KeyLanguage);
+            if (plane >= 4) view.pressed.push_back(test::KeyLanguage);
+            if (plane % 4 >= 2) tap(test::KeyUmlaut);
+            if (plane % 2 == 1) tap(test::KeyShift);
+            Press(test::KeyQ);
+            view.pressed.push_back(test::KeyQ);
+            EXPECT_TRUE(Painted(width) == Composed(view)) << tlk::PlaneName(plane) << " " << landscape;
+            Up({m_keyboard->m_ptSwipeBegin.x, m_keyboard->m_ptSwipeBegin.y});
+        }
+        Tap(test::KeyLanguage);
+        Tap(test::KeyDigits);
+        Press(test::KeyDigit7);
+        EXPECT_TRUE(Painted(240) == Composed({tlk::kDigitPlane, landscape, false, {test::KeyDigit7}}));
+        Up({0, 0});
+    }
+}
+
+TEST_F(SkinPreview, SparesTheDigitRowFromCapsLock) {
+    Start(240, 320);
+    Tap(test::KeyShift);
+    const POINT shift = m_keyboard->m_ptSwipeBegin;
+    ASSERT_TRUE(m_keyboard->DblPressKey(shift, &m_window));
+    for (const WORD key : {test::Key1, test::KeyQ}) {
+        Press(key);
+        EXPECT_TRUE(Painted(240) == Composed({1, false, true, {key}})) << key;
+        Up({m_keyboard->m_ptSwipeBegin.x, m_keyboard->m_ptSwipeBegin.y});
+    }
+}
+
+}  // namespace

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "check.h"
+
+#include <algorithm>
+
+#include "bitmap.h"
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+// The panel's share of the screen's height.
+int PanelHeight(Size screen) { return screen.width > screen.height ? screen.height / 3 : screen.height / 4; }
+
+}  // namespace
+
+std::string FormatRemark(const Remark& remark, const std::string& file, const std::string& label) {
+    std::string subject;
+    const auto append = [&subject](std::string_view part) {
+        if (!subject.empty()) subject += ", ";
+        subject += part;
+    };
+    if (remark.board) append(BoardName(*remark.board));
+    for (const std::string& plane : remark.planes)
+        append(plane);
+    if (!remark.key.empty()) append(remark.key);
+    std::string line = file;
+    if (remark.place) line = remark.place->file + ":" + std::to_string(remark.place->line);
+    return line + ": " + label + subject + (subject.empty() ? "" : ": ") + remark.text;
+}
+
+Remark& RemarkList::Append(std::string text) {
+    m_Remarks.push_back({{}, {}, {}, std::move(text), {}});
+    return m_Remarks.back();
+}
+
+void RemarkList::Add(std::string text) {
+    if (HasRoom()) Append(std::move(text));
+}
+
+void RemarkList::Add(BoardKind board, std::string text) { Add(board, PlaneSet{}, std::move(text)); }
+
+void RemarkList::Add(BoardKind board, std::uint16_t key, std::string text) {
+    Add(board, PlaneSet{}, key, std::move(text));
+}
+
+void RemarkList::Add(BoardKind board, const PlaneSet& planes, std::string text) {
+    if (!HasRoom()) return;
+    Remark& remark = Append(std::move(text));
+    remark.board = board;
+    for (std::size_t plane : planes)
+        remark.planes.emplace_back(PlaneName(plane));
+}
+
+void RemarkList::Add(BoardKind board, const PlaneSet& planes, std::uint16_t key, std::string text) {
+    if (!HasRoom()) return;
+    Add(board, planes, std::move(text));
+    m_Remarks.back().key = m_Skin.Describe(key);
+    if (!m_pPlaces) return;
+    const auto place = m_pPlaces->find({board, key});
+    if (place != m_pPlaces->end()) m_Remarks.back().place = place->second;
+}
+
+std::vector<Remark> RemarkList::Take() {
+    if (!HasRoom()) Append("and more, which are left out");
+    return std::move(m_Remarks);
+}
+
+Size Screen::Panel(BoardKind board) const {
+    const Size turned = Turned();
+    switch (board) {
+        case BoardKind::Portrait:
+            return {upright.width, PanelHeight(upright)};
+        case BoardKind::Landscape:
+            return {turned.width, PanelHeight(turned)};
+        case BoardKind::Digits:
+            break;
+    }
+    return {upright.width, std::min(PanelHeight(upright), PanelHeight(turned))};
+}
+
+Size UsableArea(const SkinBoard& board, const Screen& screen) {
+    const Size panel = screen.Panel(board.kind);
+    const Size picture = board.picture.GetSize();
+    return {std::min(panel.width, picture.width), std::min(panel.height, picture.height)};
+}
+
+HitMap MapHits(const SkinModule& skin, const SkinBoard& board, Size area) {
+    HitMap hits(area, kNobody);
+    for (const auto& [key, rects] : board.layout) {
+        if (key >= skin.characters.size()) break;  // the engine never hits such a key
+        for (const Rect& rect : rects)
+            for (int y = rect.top; y <= std::min(rect.bottom, area.height - 1); ++y)
+                for (int x = rect.left; x <= std::min(rect.right, area.width - 1); ++x)
+                    if (int& owner = hits.At(x, y); owner == kNobody) owner = key;
+    }
+    return hits;
+}
+
+std::string Text(const Rect& rect) {
+    return std::to_string(rect.left) + "," + std::to_string(rect.top) + " to " + std::to_string(rect.right) +
+           "," + std::to_string(rect.bottom);
+}
+
+std::string Text(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
+
+std::optional<Size> GuessScreen(const Module& module) {
+    const auto sizeOf = [&module](BoardKind board) {
+        const auto data = module.Find(ResourceKind::Bitmap, PictureResource(board));
+        const auto picture = data ? DecodeBitmap(*data) : std::nullopt;
+        return picture ? picture->GetSize() : Size{};
+    };
+    const Size portrait = sizeOf(BoardKind::Portrait);
+    if (portrait == Size{}) return std::nullopt;
+    // A landscape picture may be as wide as the narrow side alone, and then tells nothing.
+    const int turnedWidth = sizeOf(BoardKind::Landscape).width;
+    if (turnedWidth > portrait.width) return Size{portrait.width, turnedWidth};
+    return Size{portrait.width, std::max(portrait.width, portrait.height * 4)};
+}
+
+std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* pPlaces) {
+    const SkinModule skin = ReadSkin(module);
+    const Screen screen{{std::min(size.width, size.height), std::max(size.width, size.height)}};
+    RemarkList remarks(skin, pPlaces);
+    CheckLoading(module, skin, screen, remarks);
+    CheckLayout(skin, screen, remarks);
+    CheckCapsRect(skin, screen, remarks);
+    // Without a picture nothing is known of what can be tapped.
+    for (BoardKind board : kBoards)
+        if (const SkinBitmap& picture = skin.Board(board).picture; picture.isPresent && !picture.IsReadable())
+            return remarks.Take();
+    CheckStatus(skin, screen, remarks);
+    CheckPlanes(skin, screen, remarks);
+    return remarks.Take();
+}
+
+}  // namespace tlk

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The CAPS rectangle against the keys. Inside, the engine draws by Shift alone; which keys type by Shift
+// alone it knows by their characters, and which pressed keys it draws so by their top left corner. The three
+// must agree.
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+enum class Position { Outside, Inside, Across };
+
+// What is inverted when the key is pressed, all of it but the last column and row, against what is drawn by
+// Shift alone.
+Position Locate(const Rect& area, const Rect& rect) {
+    if (rect.right <= area.left || rect.left >= area.right || rect.bottom <= area.top ||
+        rect.top >= area.bottom)
+        return Position::Outside;
+    const bool isInside = rect.left >= area.left && rect.right <= area.right && rect.top >= area.top &&
+                          rect.bottom <= area.bottom;
+    return isInside ? Position::Inside : Position::Across;
+}
+
+bool HoldsCorner(const Rect& area, const Rect& rect) {
+    return area.left <= rect.left && rect.left <= area.right && area.top <= rect.top &&
+           rect.top <= area.bottom;
+}
+
+void CheckKey(const Rect& area, const Rect& rect, std::uint16_t key, bool followsShift, RemarkList& remarks) {
+    const auto add = [&](const char* text) { remarks.Add(BoardKind::Portrait, key, text); };
+    const Position position = Locate(area, rect);
+    if (position == Position::Across)
+        add("CAPS_RECT cuts through it: with caps lock it is drawn half by one plane, half by another");
+    else if (followsShift && position == Position::Outside)
+        add("types by Shift alone but lies outside of CAPS_RECT: with caps lock it shows another character "
+            "than it types");
+    else if (!followsShift && position == Position::Inside)
+        add("lies inside of CAPS_RECT but is no key of the digit row: with caps lock it shows another "
+            "character than it types");
+    else if (HoldsCorner(area, rect) != (position == Position::Inside))
+        add("touches CAPS_RECT with its corner: pressed with caps lock it shows the wrong plane; make the "
+            "rectangle end a pixel earlier");
+}
+
+}  // namespace
+
+void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+    // A square screen has no CAPS rectangle.
+    if (!skin.capsRect || screen.IsSquare() || !skin.portrait.picture.IsReadable()) return;
+    const Rect& area = *skin.capsRect;
+    if (area == Rect{0, 0, 0, 0}) return;
+    const Size picture = skin.portrait.picture.GetSize();
+    if (area.right <= area.left || area.bottom <= area.top) {
+        remarks.Add(BoardKind::Portrait, "CAPS_RECT " + Text(area) + " has no area");
+        return;
+    }
+    if (area.left < 0 || area.top < 0 || area.right > picture.width || area.bottom > picture.height)
+        remarks.Add(BoardKind::Portrait,
+                    "CAPS_RECT " + Text(area) + " reaches out of the picture of " + Text(picture));
+    for (const auto& [key, rects] : skin.portrait.layout) {
+        if (IsFunction(key) || key >= skin.characters.size()) continue;
+        for (const Rect& rect : rects)
+            CheckKey(area, rect, key, IsDigitLineCharacter(skin.characters[key][0]), remarks);
+    }
+}
+
+}  // namespace tlk

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+// A frame's lines: at most so many, each mostly of ink.
+constexpr int kFrameLines = 3;
+constexpr bool IsMost(int part, int whole) { return whole > 0 && part * 4 >= whole * 3; }
+
+// A key's part of a mask, with its rectangles' bounds as the origin.
+class KeyFace {
+public:
+    KeyFace(const Picture& mask, const std::vector<Rect>& rects) : m_Bounds(BoundsOf(rects, mask.GetSize())) {
+        if (m_Bounds.Width() <= 0 || m_Bounds.Height() <= 0) return;
+        m_Pixels = Grid<Kind>({m_Bounds.Width(), m_Bounds.Height()}, Kind::Other);
+        int ones = 0;
+        int zeros = 0;
+        for (const Rect& rect : rects)
+            for (int y = rect.top; y <= std::min(rect.bottom, m_Bounds.bottom); ++y)
+                for (int x = rect.left; x <= std::min(rect.right, m_Bounds.right); ++x) {
+                    const bool one = mask.At(x, y) != Color{};
+                    ++(one ? ones : zeros);
+                    m_Pixels.At(x - m_Bounds.left, y - m_Bounds.top) = one ? Kind::One : Kind::Zero;
+                }
+        // A glyph covers less than half of its key, so that keys of light glyphs on black are read as well.
+        m_Ink.faceShowsPicture = ones >= zeros;
+    }
+
+    KeyInk Read() {
+        const Size size = m_Pixels.GetSize();
+        m_Face = {0, 0, size.width - 1, size.height - 1};
+        TakeFrameOff();
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                if (IsInk(x, y)) ReadComponent(x, y);
+        return m_Ink;
+    }
+
+private:
+    // Frame is of the key, and no ink.
+    enum class Kind : std::uint8_t { Other, Zero, One, Frame };
+
+    bool IsInk(int x, int y) const {
+        return m_Pixels.Contains(x, y) &&
+               m_Pixels.At(x, y) == (m_Ink.faceShowsPicture ? Kind::Zero : Kind::One);
+    }
+    bool IsKey(int x, int y) const { return m_Pixels.Contains(x, y) && m_Pixels.At(x, y) != Kind::Other; }
+
+    bool IsBorder(int x, int y) const {
+        return IsKey(x, y) && (!IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1));
+    }
+
+    // A line all around the key, whatever its shape, and further lines along its sides.
+    void TakeFrameOff() {
+        const Size size = m_Pixels.GetSize();
+        std::vector<std::pair<int, int>> border;
+        int ink = 0;
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                if (IsBorder(x, y)) {
+                    border.emplace_back(x, y);
+                    ink += IsInk(x, y);
+                }
+        if (IsMost(ink, static_cast<int>(border.size())))
+            for (const auto& [x, y] : border)
+                m_Pixels.At(x, y) = Kind::Frame;
+        for (int i = 0; i < kFrameLines; ++i) {
+            if (TakeLineOff({m_Face.left, m_Face.top, m_Face.left, m_Face.bottom})) ++m_Face.left;
+            if (TakeLineOff({m_Face.right, m_Face.top, m_Face.right, m_Face.bottom})) --m_Face.right;
+            if (TakeLineOff({m_Face.left, m_Face.top, m_Face.right, m_Face.top})) ++m_Face.top;
+            if (TakeLineOff({m_Face.left, m_Face.bottom, m_Face.right, m_Face.bottom})) --m_Face.bottom;
+        }
+    }
+
+    bool TakeLineOff(const Rect& line) {
+        int ink = 0;
+        int pixels = 0;
+        for (int y = line.top; y <= line.bottom; ++y)
+            for (int x = line.left; x <= line.right; ++x) {
+                ink += IsInk(x, y) || m_Pixels.At(x, y) == Kind::Frame;
+                pixels += IsKey(x, y);
+            }
+        if (!IsMost(ink, pixels)) return false;
+        for (int y = line.top; y <= line.bottom; ++y)
+            for (int x = line.left; x <= line.right; ++x)
+                if (IsKey(x, y)) m_Pixels.At(x, y) = Kind::Frame;
+        return true;
+    }
+
+    // Ink that hangs together; read pixels are taken out.
+    void ReadComponent(int startX, int startY) {
+        const Kind face = m_Ink.faceShowsPicture ? Kind::One : Kind::Zero;
+        Rect bounds{startX, startY, startX, startY};
+        bool touchesEdge = false;
+        std::vector<std::pair<int, int>> open{{startX, startY}};
+        m_Pixels.At(startX, startY) = face;
+        while (!open.empty()) {
+            const auto [x, y] = open.back();
+            open.pop_back();
+            bounds = {std::min(bounds.left, x), std::min(bounds.top, y), std::max(bounds.right, x),
+                      std::max(bounds.bottom, y)};
+            touchesEdge =
+                touchesEdge || !IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1);
+            for (int nextY = y - 1; nextY <= y + 1; ++nextY)
+                for (int nextX = x - 1; nextX <= x + 1; ++nextX)
+                    if (IsInk(nextX, nextY)) {
+                        m_Pixels.At(nextX, nextY) = face;
+                        open.emplace_back(nextX, nextY);
+                    }
+        }
+        if (IsCorner(bounds) || (touchesEdge && IsLine(bounds))) return;
+        m_Ink.isThere = true;
+        m_Ink.isCut = m_Ink.isCut || touchesEdge;
+    }
+
+    // What makes a corner look round.
+    bool IsCorner(const Rect& bounds) const {
+        return (bounds.left == m_Face.left || bounds.right == m_Face.right) &&
+               (bounds.top == m_Face.top || bounds.bottom == m_Face.bottom) &&
+               bounds.Width() * 4 <= m_Face.Width() && bounds.Height() * 4 <= m_Face.Height();
+    }
+
+    // From one side to the other.
+    bool IsLine(const Rect& bounds) const {
+        return (bounds.left == m_Face.left && bounds.right == m_Face.right) ||
+               (bounds.top == m_Face.top && bounds.bottom == m_Face.bottom);
+    }
+
+    Rect m_Bounds;
+    Grid<Kind> m_Pixels;
+    // What the frame leaves.
+    Rect m_Face;
+    KeyInk m_Ink;
+};
+
+}  // namespace
+
+Rect BoundsOf(const std::vector<Rect>& rects, Size mask) {
+    Rect bounds{mask.width, mask.height, -1, -1};
+    for (const Rect& rect : rects)
+        bounds = {std::min(bounds.left, rect.left), std::min(bounds.top, rect.top),
+                  std::max(bounds.right, rect.right), std::max(bounds.bottom, rect.bottom)};
+    bounds.right = std::min(bounds.right, mask.width - 1);
+    bounds.bottom = std::min(bounds.bottom, mask.height - 1);
+    return bounds;
+}
+
+KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects) { return KeyFace(mask, rects).Read(); }
+
+}  // namespace tlk

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+// Where the keys lie: each can be hit, none hides another, and every tap among them hits one.
+#include <algorithm>
+
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+// A pen is set down on a point by eye within a millimetre or so, and a key's side should leave that much on
+// either hand: 2.2 millimetres. The narrow side of these screens is about 54 millimetres, whatever its
+// pixels.
+constexpr int kSmallestShare = 24;
+
+// Gaps that are told one by one.
+constexpr std::size_t kMostGaps = 12;
+
+// These two count as one key when the pen slides from one to the other.
+constexpr std::uint16_t kDigitNine = 46;
+
+struct Gap {
+    Rect bounds;
+    int pixels = 0;
+};
+
+Rect Unite(const Rect& a, const Rect& b) {
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
+}
+
+Rect Intersect(const Rect& a, const Rect& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
+bool IsEmpty(const Rect& rect) { return rect.right <= rect.left || rect.bottom <= rect.top; }
+
+class BoardCheck {
+public:
+    BoardCheck(const SkinModule& skin, const SkinBoard& board, const Screen& screen, RemarkList& remarks)
+        : m_Skin(skin),
+          m_Board(board),
+          m_Area(UsableArea(board, screen)),
+          m_SmallestSide((screen.upright.width + kSmallestShare - 1) / kSmallestShare),
+          m_Remarks(remarks),
+          m_Hits(MapHits(skin, board, m_Area)) {}
+
+    void Run() {
+        for (const auto& [key, rects] : m_Board.layout) {
+            CheckIndex(key);
+            CheckHit(key, rects);
+            for (const Rect& rect : rects)
+                CheckRect(key, rects, rect);
+            CheckSize(key, rects);
+        }
+        CheckOverlaps();
+        CheckGaps();
+        CheckFunctions();
+    }
+
+private:
+    void Add(std::uint16_t key, std::string text) { m_Remarks.Add(m_Board.kind, key, std::move(text)); }
+
+    void CheckIndex(std::uint16_t key) {
+        if (key >= m_Skin.characters.size())
+            Add(key, "the character table ends with " + std::to_string(m_Skin.characters.size() - 1) +
+                         ": the key is never hit");
+        else if (IsFunction(key) && key > function_key::kDown)
+            Add(key, "a function key without an action: it types nothing");
+    }
+
+    void CheckRect(std::uint16_t key, const std::vector<Rect>& rects, const Rect& rect) {
+        if (IsEmpty(rect)) {
+            Add(key, "the rectangle " + Text(rect) + " has no area: it never looks pressed");
+            return;
+        }
+        // What the panel cuts off is told with the picture.
+        const Size picture = m_Board.picture.GetSize();
+        if (!m_Lost.contains(key) && (rect.right >= picture.width || rect.bottom >= picture.height))
+            Add(key, "the rectangle " + Text(rect) + " reaches out of the picture of " + Text(picture));
+        if (std::ranges::count(rects, rect) > 1 && &rect == &*std::ranges::find(rects, rect))
+            Add(key, "the rectangle " + Text(rect) + " is there more than once: it never looks pressed");
+    }
+
+    void CheckSize(std::uint16_t key, const std::vector<Rect>& rects) {
+        const auto isLarge = [this](const Rect& rect) {
+            return rect.Width() >= m_SmallestSide && rect.Height() >= m_SmallestSide;
+        };
+        if (std::ranges::any_of(rects, isLarge) || std::ranges::all_of(rects, IsEmpty)) return;
+        Add(key, "at " + Text(Size{rects[0].Width(), rects[0].Height()}) +
+                     " pixels too small for a pen: make both sides " + std::to_string(m_SmallestSide) +
+                     " or more");
+    }
+
+    // A key of which nothing is left is told with those that lie over it, any other with the overlaps.
+    void CheckHit(std::uint16_t key, const std::vector<Rect>& rects) {
+        std::set<int> owners;
+        int last = kNobody;
+        for (const Rect& rect : rects)
+            for (int y = rect.top; y <= std::min(rect.bottom, m_Area.height - 1); ++y)
+                for (int x = rect.left; x <= std::min(rect.right, m_Area.width - 1); ++x)
+                    if (m_Hits.At(x, y) != last) owners.insert(last = m_Hits.At(x, y));
+        if (owners.contains(key) || key >= m_Skin.characters.size()) return;
+        m_Lost.insert(key);
+        std::string over;
+        for (int owner : owners)
+            over += (over.empty() ? "" : ", ") + m_Skin.Describe(AsKey(owner));
+        Add(key, over.empty() ? "cannot be hit" : "cannot be hit: covered by " + over);
+    }
+
+    // All edges belong to a rectangle, and layouts may let neighbours share one: the lower index has it. More
+    // than one common column and row is an overlap.
+    void CheckOverlaps() {
+        for (auto a = m_Board.layout.begin(); a != m_Board.layout.end(); ++a)
+            for (auto b = std::next(a); b != m_Board.layout.end(); ++b) {
+                if (m_Lost.contains(b->first)) continue;
+                for (const Rect& first : a->second)
+                    for (const Rect& second : b->second) {
+                        const Rect common = Intersect(first, second);
+                        if (common.Width() > 1 && common.Height() > 1)
+                            Add(b->first, m_Skin.Describe(a->first) + " lies over it from " + Text(common) +
+                                              " and has the taps there");
+                    }
+            }
+    }
+
+    void CheckGaps() {
+        Rect keyboard;
+        for (const auto& [key, rects] : m_Board.layout)
+            for (const Rect& rect : rects)
+                if (!IsEmpty(rect)) keyboard = keyboard.right < 0 ? rect : Unite(keyboard, rect);
+        keyboard = Intersect(keyboard, {0, 0, m_Area.width - 1, m_Area.height - 1});
+        const std::vector<Gap> gaps = FindGaps(keyboard);
+        for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
+            TellGap(keyboard, gaps[i]);
+        if (gaps.size() > kMostGaps)
+            m_Remarks.Add(m_Board.kind, std::to_string(gaps.size() - kMostGaps) + " more gaps between keys");
+    }
+
+    std::vector<Gap> FindGaps(const Rect& keyboard) const {
+        std::vector<Gap> gaps;
+        HitMap hits = m_Hits;
+        for (int y = keyboard.top; y <= keyboard.bottom; ++y)
+            for (int x = keyboard.left; x <= keyboard.right; ++x)
+                if (hits.At(x, y) == kNobody) gaps.push_back(Fill(hits, keyboard, x, y));
+        return gaps;
+    }
+
+    // The connected pixels that no key has, which are marked as visited.
+    static Gap Fill(HitMap& hits, const Rect& within, int startX, int startY) {
+        constexpr int kVisited = -2;
+        Gap gap{{startX, startY, startX, startY}};
+        std::vector<std::pair<int, int>> open{{startX, startY}};
+        hits.At(startX, startY) = kVisited;
+        while (!open.empty()) {
+            const auto [x, y] = open.back();
+            open.pop_back();
+            ++gap.pixels;
+            gap.bounds = Unite(gap.bounds, {x, y, x, y});
+            for (const auto& [nextX, nextY] : {std::pair{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}}) {
+                if (nextX < within.left || nextX > within.right || nextY < within.top ||
+                    nextY > within.bottom || hits.At(nextX, nextY) != kNobody)
+                    continue;
+                hits.At(nextX, nextY) = kVisited;
+                open.emplace_back(nextX, nextY);
+            }
+        }
+        return gap;
+    }
+
+    // Told with the key that is left of its first pixel, or above it.
+    void TellGap(const Rect& keyboard, const Gap& gap) {
+        const std::string text =
+            "taps are lost in a gap of " + std::to_string(gap.pixels) + " pixels within " + Text(gap.bounds);
+        int x = gap.bounds.left;
+        const int y = gap.bounds.top;
+        while (x <= gap.bounds.right && m_Hits.At(x, y) != kNobody)
+            ++x;
+        int neighbour = kNobody;
+        if (x > keyboard.left) neighbour = m_Hits.At(x - 1, y);
+        if (neighbour == kNobody && y > keyboard.top) neighbour = m_Hits.At(x, y - 1);
+        if (neighbour == kNobody)
+            m_Remarks.Add(m_Board.kind, text);
+        else
+            Add(AsKey(neighbour), "beside it " + text);
+    }
+
+    void CheckFunctions() {
+        const auto has = [this](std::uint16_t key) { return m_Board.layout.contains(key); };
+        if (has(kDigitNine) && has(function_key::kUmlaut))
+            Add(function_key::kUmlaut,
+                "counts as one key with key 46, the second \"9\" of the digits: a pen "
+                "that slides from one to the other taps it");
+        if (m_Board.kind == BoardKind::Digits || m_Skin.isSwipeOnly || m_Board.layout.empty()) return;
+        for (std::uint16_t key : {function_key::kSpace, function_key::kBackspace, function_key::kEnter})
+            if (!has(key))
+                Add(key,
+                    "is missing: only a stroke types it, and strokes can be switched off unless the "
+                    "skin has SWIPE_ONLY");
+    }
+
+    static std::uint16_t AsKey(int owner) { return static_cast<std::uint16_t>(owner); }
+
+    const SkinModule& m_Skin;
+    const SkinBoard& m_Board;
+    Size m_Area;
+    int m_SmallestSide;
+    RemarkList& m_Remarks;
+    HitMap m_Hits;
+    // Keys that no tap hits.
+    std::set<std::uint16_t> m_Lost;
+};
+
+}  // namespace
+
+void CheckLayout(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+    for (BoardKind kind : kBoards) {
+        const SkinBoard& board = skin.Board(kind);
+        if (screen.Uses(kind) && board.picture.IsReadable()) BoardCheck(skin, board, screen, remarks).Run();
+    }
+}
+
+}  // namespace tlk

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+// The resources as such: would the engine load the skin, and do they fit the screen and each other?
+#include <algorithm>
+#include <cctype>
+
+#include "bitmap.h"
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+class LoadingCheck {
+public:
+    LoadingCheck(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks)
+        : m_Module(module), m_Skin(skin), m_Screen(screen), m_Remarks(remarks) {}
+
+    void Run() {
+        CheckTypes();
+        CheckPortraitWidth();
+        if (!m_Screen.IsSquare()) CheckLandscapeWidth();
+        for (BoardKind kind : kBoards) {
+            if (!m_Screen.Uses(kind)) continue;
+            CheckPicture(m_Skin.Board(kind));
+            CheckMasks(m_Skin.Board(kind));
+            CheckRecords(m_Skin.Board(kind));
+        }
+        CheckSecondLanguage();
+    }
+
+private:
+    // The engine looks for data of the type that is named "RC_DATA"; resource compilers take RCDATA for the
+    // standard type 10, which it never finds.
+    void CheckTypes() {
+        for (const Module::Entry& entry : m_Module.Entries())
+            if (entry.type == "#10")
+                m_Remarks.Add("data " + entry.name +
+                              " has the standard type RCDATA and is not found: name its type \"RC_DATA\", "
+                              "in quotes where the resource compiler asks for them");
+    }
+
+    void CheckPortraitWidth() {
+        const SkinBitmap& picture = m_Skin.portrait.picture;
+        const int width = m_Screen.upright.width;
+        if (!picture.isPresent)
+            m_Remarks.Add(BoardKind::Portrait,
+                          "the picture CHAR_KEYBOARD_BITMAP is missing: the file is no skin");
+        else if (picture.IsReadable() && picture.GetSize().width != width)
+            m_Remarks.Add(BoardKind::Portrait, "the picture is " + std::to_string(picture.GetSize().width) +
+                                                   " pixels wide: the skin is for no screen of " +
+                                                   Text(m_Screen.upright) + ", whose narrow side has " +
+                                                   std::to_string(width));
+    }
+
+    void CheckLandscapeWidth() {
+        const SkinBitmap& picture = m_Skin.landscape.picture;
+        const Size screen = m_Screen.Turned();
+        if (!picture.isPresent) {
+            m_Remarks.Add(BoardKind::Landscape,
+                          "the picture LANSCAPE_KEYBOARD_BITMAP is missing: the skin does not load when the "
+                          "screen is turned to " +
+                              Text(screen));
+            return;
+        }
+        if (!picture.IsReadable()) return;
+        const int width = picture.GetSize().width;
+        if (width == screen.height)
+            m_Remarks.Add(BoardKind::Landscape, "the picture is as wide as the narrow side of the screen: " +
+                                                    std::to_string(screen.width - width) +
+                                                    " pixels beside it stay empty");
+        else if (width != screen.width)
+            m_Remarks.Add(BoardKind::Landscape,
+                          "the picture is " + std::to_string(width) +
+                              " pixels wide: the skin does not load when the screen is turned to " +
+                              Text(screen));
+    }
+
+    void CheckPicture(const SkinBoard& board) {
+        if (!board.picture.isPresent) return;
+        if (!board.picture.IsReadable()) {
+            m_Remarks.Add(board.kind,
+                          "the picture is damaged or compressed and cannot be checked: use 1, 4, "
+                          "8, 24 or 32 bits without compression");
+            return;
+        }
+        const Size picture = board.picture.GetSize();
+        const Size panel = m_Screen.Panel(board.kind);
+        if (picture.height > panel.height)
+            m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.height) +
+                                          " pixels high, the panel " + std::to_string(panel.height) +
+                                          ": the lowest " + std::to_string(picture.height - panel.height) +
+                                          " rows are cut off");
+        if (picture.height < panel.height)
+            m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.height) +
+                                          " pixels high, the panel " + std::to_string(panel.height) +
+                                          ": a strip below it stays empty");
+        if (board.kind == BoardKind::Digits && picture.width != panel.width)
+            m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.width) +
+                                          " pixels wide, the screen's narrow side " +
+                                          std::to_string(panel.width));
+    }
+
+    // A mask that the engine needs and does not find is a matter of the planes.
+    void CheckMasks(const SkinBoard& board) {
+        for (std::size_t plane = 0; plane < kPlaneCount; ++plane) {
+            const SkinBitmap& mask = board.masks[plane];
+            if (!mask.isPresent) continue;
+            const PlaneSet planes{plane};
+            if (mask.depth != 1 || !mask.IsReadable())
+                m_Remarks.Add(board.kind, planes,
+                              "the mask is no bitmap of one bit per pixel: the plane "
+                              "cannot be drawn");
+            else if (!IsBlackAndWhite(mask.pixels))
+                m_Remarks.Add(board.kind, planes, "the mask has other colours than black and white");
+            else if (board.picture.IsReadable() && mask.GetSize() != board.picture.GetSize())
+                m_Remarks.Add(board.kind, planes,
+                              "the mask is " + Text(mask.GetSize()) + " pixels large, its picture " +
+                                  Text(board.picture.GetSize()));
+        }
+    }
+
+    static bool IsBlackAndWhite(const Picture& pixels) {
+        return std::ranges::all_of(pixels.Pixels(), [](const Color& color) {
+            return color == Color{} || color == Color{0xFF, 0xFF, 0xFF};
+        });
+    }
+
+    void CheckRecords(const SkinBoard& board) {
+        if (!board.picture.isPresent) return;
+        const auto records = m_Module.Find(ResourceKind::Data, LayoutResource(board.kind));
+        if (!records && board.kind == BoardKind::Landscape)
+            m_Remarks.Add(board.kind,
+                          "LNDSCP_LAYOUT_STRUCT is missing: the keys lie where portrait has them");
+        if (board.recordCount == 0)
+            m_Remarks.Add(board.kind, "the layout is missing or empty: no tap hits a key");
+        if (board.readCount < board.recordCount)
+            m_Remarks.Add(board.kind, "the layout has " + std::to_string(board.recordCount) +
+                                          " records, too many or too large ones: only the first " +
+                                          std::to_string(board.readCount) + " were checked");
+        if (!records) return;
+        if (records->size() % kRecordSize != 0)
+            m_Remarks.Add(board.kind, "the layout ends with " +
+                                          std::to_string(records->size() % kRecordSize) +
+                                          " bytes that fill no record of 16");
+    }
+
+    void CheckSecondLanguage() {
+        const auto locale = m_Module.Find(ResourceKind::Data, "LOCALE_CHARSET");
+        if (locale && (locale->size() < 2 || (locale->size() - 2) % 8 != 0))
+            m_Remarks.Add("LOCALE_CHARSET has " + std::to_string(locale->size()) +
+                          " bytes, which is not 2 and a multiple of 8: the rest is ignored");
+        const auto caps = m_Module.Find(ResourceKind::Data, "CAPS_RECT");
+        if (caps && caps->size() != 16)
+            m_Remarks.Add("CAPS_RECT has " + std::to_string(caps->size()) + " bytes instead of 16");
+    }
+
+    const Module& m_Module;
+    const SkinModule& m_Skin;
+    const Screen& m_Screen;
+    RemarkList& m_Remarks;
+};
+
+}  // namespace
+
+void CheckLoading(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+    LoadingCheck(module, skin, screen, remarks).Run();
+}
+
+}  // namespace tlk

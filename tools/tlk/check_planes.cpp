@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+// What the keys show in the planes that can come up, against what they type there.
+#include <algorithm>
+#include <map>
+
+#include "check_parts.h"
+
+namespace tlk {
+namespace {
+
+// The bevel, which is no drawing of the key.
+constexpr int kBevel = 3;
+
+// Characters that are typed without ink.
+bool IsBlank(char16_t character) {
+    return character <= u' ' || character == u'\u00A0' || character == u'\u00AD' ||
+           (character >= u'\u2000' && character <= u'\u200F') || character == u'\u2060' ||
+           character == u'\u3000' || character == u'\uFEFF';
+}
+
+// Does the picture itself draw something on the key? The shading of a face runs down or across.
+bool DrawsSomething(const Picture& picture, const Rect& rect) {
+    const Rect inner{rect.left + kBevel, rect.top + kBevel,
+                     std::min(rect.right - kBevel, picture.GetSize().width - 1),
+                     std::min(rect.bottom - kBevel, picture.GetSize().height - 1)};
+    bool rowsDiffer = false;
+    bool columnsDiffer = false;
+    for (int y = inner.top; y <= inner.bottom; ++y)
+        for (int x = inner.left; x <= inner.right; ++x) {
+            rowsDiffer = rowsDiffer || picture.At(x, y) != picture.At(inner.left, y);
+            columnsDiffer = columnsDiffer || picture.At(x, y) != picture.At(x, inner.top);
+        }
+    return rowsDiffer && columnsDiffer;
+}
+
+class PlaneCheck {
+public:
+    PlaneCheck(const SkinModule& skin, const SkinBoard& board, PlaneSet reached, RemarkList& remarks)
+        : m_Skin(skin), m_Board(board), m_Reached(std::move(reached)), m_Remarks(remarks) {}
+
+    void Run() {
+        TellMissingMasks();
+        TellIdleMasks();
+        if (!m_Board.picture.IsReadable() || KeysCoverTooMuch()) return;
+        for (const auto& [key, rects] : m_Board.layout)
+            if (key < m_Skin.characters.size()) CheckKey(key, rects);
+    }
+
+private:
+    void TellMissingMasks() {
+        PlaneSet missing;
+        for (std::size_t plane : m_Reached)
+            if (!m_Board.masks[plane].isPresent) missing.insert(plane);
+        if (!missing.empty())
+            m_Remarks.Add(m_Board.kind, missing,
+                          "can be brought up but has no mask: nothing is drawn; add " + MaskNames(missing));
+    }
+
+    void TellIdleMasks() {
+        PlaneSet idle;
+        for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
+            if (m_Board.masks[plane].isPresent && !m_Reached.contains(plane)) idle.insert(plane);
+        if (!idle.empty())
+            m_Remarks.Add(m_Board.kind, idle,
+                          "no key brings this up: add one, or leave out " + MaskNames(idle));
+    }
+
+    std::string MaskNames(const PlaneSet& planes) const {
+        std::string names;
+        for (std::size_t plane : planes)
+            names += (names.empty() ? "" : ", ") + MaskResource(m_Board.kind, plane);
+        return names;
+    }
+
+    // By the bounds of each, which is what reading their ink costs. Only a damaged layout's do.
+    bool KeysCoverTooMuch() const {
+        constexpr std::int64_t kMostCover = 16;
+        const Size picture = m_Board.picture.GetSize();
+        std::int64_t covered = 0;
+        for (const auto& [key, rects] : m_Board.layout) {
+            const Rect bounds = BoundsOf(rects, picture);
+            covered += std::int64_t{std::max(bounds.Width(), 0)} * std::max(bounds.Height(), 0);
+        }
+        return covered > kMostCover * picture.width * picture.height;
+    }
+
+    void CheckKey(std::uint16_t key, const std::vector<Rect>& rects) {
+        std::map<std::string, PlaneSet> found;
+        for (std::size_t plane : m_Reached) {
+            const SkinBitmap& mask = m_Board.masks[plane];
+            if (mask.depth != 1 || mask.GetSize() != m_Board.picture.GetSize()) continue;
+            const std::string text = Compare(key, rects, plane, FindInk(mask.pixels, rects));
+            if (!text.empty()) found[text].insert(plane);
+        }
+        for (const auto& [text, planes] : found)
+            m_Remarks.Add(m_Board.kind, planes == m_Reached ? PlaneSet{} : planes, key, text);
+    }
+
+    std::string Compare(std::uint16_t key, const std::vector<Rect>& rects, std::size_t plane,
+                        const KeyInk& ink) const {
+        if (ink.isCut) return "the glyph reaches the edge of the key: it is cut, or runs into the next one";
+        const bool showsSomething =
+            ink.isThere || (ink.faceShowsPicture && std::ranges::any_of(rects, [this](const Rect& rect) {
+                                return DrawsSomething(m_Board.picture.pixels, rect);
+                            }));
+        if (IsFunction(key)) return showsSomething || key == function_key::kSpace ? "" : "shows nothing";
+        const char16_t character = Character(key, plane);
+        if (character == 0) return ink.isThere ? "shows something but types no character" : "";
+        return showsSomething || IsBlank(character) ? "" : "types " + Quote(character) + " but shows nothing";
+    }
+
+    // Digit entries have the same character throughout; of others the engine takes the last one there.
+    char16_t Character(std::uint16_t key, std::size_t plane) const {
+        return m_Skin.characters[key][std::min(plane, kSlotCount - 1)];
+    }
+
+    static std::string Quote(char16_t character) { return "\"" + ToUtf8(character) + "\""; }
+
+    const SkinModule& m_Skin;
+    const SkinBoard& m_Board;
+    const PlaneSet m_Reached;
+    RemarkList& m_Remarks;
+};
+
+void CheckLanguage2(const SkinModule& skin, const Reach& reach, RemarkList& remarks) {
+    const auto hasLanguage2 = [](const PlaneSet& planes) {
+        return std::ranges::any_of(planes, [](std::size_t plane) { return plane >= kSlotCount / 2; });
+    };
+    if ((hasLanguage2(reach.portrait) || hasLanguage2(reach.landscape)) && !skin.hasSecondLanguage)
+        remarks.Add("language 2 can be switched to but LOCALE_CHARSET is missing: its keys type nothing");
+}
+
+}  // namespace
+
+void CheckPlanes(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+    const Reach reach = FindReach(skin, screen);
+    CheckLanguage2(skin, reach, remarks);
+    for (BoardKind kind : kBoards) {
+        const SkinBoard& board = skin.Board(kind);
+        if (!screen.Uses(kind)) continue;
+        if (kind == BoardKind::Digits && reach.digits && !board.picture.isPresent)
+            remarks.Add(kind,
+                        "the key \"digits\" leads here but the picture DIGIT_KEYBOARD_BITMAP is missing");
+        if (board.picture.isPresent) PlaneCheck(skin, board, reach.Planes(kind), remarks).Run();
+    }
+}
+
+}  // namespace tlk

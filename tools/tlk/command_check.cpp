@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <iostream>
+#include <memory>
+
+#include "check.h"
+#include "command.h"
+#include "errors.h"
+#include "file.h"
+#include "source.h"
+
+namespace tlk {
+namespace {
+
+constexpr int kSmallestSide = 64;
+constexpr int kLargestSide = 4096;
+
+struct Arguments {
+    std::string skin;
+    std::string screen;
+    std::string source;
+};
+
+// "240x320".
+Size ReadScreen(const std::string& text) {
+    Size size;
+    const char* const pEnd = text.data() + text.size();
+    const auto width = std::from_chars(text.data(), pEnd, size.width);
+    if (width.ec == std::errc{} && width.ptr != pEnd && *width.ptr == 'x') {
+        const auto height = std::from_chars(width.ptr + 1, pEnd, size.height);
+        const bool isRead = height.ec == std::errc{} && height.ptr == pEnd;
+        const auto fits = [](int side) { return side >= kSmallestSide && side <= kLargestSide; };
+        if (isRead && fits(size.width) && fits(size.height)) return size;
+    }
+    throw FileError("--screen " + text + ": give width and height in pixels, as in 240x320");
+}
+
+Size ScreenFor(const Checked& checked) {
+    if (!checked.screen.empty()) return ReadScreen(checked.screen);
+    // Any screen serves to say that the skin has no picture.
+    return GuessScreen(checked.module).value_or(Size{240, 320});
+}
+
+SourcePlaces ReadPlaces(const std::string& source, Size screen) {
+    if (source.empty()) return {};
+    const Bytes text = ReadFile(source);
+    try {
+        const Size upright{std::min(screen.width, screen.height), std::max(screen.width, screen.height)};
+        return ReadSource({reinterpret_cast<const char*>(text.data()), text.size()}, source,
+                          std::to_string(upright.width) + "x" + std::to_string(upright.height))
+            .places;
+    } catch (const SourceError& error) {
+        FailAt(error, source);
+    }
+}
+
+Status Run(const Arguments& arguments) {
+    const Module module = OpenModule(arguments.skin);
+    Checked checked{module, arguments.skin, arguments.screen};
+    const Size screen = ScreenFor(checked);
+    const SourcePlaces places = ReadPlaces(arguments.source, screen);
+    checked.pPlaces = &places;
+    const std::size_t count = TellRemarks(checked, "", std::cout);
+    std::cout << arguments.skin << ": "
+              << (count == 0   ? "good"
+                  : count == 1 ? "1 remark"
+                               : std::to_string(count) + " remarks")
+              << " for a screen of " << screen.width << 'x' << screen.height
+              << (arguments.screen.empty() ? ", taken from its pictures" : "") << '\n';
+    return count == 0 ? kDone : kRemarks;
+}
+
+}  // namespace
+
+std::size_t TellRemarks(const Checked& checked, const std::string& label, std::ostream& out) {
+    const std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.pPlaces);
+    for (const Remark& remark : remarks)
+        out << FormatRemark(remark, checked.file, label) << '\n';
+    return remarks.size();
+}
+
+Command DescribeCheck(CLI::App& app) {
+    CLI::App* pOptions =
+        app.add_subcommand("check", "Say what is wrong with a skin file; status 1 when something is");
+    auto arguments = std::make_shared<Arguments>();
+    pOptions->add_option("skin", arguments->skin, "The skin file")->required();
+    pOptions->add_option("--screen", arguments->screen,
+                         "Size of the screen, as in 240x320; both orientations are checked");
+    pOptions->add_option("--source", arguments->source, "The skin's source, to say where it names the keys");
+    return {pOptions, [arguments] { return Run(*arguments); }};
+}
+
+}  // namespace tlk

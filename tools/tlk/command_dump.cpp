@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "command.h"
+#include "dump.h"
+#include "file.h"
+
+namespace tlk {
+
+Command DescribeDump(CLI::App& app) {
+    CLI::App* pOptions = app.add_subcommand("dump", "Tell everything that a skin file holds");
+    auto skin = std::make_shared<std::string>();
+    pOptions->add_option("skin", *skin, "The skin file")->required();
+    return {pOptions, [skin] {
+                std::cout << Dump(OpenModule(*skin));
+                return kDone;
+            }};
+}
+
+}  // namespace tlk

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "command.h"
+#include "errors.h"
+#include "file.h"
+#include "png_file.h"
+#include "preview.h"
+
+namespace tlk {
+namespace {
+
+struct Arguments {
+    std::string skin;
+    std::string plane = "lng1-small";
+    std::vector<std::string> pressed;
+    std::string output;
+    std::string font = TLK_FONT;
+    int zoom = 1;
+    bool isLandscape = false;
+    bool hasCapsLock = false;
+    bool showsHitAreas = false;
+};
+
+// Names with commas between them; a comma by itself is the key of that name.
+std::vector<std::string> SplitNames(const std::vector<std::string>& arguments) {
+    std::vector<std::string> names;
+    for (const std::string& argument : arguments) {
+        if (argument == ",") {
+            names.push_back(argument);
+            continue;
+        }
+        std::size_t start = 0;
+        while (start < argument.size()) {
+            const std::size_t comma = std::min(argument.find(',', start), argument.size());
+            if (comma > start) names.push_back(argument.substr(start, comma - start));
+            start = comma + 1;
+        }
+    }
+    return names;
+}
+
+View MakeView(const Arguments& arguments, const SkinModule& skin) {
+    const auto plane = FindPlane(arguments.plane);
+    if (!plane) {
+        std::string names;
+        for (std::size_t i = 0; i < kPlaneCount; ++i)
+            names += (i == 0 ? "" : ", ") + std::string(PlaneName(i));
+        throw FileError("no plane '" + arguments.plane + "': there are " + names);
+    }
+    View view{*plane, arguments.isLandscape, arguments.hasCapsLock, {}};
+    for (const std::string& name : SplitNames(arguments.pressed))
+        view.pressed.push_back(FindKey(skin, view.Board(), name));
+    return view;
+}
+
+Picture Draw(const Arguments& arguments, const SkinModule& skin) {
+    const View view = MakeView(arguments, skin);
+    Picture picture = Enlarge(Compose(skin, view), arguments.zoom);
+    if (arguments.showsHitAreas)
+        DrawHitAreas(picture, arguments.zoom, skin, view.Board(), Font(arguments.font));
+    return picture;
+}
+
+Status Show(const Arguments& arguments) {
+    const SkinModule skin = ReadSkin(OpenModule(arguments.skin));
+    try {
+        WritePng(Draw(arguments, skin), arguments.output);
+    } catch (const FileError& error) {
+        throw FileError(arguments.skin + ": " + error.what());
+    }
+    return kDone;
+}
+
+}  // namespace
+
+Command DescribeShow(CLI::App& app) {
+    CLI::App* pOptions = app.add_subcommand("show", "Draw one plane of a skin file into a PNG file");
+    auto arguments = std::make_shared<Arguments>();
+    pOptions->add_option("skin", arguments->skin, "The skin file")->required();
+    pOptions
+        ->add_option("--plane", arguments->plane, "lng1, uml1, lng2 or uml2 with -small or -large, or digit")
+        ->capture_default_str();
+    pOptions->add_flag("--landscape", arguments->isLandscape, "The keyboard of the turned screen");
+    pOptions->add_flag("--caps", arguments->hasCapsLock,
+                       "With caps lock: the digit row keeps its case where the skin says so");
+    pOptions
+        ->add_option("--pressed", arguments->pressed,
+                     "Keys to draw pressed: names or indices with commas between them")
+        ->allow_extra_args(false);
+    pOptions->add_flag("--hit-areas", arguments->showsHitAreas, "Outline and name the keys' rectangles");
+    pOptions->add_option("-o,--output", arguments->output, "The PNG file to write")->required();
+    pOptions->add_option("--zoom", arguments->zoom, "Size of a pixel")->check(CLI::Range(1, 8));
+    pOptions->add_option("--font", arguments->font, "Font file of the names of hit areas")
+        ->capture_default_str();
+    return {pOptions, [arguments] { return Show(*arguments); }};
+}
+
+}  // namespace tlk

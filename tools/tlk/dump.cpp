@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "dump.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <iomanip>
+#include <sstream>
+
+#include "skin_module.h"
+
+namespace tlk {
+namespace {
+
+using View = std::span<const std::uint8_t>;
+
+constexpr std::size_t kGroupSize = 8;
+constexpr std::size_t kLocaleHeaderSize = 2;
+
+std::string Hex(unsigned value, int digits) {
+    std::ostringstream text;
+    text << std::hex << std::uppercase << std::setw(digits) << std::setfill('0') << value;
+    return text.str();
+}
+
+std::string MachineName(std::uint16_t machine) {
+    constexpr std::pair<std::uint16_t, const char*> kMachines[] = {
+        {0x014C, "x86"},   {0x0166, "MIPS R4000"}, {0x01A2, "SH3"},    {0x01A6, "SH4"},  {0x01C0, "ARM"},
+        {0x01C2, "Thumb"}, {0x0266, "MIPS16"},     {0x8664, "x86-64"}, {0xAA64, "ARM64"}};
+    for (const auto& [number, name] : kMachines)
+        if (number == machine) return name;
+    return machine == 0 ? "any machine" : "machine 0x" + Hex(machine, 4);
+}
+
+// A character as it looks, or its number where it would not show.
+std::string Show(char16_t unit) {
+    const bool isInvisible = unit <= u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0xAD ||
+                             (unit >= 0x2000 && unit <= 0x200F) || (unit >= 0x2028 && unit <= 0x202F) ||
+                             (unit >= 0x2060 && unit <= 0x206F) || (unit >= 0xD800 && unit <= 0xF8FF) ||
+                             unit == 0x3000 || unit >= 0xFEFF;
+    if (unit == 0) return "none";
+    return isInvisible ? "U+" + Hex(unit, 4) : ToUtf8(unit);
+}
+
+class Writer {
+public:
+    explicit Writer(const Module& module) : m_Skin(ReadSkin(module)) {
+        DumpFacts(module.GetFacts());
+        for (const Module::Entry& entry : module.Entries())
+            DumpEntry(entry);
+    }
+
+    std::string Take() const { return m_Out.str(); }
+
+private:
+    void DumpFacts(const Module::Facts& facts) {
+        m_Out << "file of " << facts.fileSize << " bytes: " << (facts.isLibrary ? "library" : "program")
+              << " for " << MachineName(facts.machine) << ", "
+              << (facts.entryPoint == 0 ? "no entry point" : "entry point 0x" + Hex(facts.entryPoint, 8))
+              << ", " << (facts.timeStamp == 0 ? "no time stamp" : "time stamp 0x" + Hex(facts.timeStamp, 8))
+              << '\n';
+    }
+
+    void DumpEntry(const Module::Entry& entry) {
+        std::string name = entry.name;
+        std::ranges::transform(name, name.begin(),
+                               [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+        if (entry.type == "#2")
+            DumpBitmap(name, entry);
+        else if (entry.type == "RC_DATA")
+            DumpData(name, entry);
+        else
+            m_Out << "unknown type " << entry.type << ", " << entry.name << Language(entry) << ": "
+                  << entry.data.size() << " bytes\n";
+    }
+
+    // Most resources have none.
+    static std::string Language(const Module::Entry& entry) {
+        return entry.language == 0 ? "" : " (language 0x" + Hex(entry.language, 4) + ")";
+    }
+
+    // The header's words; whether the pixels are whole is for the check to say.
+    void DumpBitmap(const std::string& name, const Module::Entry& entry) {
+        m_Out << "bitmap " << name << Language(entry) << ": ";
+        const auto width = Get32(entry.data, 4);
+        const auto height = Get32(entry.data, 8);
+        const auto depth = Get16(entry.data, 14);
+        const auto compression = Get32(entry.data, 16);
+        if (!width || !height || !depth || !compression) {
+            m_Out << "damaged, " << entry.data.size() << " bytes\n";
+            return;
+        }
+        const auto rows = static_cast<std::int32_t>(*height);
+        m_Out << *width << " x " << (rows < 0 ? -std::int64_t{rows} : std::int64_t{rows}) << " pixels of "
+              << *depth << (*depth == 1 ? " bit" : " bits") << (*compression == 0 ? "" : ", compressed")
+              << (rows < 0 ? ", top row first" : "") << ", " << entry.data.size() << " bytes\n";
+    }
+
+    void DumpData(const std::string& name, const Module::Entry& entry) {
+        m_Out << "data " << name << Language(entry) << ": ";
+        const bool isLayout =
+            std::ranges::any_of(std::array{BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits},
+                                [&name](BoardKind board) { return LayoutResource(board) == name; });
+        if (isLayout)
+            DumpLayout(entry.data);
+        else if (name == "CAPS_RECT")
+            DumpCapsRect(entry.data);
+        else if (name == "LOCALE_CHARSET")
+            DumpLocale(entry.data);
+        else
+            m_Out << (name == "SWIPE_ONLY" ? "for strokes only, " : "unknown, ") << entry.data.size()
+                  << " bytes\n";
+    }
+
+    void DumpLayout(View bytes) {
+        const auto big = [&bytes](std::size_t offset) { return bytes[offset] << 8 | bytes[offset + 1]; };
+        m_Out << bytes.size() / kRecordSize << " records" << Rest(bytes.size() % kRecordSize) << '\n';
+        for (std::size_t at = 0; at + kRecordSize <= bytes.size(); at += kRecordSize) {
+            const auto key = static_cast<std::uint16_t>(big(at));
+            m_Out << "    " << std::setw(3) << key << ' ' << m_Skin.NameOf(key) << ": " << big(at + 4) << ','
+                  << big(at + 6) << " to " << big(at + 8) << ',' << big(at + 10);
+            if (big(at + 2) != 0) m_Out << ", bitmap value " << big(at + 2);
+            if (*Get32(bytes, at + 12) != 0) m_Out << ", reserved 0x" << Hex(*Get32(bytes, at + 12), 8);
+            m_Out << '\n';
+        }
+    }
+
+    void DumpCapsRect(View bytes) {
+        if (bytes.size() < 16) {
+            m_Out << "damaged, " << bytes.size() << " bytes\n";
+            return;
+        }
+        const auto edge = [&bytes](std::size_t i) { return static_cast<std::int32_t>(*Get32(bytes, i * 4)); };
+        m_Out << edge(0) << ',' << edge(1) << " to " << edge(2) << ',' << edge(3) << Rest(bytes.size() - 16)
+              << '\n';
+    }
+
+    // Language 2 beside what language 1 has on the same key.
+    void DumpLocale(View bytes) {
+        if (bytes.size() < kLocaleHeaderSize) {
+            m_Out << "damaged, " << bytes.size() << " bytes\n";
+            return;
+        }
+        const View groups = bytes.subspan(kLocaleHeaderSize);
+        m_Out << groups.size() / kGroupSize << " keys of language 2" << Rest(groups.size() % kGroupSize)
+              << "; small, large, umlaut small, umlaut large\n";
+        for (std::size_t at = 0; at + kGroupSize <= groups.size(); at += kGroupSize) {
+            const std::size_t key = kFirstCharacter + at / kGroupSize;
+            m_Out << "    " << std::setw(3) << key << ' '
+                  << (key <= 0xFFFF ? m_Skin.NameOf(static_cast<std::uint16_t>(key)) : "") << ":";
+            for (std::size_t i = 0; i < kGroupSize; i += 2)
+                m_Out << ' ' << Show(static_cast<char16_t>(*Get16(groups, at + i)));
+            m_Out << '\n';
+        }
+    }
+
+    static std::string Rest(std::size_t bytes) {
+        return bytes == 0 ? "" : " and " + std::to_string(bytes) + " bytes more";
+    }
+
+    SkinModule m_Skin;
+    std::ostringstream m_Out;
+};
+
+}  // namespace
+
+std::string Dump(const Module& module) { return Writer(module).Take(); }
+
+}  // namespace tlk

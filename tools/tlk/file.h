@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "bytes.h"
+#include "errors.h"
+#include "module_reader.h"
+
+namespace tlk {
+
+// Throws FileError, which names the file.
+[[nodiscard]] Bytes ReadFile(const std::string& path);
+
+// A library file by its path. Throws FileError, which names the file.
+[[nodiscard]] Module OpenModule(const std::string& path);
+
+// A file that could not be written whole is not left behind, and an older one not lost. Throws FileError.
+void WriteFile(const std::string& path, const Bytes& bytes);
+
+// Throws the fault of a source as a FileError, with its file and line in front; `source` is the file when the
+// fault names none.
+[[noreturn]] void FailAt(const SourceError& error, const std::string& source);
+
+}  // namespace tlk

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Where a skin's source names its keys, for messages about the finished skin.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace tlk {
+
+enum class BoardKind { Portrait, Landscape, Digits };
+
+struct SourcePlace {
+    std::string file;
+    unsigned line = 0;
+};
+
+using SourcePlaces = std::map<std::pair<BoardKind, std::uint16_t>, SourcePlace>;
+
+}  // namespace tlk

@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+#include "source_boards.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace tlk {
+namespace {
+
+constexpr int kLargestSide = 2048;
+constexpr double kLargestWeight = 10000;
+
+// What the SIP gives the keyboard of a screen.
+int PanelHeight(Size screen) { return screen.width > screen.height ? screen.height / 3 : screen.height / 4; }
+
+const char* NameOf(BoardKind kind) {
+    switch (kind) {
+        case BoardKind::Portrait:
+            return "portrait";
+        case BoardKind::Landscape:
+            return "landscape";
+        case BoardKind::Digits:
+            break;
+    }
+    return "digits";
+}
+
+// The size that a board has without one of its own; the digit keyboard serves both orientations.
+std::optional<Size> UsualSize(BoardKind kind, std::optional<Size> screen) {
+    if (!screen) return std::nullopt;
+    const Size turned{screen->height, screen->width};
+    switch (kind) {
+        case BoardKind::Portrait:
+            return Size{screen->width, PanelHeight(*screen)};
+        case BoardKind::Landscape:
+            return Size{turned.width, PanelHeight(turned)};
+        case BoardKind::Digits:
+            break;
+    }
+    return Size{screen->width, std::min(PanelHeight(*screen), PanelHeight(turned))};
+}
+
+double ReadWeight(std::string_view text, const toml::node& node, std::string_view key) {
+    double weight = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, weight);
+    // Negated, so that "nan" is refused too.
+    if (error != std::errc{} || stop != end || !(weight > 0 && weight <= kLargestWeight))
+        Fail(node, "key " + Quote(key) + " needs a weight above 0 after its ':'");
+    return weight;
+}
+
+class BoardReader {
+public:
+    BoardReader(const Section& file, std::optional<Size> screen, Skin& skin)
+        : m_File(file), m_Screen(screen), m_Skin(skin) {}
+
+    void Run() {
+        const auto portrait = FindTable(m_File, "portrait");
+        if (!portrait)
+            throw SourceError(PlaceOf(*m_File.table),
+                              "the keyboard is missing: add [portrait] with its rows");
+        m_Skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
+        ReadLandscape(*portrait);
+        if (const auto digits = FindTable(m_File, "digits")) {
+            m_Skin.digits = ReadBoard(BoardKind::Digits, *digits, nullptr);
+            RequireWayBack(*digits);
+        }
+        if (const toml::array* changes = FindArray(m_File, "key"))
+            for (const toml::node& change : *changes)
+                ReadChange(change);
+        SettlePlaces();
+    }
+
+private:
+    const Arrangement& ArrangementOf(BoardKind kind) const {
+        return kind == BoardKind::Digits ? kDigitArrangement : *m_Skin.arrangement;
+    }
+
+    // A known screen that can be turned always has it: without, the engine refuses the skin there.
+    void ReadLandscape(const Section& portrait) {
+        if (m_Screen && m_Screen->width == m_Screen->height) return;
+        if (const auto landscape = FindTable(m_File, "landscape"))
+            m_Skin.landscape = ReadBoard(BoardKind::Landscape, *landscape, &m_Skin.portrait);
+        else if (m_Screen)
+            m_Skin.landscape =
+                ReadBoard(BoardKind::Landscape, Section{portrait.name, &m_Nothing}, &m_Skin.portrait);
+    }
+
+    void RequireWayBack(const Section& digits) const {
+        for (const Row& row : m_Skin.digits->rows)
+            if (std::ranges::find(row.keys, function_key::kDigits, &RowKey::key) != row.keys.end()) return;
+        Fail(*digits.table, "the digit keyboard has no key that leads back: add 'digits' to its rows");
+    }
+
+    // Rows that the section leaves out are those of `usual`.
+    Board ReadBoard(BoardKind kind, const Section& section, const Board* usual) const {
+        AllowKeys(section, {"size", "unit", "rows"});
+        Board board;
+        if (usual) board.rows = usual->rows;
+        board.size = ReadSize(kind, section);
+        double unit = 1;
+        if (const toml::node* node = section.Find("unit"))
+            unit = ReadInteger(*node, section.Describe("unit"), 1, kLargestSide);
+        if (const toml::array* rows = FindArray(section, "rows")) {
+            board.rows.clear();
+            for (const toml::node& row : *rows)
+                board.rows.push_back(ReadRow(row, ArrangementOf(kind), unit));
+        }
+        if (board.rows.empty())
+            Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
+        return board;
+    }
+
+    Size ReadSize(BoardKind kind, const Section& section) const {
+        if (const toml::array* size = FindArray(section, "size", 2)) {
+            const std::string what = "each of " + section.Describe("size");
+            return {ReadInteger(*size->get(0), what, 16, kLargestSide),
+                    ReadInteger(*size->get(1), what, 16, kLargestSide)};
+        }
+        if (const auto usual = UsualSize(kind, m_Screen)) return *usual;
+        if (kind == BoardKind::Digits) return m_Skin.portrait.size;
+        Fail(*section.table, "[" + section.name +
+                                 "] needs its size: list the 'screens' of this skin, or add size = [width, "
+                                 "height]");
+    }
+
+    Row ReadRow(const toml::node& node, const Arrangement& arrangement, double unit) const {
+        std::string_view text = ReadString(node, "a row");
+        Row row{PlaceOf(node), {}};
+        while (true) {
+            const std::size_t start = text.find_first_not_of(" \t\r\n");
+            if (start == std::string_view::npos) break;
+            text.remove_prefix(start);
+            const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n"));
+            row.keys.push_back(ReadRowKey(word, node, arrangement, unit));
+            text.remove_prefix(word.size());
+        }
+        if (row.keys.empty()) Fail(node, "a row without keys: name some, or remove it");
+        return row;
+    }
+
+    // A character or a function's name, then perhaps ":" and a weight.
+    RowKey ReadRowKey(std::string_view word, const toml::node& node, const Arrangement& arrangement,
+                      double unit) const {
+        std::string_view rest = word;
+        TakeCharacter(rest);
+        const std::string_view name = rest.empty() || rest[0] == ':'
+                                          ? word.substr(0, word.size() - rest.size())
+                                          : word.substr(0, word.find(':'));
+        const std::uint16_t key = RequireKey(name, node, arrangement);
+        rest = word.substr(name.size());
+        return {key, rest.empty() ? unit : ReadWeight(rest.substr(1), node, name)};
+    }
+
+    std::optional<std::uint16_t> FindKey(std::string_view name, const Arrangement& arrangement) const {
+        std::string_view rest = name;
+        const char32_t character = name.empty() ? 0 : TakeCharacter(rest);
+        if (!rest.empty() || character > 0xFFFF) return FindFunction(name);
+        return FindCharacter(m_Skin.characters, arrangement, static_cast<char16_t>(character));
+    }
+
+    std::uint16_t RequireKey(std::string_view name, const toml::node& node,
+                             const Arrangement& arrangement) const {
+        if (const auto key = FindKey(name, arrangement)) return *key;
+        Fail(node, "there is no key " + Quote(name) + " here: use a small character of the arrangement " +
+                       Quote(arrangement.name) + " or one of " + FunctionNames());
+    }
+
+    void ReadChange(const toml::node& node) {
+        if (!node.is_table()) Fail(node, "'key' must be a table: write [[key]]");
+        const Section section{"key", node.as_table()};
+        AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "icon", "face"});
+        const toml::node* key = section.Find("key");
+        if (!key) Fail(node, "[[key]] must say which: add key = \"...\"");
+        const std::string_view name = ReadString(*key, "'key.key'");
+        const KeyChange change = ReadChangeOf(section);
+        bool isKnown = false;
+        for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
+            Board* board = FindBoard(kind);
+            if (!board || !IsMeant(section, kind)) continue;
+            const auto index = FindKey(name, ArrangementOf(kind));
+            if (!index || (change.rects.empty() && !Holds(*board, *index))) continue;
+            isKnown = true;
+            Merge(board->changes[*index], change);
+        }
+        if (!isKnown)
+            Fail(*key, "there is no key " + Quote(name) +
+                           " on the keyboards meant: use a name from their rows, or give it its own rects");
+    }
+
+    // A later entry for the same key adds to an earlier one.
+    static void Merge(KeyChange& known, const KeyChange& change) {
+        known.place = change.place;
+        known.move = {known.move.x + change.move.x, known.move.y + change.move.y};
+        if (change.size) known.size = change.size;
+        if (!change.rects.empty()) known.rects = change.rects;
+        if (change.label) known.label = change.label;
+        if (change.face) known.face = change.face;
+    }
+
+    KeyChange ReadChangeOf(const Section& section) const {
+        KeyChange change;
+        change.place = PlaceOf(*section.table);
+        if (const toml::array* move = FindArray(section, "move", 2))
+            change.move = {ReadInteger(*move->get(0), "each of 'key.move'", -kLargestSide, kLargestSide),
+                           ReadInteger(*move->get(1), "each of 'key.move'", -kLargestSide, kLargestSide)};
+        if (const toml::array* size = FindArray(section, "size", 2))
+            change.size = {ReadInteger(*size->get(0), "each of 'key.size'", 1, kLargestSide),
+                           ReadInteger(*size->get(1), "each of 'key.size'", 1, kLargestSide)};
+        if (const toml::array* rects = FindArray(section, "rects"))
+            for (const toml::node& rect : *rects)
+                change.rects.push_back(ReadRect(rect));
+        if (const toml::node* node = section.Find("label")) change.label = ReadLabel(*node, "'key.label'");
+        if (const toml::node* node = section.Find("face"))
+            change.face = ReadFace(*node, "'key.face'", m_Skin.palette);
+        return change;
+    }
+
+    // Written as left, top, width and height; kept with all edges inside.
+    static Rect ReadRect(const toml::node& node) {
+        const toml::array* edges = node.as_array();
+        if (!edges || edges->size() != 4)
+            Fail(node, "each of 'key.rects' must be a list of 4 values: left, top, width, height");
+        int values[4];
+        for (std::size_t i = 0; i < 4; ++i)
+            values[i] = ReadInteger(*edges->get(i), "each value of 'key.rects'", i < 2 ? 0 : 1, kLargestSide);
+        return {values[0], values[1], values[0] + values[2] - 1, values[1] + values[3] - 1};
+    }
+
+    static bool IsMeant(const Section& section, BoardKind kind) {
+        const toml::node* node = section.Find("board");
+        if (!node) return true;
+        const std::string_view name = ReadString(*node, "'key.board'");
+        if (name != "portrait" && name != "landscape" && name != "digits")
+            Fail(*node, "'key.board' must be portrait, landscape or digits");
+        return name == NameOf(kind);
+    }
+
+    Board* FindBoard(BoardKind kind) {
+        switch (kind) {
+            case BoardKind::Portrait:
+                return &m_Skin.portrait;
+            case BoardKind::Landscape:
+                return m_Skin.landscape ? &*m_Skin.landscape : nullptr;
+            case BoardKind::Digits:
+                break;
+        }
+        return m_Skin.digits ? &*m_Skin.digits : nullptr;
+    }
+
+    static bool Holds(const Board& board, std::uint16_t key) {
+        return board.changes.contains(key) || std::ranges::any_of(board.rows, [key](const Row& row) {
+                   return std::ranges::find(row.keys, key, &RowKey::key) != row.keys.end();
+               });
+    }
+
+    void SettlePlaces() {
+        for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
+            const Board* board = FindBoard(kind);
+            if (!board) continue;
+            for (const Row& row : board->rows)
+                for (const RowKey& key : row.keys)
+                    m_Skin.places.emplace(std::pair{kind, key.key}, row.place);
+            for (const auto& [key, change] : board->changes)
+                m_Skin.places[{kind, key}] = change.place;
+        }
+    }
+
+    const Section& m_File;
+    std::optional<Size> m_Screen;
+    Skin& m_Skin;
+    toml::table m_Nothing;
+};
+
+}  // namespace
+
+void ReadBoards(const Section& file, std::optional<Size> screen, Skin& skin) {
+    BoardReader(file, screen, skin).Run();
+}
+
+Label ReadLabel(const toml::node& node, const std::string& what) {
+    Label label{{}, std::nullopt, PlaceOf(node)};
+    if (const toml::table* table = node.as_table()) {
+        const toml::node* icon = table->get("icon");
+        if (icon && table->size() == 1) label.icon = FindIcon(ReadString(*icon, what));
+        if (!label.icon) Fail(node, what + " must be a word or {icon = \"...\"}, one of " + IconNames());
+        return label;
+    }
+    label.word = ToUtf16(ReadString(node, what), node);
+    if (label.word.empty()) Fail(node, what + " must not be empty");
+    return label;
+}
+
+Shade ReadFace(const toml::node& node, const std::string& what, const Palette& palette) {
+    if (node.is_string()) {
+        const std::string_view name = node.as_string()->get();
+        for (const auto& [known, shade] : {std::pair{"letter", &palette.letter},
+                                           {"number", &palette.number},
+                                           {"symbol", &palette.symbol},
+                                           {"function", &palette.function}})
+            if (name == known) return *shade;
+    }
+    return ReadShade(node, what);
+}
+
+}  // namespace tlk

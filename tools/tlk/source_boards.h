@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// The keyboards of a source. For the source readers only.
+#pragma once
+
+#include "skin.h"
+#include "source_section.h"
+
+namespace tlk {
+
+// Reads [portrait], [landscape], [digits] and [[key]] into the skin, whose arrangement, characters and labels
+// have been read. `screen` gives the pictures' sizes unless they have their own. Throws SourceError.
+void ReadBoards(const Section& file, std::optional<Size> screen, Skin& skin);
+
+// {icon = "..."} or a word.
+[[nodiscard]] Label ReadLabel(const toml::node& node, const std::string& what);
+[[nodiscard]] Shade ReadFace(const toml::node& node, const std::string& what, const Palette& palette);
+
+}  // namespace tlk

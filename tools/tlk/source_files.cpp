@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "source_files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+#include "file.h"
+
+namespace tlk {
+namespace {
+
+toml::table Parse(std::string_view text, const std::string& path) {
+    try {
+        return toml::parse(text, path);
+    } catch (const toml::parse_error& error) {
+        throw SourceError({path, error.source().begin.line}, std::string(error.description()));
+    }
+}
+
+toml::table ReadNamedFile(const toml::node& node, const std::string& path) {
+    Bytes bytes;
+    try {
+        bytes = ReadFile(path);
+    } catch (const FileError& error) {
+        Fail(node, error.what());
+    }
+    return Parse({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, path);
+}
+
+// Entries of an array of tables follow each other; any other value replaces the one before. Nodes are moved,
+// as copies of them forget their place.
+void LayOver(toml::table& base, toml::table&& over) {
+    for (auto&& [key, node] : over) {
+        toml::node* known = base.get(key);
+        if (known && known->is_table() && node.is_table()) {
+            LayOver(*known->as_table(), std::move(*node.as_table()));
+        } else if (known && known->is_array_of_tables() && node.is_array_of_tables()) {
+            for (toml::node& entry : *node.as_array())
+                known->as_array()->push_back(std::move(entry));
+        } else {
+            base.insert_or_assign(key, std::move(node));
+        }
+    }
+}
+
+toml::table ReadChain(toml::table own, std::vector<std::string>& chain) {
+    const toml::node* node = own.get("based_on");
+    if (!node) return own;
+    const std::string path = ResolvePath(*node, ReadString(*node, "'based_on'"));
+    if (std::ranges::find(chain, path) != chain.end())
+        Fail(*node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
+    chain.push_back(path);
+    toml::table base = ReadChain(ReadNamedFile(*node, path), chain);
+    own.erase("based_on");
+    LayOver(base, std::move(own));
+    return base;
+}
+
+}  // namespace
+
+toml::table ReadSourceFiles(std::string_view text, const std::string& path) {
+    std::vector<std::string> chain{std::filesystem::path(path).lexically_normal().string()};
+    return ReadChain(Parse(text, path), chain);
+}
+
+void ApplyScreen(toml::table& root, std::string_view screen) {
+    toml::table* screens = root.get_as<toml::table>("screen");
+    if (!screens) return;
+    toml::table* own = screens->get_as<toml::table>(screen);
+    if (!own) return;
+    toml::table taken = std::move(*own);
+    LayOver(root, std::move(taken));
+}
+
+toml::table ReadPaletteFile(const toml::node& node, std::string_view path) {
+    return ReadNamedFile(node, ResolvePath(node, path));
+}
+
+}  // namespace tlk

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "source_section.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+
+#include "characters.h"
+
+namespace tlk {
+
+SourcePlace PlaceOf(const toml::node& node) {
+    const toml::source_region& source = node.source();
+    return {source.path ? *source.path : std::string(), source.begin.line};
+}
+
+void Fail(const toml::node& node, const std::string& text) { throw SourceError(PlaceOf(node), text); }
+
+std::string Quote(std::string_view text) { return "'" + std::string(text) + "'"; }
+
+char32_t TakeCharacter(std::string_view& text) {
+    const auto lead = static_cast<unsigned char>(text[0]);
+    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i)
+        character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
+    text.remove_prefix(length);
+    return character;
+}
+
+std::u16string ToUtf16(std::string_view text, const toml::node& node) {
+    std::u16string result;
+    while (!text.empty()) {
+        const char32_t character = TakeCharacter(text);
+        if (character < 0x20 || character > 0xFFFF)
+            Fail(node, Quote(ToUtf8(character)) + " cannot be a key's character: use one up to U+FFFF");
+        result += static_cast<char16_t>(character);
+    }
+    return result;
+}
+
+void AllowKeys(const Section& section, std::initializer_list<std::string_view> known) {
+    std::string list;
+    for (std::string_view name : known)
+        list += (list.empty() ? "" : ", ") + std::string(name);
+    for (const auto& [key, value] : *section.table)
+        if (std::ranges::find(known, key.str()) == known.end())
+            Fail(value, "there is no setting " + section.Describe(key.str()) + ": use " + list);
+}
+
+std::optional<Section> FindTable(const Section& parent, std::string_view key) {
+    const toml::node* node = parent.Find(key);
+    if (!node) return std::nullopt;
+    if (!node->is_table())
+        Fail(*node, parent.Describe(key) + " must be a table: write [" + parent.Child(key) + "]");
+    return Section{parent.Child(key), node->as_table()};
+}
+
+const toml::array* FindArray(const Section& section, std::string_view key, std::size_t size) {
+    const toml::node* node = section.Find(key);
+    if (!node) return nullptr;
+    const toml::array* array = node->as_array();
+    if (!array || array->empty() || (size != 0 && array->size() != size))
+        Fail(*node, section.Describe(key) + " must be a list of " +
+                        (size == 0 ? "at least one value" : std::to_string(size) + " values"));
+    return array;
+}
+
+bool FindBoolean(const Section& section, std::string_view key, bool usual) {
+    const toml::node* node = section.Find(key);
+    if (!node) return usual;
+    if (!node->is_boolean()) Fail(*node, section.Describe(key) + " must be true or false");
+    return node->as_boolean()->get();
+}
+
+std::string_view ReadString(const toml::node& node, const std::string& what) {
+    if (!node.is_string()) Fail(node, what + " must be a text in quotes");
+    return node.as_string()->get();
+}
+
+int ReadInteger(const toml::node& node, const std::string& what, int least, int most) {
+    const auto* value = node.as_integer();
+    if (!value || value->get() < least || value->get() > most)
+        Fail(node,
+             what + " must be a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+    return static_cast<int>(value->get());
+}
+
+Color ReadColor(const toml::node& node, const std::string& what) {
+    const std::string_view text = ReadString(node, what);
+    std::uint32_t value = 0;
+    const bool hasForm = text.size() == 7 && text[0] == '#';
+    const char* end = text.data() + text.size();
+    if (!hasForm || std::from_chars(text.data() + 1, end, value, 16).ptr != end)
+        Fail(node, what + " must be a colour such as \"#C0D0E0\"");
+    return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+            static_cast<std::uint8_t>(value)};
+}
+
+Shade ReadShade(const toml::node& node, const std::string& what) {
+    if (node.is_string()) {
+        const Color color = ReadColor(node, what);
+        return {color, color};
+    }
+    const toml::array* pair = node.as_array();
+    if (!pair || pair->size() != 2)
+        Fail(node, what + " must be one colour, or a list of 2 values: top and bottom");
+    return {ReadColor(*pair->get(0), "each of " + what), ReadColor(*pair->get(1), "each of " + what)};
+}
+
+std::string ResolvePath(const toml::node& node, std::string_view path) {
+    return (std::filesystem::path(PlaceOf(node).file).parent_path() / path).lexically_normal().string();
+}
+
+}  // namespace tlk
