@@ -3,28 +3,43 @@
 
 #include <sip_layout.h>
 
+#include "scale.h"
+
 namespace {
 
-constexpr COLORREF lineColor = RGB(128, 128, 128);
+enum Command : UINT {
+    commandMenuClosed = 0,
+    commandNew = 1,
+    commandEditMenu,
+    commandKeyboard,
+    commandKeyboardMenu,
+    firstEditCommand = 100,
+};
 
-// Sizes are those of a screen whose longer side has 320 pixels, scaled to this one.
-int Scaled(SIZE screen, int size) { return size * BarHeight(screen) / 26; }
+// While a script runs, time stands still, so that its pictures are the same in every run.
+constexpr char16_t timeOfScripts[] = u"12:00";
 
 bool IsSameSize(SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; }
 
 }  // namespace
 
-Application::Application() {
+Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_time(timeOfScripts) {
     const SIZE screen = ScreenSize();
     Create(TEXT("SimulatorApplication"), WS_POPUP | WS_CLIPCHILDREN, {0, 0, screen.cx, screen.cy}, nullptr);
     m_edit = std::make_unique<EditField>(Handle(), RECT{});
+    const std::vector<MenuBar::Word> words = {{commandNew, u"New", MenuBar::Kind::Button},
+                                              {commandEditMenu, u"Edit", MenuBar::Kind::Menu}};
+    m_bar = std::make_unique<MenuBar>(Handle(), words, commandKeyboard, commandKeyboardMenu);
+    m_menu = std::make_unique<PopupMenu>(Handle());
     LayOut({0, BarHeight(screen), screen.cx, screen.cy - BarHeight(screen)});
     ShowWindow(Handle(), SW_SHOW);
     SetFocus(m_edit->Handle());
 }
 
-// The edit field goes while its parent still stands.
+// What it holds goes while it still stands.
 Application::~Application() {
+    m_menu.reset();
+    m_bar.reset();
     m_edit.reset();
     Destroy();
 }
@@ -36,10 +51,12 @@ void Application::LayOut(const RECT& visibleDesktop) {
     m_screen = screen;
     m_visibleDesktop = visibleDesktop;
     if (!sameScreen) {
+        m_menu->Close();
         MoveTo({0, 0, screen.cx, screen.cy});
         m_titleFont.Create(Scaled(screen, 13), FW_BOLD);
-        m_menuFont.Create(Scaled(screen, 12), FW_NORMAL);
         m_edit->SetFontHeight(Scaled(screen, 12));
+        m_bar->MoveTo({0, screen.cy - BarHeight(screen), screen.cx, screen.cy});
+        m_bar->LayOut(screen);
         Invalidate();
     }
     m_edit->MoveTo(visibleDesktop);
@@ -49,8 +66,26 @@ std::u16string Application::FocusedText() const {
     return GetFocus() == m_edit->Handle() ? m_edit->Text() : std::u16string();
 }
 
+void Application::SetTime(const std::u16string& time) {
+    m_time = time;
+    const RECT title = TitleBar();
+    InvalidateRect(Handle(), &title, FALSE);
+}
+
+bool Application::IsOnBar(POINT screenPoint) const {
+    const RECT area = m_bar->ClientArea();
+    ScreenToClient(m_bar->Handle(), &screenPoint);
+    return screenPoint.x >= 0 && screenPoint.x < area.right && screenPoint.y >= 0 &&
+           screenPoint.y < area.bottom;
+}
+
 LRESULT Application::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_COMMAND:
+            return OnCommand(LOWORD(wParam)), 0;
+        case WM_ENABLE:
+            if (!wParam) m_menu->Close();
+            return 0;
         case WM_PAINT:
             return OnPaint(), 0;
         case WM_ERASEBKGND:
@@ -60,26 +95,58 @@ LRESULT Application::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void Application::OnCommand(UINT id) {
+    switch (id) {
+        case commandMenuClosed:
+            return m_bar->ShowOpenMenu(0);
+        case commandNew:
+            return m_edit->Perform(EditCommand::Clear);
+        case commandEditMenu:
+            return OpenMenu(id, EditMenu(), PopupMenu::Side::Left);
+        case commandKeyboard:
+            return m_keyboard.ToggleKeyboard();
+        case commandKeyboardMenu:
+            return OpenMenu(id, m_keyboard.MenuItems(), PopupMenu::Side::Right);
+        default:
+            if (id >= firstKeyboardCommand) return m_keyboard.ChooseKeyboardItem(id);
+            m_edit->Perform(static_cast<EditCommand>(id - firstEditCommand));
+    }
+}
+
+void Application::OpenMenu(UINT id, std::vector<MenuItem> items, PopupMenu::Side side) {
+    const RECT word = m_bar->PlaceOf(id);
+    POINT corner{side == PopupMenu::Side::Left ? word.left : word.right, word.top};
+    ClientToScreen(m_bar->Handle(), &corner);
+    m_menu->Open(std::move(items), corner, side);
+    m_bar->ShowOpenMenu(id);
+}
+
+std::vector<MenuItem> Application::EditMenu() const {
+    const auto item = [this](EditCommand command, const char16_t* text) {
+        return MenuItem{firstEditCommand + static_cast<UINT>(command), text, m_edit->CanPerform(command)};
+    };
+    return {item(EditCommand::Undo, u"Undo"),
+            {},
+            item(EditCommand::Cut, u"Cut"),
+            item(EditCommand::Copy, u"Copy"),
+            item(EditCommand::Paste, u"Paste"),
+            {},
+            item(EditCommand::SelectAll, u"Select all")};
+}
+
+RECT Application::TitleBar() const { return {0, 0, m_screen.cx, BarHeight(m_screen)}; }
+
 void Application::OnPaint() {
     const PaintCycle paint(Handle());
     if (!paint.Get()) return;
-    const RECT area = ClientArea();
-    const int bar = BarHeight(m_screen);
-    FillArea(paint.Get(), area, GetSysColor(COLOR_WINDOW));
+    const RECT title = TitleBar();
+    FillArea(paint.Get(), ClientArea(), GetSysColor(COLOR_WINDOW));
+    FillArea(paint.Get(), title, GetSysColor(COLOR_ACTIVECAPTION));
     const Selection selection(paint.Get(), m_titleFont.Get());
-    DrawBar(paint.Get(), {0, 0, area.right, bar}, TEXT("Notes"), GetSysColor(COLOR_ACTIVECAPTION),
-            GetSysColor(COLOR_CAPTIONTEXT));
-    const Selection menuSelection(paint.Get(), m_menuFont.Get());
-    const RECT menu{0, area.bottom - bar, area.right, area.bottom};
-    DrawBar(paint.Get(), menu, TEXT("New    Edit    Tools"), GetSysColor(COLOR_BTNFACE),
-            GetSysColor(COLOR_WINDOWTEXT));
-    FillArea(paint.Get(), {0, menu.top, area.right, menu.top + 1}, lineColor);
-}
-
-void Application::DrawBar(HDC dc, const RECT& bar, LPCWSTR text, COLORREF background, COLORREF color) {
-    FillArea(dc, bar, background);
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, color);
-    RECT place{bar.left + Scaled(m_screen, 8), bar.top, bar.right, bar.bottom};
-    DrawTextW(dc, text, -1, &place, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SetBkMode(paint.Get(), TRANSPARENT);
+    SetTextColor(paint.Get(), GetSysColor(COLOR_CAPTIONTEXT));
+    RECT place{Scaled(m_screen, 8), title.top, title.right - Scaled(m_screen, 8), title.bottom};
+    constexpr UINT format = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
+    DrawTextW(paint.Get(), TEXT("Notes"), -1, &place, format | DT_LEFT);
+    DrawTextW(paint.Get(), m_time.c_str(), -1, &place, format | DT_RIGHT);
 }

@@ -3,15 +3,16 @@
 
 #include <host_control.h>
 
-void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent) {
+void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
+                         DWORD extendedStyle) {
     const host::PlatformScope scope;
     WNDCLASSW description{};
     description.lpfnWndProc = HandleMessage;
     description.lpszClassName = className;
     RegisterClassW(&description);
-    m_window =
-        CreateWindowExW(0, className, nullptr, style, bounds.left, bounds.top, bounds.right - bounds.left,
-                        bounds.bottom - bounds.top, parent, nullptr, nullptr, this);
+    m_window = CreateWindowExW(extendedStyle, className, nullptr, style, bounds.left, bounds.top,
+                               bounds.right - bounds.left, bounds.bottom - bounds.top, parent, nullptr,
+                               nullptr, this);
 }
 
 void BoundWindow::Destroy() {
@@ -30,6 +31,10 @@ RECT BoundWindow::ClientArea() const {
     RECT area{};
     GetClientRect(m_window, &area);
     return area;
+}
+
+bool BoundWindow::IsOne(HWND window) {
+    return window && GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(HandleMessage);
 }
 
 LRESULT CALLBACK BoundWindow::HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

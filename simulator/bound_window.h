@@ -15,9 +15,13 @@ public:
     void MoveTo(const RECT& bounds);          // in the parent's coordinates
     RECT ClientArea() const;
 
+    // Is it a window of the simulator's own? Null is none.
+    static bool IsOne(HWND window);
+
 protected:
     // The style decides whether it is a child of `parent`. The class is registered when it is not yet.
-    void Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent);
+    void Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
+                DWORD extendedStyle = 0);
     // From then on no message reaches the object.
     void Destroy();
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;

@@ -12,8 +12,8 @@ namespace {
 
 // Each table has the longer of two names that begin alike first.
 std::vector<std::span<const Command>> Tables() {
-    return {SipCommands(),     PenCommands(),    RegistryCommands(),
-            LibraryCommands(), DeviceCommands(), DialogCommands()};
+    return {SipCommands(),    PenCommands(),    RegistryCommands(), LibraryCommands(),
+            DeviceCommands(), DialogCommands(), HandheldCommands()};
 }
 
 // The number of words that the command's name takes of these, 0 when they name another.

@@ -49,3 +49,4 @@ std::span<const Command> RegistryCommands();
 std::span<const Command> LibraryCommands();
 std::span<const Command> DeviceCommands();
 std::span<const Command> DialogCommands();
+std::span<const Command> HandheldCommands();

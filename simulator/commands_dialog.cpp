@@ -49,7 +49,7 @@ std::u16string ItemText(HWND combo, int index) {
 int ItemCount(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0)); }
 
 void Options(Session& session, const Arguments&) {
-    if (session.Sip().IsCalling()) throw ScriptError("a dialog of the input method is open");
+    session.RequireNoCall();
     if (!session.Sip().HasInputMethod()) {
         Note("There is no input method to call.");
         return;

@@ -51,7 +51,7 @@ void Unloadable(Session& session, const Arguments&) {
 }
 
 void Unload(Session& session, const Arguments&) {
-    if (session.Sip().IsCalling()) throw ScriptError("a dialog of the input method is open");
+    session.RequireNoCall();
     session.Sip().ReleaseInputMethod();
     session.GetFactories().ReleaseAll();
     session.GetTrace().WriteCall("Unload", session.GetLibrary().Unload());

@@ -6,11 +6,12 @@
 namespace {
 
 using host::Pen;
+using PenSpace = Session::PenSpace;
 
 void Queue(Session& session, const Arguments& arguments, std::initializer_list<Pen> events) {
     const POINT point = arguments.Point(0);
     for (const Pen event : events) {
-        session.QueuePen(event, point);
+        session.QueuePen(PenSpace::Panel, event, point);
     }
 }
 
@@ -27,9 +28,22 @@ void DoubleClick(Session& session, const Arguments& arguments) {
     Queue(session, arguments, {Pen::DoubleClick});
 }
 
+template <Pen event>
+void OnScreen(Session& session, const Arguments& arguments) {
+    session.QueuePen(PenSpace::Screen, event, arguments.Point(0));
+}
+
 constexpr Command commands[] = {
-    {"down", "X Y", 2, 2, Down}, {"move", "X Y", 2, 2, Move},     {"up", "X Y", 2, 2, Up},
-    {"tap", "X Y", 2, 2, Tap},   {"double", "X Y", 2, 2, Double}, {"dblclk", "X Y", 2, 2, DoubleClick},
+    {"down", "X Y", 2, 2, Down},
+    {"move", "X Y", 2, 2, Move},
+    {"up", "X Y", 2, 2, Up},
+    {"tap", "X Y", 2, 2, Tap},
+    {"double", "X Y", 2, 2, Double},
+    {"dblclk", "X Y", 2, 2, DoubleClick},
+    {"pen down", "X Y", 2, 2, OnScreen<Pen::Down>},
+    {"pen move", "X Y", 2, 2, OnScreen<Pen::Move>},
+    {"pen up", "X Y", 2, 2, OnScreen<Pen::Up>},
+    {"pen dblclk", "X Y", 2, 2, OnScreen<Pen::DoubleClick>},
 };
 
 }  // namespace

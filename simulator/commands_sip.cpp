@@ -3,15 +3,9 @@
 #include <string>
 
 #include "commands.h"
-#include "script.h"
 #include "session.h"
 
 namespace {
-
-// An object must not go while one of its calls is on the stack: that is inside one of its dialogs.
-void RequireNoCall(Session& session) {
-    if (session.Sip().IsCalling()) throw ScriptError("a dialog of the input method is open");
-}
 
 bool HasInputMethod(Session& session) {
     if (session.Sip().HasInputMethod()) return true;
@@ -19,20 +13,9 @@ bool HasInputMethod(Session& session) {
     return false;
 }
 
-void CreateInputMethod(Session& session) {
-    RequireNoCall(session);
-    // COM finds the library in the registry; holding it as well keeps it until "unload".
-    session.GetLibrary().EnsureRegistered();
-    session.GetLibrary().Load();
-    session.Sip().CreateInputMethod();
-}
+void Create(Session& session, const Arguments&) { session.CreateInputMethod(); }
 
-void Create(Session& session, const Arguments&) { CreateInputMethod(session); }
-
-void Select(Session& session, const Arguments&) {
-    if (!session.Sip().HasInputMethod()) CreateInputMethod(session);
-    if (session.Sip().HasInputMethod()) session.Sip().Select();
-}
+void Select(Session& session, const Arguments&) { session.SelectInputMethod(); }
 
 void Deselect(Session& session, const Arguments&) {
     if (HasInputMethod(session)) session.Sip().Deselect();

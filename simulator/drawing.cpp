@@ -1,7 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "drawing.h"
 
-#include <host_control.h>
+#include <cstddef>
+
+namespace {
+
+// The words of a picture are 0xAARRGGBB, a colour is 0x00BBGGRR.
+COLORREF Blend(DWORD pixel, COLORREF background) {
+    const DWORD alpha = pixel >> 24;
+    const auto mix = [alpha](DWORD above, DWORD below) {
+        return ((above & 0xFF) * alpha + (below & 0xFF) * (255 - alpha)) / 255;
+    };
+    return RGB(mix(pixel >> 16, background), mix(pixel >> 8, background >> 8), mix(pixel, background >> 16));
+}
+
+}  // namespace
 
 void Font::Create(int height, int weight) {
     LOGFONTW description{};
@@ -16,4 +29,25 @@ void FillArea(HDC dc, const RECT& area, COLORREF color) {
     const HBRUSH brush = CreateSolidBrush(color);
     FillRect(dc, &area, brush);
     DeleteObject(brush);
+}
+
+void DrawFrame(HDC dc, const RECT& area, COLORREF color) {
+    FillArea(dc, {area.left, area.top, area.right, area.top + 1}, color);
+    FillArea(dc, {area.left, area.bottom - 1, area.right, area.bottom}, color);
+    FillArea(dc, {area.left, area.top, area.left + 1, area.bottom}, color);
+    FillArea(dc, {area.right - 1, area.top, area.right, area.bottom}, color);
+}
+
+// Square by square: a button's picture has few pixels, and is drawn seldom.
+void DrawPicture(HDC dc, POINT corner, const host::Picture& picture, int scale, COLORREF background) {
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            const DWORD pixel = picture.pixels.data()[static_cast<std::ptrdiff_t>(y) * picture.width + x];
+            const LONG left = corner.x + x * scale;
+            const LONG top = corner.y + y * scale;
+            if (pixel >> 24 != 0) {
+                FillArea(dc, {left, top, left + scale, top + scale}, Blend(pixel, background));
+            }
+        }
+    }
 }

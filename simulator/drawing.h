@@ -2,6 +2,7 @@
 // Owners of what drawing takes.
 #pragma once
 
+#include <host_control.h>
 #include <windows.h>
 
 // BeginPaint to EndPaint.
@@ -73,3 +74,7 @@ private:
 };
 
 void FillArea(HDC dc, const RECT& area, COLORREF color);
+// One pixel wide, inside the area.
+void DrawFrame(HDC dc, const RECT& area, COLORREF color);
+// Each pixel enlarged to a square of `scale` pixels; what is transparent shows the background.
+void DrawPicture(HDC dc, POINT corner, const host::Picture& picture, int scale, COLORREF background);

@@ -4,11 +4,10 @@
 #include <algorithm>
 #include <span>
 
+#include "pen_position.h"
 #include "text.h"
 
 namespace {
-
-constexpr int margin = 4;  // pixels around the text
 
 bool IsHeld(int virtualKey) { return GetKeyState(virtualKey) < 0; }
 Selecting FromShift() { return IsHeld(VK_SHIFT) ? Selecting::Yes : Selecting::No; }
@@ -49,9 +48,6 @@ Action FindAction(std::span<const KeyAction> keys, UINT virtualKey) {
     return found == keys.end() ? nullptr : found->action;
 }
 
-int LowCoordinate(LPARAM position) { return static_cast<SHORT>(LOWORD(position)); }
-int HighCoordinate(LPARAM position) { return static_cast<SHORT>(HIWORD(position)); }
-
 }  // namespace
 
 EditField::EditField(HWND parent, const RECT& bounds) {
@@ -61,6 +57,8 @@ EditField::EditField(HWND parent, const RECT& bounds) {
 
 void EditField::SetFontHeight(int height) {
     m_font.Create(height, FW_NORMAL);
+    m_margin = height / 3;
+    m_caretWidth = std::max(height / 12, 1);
     m_widths.clear();
     const WindowContext context(Handle());
     const Selection selection(context.Get(), m_font.Get());
@@ -79,13 +77,15 @@ LRESULT EditField::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONDBLCLK:
             m_penDown = true;
             SetFocus(Handle());
-            return OnPen(lParam, FromShift()), 0;
+            SetCapture(Handle());
+            return OnPen(PenPosition(lParam), FromShift()), 0;
         case WM_MOUSEMOVE:
             m_penDown = m_penDown && (wParam & MK_LBUTTON) != 0;
-            if (m_penDown) OnPen(lParam, Selecting::Yes);
+            if (m_penDown) OnPen(PenPosition(lParam), Selecting::Yes);
             return 0;
         case WM_LBUTTONUP:
             m_penDown = false;
+            if (GetCapture() == Handle()) ReleaseCapture();
             return 0;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
@@ -126,13 +126,54 @@ void EditField::OnCharacter(WCHAR character) {
     OnChanged();
 }
 
-void EditField::OnPen(LPARAM position, Selecting selecting) {
+void EditField::OnPen(POINT point, Selecting selecting) {
     const EditLayout layout = LayOut();
-    const int row = (HighCoordinate(position) - margin) / m_lineHeight + static_cast<int>(m_topLine);
+    const int row = (static_cast<int>(point.y) - m_margin) / m_lineHeight + static_cast<int>(m_topLine);
     const int last = static_cast<int>(layout.Lines().size()) - 1;
     const auto line = static_cast<std::size_t>(std::clamp(row, 0, last));
-    m_text.MoveTo(layout.PositionAt(line, LowCoordinate(position) - margin), selecting);
+    m_text.MoveTo(layout.PositionAt(line, static_cast<int>(point.x) - m_margin), selecting);
     OnChanged();
+}
+
+void EditField::Perform(EditCommand command) {
+    if (!CanPerform(command)) return;
+    switch (command) {
+        case EditCommand::Clear:
+            m_text.Clear();
+            break;
+        case EditCommand::Undo:
+            m_text.Undo();
+            break;
+        case EditCommand::Cut:
+            m_text.Cut();
+            break;
+        case EditCommand::Copy:
+            m_text.Copy();
+            break;
+        case EditCommand::Paste:
+            m_text.Paste();
+            break;
+        case EditCommand::SelectAll:
+            m_text.SelectAll();
+            break;
+    }
+    OnChanged();
+}
+
+bool EditField::CanPerform(EditCommand command) const {
+    switch (command) {
+        case EditCommand::Undo:
+            return m_text.CanUndo();
+        case EditCommand::Cut:
+        case EditCommand::Copy:
+            return m_text.HasSelection();
+        case EditCommand::Paste:
+            return m_text.CanPaste();
+        case EditCommand::Clear:
+        case EditCommand::SelectAll:
+            break;
+    }
+    return !m_text.Text().empty();
 }
 
 // Where there is no such line the caret stays.
@@ -165,7 +206,7 @@ void EditField::OnPaint() {
     const Selection selection(paint.Get(), m_font.Get());
     SetBkMode(paint.Get(), TRANSPARENT);
     const EditLayout layout = LayOut();
-    int top = margin;
+    int top = m_margin;
     for (std::size_t line = m_topLine; line < layout.Lines().size() && top < area.bottom; ++line) {
         DrawLine(paint.Get(), layout.Lines()[line], top);
         top += m_lineHeight;
@@ -175,7 +216,7 @@ void EditField::OnPaint() {
 
 // Character by character, so that each stands where the layout has it.
 void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
-    int x = margin;
+    int x = m_margin;
     for (std::size_t i = line.start; i < line.end;) {
         const std::u16string_view character = CharacterAt(m_text.Text(), i);
         const int width = Measure(character);
@@ -192,14 +233,14 @@ void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
 }
 
 void EditField::DrawCaret(HDC dc, const EditLayout& layout) {
-    const int x = margin + layout.XOf(m_text.Caret());
+    const int x = m_margin + layout.XOf(m_text.Caret());
     const std::size_t line = layout.LineOf(m_text.Caret());
-    const int top = margin + static_cast<int>(line - m_topLine) * m_lineHeight;
-    FillArea(dc, {x, top, x + 1, top + m_lineHeight}, GetSysColor(COLOR_WINDOWTEXT));
+    const int top = m_margin + static_cast<int>(line - m_topLine) * m_lineHeight;
+    FillArea(dc, {x, top, x + m_caretWidth, top + m_lineHeight}, GetSysColor(COLOR_WINDOWTEXT));
 }
 
 EditLayout EditField::LayOut() {
-    const int width = static_cast<int>(ClientArea().right) - 2 * margin;
+    const int width = static_cast<int>(ClientArea().right) - 2 * m_margin;
     return {m_text.Text(), width, [this](std::u16string_view character) { return Measure(character); }};
 }
 
@@ -215,6 +256,6 @@ int EditField::Measure(std::u16string_view character) {
 }
 
 std::size_t EditField::VisibleLines() const {
-    const int lines = (static_cast<int>(ClientArea().bottom) - 2 * margin) / m_lineHeight;
+    const int lines = (static_cast<int>(ClientArea().bottom) - 2 * m_margin) / m_lineHeight;
     return static_cast<std::size_t>(std::max(lines, 1));
 }

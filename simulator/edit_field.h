@@ -9,6 +9,9 @@
 #include "edit_layout.h"
 #include "edit_text.h"
 
+// What menus offer to do with the text.
+enum class EditCommand { Clear, Undo, Cut, Copy, Paste, SelectAll };
+
 // A multi-line edit field that wraps its lines: the window with which the keys and the pen arrive.
 class EditField final : public BoundWindow {
 public:
@@ -18,12 +21,14 @@ public:
     const std::u16string& Text() const { return m_text.Text(); }
     // Pixels of a letter's square.
     void SetFontHeight(int height);
+    void Perform(EditCommand command);
+    bool CanPerform(EditCommand command) const;
 
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnKey(UINT virtualKey);
     void OnCharacter(WCHAR character);
-    void OnPen(LPARAM position, Selecting selecting);
+    void OnPen(POINT point, Selecting selecting);
     void OnPaint();
     void MoveLine(int lines, Selecting selecting);
     // Keeps the caret in view and draws anew.
@@ -38,6 +43,8 @@ private:
     EditText m_text;
     Font m_font;
     int m_lineHeight = 1;
+    int m_margin = 0;  // around the text
+    int m_caretWidth = 1;
     std::map<std::u16string, int, std::less<>> m_widths;  // of characters in this font
     std::size_t m_topLine = 0;
     int m_wantedX = -1;      // where moves up and down aim at; negative: at the caret

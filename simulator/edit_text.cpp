@@ -31,6 +31,8 @@ void EditText::DeleteForward() {
     }
 }
 
+void EditText::Clear() { Replace(0, m_text.size(), {}, ChangeKind::Single); }
+
 void EditText::MoveTo(std::size_t position, Selecting selecting) {
     m_caret = std::min(position, m_text.size());
     if (selecting == Selecting::No) m_anchor = m_caret;

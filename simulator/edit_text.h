@@ -23,6 +23,7 @@ public:
     // Delete the selection, or the character before or behind the caret.
     void DeleteBackward();
     void DeleteForward();
+    void Clear();
 
     // A position past the end means the end. With selecting, the other end of the selection stays.
     void MoveTo(std::size_t position, Selecting selecting);
@@ -37,6 +38,8 @@ public:
     void Copy();
     void Cut();
     void Paste();
+    bool CanPaste() const { return !m_clipboard.empty(); }
+    bool CanUndo() const { return !m_changes.empty(); }
     // Takes back the last change; what was typed or deleted in one go is one change.
     void Undo();
 

@@ -8,9 +8,11 @@
 #include <iostream>
 #include <string>
 
+#include "device_lock.h"
 #include "script.h"
 #include "script_runner.h"
 #include "session.h"
+#include "window_mode.h"
 
 namespace {
 
@@ -27,6 +29,11 @@ struct CommandLine {
     std::string script;
     std::string library;
     std::string skin;
+    // Of the window.
+    std::string skins;
+    std::string record;
+    int scale = 0;
+    bool trace = false;
 };
 
 SIZE ParseScreen(const std::string& text) {
@@ -44,7 +51,15 @@ fs::path BuiltLibrary() {
     return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "server" / "Tolka.DLL";
 }
 
-int Run(const CommandLine& line) {
+Session::Options SessionOptions(const CommandLine& line) {
+    Session::Options options;
+    options.device = line.device;
+    options.library = line.library.empty() ? BuiltLibrary() : fs::path(line.library);
+    if (!line.skin.empty()) options.skin = line.skin;
+    return options;
+}
+
+int RunScript(const CommandLine& line) {
     std::ifstream file;
     const bool standardInput = line.script == "-";
     if (!standardInput) {
@@ -52,32 +67,53 @@ int Run(const CommandLine& line) {
         if (!file || fs::is_directory(line.script))
             throw ScriptError("cannot read the script " + line.script);
     }
-    Session::Options options;
-    options.device = line.device;
+    Session::Options options = SessionOptions(line);
     options.screen = ParseScreen(line.screen);
-    options.library = line.library.empty() ? BuiltLibrary() : fs::path(line.library);
-    if (!line.skin.empty()) options.skin = line.skin;
+    const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
     if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return notUnderstood;
     return session.GetTrace().CallFailed() ? callFailed : succeeded;
 }
 
+int RunWindow(const CommandLine& line) {
+    WindowOptions options;
+    options.session = SessionOptions(line);
+    options.screen = ParseScreen(line.screen);
+    if (!line.skins.empty()) options.skins = line.skins;
+    if (!line.record.empty()) options.record = line.record;
+    options.scale = line.scale;
+    if (line.trace) options.trace = WindowOptions::Trace::Shown;
+    RunInWindow(options);
+    return succeeded;
+}
+
 void Describe(CLI::App& app, CommandLine& line) {
+    app.footer(DescribeKeys());
     app.add_option("--device", line.device, "root of the device's file system; made when missing")
         ->required();
     app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();
-    app.add_option("--script", line.script, "commands to run; - is standard input")->required();
     app.add_option("--library", line.library,
                    "the library to install, its code beside it with .so behind the name");
     app.add_option("--skin", line.skin, R"(a skin to copy to the device's \Windows first)");
+    CLI::Option* script =
+        app.add_option("--script", line.script, "commands to run, without a window; - is standard input");
+    const auto ofWindow = [script](CLI::Option* option) {
+        option->group("Options of the window")->excludes(script);
+    };
+    ofWindow(app.add_option("--skins", line.skins, "folder with skins for each screen size (240x320/*.tlk)")
+                 ->check(CLI::ExistingDirectory));
+    ofWindow(app.add_option("--scale", line.scale, "enlargement; without it what fits the monitor")
+                 ->check(CLI::Range(1, 20)));
+    ofWindow(app.add_flag("--trace", line.trace, "print every call and key as it happens"));
+    ofWindow(app.add_option("--record", line.record, "file that gets a script of everything you do"));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        CLI::App app("Runs the keyboard on a simulated handheld.", "simulator");
+        CLI::App app("Runs the keyboard on a simulated handheld, in a window or by a script.", "simulator");
         CommandLine line;
         Describe(app, line);
         try {
@@ -85,7 +121,7 @@ int main(int argc, char** argv) {
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? succeeded : notUnderstood;
         }
-        return Run(line);
+        return line.script.empty() ? RunWindow(line) : RunScript(line);
     } catch (const std::exception& error) {
         std::cerr << "simulator: " << error.what() << '\n';
     }

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "device_files.h"
+#include "script.h"
 #include "text.h"
 
 RunningDevice::RunningDevice(const std::filesystem::path& folder, SIZE screen) {
@@ -19,16 +20,20 @@ Session::Session(const Options& options)
     : m_device(options.device, options.screen),
       m_library(options.library),
       m_factories(m_library),
-      m_sipTrace(m_trace) {
+      m_sipTrace(m_trace),
+      m_keyboardMenu(*this) {
     if (options.skin) {
         const std::optional<std::u16string> name = FromUtf8(options.skin->filename().string());
         if (!name) throw std::runtime_error("the name of the skin is not UTF-8");
         CopyToDevice(*options.skin, u"\\Windows\\" + *name);
     }
     const host::PlatformScope scope;
-    m_application = std::make_unique<Application>();
+    m_application = std::make_unique<Application>(m_keyboardMenu);
     m_sip = SipShell::Create({nullptr, inputMethodClass, &m_sipTrace, &m_keys});
     if (!m_application->Handle() || !m_sip) throw std::runtime_error("the device cannot make its windows");
+    m_sipTrace.SetInfoHandler([this](const IMINFO& info) {
+        m_application->SetKeyboardPicture(host::PictureOf(info.hImageNarrow, info.iNarrow));
+    });
     host::SetCaptureHandler([this](HWND window) { OnCapture(window); });
     host::SetMessageBoxHandler([this](UINT type, const std::u16string& caption, const std::u16string& text) {
         m_trace.Write("MessageBox type=" + Hexadecimal(type) + " caption=" + Quoted(caption) +
@@ -47,16 +52,44 @@ Session::~Session() {
     m_factories.ReleaseAll();
 }
 
+void Session::RequireNoCall() const {
+    if (m_sip->IsCalling()) throw ScriptError("a dialog of the input method is open");
+}
+
+// COM finds the library in the registry; holding it as well keeps it until "unload".
+void Session::CreateInputMethod() {
+    RequireNoCall();
+    m_library.EnsureRegistered();
+    m_library.Load();
+    m_sip->CreateInputMethod();
+}
+
+void Session::SelectInputMethod() {
+    if (!m_sip->HasInputMethod()) CreateInputMethod();
+    if (m_sip->HasInputMethod()) m_sip->Select();
+}
+
+// A pen that speaks in the panel's coordinates never finds another pen's stroke on the application going on,
+// and does not reach the menu bar.
 bool Session::PostQueuedPen() {
     if (m_pen.empty()) return false;
     const PenEvent next = m_pen.front();
     m_pen.pop_front();
-    // Without a panel its place is that of the SIP window.
-    const HWND panel = m_sip->Panel();
-    POINT point = next.point;
-    ClientToScreen(panel ? panel : m_sip->Window(), &point);
+    const POINT point = OnScreen(next);
+    if (next.space == PenSpace::Panel) {
+        if (BoundWindow::IsOne(GetCapture())) ReleaseCapture();
+        if (!GetCapture() && m_application->IsOnBar(point)) return true;
+    }
     host::PostPen(next.event, point);
     return true;
+}
+
+// Without a panel its place is that of the SIP window.
+POINT Session::OnScreen(const PenEvent& event) const {
+    POINT point = event.point;
+    const HWND panel = m_sip->Panel();
+    if (event.space == PenSpace::Panel) ClientToScreen(panel ? panel : m_sip->Window(), &point);
+    return point;
 }
 
 void Session::SetScreenSize(SIZE size) {
@@ -67,8 +100,9 @@ void Session::SetScreenSize(SIZE size) {
 
 void Session::LayOutApplication() { m_application->LayOut(m_sip->VisibleDesktop()); }
 
+// The trace tells of the input method and its dialogs, not of the application.
 void Session::OnCapture(HWND window) {
-    const bool captured = window != nullptr;
+    const bool captured = window != nullptr && !BoundWindow::IsOne(window);
     if (captured != m_captured) m_trace.Write(captured ? "Capture on" : "Capture off");
     m_captured = captured;
 }

@@ -12,6 +12,7 @@
 #include "application.h"
 #include "factories.h"
 #include "key_delivery.h"
+#include "keyboard_menu.h"
 #include "library.h"
 #include "sip_trace.h"
 #include "trace.h"
@@ -48,8 +49,16 @@ public:
     Factories& GetFactories() { return m_factories; }
     Application& GetApplication() { return *m_application; }
 
-    // Has the pen act, in client coordinates of the panel, when what is queued before has been dealt with.
-    void QueuePen(host::Pen event, POINT point) { m_pen.push_back({event, point}); }
+    // These throw ScriptError while a dialog of the input method is open: an object must not go while one of
+    // its calls has not returned.
+    void CreateInputMethod();
+    void SelectInputMethod();  // created first where there is none
+    void RequireNoCall() const;
+
+    // In whose client coordinates a pen event stands.
+    enum class PenSpace { Panel, Screen };
+    // Has the pen act when what is queued before has been dealt with.
+    void QueuePen(PenSpace space, host::Pen event, POINT point) { m_pen.push_back({space, event, point}); }
     // Posts the next queued pen event; false when there is none.
     bool PostQueuedPen();
     void SetScreenSize(SIZE size);
@@ -58,10 +67,12 @@ public:
 
 private:
     struct PenEvent {
+        PenSpace space;
         host::Pen event;
         POINT point;
     };
 
+    POINT OnScreen(const PenEvent& event) const;
     void OnCapture(HWND window);
 
     Trace m_trace;
@@ -70,6 +81,7 @@ private:
     Factories m_factories;
     SipTrace m_sipTrace;
     KeyDelivery m_keys;
+    KeyboardMenu m_keyboardMenu;
     std::unique_ptr<Application> m_application;
     std::unique_ptr<SipShell> m_sip;
     std::deque<PenEvent> m_pen;

@@ -44,6 +44,7 @@ void SipTrace::OnGetInfo(HRESULT result, const IMINFO& info) {
     m_trace.WriteCall("GetInfo", result,
                       " size=" + std::to_string(info.cbSize) + " flags=" + Hexadecimal(info.fdwFlags) +
                           " narrow=" + std::to_string(info.iNarrow) + " wide=" + std::to_string(info.iWide));
+    if (SUCCEEDED(result) && m_infoHandler) m_infoHandler(info);
 }
 
 void SipTrace::OnReceiveSipInfo(HRESULT result, const SIPINFO& info) {

@@ -3,12 +3,17 @@
 
 #include <sip_shell.h>
 
+#include <functional>
+#include <utility>
+
 #include "trace.h"
 
 // Writes every call between the SIP and the input method to the trace.
 class SipTrace final : public SipObserver {
 public:
     explicit SipTrace(Trace& trace) : m_trace(trace) {}
+    // Gets what GetInfo answered, when it succeeded.
+    void SetInfoHandler(std::function<void(const IMINFO&)> handler) { m_infoHandler = std::move(handler); }
 
     void OnCall(SipCall call, HRESULT result) override;
     void OnGetInfo(HRESULT result, const IMINFO& info) override;
@@ -21,4 +26,5 @@ public:
 
 private:
     Trace& m_trace;
+    std::function<void(const IMINFO&)> m_infoHandler;
 };

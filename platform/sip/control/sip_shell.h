@@ -46,7 +46,7 @@ class SipShell {
 public:
     struct Options {
         HINSTANCE instance = nullptr;  // owner of the window class
-        CLSID inputMethod{};           // the one input method that this shell can create
+        CLSID inputMethod{};           // what it creates until SwitchTo
         SipObserver* observer = nullptr;
         SipKeySink* keys = nullptr;
     };
@@ -73,6 +73,9 @@ public:
     // there.
     HRESULT Select();
     HRESULT Deselect();
+    // Creates another input method, takes leave of the present one and selects the new one, which this shell
+    // creates from then on. When it cannot be created, that is the result and everything stays.
+    HRESULT SwitchTo(REFCLSID clsid);
     HRESULT RegisterCallback(SipCallbackUse use);
     // Shows or hides the window, then calls Showing or Hiding of an input method that has been created.
     HRESULT SetVisibility(SipVisibility visibility);
@@ -95,6 +98,7 @@ public:
     // The shell calls of the input method.
     BOOL ShowIM(DWORD flags);
     CLSID CurrentIM() const { return m_current; }
+    CLSID InputMethod() const { return m_options.inputMethod; }
     void SetCurrentIM(REFCLSID clsid);
 
 private:
@@ -109,7 +113,7 @@ private:
     template <typename Function>
     HRESULT ReportedCall(SipCall name, Function function);
 
-    const Options m_options;
+    Options m_options;
     std::unique_ptr<SipWindow> m_window;
     std::unique_ptr<SipCallback> m_callback;
     IInputMethod2* m_object = nullptr;  // one reference

@@ -103,6 +103,18 @@ HRESULT SipShell::Deselect() {
     return result;
 }
 
+HRESULT SipShell::SwitchTo(REFCLSID clsid) {
+    IInputMethod2* object = nullptr;
+    const HRESULT result = CreateObject(clsid, &object);
+    m_options.observer->OnCall(SipCall::Create, result);
+    if (FAILED(result)) return result;
+    if (m_selected) Deselect();
+    ReleaseInputMethod();
+    m_object = object;
+    m_options.inputMethod = clsid;
+    return Select();
+}
+
 HRESULT SipShell::ReadInfo(IMINFO& info) {
     info = {};
     info.cbSize = sizeof info;

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#include "menu_bar.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "pen_position.h"
+#include "scale.h"
+
+namespace {
+
+// Before scaling, in pixels.
+constexpr int fontHeight = 12;
+constexpr int wordMargin = 8;
+constexpr int arrowWidth = 15;
+constexpr int pictureSize = 16;
+constexpr int pictureMargin = 4;
+
+bool Contains(const RECT& area, POINT point) {
+    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
+}
+
+}  // namespace
+
+MenuBar::MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT keyboardArrow) {
+    for (Word& word : words) {
+        m_parts.push_back({word.id, word.kind, Look::Word, std::move(word.text), {}});
+    }
+    m_parts.push_back({keyboardButton, Kind::Button, Look::Picture, {}, {}});
+    m_parts.push_back({keyboardArrow, Kind::Menu, Look::Arrow, {}, {}});
+    Create(TEXT("SimulatorMenuBar"), WS_CHILD | WS_VISIBLE, {}, parent);
+}
+
+void MenuBar::LayOut(SIZE screen) {
+    m_screen = screen;
+    m_font.Create(Scaled(screen, fontHeight), FW_NORMAL);
+    const RECT area = ClientArea();
+    const WindowContext context(Handle());
+    const Selection selection(context.Get(), m_font.Get());
+    const LONG arrowLeft = area.right - Scaled(screen, arrowWidth);
+    const LONG pictureLeft =
+        arrowLeft - pictureSize * PictureScale(screen) - 2 * Scaled(screen, pictureMargin);
+    LONG left = 0;
+    for (Part& part : m_parts) {
+        if (part.look == Look::Picture) {
+            part.place = {pictureLeft, 1, arrowLeft, area.bottom};
+        } else if (part.look == Look::Arrow) {
+            part.place = {arrowLeft, 1, area.right, area.bottom};
+        } else {
+            SIZE size{};
+            GetTextExtentPoint32W(context.Get(), part.text.c_str(), static_cast<int>(part.text.size()),
+                                  &size);
+            part.place = {left, 1, left + size.cx + 2 * Scaled(screen, wordMargin), area.bottom};
+            left = part.place.right;
+        }
+    }
+    Invalidate();
+}
+
+void MenuBar::SetPicture(host::Picture picture) {
+    m_picture = std::move(picture);
+    Invalidate();
+}
+
+void MenuBar::ShowOpenMenu(UINT id) {
+    if (m_openMenu == id) return;
+    m_openMenu = id;
+    Invalidate();
+}
+
+RECT MenuBar::PlaceOf(UINT id) const {
+    const auto part =
+        std::find_if(m_parts.begin(), m_parts.end(), [id](const Part& one) { return one.id == id; });
+    return part == m_parts.end() ? RECT{} : part->place;
+}
+
+const MenuBar::Part* MenuBar::PartAt(POINT point) const {
+    const auto part = std::find_if(m_parts.begin(), m_parts.end(),
+                                   [point](const Part& one) { return Contains(one.place, point); });
+    return part == m_parts.end() ? nullptr : &*part;
+}
+
+LRESULT MenuBar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            return OnPenDown(PenPosition(lParam)), 0;
+        case WM_MOUSEMOVE:
+            return OnPenMove(PenPosition(lParam)), 0;
+        case WM_LBUTTONUP:
+            return OnPenUp(PenPosition(lParam)), 0;
+        case WM_CAPTURECHANGED:
+            m_held = m_pressed = 0;
+            return Invalidate(), 0;
+        case WM_PAINT:
+            return OnPaint(), 0;
+        case WM_ERASEBKGND:
+            return 1;
+        default:
+            return DefWindowProcW(Handle(), message, wParam, lParam);
+    }
+}
+
+void MenuBar::OnPenDown(POINT point) {
+    const Part* part = PartAt(point);
+    if (!part) return;
+    if (part->kind == Kind::Menu) {
+        SendMessageW(GetParent(Handle()), WM_COMMAND, part->id, 0);
+        return;
+    }
+    m_held = m_pressed = part->id;
+    SetCapture(Handle());
+    Invalidate();
+}
+
+void MenuBar::OnPenMove(POINT point) {
+    if (m_held == 0) return;
+    const Part* part = PartAt(point);
+    const UINT pressed = part && part->id == m_held ? m_held : 0;
+    if (pressed == m_pressed) return;
+    m_pressed = pressed;
+    Invalidate();
+}
+
+void MenuBar::OnPenUp(POINT point) {
+    OnPenMove(point);
+    const UINT chosen = m_pressed;
+    if (m_held != 0) ReleaseCapture();
+    if (chosen != 0) PostMessageW(GetParent(Handle()), WM_COMMAND, chosen, 0);
+}
+
+void MenuBar::OnPaint() {
+    const PaintCycle paint(Handle());
+    if (!paint.Get()) return;
+    const RECT area = ClientArea();
+    FillArea(paint.Get(), area, GetSysColor(COLOR_BTNFACE));
+    FillArea(paint.Get(), {0, 0, area.right, 1}, GetSysColor(COLOR_GRAYTEXT));
+    const Selection selection(paint.Get(), m_font.Get());
+    SetBkMode(paint.Get(), TRANSPARENT);
+    for (const Part& part : m_parts) {
+        DrawPart(paint.Get(), part);
+    }
+}
+
+void MenuBar::DrawPart(HDC dc, const Part& part) {
+    const bool pressed = part.id == m_pressed || part.id == m_openMenu;
+    switch (part.look) {
+        case Look::Word:
+            return DrawWord(dc, part, pressed);
+        case Look::Picture:
+            return DrawKeyboard(dc, part, pressed);
+        case Look::Arrow:
+            return DrawArrow(dc, part, pressed);
+    }
+}
+
+void MenuBar::DrawWord(HDC dc, const Part& part, bool pressed) {
+    if (pressed) FillArea(dc, part.place, GetSysColor(COLOR_HIGHLIGHT));
+    SetTextColor(dc, GetSysColor(pressed ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    RECT place = part.place;
+    DrawTextW(dc, part.text.c_str(), static_cast<int>(part.text.size()), &place,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+// Input methods draw their picture in the caption's text colour, so it needs the caption's background.
+void MenuBar::DrawKeyboard(HDC dc, const Part& part, bool pressed) {
+    const COLORREF background = GetSysColor(pressed ? COLOR_WINDOWFRAME : COLOR_ACTIVECAPTION);
+    FillArea(dc, part.place, background);
+    const int scale = PictureScale(m_screen);
+    const POINT corner{(part.place.left + part.place.right - m_picture.width * scale) / 2,
+                       (part.place.top + part.place.bottom - m_picture.height * scale) / 2};
+    DrawPicture(dc, corner, m_picture, scale, background);
+}
+
+// A triangle that points to where the menu opens.
+void MenuBar::DrawArrow(HDC dc, const Part& part, bool pressed) {
+    if (pressed) FillArea(dc, part.place, GetSysColor(COLOR_HIGHLIGHT));
+    const COLORREF color = GetSysColor(pressed ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+    const LONG middle = (part.place.left + part.place.right) / 2;
+    const LONG height = Scaled(m_screen, 4);
+    const LONG top = (part.place.top + part.place.bottom - height) / 2;
+    for (LONG row = 0; row < height; ++row) {
+        FillArea(dc, {middle - row, top + row, middle + row + 1, top + row + 1}, color);
+    }
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bound_window.h"
+#include "drawing.h"
+
+struct MenuItem {
+    UINT id = 0;          // what the owner hears; 0 for a line between groups
+    std::u16string text;  // empty for a line
+    bool enabled = true;
+    bool bulleted = false;  // the present one of several
+};
+
+// A menu that opens upwards from the menu bar and lies above everything, the SIP too. It holds the pen while
+// it is open: tapping an item, or dragging the pen to it from the bar, sends its identifier to the owner
+// (WM_COMMAND, posted); a pen-down elsewhere closes the menu and has no other effect.
+class PopupMenu final : public BoundWindow {
+public:
+    explicit PopupMenu(HWND owner);
+    ~PopupMenu() override { Destroy(); }
+
+    enum class Side { Left, Right };
+    // Its bottom corner on this side lies at the point. Opened by a pen that is down.
+    void Open(std::vector<MenuItem> items, POINT corner, Side side);
+    void Close();
+    bool IsOpen() const { return m_open; }
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnPen(POINT point, bool down);
+    void OnPenUp();
+    void OnPaint();
+    void DrawItem(HDC dc, const MenuItem& item, const RECT& place, bool highlighted);
+    void Hide();
+    SIZE Measure();
+    int HeightOf(const MenuItem& item) const;
+    // The enabled item at this point of the client area.
+    std::optional<std::size_t> ItemAt(POINT point) const;
+
+    HWND m_owner;
+    SIZE m_screen{};
+    Font m_font;
+    std::vector<MenuItem> m_items;
+    std::optional<std::size_t> m_highlighted;
+    bool m_open = false;
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// What the simulator draws is laid out for a screen whose narrow side has 240 pixels; other screens have
+// other pixels in the same place.
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+
+inline int Scaled(SIZE screen, int size) {
+    return std::max(size * static_cast<int>(std::min(screen.cx, screen.cy)) / 240, 1);
+}
+// The enlargement of pictures: a whole number.
+inline int PictureScale(SIZE screen) { return Scaled(screen, 1); }

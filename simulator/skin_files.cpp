@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "skin_files.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+
+#include "device_files.h"
+#include "registry_value.h"
+#include "script.h"
+#include "text.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const KeyPath settings{HKEY_LOCAL_MACHINE, u"Software\\Tolka\\7.0"};
+
+// Skins by their names.
+std::map<std::u16string, fs::path> SkinsIn(const fs::path& folder) {
+    std::map<std::u16string, fs::path> skins;
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        const std::optional<std::u16string> name = FromUtf8(entry.path().filename().string());
+        if (name && entry.path().extension() == ".tlk") skins[*name] = entry.path();
+    }
+    return skins;
+}
+
+std::set<std::u16string> NamesInAnyFolder(const fs::path& folder) {
+    std::set<std::u16string> names;
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        if (!entry.is_directory(error)) continue;
+        for (const auto& [name, path] : SkinsIn(entry.path())) {
+            names.insert(name);
+        }
+    }
+    return names;
+}
+
+std::u16string Installed(const std::u16string& name) { return u"\\Windows\\" + name; }
+
+void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
+                   std::vector<std::u16string>& paths) {
+    WIN32_FIND_DATAW data;
+    const HANDLE find = FindFirstFileW(pattern.c_str(), &data);
+    if (find == INVALID_HANDLE_VALUE) return;
+    do {
+        paths.push_back(folder + data.cFileName);
+    } while (FindNextFileW(find, &data));
+    FindClose(find);
+}
+
+bool Exists(const std::u16string& path) {
+    std::vector<std::u16string> matches;
+    AppendMatches(path, {}, matches);
+    return !matches.empty();
+}
+
+}  // namespace
+
+void InstallSkins(const fs::path& folder, SIZE screen) {
+    const std::string size =
+        std::to_string(std::min(screen.cx, screen.cy)) + 'x' + std::to_string(std::max(screen.cx, screen.cy));
+    const std::map<std::u16string, fs::path> skins = SkinsIn(folder / size);
+    if (skins.empty()) throw ScriptError("there are no skins in " + (folder / size).string());
+    for (const std::u16string& name : NamesInAnyFolder(folder)) {
+        if (!skins.contains(name)) static_cast<void>(DeleteDeviceFile(Installed(name)));
+    }
+    for (const auto& [name, path] : skins) {
+        CopyToDevice(path, Installed(name));
+    }
+}
+
+std::vector<std::u16string> ListSkins() {
+    std::vector<std::u16string> paths;
+    AppendMatches(u"\\windows\\*.tlk", u"\\windows\\", paths);
+    const std::optional<RegistryValue> added = ReadRegistryValue(settings, u"UserSkins");
+    if (!added) return paths;
+    for (const std::u16string& path : added->Texts()) {
+        if (Exists(path)) paths.push_back(path);
+    }
+    return paths;
+}
+
+std::u16string StoredSkin() {
+    const std::optional<RegistryValue> value = ReadRegistryValue(settings, u"Skin");
+    if (!value) return {};
+    const std::u16string text = value->Text();
+    return text.substr(0, text.find(u'\0'));
+}
+
+void StoreSkin(const std::u16string& path) {
+    if (WriteRegistryValue(settings, u"Skin", RegistryValue::FromText(path)) != ERROR_SUCCESS) {
+        throw ScriptError("the setting of the skin cannot be written");
+    }
+}

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "acts.h"
+
+#include <sip_layout.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr SIZE screens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480, 800}};
+
+bool IsSame(SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; }
+
+Words ScreenAct(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
+
+// The panel as high as a handheld with this screen has it from the start.
+Words SipAct(SIZE screen) {
+    const RECT sip = SipRectangle(screen, FirstSipHeight(screen));
+    return {"sip", std::to_string(sip.left), std::to_string(sip.top), std::to_string(sip.right),
+            std::to_string(sip.bottom)};
+}
+
+void AppendKeyboard(Acts& acts, const std::optional<fs::path>& skins) {
+    if (skins) acts.push_back({"skins", fs::absolute(*skins).string()});
+    acts.push_back({"select"});
+}
+
+}  // namespace
+
+Acts StartActs(SIZE now, SIZE screen, const std::optional<fs::path>& skins) {
+    Acts acts;
+    if (!IsSame(now, screen)) acts = {ScreenAct(screen), SipAct(screen)};
+    AppendKeyboard(acts, skins);
+    return acts;
+}
+
+Acts ChangeSizeActs(SIZE screen, const std::optional<fs::path>& skins) {
+    Acts acts{{"deselect"}, ScreenAct(screen), SipAct(screen)};
+    AppendKeyboard(acts, skins);
+    return acts;
+}
+
+// The platform keeps the panel's height when the screen turns; where the other way round wants another one,
+// it is put right as the platform does at the next showing.
+Acts TurnActs(Session& session, SIZE now) {
+    const SIZE turned{now.cy, now.cx};
+    if (IsSame(now, turned)) return {};
+    RECT sip{};
+    GetWindowRect(session.Sip().Window(), &sip);
+    Acts acts{ScreenAct(turned)};
+    if (sip.bottom - sip.top != FirstSipHeight(turned)) {
+        acts.push_back(SipAct(turned));
+        acts.push_back({"info"});
+    }
+    return acts;
+}
+
+Words ScreenshotAct() {
+    for (int number = 1;; ++number) {
+        const std::string name = "tolka-" + std::to_string(number) + ".png";
+        std::error_code error;
+        if (!fs::exists(name, error)) return {"screenshot", name};
+    }
+}
+
+SIZE NextScreenSize(SIZE screen) {
+    const SIZE upright{std::min(screen.cx, screen.cy), std::max(screen.cx, screen.cy)};
+    const auto found = std::find_if(std::begin(screens), std::end(screens),
+                                    [upright](SIZE size) { return IsSame(size, upright); });
+    return found == std::end(screens) || found + 1 == std::end(screens) ? screens[0] : found[1];
+}

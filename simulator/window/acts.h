@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// What the window's keys do to the handheld, as commands of scripts. A record holds exactly these.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session.h"
+
+using Words = std::vector<std::string>;  // of one command
+using Acts = std::vector<Words>;
+
+// A handheld with this screen (`now` is what it has) whose keyboard is selected. Skins of another screen make
+// room for those in the folder.
+Acts StartActs(SIZE now, SIZE screen, const std::optional<std::filesystem::path>& skins);
+// The same later on: the keyboard lets go of its skin in between.
+Acts ChangeSizeActs(SIZE screen, const std::optional<std::filesystem::path>& skins);
+// None for a square screen.
+Acts TurnActs(Session& session, SIZE now);
+// Into the first file that does not exist yet in the current folder.
+Words ScreenshotAct();
+
+// The size behind this one of those that handhelds have, upright.
+SIZE NextScreenSize(SIZE screen);

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// The keys of the PC that mean something to the window. They type nothing: the handheld has no keyboard.
+#pragma once
+
+#include <optional>
+#include <span>
+
+enum class WindowAction { ShowHelp, Rotate, NextSize, NextSkin, TakeScreenshot, Quit };
+
+struct WindowKey {
+    int code;  // of SDL
+    const char* name;
+    const char* purpose;
+    WindowAction action;
+};
+
+std::span<const WindowKey> WindowKeys();

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "pen_stroke.h"
+
+namespace {
+
+bool Contains(HWND window, POINT point) {
+    RECT area{};
+    GetWindowRect(window, &area);
+    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
+}
+
+}  // namespace
+
+std::optional<Words> PenStroke::PutDown(POINT point) {
+    const host::ScreenView screen = host::Screen();
+    if (point.x < 0 || point.y < 0 || point.x >= screen.width || point.y >= screen.height) {
+        return std::nullopt;
+    }
+    m_down = true;
+    m_last = point;
+    m_onPanel = IsOnPanel(point);
+    const bool twice = host::RecognizePen(host::Pen::Down, point) == host::Pen::DoubleClick;
+    return Act(twice ? "dblclk" : "down", point);
+}
+
+std::optional<Words> PenStroke::Move(POINT point) {
+    if (!m_down || (point.x == m_last.x && point.y == m_last.y)) return std::nullopt;
+    m_last = point;
+    return Act("move", point);
+}
+
+std::optional<Words> PenStroke::Lift(POINT point) {
+    if (!m_down) return std::nullopt;
+    m_down = false;
+    return Act("up", point);
+}
+
+// An open menu or list holds the capture, and then has the pen wherever it goes down.
+bool PenStroke::IsOnPanel(POINT point) const {
+    const SipShell& sip = m_session.Sip();
+    const HWND panel = sip.Panel();
+    if (!panel || !IsWindowVisible(panel)) return false;
+    const HWND capture = GetCapture();
+    if (capture) return capture == panel;
+    return Contains(sip.Window(), point) && Contains(panel, point);
+}
+
+Words PenStroke::Act(const char* event, POINT point) const {
+    Words words;
+    if (m_onPanel) {
+        const HWND panel = m_session.Sip().Panel();
+        ScreenToClient(panel ? panel : m_session.Sip().Window(), &point);
+    } else {
+        words.push_back("pen");
+    }
+    words.insert(words.end(), {event, std::to_string(point.x), std::to_string(point.y)});
+    return words;
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// The handheld in a window of the PC's desktop. Nothing else of the simulator knows of a display.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "session.h"
+
+struct WindowOptions {
+    Session::Options session;
+    SIZE screen{240, 320};
+    std::optional<std::filesystem::path> skins;   // a folder for each screen in it
+    std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
+    int scale = 0;                                // 0: the greatest that fits the monitor
+    enum class Trace { Hidden, Shown } trace = Trace::Hidden;
+};
+
+// Runs until the window is closed. Throws std::exception with a message for the user.
+void RunInWindow(const WindowOptions& options);
+
+// The window's keys for --help, a line each.
+std::string DescribeKeys();

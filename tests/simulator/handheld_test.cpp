@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// The handheld around the keyboard: its menu bar and menus, the pen on its application, its skins.
+#include <fstream>
+
+#include "desktop.h"
+#include "simulator_run.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Upright, 240 x 320.
+std::string PenTap(int x, int y) {
+    const std::string place = ' ' + std::to_string(x) + ' ' + std::to_string(y) + '\n';
+    return "pen down" + place + "pen up" + place;
+}
+const std::string tapNew = PenTap(15, 308);
+const std::string tapEdit = PenTap(60, 308);
+const std::string tapButton = PenTap(212, 308);
+const std::string tapArrow = PenTap(232, 308);
+// The items of a menu are counted from below, lines left out.
+std::string Item(int x, int fromBelow, int linesBelow = 0) {
+    return PenTap(x, 294 - 10 - 19 * fromBelow - 5 * linesBelow);
+}
+const std::string selectAll = tapEdit + Item(60, 0);
+const std::string paste = tapEdit + Item(60, 1, 1);
+const std::string copy = tapEdit + Item(60, 2, 1);
+const std::string cut = tapEdit + Item(60, 3, 1);
+const std::string undo = tapEdit + Item(60, 4, 2);
+const std::string options = tapArrow + Item(220, 0);
+// With another input method registered as well.
+const std::string chooseTolka = tapArrow + Item(220, 1, 1);
+const std::string chooseOther = tapArrow + Item(220, 2, 1);
+const std::string otherKey = "HKCR\\CLSID\\{00000000-1111-2222-3333-444444444444}";
+const std::string registerOther = "reg set " + otherKey + " \"\" sz Other\nreg set " + otherKey +
+                                  "\\IsSIPInputMethod \"\" sz 1\nreg set " + otherKey +
+                                  "\\InprocServer32 \"\" sz \\Windows\\other.dll\n";
+
+class HandheldTest : public SimulatorTest {
+protected:
+    HandheldTest() { InstallSkin(); }
+    std::string Typed(const std::string& script) {
+        return LastLine(Trace("select\n" + script + "text\n"), "Text").substr(5);
+    }
+};
+
+TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
+    const std::string trace = Trace("select\n" + tapButton + "windows\n" + tapButton + "windows\n");
+    EXPECT_NE(trace.find("Hiding 0x0\nWindow sip 0 214 240 80 shown=0\n"), std::string::npos) << trace;
+    EXPECT_EQ(LastLine(trace, "Window sip"), "Window sip 0 214 240 80 shown=1");
+    // Lifted elsewhere, and tapped in the coordinates of the panel, it does nothing.
+    const std::string other =
+        Trace("select\npen down 212 308\npen move 100 100\npen up 100 100\ntap 212 94\nwindows\n");
+    EXPECT_EQ(LastLine(other, "Window sip"), "Window sip 0 214 240 80 shown=1");
+    EXPECT_EQ(other.find("Hiding"), std::string::npos);
+}
+
+TEST_F(HandheldTest, TheEditMenuEdits) {
+    EXPECT_EQ(Typed(TapKey("ab") + selectAll + cut + TapKey("c") + paste + paste), "\"cabab\"");
+    EXPECT_EQ(Typed(TapKey("ab") + selectAll + copy + tapRight + paste + undo), "\"ab\"");
+    EXPECT_EQ(Typed(TapKey("ab") + tapNew), "\"\"");
+    EXPECT_EQ(Typed(TapKey("ab") + tapNew + undo + TapKey("c")), "\"abc\"");
+    EXPECT_EQ(Typed(TapKey("ab") + paste + TapKey("c")), "\"abc\"") << "a grey item does nothing";
+}
+
+TEST_F(HandheldTest, APenDownElsewhereClosesTheMenuAndDoesNothingElse) {
+    const std::string trace = Trace("select\n" + tapEdit + PenTap(27, 237) + PenTap(44, 237) + "text\n");
+    EXPECT_EQ(LastLine(trace, "Text"), "Text \"w\"");
+    EXPECT_EQ(trace.find("char=0x71"), std::string::npos);
+    // From the word to the item in one stroke.
+    EXPECT_EQ(Typed(TapKey("ab") + "pen down 60 308\npen move 60 284\npen up 60 284\n" + TapKey("c")),
+              "\"c\"");
+}
+
+TEST_F(HandheldTest, ThePenPlacesTheCaretAndSelects) {
+    EXPECT_EQ(Typed(TapKey("ab") + PenTap(2, 34) + TapKey("x")), "\"xab\"");
+    // The stroke stays the field's over the keyboard too.
+    EXPECT_EQ(Typed(TapKey("ab") + "pen down 2 34\npen move 100 240\npen up 100 240\n" + TapKey("x")),
+              "\"x\"");
+    EXPECT_EQ(Typed(TapKey("abc") + tapShift + tapLeft + TapKey("x")), "\"abx\"");
+}
+
+TEST_F(HandheldTest, TheMenuOpensTheOptions) {
+    const std::string trace = Trace("select\n" + options + "dialog\nclick 2\n");
+    EXPECT_NE(trace.find("Dialog 0 0 240 320"), std::string::npos) << trace;
+    EXPECT_EQ(LastLine(trace, "UserOptionsDlg"), "UserOptionsDlg 0x0");
+}
+
+TEST_F(HandheldTest, AnInputMethodThatCannotStartLeavesThePresentOne) {
+    const SimulatorResult result =
+        Run("select\n" + registerOther + chooseOther + "click 1\n" + TapKey("a") + "text\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.trace.find("\nMessageBox type=0x10 caption=\"Input method\""), std::string::npos)
+        << result.trace;
+    EXPECT_EQ(result.trace.find("Deselect"), std::string::npos);
+    EXPECT_EQ(LastLine(result.trace, "Text"), "Text \"a\"");
+}
+
+TEST_F(HandheldTest, TheMenuChangesTheInputMethodAndBack) {
+    fs::copy_file(LIBRARY, Device() / "Windows" / "other.dll");
+    fs::copy_file(OTHER_INPUT_METHOD, Device() / "Windows" / "other.dll.so");
+    const std::string trace = Trace("select\n" + TapKey("a") + registerOther + chooseOther + TapKey("b") +
+                                    chooseOther + chooseTolka + TapKey("c") + "text\n");
+    EXPECT_NE(trace.find("Create 0x0\nDeselect 0x0\nSelect 0x0\n"), std::string::npos) << trace;
+    EXPECT_EQ(LastLine(trace, "Text"), "Text \"aoc\"") << trace;
+}
+
+TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
+    fs::copy_file(SKINS "/240x320/thumbs.tlk", Device() / "Windows" / "c.tlk");
+    std::ofstream(Device() / "Windows" / "d.tlk") << "no skin";
+    const std::string show = "reg get HKLM\\Software\\Tolka\\7.0 Skin\n";
+    const std::string trace = Trace("select\n" + show + "screenshot c.png\nskin next\nscreenshot s.png\n" +
+                                    show + "skin next\n" + show);
+    std::string skins;
+    for (std::size_t at = 0; (at = trace.find("windows\\\\", at)) != std::string::npos;) {
+        at += 9;
+        skins += trace[at];
+    }
+    EXPECT_EQ(skins, "csc") << trace;
+    EXPECT_NE(ReadText(Folder() / "c.png"), ReadText(Folder() / "s.png"));
+}
+
+TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {
+    for (const char* name : {"240x320/a.tlk", "240x320/both.tlk", "480x640/b.tlk", "480x640/both.tlk"}) {
+        fs::create_directories((Folder() / "skins" / name).parent_path());
+        fs::copy_file(STANDARD_SKIN, Folder() / "skins" / name);
+    }
+    const auto has = [this](const char* name) { return fs::exists(Device() / "Windows" / name); };
+    Trace("skins skins\n", "--screen 320x240");
+    EXPECT_TRUE(has("a.tlk") && has("both.tlk") && !has("b.tlk") && has("standard.tlk"));
+    Trace("skins skins\n", "--screen 480x640");
+    EXPECT_TRUE(!has("a.tlk") && has("both.tlk") && has("b.tlk") && has("standard.tlk"));
+    const SimulatorResult other = Run("skins skins\n", "--screen 300x300");
+    EXPECT_EQ(other.status, 2);
+    EXPECT_EQ(other.errors, "s:1: there are no skins in skins/300x300\n");
+}
+
+}  // namespace

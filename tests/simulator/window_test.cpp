@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+// The handheld in its window, used as a person does: with the pointer and the keys of a desktop, from
+// outside.
+#include <chrono>
+#include <csignal>
+#include <memory>
+#include <regex>
+#include <sstream>
+#include <thread>
+
+#include "desktop.h"
+#include "simulator_run.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class WindowTest : public SimulatorTest {
+protected:
+    WindowTest() : m_desktop(Folder()) { m_desktop.Enter(); }
+    void SetUp() override { ASSERT_TRUE(m_desktop.IsReady()) << "Xvfb: " << ReadText(Folder() / "server"); }
+
+    // On the device of the test, with a trace and all skins, of which the first is in use.
+    void Start(const std::string& more = {}) {
+        std::vector<std::string> words = {SIMULATOR, "--device", "device", "--skins", SKINS, "--trace"};
+        std::istringstream rest(more);
+        for (std::string word; rest >> word;) {
+            words.push_back(word);
+        }
+        m_simulator = std::make_unique<Process>(words, Folder(), Folder() / "out", Folder() / "err");
+        ASSERT_TRUE(AwaitTrace("Showing 0x0\n")) << ReadText(Folder() / "err");
+        ASSERT_TRUE(Await([this] { return Place().width > 0; }));
+        m_desktop.Act("search --onlyvisible --name '^Tolka' windowfocus --sync");
+    }
+
+    std::string Out() const { return ReadText(Folder() / "out"); }
+    bool AwaitTrace(const std::string& text) const {
+        return Await([&] { return Out().find(text) != std::string::npos; });
+    }
+    Desktop::Place Place() const { return m_desktop.WindowPlace("Tolka"); }
+    void Key(const std::string& name) { m_desktop.Act("key " + name); }
+
+    // xdotool's words for the pointer at this pixel of an upright screen of 240 pixels.
+    std::string PointerAt(int x, int y) const {
+        const Desktop::Place place = Place();
+        const int scale = place.width / 240;
+        return "mousemove " + std::to_string(place.x + x * scale + scale / 2) + ' ' +
+               std::to_string(place.y + y * scale + scale / 2) + ' ';
+    }
+    void Tap(int x, int y) { m_desktop.Act(PointerAt(x, y) + "mousedown 1 mouseup 1"); }
+    void Stroke(int x, int y, int right, int down) {
+        m_desktop.Act(PointerAt(x, y) + "mousedown 1 " + PointerAt(x + right, y + down) + "mouseup 1");
+    }
+    // Keys of the full skins, upright: their panel begins at row 214 where the screen is 240 pixels wide, and
+    // other screens show it as much larger as they are wider.
+    void TapKeys(const std::string& keys) {
+        std::istringstream commands(TapKey(keys));
+        std::string tap;
+        for (int x = 0, y = 0; commands >> tap >> x >> y;) {
+            Tap(x, 214 + y);
+        }
+    }
+
+    // Takes a screenshot by its key and compares it with what the desktop shows. The clock of the title bar
+    // may move on in between.
+    bool ShowsItsScreen() {
+        for (int number = 1; number <= 3; ++number) {
+            const fs::path file = Folder() / ("tolka-" + std::to_string(number) + ".png");
+            Key("F5");
+            Pixels screen;
+            if (!Await([&] { return !(screen = ReadPng(file)).values.empty(); })) return false;
+            for (int attempt = 0; attempt < 20; ++attempt) {
+                const Desktop::Place place = Place();
+                const Pixels expected = Enlarge(screen, place.width / screen.width);
+                if (expected.height == place.height &&
+                    ShowsAt(m_desktop.Picture(), place.x, place.y, expected)) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
+    Desktop m_desktop;
+    std::unique_ptr<Process> m_simulator;
+};
+
+std::string Delivered(char16_t character) {
+    std::ostringstream line;
+    line << "count=1 shift=0x80 char=0x" << std::hex << static_cast<unsigned>(character) << '\n';
+    return line.str();
+}
+
+TEST_F(WindowTest, WhatIsTypedArrivesAndShowsEnlarged) {
+    Start();
+    EXPECT_EQ(Place().width, 720);
+    EXPECT_EQ(Place().height, 960);
+    TapKeys("pen");
+    EXPECT_TRUE(AwaitTrace(Delivered(u'n')));
+    EXPECT_TRUE(ShowsItsScreen());
+    const Desktop::Place upright = Place();
+    Key("F2");
+    EXPECT_TRUE(AwaitTrace("ReceiveSipInfo 0x0 rect=0,134,320,214\n"));
+    EXPECT_TRUE(Await([&] { return Place().width > upright.width; }));
+    EXPECT_EQ(Place().width * 3, Place().height * 4);
+    EXPECT_TRUE(ShowsItsScreen());
+    EXPECT_EQ(m_simulator->End(SIGTERM), 0);
+}
+
+TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
+    Start("--scale 1 --record record");
+    m_desktop.Act(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
+    TapKeys("ab");
+    EXPECT_TRUE(AwaitTrace("char=0x42\n")) << "Shift twice locks the capitals\n" << Out();
+    EXPECT_NE(Out().find("char=0x41\n"), std::string::npos);
+    EXPECT_NE(ReadText(Folder() / "record").find("\ndown 15 55\nup 15 55\ndblclk 15 55\nup 15 55\n"),
+              std::string::npos);
+}
+
+TEST_F(WindowTest, ARecordReplaysTheSession) {
+    Start("--record record --screen 320x240");
+    Key("F2");
+    ASSERT_TRUE(Await([this] { return Place().width < Place().height; }));
+    Stroke(27, 237, 40, 0);  // a space
+    Stroke(44, 237, 0, 85);  // out of the window: Enter
+    TapKeys("ab");
+    Tap(60, 310);   // the Edit menu
+    Tap(60, 286);   // Select all
+    TapKeys("c");   // in its place
+    Tap(215, 310);  // hides the keyboard
+    ASSERT_TRUE(AwaitTrace("Hiding 0x0\n"));
+    EXPECT_NE(Out().find("SendVirtualKey vk=0xd "), std::string::npos);
+    Tap(215, 310);
+    Key("F4");
+    Key("F3");
+    ASSERT_TRUE(AwaitTrace("rect=0,428,480,588\n"));
+    ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka 480 x 640").width == 480; }));
+    TapKeys("d");
+    ASSERT_TRUE(AwaitTrace(Delivered(u'd')));
+    m_simulator->End(SIGKILL);
+
+    const std::string trace = Out();
+    fs::rename(Device(), Folder() / "played");
+    const SimulatorResult replay =
+        Run(ReadText(Folder() / "record") + "text\nreg get HKLM\\Software\\Tolka\\7.0 Skin\n");
+    EXPECT_EQ(replay.status, 0) << replay.errors;
+    EXPECT_EQ(replay.trace, trace +
+                                "Text \"cd\"\nReg HKLM\\Software\\Tolka\\7.0 Skin sz "
+                                "\"\\\\windows\\\\full-german-contrast.tlk\"\n");
+}
+
+// The clock of the title bar needs one look a minute.
+TEST_F(WindowTest, AHandheldThatNobodyTouchesSleeps) {
+    Start();
+    ASSERT_TRUE(ShowsItsScreen());
+    const fs::path process = fs::path("/proc") / std::to_string(m_simulator->Id());
+    const auto wakeUps = [&] {
+        std::smatch found;
+        const std::string status = ReadText(process / "status");
+        const bool known =
+            std::regex_search(status, found, std::regex("\nvoluntary_ctxt_switches:\\s+(\\d+)"));
+        return known ? std::stoi(found[1]) : -1;
+    };
+    // Once it has come to rest, a second passes without it. The one test that has to look at the time.
+    bool slept = false;
+    for (int second = 0; second < 30 && !slept; ++second) {
+        const int before = wakeUps();
+        ASSERT_GE(before, 0);
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        slept = wakeUps() == before;
+    }
+    EXPECT_TRUE(slept);
+}
+
+TEST_F(WindowTest, TheListOfKeysLiesOverTheScreenAndLeavesIt) {
+    Start();
+    ASSERT_TRUE(ShowsItsScreen());
+    const Desktop::Place place = Place();
+    const auto corner = [&] { return m_desktop.Picture().At(place.x, place.y); };
+    const std::uint32_t title = corner();
+    Key("F1");
+    EXPECT_TRUE(Await([&] { return corner() != title; }));
+    Tap(27, 237);  // takes the list away and does nothing else
+    EXPECT_TRUE(Await([&] { return corner() == title; }));
+    TapKeys("a");
+    EXPECT_TRUE(AwaitTrace(Delivered(u'a')));
+    EXPECT_EQ(Out().find("char=0x71"), std::string::npos);
+}
+
+TEST_F(WindowTest, OneWindowHasTheDeviceForItself) {
+    Start();
+    const SimulatorResult script = Run("text\n");
+    EXPECT_EQ(script.status, 2);
+    EXPECT_NE(script.errors.find("another simulator is using the device"), std::string::npos);
+    EXPECT_EQ(m_simulator->End(SIGTERM), 0);
+    EXPECT_EQ(Trace("text\n"), "Text \"\"\n");
+}
+
+TEST_F(WindowTest, ARecordThatCannotBeWrittenIsSaidAtOnce) {
+    Process simulator({SIMULATOR, "--device", "device", "--record", "nowhere/record"}, Folder(),
+                      Folder() / "out", Folder() / "err");
+    EXPECT_EQ(simulator.Wait(), 2);
+    EXPECT_EQ(ReadText(Folder() / "err"), "simulator: cannot write the record nowhere/record\n");
+}
+
+TEST_F(SimulatorTest, WithoutADisplayTheWindowSaysWhatToDoInstead) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"}) {
+        unsetenv(variable);
+    }
+    Process simulator({SIMULATOR, "--device", "device"}, Folder(), Folder() / "out", Folder() / "err");
+    EXPECT_EQ(simulator.Wait(), 2);
+    EXPECT_NE(ReadText(Folder() / "err").find("--script FILE"), std::string::npos);
+    EXPECT_EQ(Run("text\n", "--record r").status, 2);
+}
+
+}  // namespace
