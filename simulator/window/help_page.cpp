@@ -52,42 +52,63 @@ private:
     void* m_bits = nullptr;
 };
 
-void Write(HDC dc, const std::string& text, RECT place) {
-    const std::u16string wide = FromUtf8(text).value_or(std::u16string());
-    DrawTextW(dc, wide.c_str(), static_cast<int>(wide.size()), &place, DT_LEFT | DT_NOPREFIX);
-}
+// The page from the top down; all sizes are those of the smallest screen, times the scale.
+class Page {
+public:
+    Page(const Canvas& canvas, SIZE size, int scale) : m_canvas(canvas), m_size(size), m_scale(scale) {
+        m_title.Create(13 * scale, FW_BOLD);
+        m_normal.Create(12 * scale, FW_NORMAL);
+        FillArea(canvas.Get(), {0, 0, size.cx, size.cy}, paper);
+        SetBkMode(canvas.Get(), TRANSPARENT);
+        SetTextColor(canvas.Get(), ink);
+    }
+
+    void Title(const std::string& text) {
+        m_top += 7 * m_scale;
+        Write(m_title, text, margin);
+        m_top += 20 * m_scale;
+    }
+    void Line(const std::string& name, const std::string& purpose) {
+        Write(m_normal, name, margin);
+        Write(m_normal, purpose, margin + column);
+        m_top += 15 * m_scale;
+    }
+
+private:
+    static constexpr int margin = 10;
+    static constexpr int column = 40;
+
+    void Write(const Font& font, const std::string& text, int left) const {
+        const Selection selection(m_canvas.Get(), font.Get());
+        const std::u16string wide = FromUtf8(text).value_or(std::u16string());
+        RECT place{left * m_scale, m_top, m_size.cx, m_size.cy};
+        DrawTextW(m_canvas.Get(), wide.c_str(), static_cast<int>(wide.size()), &place, DT_LEFT | DT_NOPREFIX);
+    }
+
+    const Canvas& m_canvas;
+    SIZE m_size;
+    int m_scale;
+    int m_top = 0;
+    Font m_title;
+    Font m_normal;
+};
 
 }  // namespace
 
 host::Picture DrawHelpPage(SIZE size, int scale) {
     const host::PlatformScope scope;
     const Canvas canvas(size);
-    Font title;
-    Font normal;
-    title.Create(13 * scale, FW_BOLD);
-    normal.Create(12 * scale, FW_NORMAL);
-    const int margin = 10 * scale;
-    const int line = 17 * scale;
-    const int column = 40 * scale;
-    FillArea(canvas.Get(), {0, 0, size.cx, size.cy}, paper);
-    SetBkMode(canvas.Get(), TRANSPARENT);
-    SetTextColor(canvas.Get(), ink);
-    int top = margin;
-    const auto write = [&](const std::string& text, int left) {
-        Write(canvas.Get(), text, {left, top, size.cx, size.cy});
-    };
-    {
-        const Selection selection(canvas.Get(), title.Get());
-        write("Keys of this window", margin);
-    }
-    const Selection selection(canvas.Get(), normal.Get());
-    top += line * 3 / 2;
+    Page page(canvas, size, scale);
+    page.Title("Keys of this window");
     for (const WindowKey& key : WindowKeys()) {
-        write(key.name, margin);
-        write(key.purpose, margin + column);
-        top += line;
+        page.Line(key.name, key.purpose);
     }
-    top += line / 2;
-    write("The mouse, a finger or a pen\nis the handheld's pen.\n\nTap to go back.", margin);
+    page.Title("Strokes over the keyboard");
+    page.Line("\u2192", "space");
+    page.Line("\u2190", "Backspace");
+    page.Line("\u2193", "Enter");
+    page.Line("\u2191", "the key in its other case");
+    page.Line("", "");
+    page.Line("Tap to go back.", "");
     return canvas.Copy();
 }

@@ -260,7 +260,7 @@ void WindowMode::Say(const std::string& text) {
 void WindowMode::ShowTitle() {
     const SIZE screen = ScreenSize();
     m_window.SetTitle("Tolka " + std::to_string(screen.cx) + " x " + std::to_string(screen.cy) +
-                      " (F1: keys)");
+                      " (F1: help)");
 }
 
 }  // namespace
