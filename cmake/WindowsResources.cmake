@@ -1,27 +1,39 @@
 # SPDX-License-Identifier: MIT
 # Resources come from the one .rc through a real resource compiler, in every build.
-set(TOLKA_TRIPLE x86_64-w64-mingw32)
+if(NOT TOLKA_TRIPLE)
+    set(TOLKA_TRIPLE x86_64-w64-mingw32)
+endif()
 find_program(TOLKA_WINDRES ${TOLKA_TRIPLE}-windres REQUIRED)
 find_program(TOLKA_PE_LINKER ${TOLKA_TRIPLE}-ld REQUIRED)
 find_program(TOLKA_WIDL ${TOLKA_TRIPLE}-widl REQUIRED)
 
-# add_resource_library(TARGET SOURCE OUTPUT [DEPENDS file...] [INCLUDES folder...])
-# Makes OUTPUT, a PE file of resources alone, from a resource script. The compiler reports no dependencies, so
-# the files that the script includes are named in DEPENDS.
-function(add_resource_library target source output)
-    cmake_parse_arguments(PARSE_ARGV 3 arg "" "" "DEPENDS;INCLUDES")
+# add_resource_object(SOURCE OBJECT [DEPENDS file...] [INCLUDES folder...])
+# Compiles a resource script to an object file. The compiler reports no dependencies, so the files that the
+# script includes are named in DEPENDS.
+function(add_resource_object source object)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "DEPENDS;INCLUDES")
     get_filename_component(source ${source} ABSOLUTE)
-    get_filename_component(folder ${output} DIRECTORY)
-    set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)
     # The values that the platform's SDK would give.
     set(values ${CMAKE_SOURCE_DIR}/resources)
     list(TRANSFORM arg_INCLUDES PREPEND -I)
     add_custom_command(
+        OUTPUT ${object}
+        COMMAND ${TOLKA_WINDRES} -I${CMAKE_CURRENT_SOURCE_DIR} -I${values} ${arg_INCLUDES} ${source} ${object}
+        DEPENDS ${source} ${values}/resource_values.h ${arg_DEPENDS}
+        VERBATIM)
+endfunction()
+
+# add_resource_library(TARGET SOURCE OUTPUT [DEPENDS file...] [INCLUDES folder...])
+# Makes OUTPUT, a PE file of resources alone, from a resource script; the rest as above.
+function(add_resource_library target source output)
+    get_filename_component(folder ${output} DIRECTORY)
+    set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)
+    add_resource_object(${source} ${object} ${ARGN})
+    add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
-        COMMAND ${TOLKA_WINDRES} -I${CMAKE_CURRENT_SOURCE_DIR} -I${values} ${arg_INCLUDES} ${source} ${object}
         COMMAND ${TOLKA_PE_LINKER} -shared -e 0 -s -o ${output} ${object}
-        DEPENDS ${source} ${values}/resource_values.h ${arg_DEPENDS}
+        DEPENDS ${object}
         VERBATIM)
     add_custom_target(${target} ALL DEPENDS ${output})
 endfunction()

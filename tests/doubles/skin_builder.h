@@ -12,6 +12,11 @@
 
 namespace test {
 
+// What RGB makes of constants; of each value the lowest 8 bits count.
+inline COLORREF Color(int red, int green, int blue) {
+    return static_cast<COLORREF>((red & 0xFF) | (green & 0xFF) << 8 | (blue & 0xFF) << 16);
+}
+
 struct LayoutRecord {
     WORD key;
     WORD left, top, right, bottom;

@@ -48,7 +48,7 @@ std::string Picture(PictureKind kind, int width) {
 }  // namespace
 
 COLORREF PictureColor(PictureKind kind, int x, int y) {
-    return RGB(x, 3 * y, static_cast<int>(kind) + x / 256);
+    return Color(x, 3 * y, static_cast<int>(kind) + x / 256);
 }
 
 bool MaskBit(int plane, int x, int y) { return (x / 3 + y / 2 + plane) % 11 < 5; }

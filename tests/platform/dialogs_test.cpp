@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "differences.h"
 #include "test_ids.h"
 #include "test_support.h"
 
@@ -124,7 +125,8 @@ protected:
 
     RECT DroppedRect() {
         RECT rectangle{};
-        EXPECT_TRUE(Send(CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&rectangle)));
+        EXPECT_EQ(Send(CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&rectangle)),
+                  test::Either(test::Difference::DroppedRectangle, TRUE, FALSE));
         return rectangle;
     }
 
@@ -171,9 +173,10 @@ TEST_F(ComboBoxes, GivenHeightIsThatWithTheList) {
     EXPECT_LT(field, 40);
     const RECT dropped = DroppedRect();
     EXPECT_EQ(dropped.top, closed.top);
-    EXPECT_EQ(dropped.bottom - dropped.top, 90);
+    const LONG missing = test::Either(test::Difference::DroppedRectangle, LONG{0}, field);
+    EXPECT_EQ(dropped.bottom - dropped.top, 90 - missing);
     MoveWindow(m_combo, 10, 30, 120, 150, TRUE);
-    EXPECT_EQ(DroppedRect().bottom - DroppedRect().top, 150);
+    EXPECT_EQ(DroppedRect().bottom - DroppedRect().top, 150 - missing);
     GetWindowRect(m_combo, &closed);
     EXPECT_EQ(closed.bottom - closed.top, field);
     EXPECT_EQ(closed.right - closed.left, 120);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <differences.h>
 #include <test_support.h>
 
 #include <gtest/gtest.h>
@@ -35,14 +36,16 @@ TEST(Files, AreFoundByExtensionInOrder) {
         test::WriteDeviceFile(std::filesystem::path("Windows") / name, "");
     }
     EXPECT_EQ(Find(TEXT("\\windows\\*.tlk")),
-              (Names{TEXT(".tlk"), TEXT("a.Tlk"), TEXT("b.tlk"), TEXT("C.TLK")}));
+              test::Either(test::Difference::ShortNames,
+                           Names{TEXT(".tlk"), TEXT("a.Tlk"), TEXT("b.tlk"), TEXT("C.TLK")},
+                           Names{TEXT(".tlk"), TEXT("a.Tlk"), TEXT("a.tlk2"), TEXT("b.tlk"), TEXT("C.TLK")}));
     EXPECT_EQ(Find(TEXT("/WINDOWS/?.tlk")), (Names{TEXT("a.Tlk"), TEXT("b.tlk"), TEXT("C.TLK")}));
-    EXPECT_EQ(Find(TEXT("windows\\*t*k")).size(), 7u);
-    EXPECT_EQ(Find(TEXT("\\windows\\*.*")).size(), 8u);
+    EXPECT_EQ(Find(TEXT("windows\\*t*k")).size(), test::Either(test::Difference::ShortNames, 7u, 8u));
+    EXPECT_EQ(Find(TEXT("\\windows\\*.*")).size(), test::Either(test::Difference::FolderItself, 8u, 10u));
 }
 
 TEST(Files, WithoutWildcardsTestExistence) {
-    test::WriteDeviceFile("Program Files/Fancy/\xC3\x84.tlk", "12345");
+    test::WriteDeviceFile(u8"Program Files/Fancy/\u00C4.tlk", "12345");
     WIN32_FIND_DATAW data;
     const HANDLE find = FindFirstFileW(TEXT("\\program files\\FANCY\\\u00E4.TLK"), &data);
     ASSERT_NE(find, INVALID_HANDLE_VALUE);
@@ -68,12 +71,15 @@ TEST(Files, SearchHandlesGoStale) {
     WIN32_FIND_DATAW data;
     const HANDLE find = FindFirstFileW(TEXT("\\a"), &data);
     EXPECT_TRUE(FindClose(find));
-    EXPECT_FALSE(FindNextFileW(find, &data));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
-    for (const HANDLE bad : {find, HANDLE(nullptr), INVALID_HANDLE_VALUE}) {
+    for (const HANDLE bad : {HANDLE(nullptr), INVALID_HANDLE_VALUE}) {
         EXPECT_FALSE(FindClose(bad));
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
     }
+    if (!test::ActsAsHandheld(test::Difference::StaleSearches)) return;
+    EXPECT_FALSE(FindNextFileW(find, &data));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+    EXPECT_FALSE(FindClose(find));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
 }
 
 TEST(Files, AreDeletedUnlessSomethingForbidsIt) {

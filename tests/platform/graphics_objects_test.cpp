@@ -2,11 +2,14 @@
 // What may be selected, described and deleted, and what becomes of handles that are none.
 #include <gtest/gtest.h>
 
+#include "differences.h"
 #include "picture.h"
 #include "skin_builder.h"
 
 namespace {
 
+using test::Difference;
+using test::Either;
 using namespace test;
 
 TEST(GraphicsObjects, SelectingReturnsWhatWasSelected) {
@@ -123,7 +126,8 @@ TEST(GraphicsObjects, HandlesOfNothingFail) {
         EXPECT_FALSE(BitBlt(dc, 0, 0, 2, 2, picture, 0, 0, SRCCOPY));
         EXPECT_FALSE(BitBlt(picture, 0, 0, 2, 2, dc, 0, 0, SRCCOPY));
         EXPECT_FALSE(MaskBlt(dc, 0, 0, 2, 2, picture, 0, 0, nullptr, 0, 0, SRCCOPY));
-        EXPECT_FALSE(FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))));
+        EXPECT_EQ(FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))),
+                  Either(Difference::FillResult, FALSE, TRUE));
         EXPECT_FALSE(ExtTextOutW(dc, 0, 0, 0, nullptr, TEXT("a"), 1, nullptr));
         EXPECT_FALSE(GetTextExtentPoint32W(dc, TEXT("a"), 1, &size));
         EXPECT_EQ(SelectObject(dc, picture.Bitmap()), nullptr);
@@ -136,7 +140,7 @@ TEST(GraphicsObjects, HandlesOfNothingFail) {
 
 TEST(GraphicsObjects, LoadedBitmapsOutliveTheirModule) {
     SkinBuilder()
-        .Bitmap("PICTURE", PictureBytes(5, 3, [](int x, int y) { return RGB(10 * x, 20 * y, 200); }))
+        .Bitmap("PICTURE", PictureBytes(5, 3, [](int x, int y) { return test::Color(10 * x, 20 * y, 200); }))
         .Bitmap("MASK", MaskBytes(9, 2, [](int x, int y) { return (x + y) % 3 == 0; }))
         .Bitmap("BROKEN", std::string(40, '\xFF'))
         .Install("bitmaps.tlk");
@@ -158,7 +162,9 @@ TEST(GraphicsObjects, LoadedBitmapsOutliveTheirModule) {
 }
 
 TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
-    EXPECT_EQ(CreateBitmap(-1, 2, 1, 1, nullptr), nullptr);
+    const HBITMAP negative = CreateBitmap(-1, 2, 1, 1, nullptr);
+    EXPECT_EQ(negative == nullptr, Either(Difference::NegativeWidth, true, false));
+    DeleteObject(negative);
     EXPECT_EQ(CreateBitmap(0x7FFFFFFF, 0x7FFFFFFF, 1, 32, nullptr), nullptr);
     EXPECT_EQ(MakeSection(24, 0, 4), nullptr);
     EXPECT_EQ(MakeSection(24, -4, 4), nullptr);
@@ -169,9 +175,6 @@ TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
     EXPECT_EQ(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr);
 }
 
-// --- Where the handheld differs from a desktop
-// -----------------------------------------------------------------
-
 TEST(GraphicsOfTheHandheld, WhatIsSelectedCannotBeDeleted) {
     const HDC dc = CreateCompatibleDC(nullptr);
     const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
@@ -180,12 +183,12 @@ TEST(GraphicsOfTheHandheld, WhatIsSelectedCannotBeDeleted) {
     const HFONT font = CreateFontIndirectW(&record);
     for (const HGDIOBJ object : {HGDIOBJ{bitmap}, HGDIOBJ{brush}, HGDIOBJ{font}}) {
         const HGDIOBJ previous = SelectObject(dc, object);
-        EXPECT_FALSE(DeleteObject(object));
+        EXPECT_EQ(DeleteObject(object), Either(Difference::SelectedObjects, FALSE, TRUE));
         EXPECT_EQ(SelectObject(dc, previous), object);
-        EXPECT_TRUE(DeleteObject(object));
+        EXPECT_EQ(DeleteObject(object), Either(Difference::SelectedObjects, TRUE, FALSE)) << "already gone";
     }
-    EXPECT_FALSE(DeleteObject(dc));
-    EXPECT_TRUE(DeleteDC(dc));
+    EXPECT_EQ(DeleteObject(dc), Either(Difference::DeletedContexts, FALSE, TRUE));
+    EXPECT_EQ(DeleteDC(dc), Either(Difference::DeletedContexts, TRUE, FALSE));
 }
 
 TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
@@ -198,7 +201,7 @@ TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
                                    MAKEROP4(WHITENESS, SRCCOPY));
         return drawn ? static_cast<DWORD>(ERROR_SUCCESS) : GetLastError();
     };
-    constexpr DWORD kBadParameter = ERROR_INVALID_PARAMETER;
+    const auto kBadParameter = Either<DWORD>(Difference::MaskBounds, ERROR_INVALID_PARAMETER, ERROR_SUCCESS);
     EXPECT_EQ(draw(4, 4, mask, 0, 0), static_cast<DWORD>(ERROR_SUCCESS));
     EXPECT_EQ(draw(1, 3, mask, 3, 1), static_cast<DWORD>(ERROR_SUCCESS));
     EXPECT_EQ(draw(5, 4, mask, 0, 0), kBadParameter);
@@ -211,7 +214,8 @@ TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
     // Without a mask the background code needs no source either.
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 2, nullptr, 0, 0, nullptr, 0, 0, MAKEROP4(WHITENESS, SRCCOPY)));
     EXPECT_TRUE(DeleteObject(mask));
-    EXPECT_EQ(draw(2, 2, mask, 0, 0), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+    EXPECT_EQ(draw(2, 2, mask, 0, 0),
+              Either<DWORD>(Difference::MaskBounds, ERROR_INVALID_HANDLE, ERROR_SUCCESS));
 }
 
 TEST(GraphicsOfTheHandheld, NothingComesFromOutsideTheSource) {
@@ -235,7 +239,7 @@ TEST(GraphicsOfTheHandheld, SystemColoursAreFoundWithAndWithoutTheFlag) {
         EXPECT_TRUE(FillRect(picture, &all, reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(color) + 1)));
         EXPECT_EQ(GetPixel(picture, 0, 0), static_cast<COLORREF>(GetSysColor(color)));
     }
-    EXPECT_FALSE(FillRect(picture, &all, nullptr));
+    EXPECT_EQ(FillRect(picture, &all, nullptr), Either(Difference::FillResult, FALSE, TRUE));
 }
 
 }  // namespace

@@ -3,15 +3,17 @@
 
 #include <commctrl.h>
 
+#include <differences.h>
 #include <test_support.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr COLORREF kRed = RGB(200, 0, 0);
-constexpr COLORREF kGreen = RGB(0, 200, 0);
-constexpr COLORREF kBlue = RGB(0, 0, 200);
+// Colours that a list of 16 has as well.
+constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr COLORREF kGreen = RGB(0, 255, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 255);
 constexpr COLORREF kPage = RGB(250, 250, 250);
 
 // A bitmap of the screen's format in a context of its own, one row high unless said otherwise.
@@ -83,6 +85,14 @@ TEST_F(ImageLists, DrawAllButTheMaskedColor) {
     EXPECT_TRUE(ImageList_Draw(m_list, 1, page.DC(), 0, 0, ILD_TRANSPARENT));
     EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), 2, 0, ILD_TRANSPARENT));
     EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kPage, kBlue, kGreen, kPage}));
+}
+
+TEST_F(ImageLists, HaveTheDepthOfTheScreenUnlessOneIsAskedFor) {
+    constexpr COLORREF nearlyBlue = RGB(0, 0, 250);
+    Add({nearlyBlue, kRed});
+    const Strip page({kPage, kPage});
+    EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), 0, 0, ILD_TRANSPARENT));
+    EXPECT_EQ(page.Colors()[0], test::Either(test::Difference::ImageListDepth, nearlyBlue, kBlue));
 }
 
 TEST_F(ImageLists, ImagesAreClippedAtTheTarget) {

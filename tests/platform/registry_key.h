@@ -24,8 +24,11 @@ public:
     ~TestKey() { RegCloseKey(m_key); }
     operator HKEY() const { return m_key; }
 
-    LONG Set(LPCWSTR name, DWORD type, const Bytes& data) const {
-        return RegSetValueExW(m_key, name, 0, type, data.data(), static_cast<DWORD>(data.size()));
+    // A null behind a text would count as its end on desktop Windows, so that something else stands there.
+    LONG Set(LPCWSTR name, DWORD type, Bytes data) const {
+        const auto size = static_cast<DWORD>(data.size());
+        data.insert(data.end(), {'#', '#', '#'});
+        return RegSetValueExW(m_key, name, 0, type, data.data(), size);
     }
     LONG SetText(LPCWSTR name, const WideString& text) const {
         return RegSetValueExW(m_key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),

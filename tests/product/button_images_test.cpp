@@ -101,7 +101,7 @@ TEST_F(ButtonImages, NarrowGlyphHasTheColorOfCaptionText) {
     EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 0, 16)),
               (std::set<COLORREF>{kPage, GetSysColor(COLOR_CAPTIONTEXT)}));
 
-    constexpr COLORREF other = RGB(0x12, 0x34, 0x56);
+    constexpr COLORREF other = RGB(0x80, 0, 0x80);  // one that lists of 16 colours have as well
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, other);
     const IMINFO recolored = CreateAndAsk(*m_factory);
     EXPECT_EQ(Distinct(DrawImage(recolored.hImageNarrow, 0, 16)), (std::set<COLORREF>{kPage, other}));

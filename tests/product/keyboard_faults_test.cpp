@@ -85,7 +85,7 @@ TEST_F(Faults, AnyPlatformCallOfTheFirstInitMayFail) {
     const auto forgetSettings = [] { RegDeleteKeyW(HKEY_LOCAL_MACHINE, kSettingsKey); };
     const int faults = SweepInit<test::FaultSweep>(forgetSettings, [&] { InitPortrait(); });
     // Searching, settings, modules, resources, bitmaps, contexts.
-    EXPECT_GT(faults, 50);
+    EXPECT_GE(faults, 50);
 }
 
 TEST_F(Faults, AnyPlatformCallOfALaterInitMayFail) {
@@ -115,7 +115,7 @@ TEST_F(Faults, InitMayRunOutOfMemoryAnywhere) {
         // A list of skins that is not whole must not cost the user the stored choice.
         EXPECT_TRUE(!isReady || m_keyboard->m_strSkinPath == TEXT("\\windows\\b.tlk"));
     });
-    EXPECT_GT(faults, 50);
+    EXPECT_GE(faults, 50);
     EXPECT_EQ(Value(kSkinValue), Text(TEXT("\\windows\\b.tlk")));
 }
 

@@ -76,7 +76,7 @@ TEST_F(ModuleVersion, KeepsTheBlockWhenTheFileHasNone) {
 
 TEST_F(ModuleVersion, SignatureDecidesTheResult) {
     std::string library = test::ReadDeviceFile(kFile);
-    const std::size_t signature = library.find("\xBD\x04\xEF\xFE");
+    const std::size_t signature = library.rfind("\xBD\x04\xEF\xFE");
     ASSERT_NE(signature, std::string::npos);
     library[signature] = 'X';
     test::WriteDeviceFile(kFile, library);

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The whole library through its file alone: loaded, registered, activated by its class identifier, unloaded.
-#include <filesystem>
-
 #include "server_fixture.h"
 #include "test_skin.h"
 
@@ -11,11 +9,9 @@ constexpr WCHAR kPath[] = TEXT("\\Windows\\Tolka.DLL");
 
 class LibraryTest : public testing::Test {
 protected:
-    // Where the code is a file of its own it comes along.
     void SetUp() override {
-        const std::filesystem::path code = TOLKA_RESOURCES ".so";
-        test::CopyToDevice(TOLKA_RESOURCES, "Windows/Tolka.DLL");
-        if (std::filesystem::exists(code)) test::CopyToDevice(code, "Windows/Tolka.DLL.so");
+        test::LetComSeeClasses();
+        test::CopyLibraryToDevice(TOLKA_RESOURCES, TOLKA_CODE, "Windows/Tolka.DLL");
         m_library = LoadLibraryW(kPath);
         ASSERT_NE(m_library, nullptr);
     }
@@ -52,10 +48,10 @@ TEST_F(LibraryTest, LivesAsLongAsItIsNeeded) {
     ASSERT_NE(object, nullptr);
     EXPECT_EQ(Call("DllCanUnloadNow"), S_FALSE);
     EXPECT_TRUE(FreeLibrary(m_library));
-    CoFreeUnusedLibraries();
+    test::UnloadUnusedLibraries();
     EXPECT_TRUE(IsLoaded()) << "an object is alive";
     EXPECT_EQ(object->Release(), 0u);
-    CoFreeUnusedLibraries();
+    test::UnloadUnusedLibraries();
     EXPECT_FALSE(IsLoaded());
 }
 
@@ -76,7 +72,7 @@ TEST_F(LibraryTest, CanBeLoadedAgain) {
         EXPECT_EQ(object->Select(sip), S_OK);
         EXPECT_TRUE(IsWindowVisible(GetWindow(sip, GW_CHILD)));
         EXPECT_EQ(object->Release(), 0u);
-        CoFreeUnusedLibraries();
+        test::UnloadUnusedLibraries();
     }
     DestroyWindow(sip);
     UnregisterClassW(windowClass.lpszClassName, nullptr);

@@ -9,14 +9,17 @@ namespace {
 
 constexpr CLSID kOwn = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
 
-// Presses OK as soon as it is open.
+// Presses OK as soon as it is open, and once more should the first time fail.
 class ClosingDialog : public CSettingsDlg {
 public:
     ClosingDialog() : CSettingsDlg(kOwn) {}
 
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override {
-        if (message == WM_INITDIALOG) PostMessageW(m_hWnd, WM_COMMAND, MAKEWPARAM(IDOK, 0), 0);
+        if (message == WM_INITDIALOG) {
+            for (int time = 0; time < 2; ++time)
+                PostMessageW(m_hWnd, WM_COMMAND, MAKEWPARAM(IDOK, 0), 0);
+        }
         return CSettingsDlg::ProcessWindowMessage(window, message, wParam, lParam, result, map);
     }
 };

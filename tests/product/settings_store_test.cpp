@@ -14,11 +14,14 @@ std::string Bytes(const WideString& text) {
 
 CSettingsKey Open(SettingsAccess access) { return CSettingsKey(HKEY_CURRENT_USER, kPath, access); }
 
-void StoreRaw(DWORD type, const std::string& bytes) {
+// Something other than nulls follows the bytes: a null there counts as the string's end on desktop Windows.
+void StoreRaw(DWORD type, std::string bytes) {
+    const std::size_t size = bytes.size();
+    bytes += "##";
     CRegistryKeyOwner key;
     RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr);
     ASSERT_EQ(RegSetValueExW(key.Get(), kName, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                             static_cast<DWORD>(bytes.size())),
+                             static_cast<DWORD>(size)),
               ERROR_SUCCESS);
 }
 

@@ -4,6 +4,7 @@
 #include <host_control.h>
 
 #include <gtest/gtest.h>
+#include <objbase.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -62,6 +63,8 @@ class DeviceForEachTest : public testing::EmptyTestEventListener {
 
 const fs::path& DeviceFolder() { return g_folder; }
 
+LPCWSTR DeviceDrive() { return u""; }
+
 void WriteDeviceFile(const fs::path& path, const std::string& bytes) {
     fs::create_directories((g_folder / path).parent_path());
     std::ofstream file(g_folder / path, std::ios::binary | std::ios::trunc);
@@ -76,6 +79,11 @@ void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
     const fs::path copy = (g_folder / path).string() + ".copy";
     fs::copy_file(hostFile, copy, fs::copy_options::overwrite_existing);
     fs::rename(copy, g_folder / path);
+}
+
+void CopyLibraryToDevice(const fs::path& resources, const fs::path& code, const fs::path& path) {
+    CopyToDevice(resources, path);
+    CopyToDevice(code, path.string() + ".so");
 }
 
 std::string ReadDeviceFile(const fs::path& path) {
@@ -100,6 +108,10 @@ void RestartDevice() {
     host::StopDevice();
     Start();
 }
+
+void LetComSeeClasses() {}
+
+void UnloadUnusedLibraries() { CoFreeUnusedLibraries(); }
 
 std::vector<std::string> TakeReports() { return std::exchange(g_reports, {}); }
 

@@ -1,0 +1,27 @@
+# SPDX-License-Identifier: MIT
+# add_device_tests(TARGET): registers a program of tests that run on a device. On the host each case is a test
+# of its own; on Windows, where starting a program takes long, the program is one test, and as all of them share
+# one registry and one drive they run one after the other.
+if(WIN32)
+    # The compiler comes with no GoogleTest; Debian's package has its sources.
+    find_path(TOLKA_GOOGLETEST src/gtest-all.cc REQUIRED PATHS /usr/src/googletest/googletest
+              NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+    add_library(gtest STATIC ${TOLKA_GOOGLETEST}/src/gtest-all.cc)
+    target_include_directories(gtest SYSTEM PUBLIC ${TOLKA_GOOGLETEST}/include PRIVATE ${TOLKA_GOOGLETEST})
+    target_compile_options(gtest PRIVATE -w -fno-sanitize=all)
+    add_library(GTest::gtest ALIAS gtest)
+    # Unix paths, as Wine's programs see them.
+    set(TOLKA_DRIVE Z:)
+else()
+    find_package(GTest REQUIRED)
+    set(TOLKA_DRIVE "")
+endif()
+
+function(add_device_tests target)
+    if(WIN32)
+        add_test(NAME ${target} COMMAND ${target})
+        set_tests_properties(${target} PROPERTIES RUN_SERIAL TRUE TIMEOUT 600)
+    else()
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
+    endif()
+endfunction()

@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "differences.h"
+
+bool test::IsHandheld() { return false; }

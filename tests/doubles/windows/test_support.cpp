@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "windows/test_system.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path g_folder(kDeviceDrive);
+
+// Marks a drive as the tests' own, so that nobody else's is ever emptied.
+constexpr WCHAR kMark[] = L"tests-empty-this-drive";
+
+bool ClaimDrive() {
+    const std::wstring drive = kDeviceDrive;
+    const std::wstring mark = drive + kMark;
+    if (GetFileAttributesW(mark.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        WIN32_FIND_DATAW entry;
+        const HANDLE find = FindFirstFileW((drive + L"*").c_str(), &entry);
+        bool isEmpty = true;
+        for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &entry))
+            isEmpty = isEmpty && entry.cFileName[0] == L'.';
+        if (find != INVALID_HANDLE_VALUE) FindClose(find);
+        if (!isEmpty) return false;
+        std::ofstream{fs::path(mark)};
+    }
+    return SetCurrentDirectoryW(kDeviceDrive) != FALSE;
+}
+
+// Also files that programs may not delete. Not by the standard library, whose iteration over a folder ends in
+// an error here.
+void EmptyFolder(const std::wstring& folder) {
+    WIN32_FIND_DATAW entry;
+    const HANDLE find = FindFirstFileW((folder + L"*").c_str(), &entry);
+    if (find == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring name = entry.cFileName;
+        if (name == L"." || name == L".." || name == kMark) continue;
+        const std::wstring path = folder + name;
+        if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+            EmptyFolder(path + L"\\");
+            RemoveDirectoryW(path.c_str());
+        } else {
+            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            DeleteFileW(path.c_str());
+        }
+    } while (FindNextFileW(find, &entry));
+    FindClose(find);
+}
+
+// A file that is loaded cannot be written to, but another can take its place.
+void MoveAway(const fs::path& path) {
+    static int count = 0;
+    const fs::path old = g_folder / "old";
+    CreateDirectoryW(old.c_str(), nullptr);
+    MoveFileW((g_folder / path).c_str(), (old / std::to_wstring(++count)).c_str());
+}
+
+class DeviceForEachTest : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        EmptyFolder(kDeviceDrive);
+        EmptyRegistry();
+        SetCurrentDirectoryW(kDeviceDrive);
+        // Modules that are named without a folder are those of the device.
+        SetDllDirectoryW((std::wstring(kDeviceDrive) + L"Windows").c_str());
+        ASSERT_TRUE(SetScreenSize(240, 320));
+    }
+
+    void OnTestEnd(const testing::TestInfo&) override {
+        RestoreSystemColors();
+        EmptyRegistry();
+    }
+};
+
+}  // namespace
+
+const fs::path& DeviceFolder() { return g_folder; }
+
+LPCWSTR DeviceDrive() {
+    static const std::wstring drive(kDeviceDrive, 2);
+    return drive.c_str();
+}
+
+void WriteDeviceFile(const fs::path& path, const std::string& bytes) {
+    fs::create_directories((g_folder / path).parent_path());
+    MoveAway(path);
+    std::ofstream file(g_folder / path, std::ios::binary | std::ios::trunc);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    ASSERT_TRUE(file.good()) << path;
+}
+
+void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
+    fs::create_directories((g_folder / path).parent_path());
+    MoveAway(path);
+    ASSERT_TRUE(CopyFileW(hostFile.c_str(), (g_folder / path).c_str(), FALSE))
+        << hostFile << ": error " << GetLastError();
+}
+
+void CopyLibraryToDevice(const fs::path&, const fs::path& code, const fs::path& path) {
+    CopyToDevice(code, path);
+}
+
+std::string ReadDeviceFile(const fs::path& path) {
+    std::ifstream file(g_folder / path, std::ios::binary);
+    EXPECT_TRUE(file.good()) << path;
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+void MakeReadOnly(const fs::path& path) {
+    ASSERT_TRUE(SetFileAttributesW((g_folder / path).c_str(), FILE_ATTRIBUTE_READONLY));
+}
+
+// What a restart keeps, the files and the registry, is kept here in any case.
+void RestartDevice() {}
+
+// With free threading COM waits for ten minutes, unless it is told otherwise; the first call marks what is
+// unused, the second one finds that its time is over.
+void UnloadUnusedLibraries() {
+    for (int time = 0; time < 2; ++time)
+        CoFreeUnusedLibrariesEx(0, 0);
+}
+
+std::vector<std::string> TakeReports() { return {}; }
+
+}  // namespace test
+
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
+    if (!test::ClaimDrive() || !test::PrepareRegistry()) {
+        std::fputs("These tests run on drive T:, an empty folder; scripts/test-windows provides it.\n",
+                   stderr);
+        return 2;
+    }
+    // Free threading, as all of the handheld: in an apartment, COM would put a proxy before the object.
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    for (const HMODULE module : {GetModuleHandleW(nullptr), GetModuleHandleW(L"aygshell.dll")}) {
+        if (module) test::RedirectScreenSize(module);
+    }
+    // Owned by the framework from here on.
+    testing::UnitTest::GetInstance()->listeners().Append(new test::DeviceForEachTest);
+    return RUN_ALL_TESTS();
+}
