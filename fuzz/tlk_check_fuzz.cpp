@@ -15,8 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             if (tlk::FormatRemark(remark, "a.tlk").empty()) std::abort();
         if (tlk::Dump(module).empty()) std::abort();
         const tlk::SkinModule skin = tlk::ReadSkin(module);
-        for (std::size_t plane = 0; plane < tlk::kPlaneCount; ++plane)
-            (void)tlk::Compose(skin, {plane, false, true, {}});
+        for (bool isLandscape : {false, true})
+            for (std::size_t plane = 0; plane < tlk::kPlaneCount; ++plane)
+                (void)tlk::Compose(skin, {plane, isLandscape, true, {}});
     } catch (const tlk::FileError&) {
     }
     return 0;

@@ -8,6 +8,7 @@
 
 #include "bitmap.h"
 #include "dump.h"
+#include "errors.h"
 #include "ink.h"
 #include "module_writer.h"
 #include "preview.h"
@@ -361,7 +362,7 @@ TEST(Check, DamagedSkinsAreCheckedToldAndShown) {
             (void)Check(module, kScreen);
             (void)Dump(module);
             (void)Compose(ReadSkin(module), {kDigitPlane, false, false, {}});
-        } catch (const std::exception&) {
+        } catch (const FileError&) {
         }
     }
 }

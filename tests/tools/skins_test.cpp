@@ -110,6 +110,7 @@ TEST(Skins, FullKeyboardsHaveTheNationalArrangementAndItsAccents) {
     EXPECT_EQ(EntryOf(german, u'y'), (CharacterEntry{u'y', u'Y', u'å', u'Å', u'z', u'Z', u'ê', u'Ê'}));
     EXPECT_EQ(EntryOf(german, u'[')[4], u'ü');
     EXPECT_EQ(EntryOf(german, u'-')[4], u'ß');
+    EXPECT_EQ(EntryOf(german, u'-')[7], u'ẞ');
     const Skin french = Read("240x320/full-french");
     EXPECT_EQ(EntryOf(french, u'q')[4], u'a');
     EXPECT_EQ(EntryOf(french, u'2')[4], u'é');
@@ -130,7 +131,7 @@ TEST(Skins, SecondLanguagesLeaveNoKeyOfTheFirstBehindUnnoticed) {
         const Skin skin = Read(name);
         for (const Row& row : skin.portrait.rows)
             for (const RowKey& key : row.keys)
-                EXPECT_TRUE(IsFunction(key.key) || skin.lines.contains(key.key))
+                EXPECT_TRUE(IsFunction(key.key) || skin.characterPlaces.contains(key.key))
                     << name << " " << NameKey(skin.characters, key.key);
     }
 }

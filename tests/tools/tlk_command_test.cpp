@@ -20,10 +20,10 @@ protected:
 
     std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
 
-    // Returns the exit status; messages go to Path("messages").
-    int Run(const std::string& arguments) const {
+    // Returns the exit status; messages go to Path("messages"). `before` is run by the same shell.
+    int Run(const std::string& arguments, const std::string& before = {}) const {
         const std::string command =
-            std::string(TLK_COMMAND) + " " + arguments + " >" + Path("messages") + " 2>&1";
+            before + std::string(TLK_COMMAND) + " " + arguments + " >" + Path("messages") + " 2>&1";
         const int status = std::system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -46,14 +46,46 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
     EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
 }
 
-TEST_F(TlkCommand, FirstSourceOfTheDocumentationIsGood) {
+TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {
     const std::string page = ReadText(SKIN_SOURCES "/../docs/SKINS.md");
     const std::string fence = "```toml\n";
-    const std::size_t start = page.find(fence) + fence.size();
-    std::ofstream(Path("mine.toml")) << page.substr(start, page.find("```", start) - start);
-    EXPECT_EQ(Run("build " + Path("mine.toml") + " -o " + Path("mine.tlk")), 0);
-    EXPECT_EQ(ReadText(Path("messages")), "");
-    EXPECT_EQ(Run("check " + Path("mine.tlk")), 0);
+    std::size_t end = 0;
+    for (const char* name : {"first", "second", "changed"}) {
+        const std::size_t start = page.find(fence, end) + fence.size();
+        end = page.find("```", start);
+        std::ofstream source(Path(name) + ".toml");
+        if (name != std::string("first")) source << "based_on = \"first.toml\"\n";
+        source << page.substr(start, end - start);
+        source.close();
+        EXPECT_EQ(Run("build " + Path(name) + ".toml -o " + Path("a.tlk")), 0) << name;
+        // The page says in words where the key "lang" of the second one goes.
+        const bool isTold = ReadText(Path("messages")).find("no key leads to it") != std::string::npos;
+        EXPECT_EQ(isTold, name == std::string("second")) << ReadText(Path("messages"));
+        EXPECT_EQ(Run("check " + Path("a.tlk")), 0) << ReadText(Path("messages"));
+    }
+}
+
+TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyByAWholeOne) {
+    const std::string source = "screens = [\"240x320\"]\n[portrait]\nrows = [\"q space back enter\"]\n";
+    std::ofstream(Path("a.toml")) << source;
+    ASSERT_EQ(Run("build " + Path("a.toml") + " -o " + Path("a.tlk")), 0);
+    const tlk::Bytes skin = ReadBytes(Path("a.tlk"));
+    EXPECT_EQ(Run("build " + Path("a.toml") + " -o " + Path("a.toml")), 2);
+    EXPECT_EQ(ReadText(Path("a.toml")), source);
+    EXPECT_EQ(Run("show " + Path("a.tlk") + " -o " + Path("a.tlk")), 2);
+    std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_read);
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk")), 2);
+    EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
+    std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_all);
+    // A disk that is full after four kilobytes.
+    const std::string full = "trap '' XFSZ; ulimit -f 8; ";
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk"), full), 2);
+    EXPECT_EQ(Run("show " STANDARD_SKIN " --zoom 8 -o " + Path("a.png"), full), 2);
+    EXPECT_FALSE(std::filesystem::exists(Path("a.png")));
+    EXPECT_EQ(Run("dump " STANDARD_SKIN, full), 2);
+    EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
+    for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
+        EXPECT_NE(entry.path().extension(), ".part");
 }
 
 TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {

@@ -9,6 +9,7 @@
 
 #include "errors.h"
 #include "file.h"
+#include "name_list.h"
 
 namespace tlk {
 namespace {
@@ -25,8 +26,6 @@ constexpr std::array<PictureName, 3> kPictures{{{"portrait", "char_keyboard_bitm
 constexpr std::array<std::string_view, 9> kMasks{"digit",       "lang1_small", "lang1_large",
                                                  "uml1_small",  "uml1_large",  "lang2_small",
                                                  "lang2_large", "uml2_small",  "uml2_large"};
-
-std::string TextOf(Size size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
 
 // libpng's record of one picture, freed with it.
 struct PngImage : png_image {
@@ -62,9 +61,9 @@ std::string FindArtResource(std::string_view name) {
 std::string ArtNames() {
     std::string names;
     for (const PictureName& picture : kPictures)
-        names += std::string(picture.name) + ", ";
+        AppendName(names, picture.name);
     for (std::string_view mask : kMasks)
-        names += std::string(mask) + (mask == kMasks.back() ? "" : ", ");
+        AppendName(names, mask);
     return names + "; masks in landscape end with _ls";
 }
 
@@ -75,8 +74,8 @@ Picture ReadArtPicture(const ArtFile& file, Size size) {
         throw SourceError(file.place, file.path + " is not a picture that can be read: save it as PNG");
     const Size found{static_cast<int>(image.width), static_cast<int>(image.height)};
     if (found != size)
-        throw SourceError(file.place, file.path + " has " + TextOf(found) + " pixels: it must have " +
-                                          TextOf(size) + " here");
+        throw SourceError(
+            file.place, file.path + " has " + Text(found) + " pixels: it must have " + Text(size) + " here");
     image.format = PNG_FORMAT_RGBA;
     Bytes pixels(PNG_IMAGE_SIZE(image));
     if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr))

@@ -6,11 +6,17 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace tlk {
 
 using Bytes = std::vector<std::uint8_t>;
+
+// Valid as long as the bytes are.
+inline std::string_view AsText(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 inline void Put8(Bytes& bytes, unsigned value) { bytes.push_back(static_cast<std::uint8_t>(value & 0xFF)); }
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "name_list.h"
+
 namespace tlk {
 namespace {
 
@@ -82,16 +84,6 @@ constexpr std::array<std::string_view, 15> kFunctionNames{"shift",  "ctrl", "cap
                                                           "umlaut", "esc",  "back", "enter", "space",
                                                           "tab",    "left", "up",   "right", "down"};
 
-template <class Names>
-std::string Join(const Names& names) {
-    std::string joined;
-    for (std::string_view name : names) {
-        if (!joined.empty()) joined += ", ";
-        joined += name;
-    }
-    return joined;
-}
-
 }  // namespace
 
 const Arrangement* FindArrangement(std::string_view name) {
@@ -100,10 +92,10 @@ const Arrangement* FindArrangement(std::string_view name) {
 }
 
 std::string ArrangementNames() {
-    std::vector<std::string_view> names;
+    std::string names;
     for (const Arrangement& arrangement : kArrangements)
-        names.push_back(arrangement.name);
-    return Join(names);
+        AppendName(names, arrangement.name);
+    return names;
 }
 
 CharacterTable BuiltInCharacters() {
@@ -134,7 +126,12 @@ std::optional<std::uint16_t> FindFunction(std::string_view name) {
     return static_cast<std::uint16_t>(kFirstFunction + (found - kFunctionNames.begin()));
 }
 
-std::string FunctionNames() { return Join(kFunctionNames); }
+std::string FunctionNames() {
+    std::string names;
+    for (std::string_view name : kFunctionNames)
+        AppendName(names, name);
+    return names;
+}
 
 bool IsDigitLineCharacter(char16_t small) {
     return (small >= u'0' && small <= u'9') || small == u'-' || small == u'=';

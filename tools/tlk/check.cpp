@@ -5,25 +5,15 @@
 
 #include "bitmap.h"
 #include "check_parts.h"
+#include "name_list.h"
 
 namespace tlk {
-namespace {
-
-// The panel's share of the screen's height.
-int PanelHeight(Size screen) { return screen.width > screen.height ? screen.height / 3 : screen.height / 4; }
-
-}  // namespace
-
 std::string FormatRemark(const Remark& remark, const std::string& file, const std::string& label) {
     std::string subject;
-    const auto append = [&subject](std::string_view part) {
-        if (!subject.empty()) subject += ", ";
-        subject += part;
-    };
-    if (remark.board) append(BoardName(*remark.board));
+    if (remark.board) AppendName(subject, BoardName(*remark.board));
     for (const std::string& plane : remark.planes)
-        append(plane);
-    if (!remark.key.empty()) append(remark.key);
+        AppendName(subject, plane);
+    if (!remark.key.empty()) AppendName(subject, remark.key);
     std::string line = file;
     if (remark.place) line = remark.place->file + ":" + std::to_string(remark.place->line);
     return line + ": " + label + subject + (subject.empty() ? "" : ": ") + remark.text;
@@ -66,19 +56,6 @@ std::vector<Remark> RemarkList::Take() {
     return std::move(m_Remarks);
 }
 
-Size Screen::Panel(BoardKind board) const {
-    const Size turned = Turned();
-    switch (board) {
-        case BoardKind::Portrait:
-            return {upright.width, PanelHeight(upright)};
-        case BoardKind::Landscape:
-            return {turned.width, PanelHeight(turned)};
-        case BoardKind::Digits:
-            break;
-    }
-    return {upright.width, std::min(PanelHeight(upright), PanelHeight(turned))};
-}
-
 Size UsableArea(const SkinBoard& board, const Screen& screen) {
     const Size panel = screen.Panel(board.kind);
     const Size picture = board.picture.GetSize();
@@ -101,8 +78,6 @@ std::string Text(const Rect& rect) {
     return std::to_string(rect.left) + "," + std::to_string(rect.top) + " to " + std::to_string(rect.right) +
            "," + std::to_string(rect.bottom);
 }
-
-std::string Text(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
 
 std::optional<Size> GuessScreen(const Module& module) {
     const auto sizeOf = [&module](BoardKind board) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "check_parts.h"
+#include "name_list.h"
 
 namespace tlk {
 namespace {
@@ -104,7 +105,7 @@ private:
         m_Lost.insert(key);
         std::string over;
         for (int owner : owners)
-            over += (over.empty() ? "" : ", ") + m_Skin.Describe(AsKey(owner));
+            AppendName(over, m_Skin.Describe(AsKey(owner)));
         Add(key, over.empty() ? "cannot be hit" : "cannot be hit: covered by " + over);
     }
 

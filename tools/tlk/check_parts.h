@@ -41,9 +41,7 @@ struct Screen {
 
     bool IsSquare() const { return upright.width == upright.height; }
     Size Turned() const { return {upright.height, upright.width}; }
-    // What the SIP gives the keyboard. The digit keyboard is the same in both orientations, and only the part
-    // that both have room for can be counted on.
-    Size Panel(BoardKind board) const;
+    Size Panel(BoardKind board) const { return PanelSize(board, upright); }
     // Can the engine come to show this board, if the skin has it?
     bool Uses(BoardKind board) const { return board != BoardKind::Landscape || !IsSquare(); }
 };
@@ -58,7 +56,6 @@ using HitMap = Grid<int>;
 [[nodiscard]] Size UsableArea(const SkinBoard& board, const Screen& screen);
 
 [[nodiscard]] std::string Text(const Rect& rect);
-[[nodiscard]] std::string Text(Size size);
 
 // Would it load: pictures, masks and data as such.
 void CheckLoading(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks);

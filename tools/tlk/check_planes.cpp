@@ -4,6 +4,7 @@
 #include <map>
 
 #include "check_parts.h"
+#include "name_list.h"
 
 namespace tlk {
 namespace {
@@ -68,7 +69,7 @@ private:
     std::string MaskNames(const PlaneSet& planes) const {
         std::string names;
         for (std::size_t plane : planes)
-            names += (names.empty() ? "" : ", ") + MaskResource(m_Board.kind, plane);
+            AppendName(names, MaskResource(m_Board.kind, plane));
         return names;
     }
 

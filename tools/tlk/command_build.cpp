@@ -4,6 +4,7 @@
 #include <iostream>
 #include <memory>
 
+#include "check.h"
 #include "command.h"
 #include "compile.h"
 #include "errors.h"
@@ -13,6 +14,8 @@
 namespace tlk {
 namespace {
 
+constexpr const char* kWarning = "warning: ";
+
 struct Arguments {
     std::string source;
     std::string output;
@@ -20,27 +23,41 @@ struct Arguments {
     std::string screen;
 };
 
+// The source's own font lies where it says, or beside the usual one.
 Font OpenFont(const Skin& skin, const std::string& usual) {
     namespace fs = std::filesystem;
     if (!skin.fontFile) return Font(usual);
     const fs::path own = skin.fontFile->path;
+    const fs::path beside = fs::path(usual).parent_path() / own;
     try {
-        return Font(fs::exists(own) ? own.string() : (fs::path(usual).parent_path() / own).string());
+        if (!fs::exists(own) && !fs::exists(beside))
+            throw FileError("there is no font " + own.string() + ", neither beside the source nor in " +
+                            beside.parent_path().string() + ": name another one");
+        return Font((fs::exists(own) ? own : beside).string());
     } catch (const FileError& error) {
         throw SourceError(skin.fontFile->place, error.what());
     }
 }
 
+void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
+    if (!skin.language2 || skin.HasKey(function_key::kLanguage)) return;
+    Remark remark;
+    remark.text = "[language2] is left out, as no key leads to it: add the key \"lang\" to the rows";
+    remark.place = skin.language2;
+    out << FormatRemark(remark, {}, kWarning) << '\n';
+}
+
 Status Build(const Arguments& arguments) {
     const Bytes text = ReadFile(arguments.source);
     try {
-        const Skin skin = ReadSource({reinterpret_cast<const char*>(text.data()), text.size()},
-                                     arguments.source, arguments.screen);
+        const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen);
         const Font font = OpenFont(skin, arguments.font);
         const Bytes file = WriteModule(CompileSkin(skin, font));
         WriteFile(arguments.output, file);
         const Module module = Module::Parse(file);
-        TellRemarks({module, arguments.output, arguments.screen, &skin.places}, "warning: ", std::cerr);
+        const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
+        TellUnusedLanguage(skin, std::cerr);
+        TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
     } catch (const SourceError& error) {
         FailAt(error, arguments.source);
     }

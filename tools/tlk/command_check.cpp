@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <iostream>
 #include <memory>
 
@@ -13,26 +12,14 @@
 namespace tlk {
 namespace {
 
-constexpr int kSmallestSide = 64;
-constexpr int kLargestSide = 4096;
-
 struct Arguments {
     std::string skin;
     std::string screen;
     std::string source;
 };
 
-// "240x320".
 Size ReadScreen(const std::string& text) {
-    Size size;
-    const char* const pEnd = text.data() + text.size();
-    const auto width = std::from_chars(text.data(), pEnd, size.width);
-    if (width.ec == std::errc{} && width.ptr != pEnd && *width.ptr == 'x') {
-        const auto height = std::from_chars(width.ptr + 1, pEnd, size.height);
-        const bool isRead = height.ec == std::errc{} && height.ptr == pEnd;
-        const auto fits = [](int side) { return side >= kSmallestSide && side <= kLargestSide; };
-        if (isRead && fits(size.width) && fits(size.height)) return size;
-    }
+    if (const auto size = ParseScreen(text)) return *size;
     throw FileError("--screen " + text + ": give width and height in pixels, as in 240x320");
 }
 
@@ -47,9 +34,7 @@ SourcePlaces ReadPlaces(const std::string& source, Size screen) {
     const Bytes text = ReadFile(source);
     try {
         const Size upright{std::min(screen.width, screen.height), std::max(screen.width, screen.height)};
-        return ReadSource({reinterpret_cast<const char*>(text.data()), text.size()}, source,
-                          std::to_string(upright.width) + "x" + std::to_string(upright.height))
-            .places;
+        return ReadSource(AsText(text), source, Text(upright)).places;
     } catch (const SourceError& error) {
         FailAt(error, source);
     }

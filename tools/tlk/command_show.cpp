@@ -5,6 +5,7 @@
 #include "command.h"
 #include "errors.h"
 #include "file.h"
+#include "name_list.h"
 #include "png_file.h"
 #include "preview.h"
 
@@ -46,7 +47,7 @@ View MakeView(const Arguments& arguments, const SkinModule& skin) {
     if (!plane) {
         std::string names;
         for (std::size_t i = 0; i < kPlaneCount; ++i)
-            names += (i == 0 ? "" : ", ") + std::string(PlaneName(i));
+            AppendName(names, PlaneName(i));
         throw FileError("no plane '" + arguments.plane + "': there are " + names);
     }
     View view{*plane, arguments.isLandscape, arguments.hasCapsLock, {}};
@@ -65,11 +66,13 @@ Picture Draw(const Arguments& arguments, const SkinModule& skin) {
 
 Status Show(const Arguments& arguments) {
     const SkinModule skin = ReadSkin(OpenModule(arguments.skin));
+    Picture picture;
     try {
-        WritePng(Draw(arguments, skin), arguments.output);
+        picture = Draw(arguments, skin);
     } catch (const FileError& error) {
         throw FileError(arguments.skin + ": " + error.what());
     }
+    WriteFile(arguments.output, EncodePng(picture));
     return kDone;
 }
 

@@ -8,14 +8,10 @@
 #include "drawing.h"
 #include "errors.h"
 #include "layout.h"
+#include "skin_module.h"
 
 namespace tlk {
 namespace {
-
-// In the order of the character table's slots.
-constexpr std::array<std::string_view, kSlotCount> kMaskNames{
-    "LANG1_SMALL_MASK", "LANG1_LARGE_MASK", "UML1_SMALL_MASK", "UML1_LARGE_MASK",
-    "LANG2_SMALL_MASK", "LANG2_LARGE_MASK", "UML2_SMALL_MASK", "UML2_LARGE_MASK"};
 
 void PutBig16(Bytes& bytes, int value) {
     Put8(bytes, static_cast<unsigned>(value) >> 8);
@@ -59,7 +55,7 @@ Bytes EncodeSecondLanguage(const Skin& skin) {
 class Compilation {
 public:
     Compilation(const Skin& skin, const Font& font)
-        : m_Skin(skin), m_Font(font), m_HasLanguageKey(HasKey(function_key::kLanguage)) {}
+        : m_Skin(skin), m_Font(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
         AddPortrait();
@@ -76,20 +72,20 @@ private:
     void AddPortrait() {
         const Layout layout = LayOut(m_Skin, m_Skin.portrait);
         Plane plane;
-        if (m_Skin.capsRect && !m_Skin.isSquare) {
+        if (m_Skin.capsRect && !m_Skin.HasSquareScreen()) {
             if (const auto area = FindCapsRect(m_Skin, layout)) {
                 Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
                 plane.backspaceFollowsShift = Holds(*area, layout, function_key::kBackspace);
             }
         }
         AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout);
-        AddMasks(layout, plane, "");
+        AddMasks(BoardKind::Portrait, layout, plane);
     }
 
     void AddLandscape(const Board& board) {
         const Layout layout = LayOut(m_Skin, board);
         AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout);
-        AddMasks(layout, Plane{}, "_LS");
+        AddMasks(BoardKind::Landscape, layout, Plane{});
     }
 
     void AddDigits(const Board& board) {
@@ -97,7 +93,7 @@ private:
         AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout);
         Plane plane;
         plane.digits = true;
-        AddMask("DIGIT_MASK", layout, plane);
+        AddMask(MaskResource(BoardKind::Digits, kDigitPlane), layout, plane);
     }
 
     void AddBoard(const char* picture, const char* records, const Layout& layout) {
@@ -107,21 +103,16 @@ private:
         Add(ResourceKind::Data, records, EncodeLayout(layout));
     }
 
-    void AddMasks(const Layout& layout, Plane plane, const std::string& suffix) {
+    void AddMasks(BoardKind board, const Layout& layout, Plane plane) {
         for (plane.slot = 0; plane.slot < kSlotCount; ++plane.slot)
-            if (CanShow(plane)) AddMask(std::string(kMaskNames[plane.slot]) + suffix, layout, plane);
-    }
-
-    bool HasKey(std::uint16_t key) const {
-        return m_Skin.places.contains({BoardKind::Portrait, key}) ||
-               m_Skin.places.contains({BoardKind::Landscape, key});
+            if (CanShow(plane)) AddMask(MaskResource(board, plane.slot), layout, plane);
     }
 
     // A plane that no key brings up is left out. A stroke upwards from the language key is an umlaut key.
     bool CanShow(const Plane& plane) const {
         if (plane.Language() == 1 && !m_HasLanguageKey) return false;
-        if (plane.IsUmlaut() && !m_HasLanguageKey && !HasKey(function_key::kUmlaut)) return false;
-        return !plane.IsLarge() || HasKey(function_key::kShift) || HasKey(function_key::kCaps);
+        if (plane.IsUmlaut() && !m_HasLanguageKey && !m_Skin.HasKey(function_key::kUmlaut)) return false;
+        return !plane.IsLarge() || m_Skin.HasKey(function_key::kShift) || m_Skin.HasKey(function_key::kCaps);
     }
 
     void AddMask(const std::string& name, const Layout& layout, const Plane& plane) {

@@ -53,9 +53,13 @@ private:
 
     void DrawFunction(std::uint16_t key, const Rect& rect) {
         if (const auto icon = IconOf(key)) return DrawIconAt(key, *icon, rect);
-        // The umlaut key shows characters, not a word.
-        const bool isWord = key != function_key::kUmlaut;
-        DrawWord(key, WordOf(key), isWord ? m_Skin.font.words : m_Skin.font.characters, rect);
+        // Small letters with accents need more pixels than a word in capitals, and look no larger for it.
+        constexpr int kMoreForAccents = 2;
+        const int pixels = m_Skin.font.words;
+        DrawWord(key, WordOf(key),
+                 key == function_key::kUmlaut ? std::min(pixels + kMoreForAccents, m_Skin.font.characters)
+                                              : pixels,
+                 rect);
     }
 
     std::optional<Icon> IconOf(std::uint16_t key) const {
@@ -157,7 +161,8 @@ private:
 
     // Where the source gives the key its character, else where it names the key.
     SourcePlace PlaceOf(std::uint16_t key) const {
-        if (const auto found = m_Skin.lines.find(key); found != m_Skin.lines.end()) return found->second;
+        if (const auto found = m_Skin.characterPlaces.find(key); found != m_Skin.characterPlaces.end())
+            return found->second;
         for (const auto& [known, place] : m_Skin.places)
             if (known.second == key) return place;
         return {};

@@ -14,9 +14,6 @@ namespace {
 
 using View = std::span<const std::uint8_t>;
 
-constexpr std::size_t kGroupSize = 8;
-constexpr std::size_t kLocaleHeaderSize = 2;
-
 std::string Hex(unsigned value, int digits) {
     std::ostringstream text;
     text << std::hex << std::uppercase << std::setw(digits) << std::setfill('0') << value;

@@ -1,21 +1,63 @@
 // SPDX-License-Identifier: MIT
 #include "file.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 namespace tlk {
 namespace {
 
+namespace fs = std::filesystem;
+
 // Far more than any source or skin has.
 constexpr std::uintmax_t kLargestFile = 64 << 20;
+
+// What files of one kind begin with alike, skins as well as pictures.
+constexpr std::size_t kMarkSize = 2;
+
+[[noreturn]] void FailToWrite(const std::string& path, const std::string& reason) {
+    throw FileError(path + ": cannot be written (" + reason +
+                    "): name another file, or look after the folder, its rights and free space");
+}
+
+// Not what the author works on, by a slip of the command line: only an older file of the same kind is lost.
+void RequireReplaceable(const std::string& path, const fs::path& target, const Bytes& bytes) {
+    if ((fs::status(target).permissions() & fs::perms::owner_write) == fs::perms::none)
+        FailToWrite(path, "it is write-protected");
+    std::ifstream old(target, std::ios::binary);
+    char mark[kMarkSize]{};
+    old.read(mark, kMarkSize);
+    if (old.gcount() != 0 && AsText(bytes).substr(0, kMarkSize) != std::string_view(mark, kMarkSize))
+        FailToWrite(path, "it holds something else");
+}
+
+std::error_code Write(const fs::path& target, const Bytes& bytes) {
+    errno = 0;
+    std::ofstream file(target, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (file) return {};
+    return {errno == 0 ? EIO : errno, std::generic_category()};
+}
+
+std::error_code Replace(const fs::path& target, const Bytes& bytes) {
+    fs::path part = target;
+    part += ".part";
+    std::error_code error = Write(part, bytes);
+    if (!error) fs::rename(part, target, error);
+    std::error_code ignored;
+    if (error) fs::remove(part, ignored);
+    return error;
+}
 
 }  // namespace
 
 Bytes ReadFile(const std::string& path) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = fs::file_size(path, error);
     if (error) throw FileError(path + ": cannot be read (" + error.message() + ")");
     if (size > kLargestFile) throw FileError(path + ": too large");
     std::ifstream file(path, std::ios::binary);
@@ -34,16 +76,16 @@ Module OpenModule(const std::string& path) {
 }
 
 void WriteFile(const std::string& path, const Bytes& bytes) {
-    const std::string part = path + ".part";
-    std::ofstream file(part, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    file.close();
     std::error_code error;
-    if (file) std::filesystem::rename(part, path, error);
-    if (!file || error) {
-        std::filesystem::remove(part, error);
-        throw FileError(path + ": cannot be written; is the folder there and writable?");
-    }
+    // A link stays one, and what it leads to is replaced.
+    fs::path target = fs::canonical(path, error);
+    if (error) target = path;
+    const fs::file_type type = fs::status(target, error).type();
+    if (type == fs::file_type::regular) RequireReplaceable(path, target, bytes);
+    // Devices and pipes are written to, never replaced.
+    const bool isFile = type == fs::file_type::regular || type == fs::file_type::not_found;
+    error = isFile ? Replace(target, bytes) : Write(target, bytes);
+    if (error) FailToWrite(path, error.message());
 }
 
 void FailAt(const SourceError& error, const std::string& source) {

@@ -15,7 +15,8 @@ namespace tlk {
 // A library file by its path. Throws FileError, which names the file.
 [[nodiscard]] Module OpenModule(const std::string& path);
 
-// A file that could not be written whole is not left behind, and an older one not lost. Throws FileError.
+// A file that could not be written whole is not left behind, and an older one not lost; one that is
+// write-protected or begins in another way, which is no file of this kind, is not replaced. Throws FileError.
 void WriteFile(const std::string& path, const Bytes& bytes);
 
 // Throws the fault of a source as a FileError, with its file and line in front; `source` is the file when the

@@ -24,7 +24,6 @@ public:
     Font(Font&&) noexcept;
     Font& operator=(Font&&) noexcept;
 
-    const std::string& Path() const { return m_Path; }
     bool Has(char16_t character) const;
     // `pixels` is the size of the em. The glyph is cropped to its ink.
     [[nodiscard]] Glyph Draw(std::u16string_view word, int pixels) const;

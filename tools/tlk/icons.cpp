@@ -5,6 +5,7 @@
 #include <array>
 
 #include "ink.h"
+#include "name_list.h"
 
 namespace tlk {
 namespace {
@@ -296,7 +297,7 @@ std::optional<Icon> FindIcon(std::string_view name) {
 std::string IconNames() {
     std::string names;
     for (const auto& [name, icon] : kNames)
-        names += (names.empty() ? "" : ", ") + std::string(name);
+        AppendName(names, name);
     return names;
 }
 

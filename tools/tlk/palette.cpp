@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "palette.h"
 
+#include "name_list.h"
+
 namespace tlk {
 namespace {
 
@@ -53,7 +55,7 @@ std::optional<Palette> FindPalette(std::string_view name) {
 std::string PaletteNames() {
     std::string names;
     for (const NamedPalette& known : kPalettes)
-        names += (names.empty() ? "" : ", ") + std::string(known.name);
+        AppendName(names, known.name);
     return names;
 }
 

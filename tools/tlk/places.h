@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-namespace tlk {
+#include "boards.h"
 
-enum class BoardKind { Portrait, Landscape, Digits };
+namespace tlk {
 
 struct SourcePlace {
     std::string file;

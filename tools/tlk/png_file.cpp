@@ -3,12 +3,14 @@
 
 #include <png.h>
 
+#include <string>
+
 #include "errors.h"
 
 namespace tlk {
 
-void WritePng(const Picture& picture, const std::string& path) {
-    std::vector<png_byte> pixels;
+Bytes EncodePng(const Picture& picture) {
+    Bytes pixels;
     pixels.reserve(picture.Pixels().size() * 3);
     for (const Color& color : picture.Pixels())
         pixels.insert(pixels.end(), {color.red, color.green, color.blue});
@@ -17,8 +19,13 @@ void WritePng(const Picture& picture, const std::string& path) {
     image.width = static_cast<png_uint_32>(picture.GetSize().width);
     image.height = static_cast<png_uint_32>(picture.GetSize().height);
     image.format = PNG_FORMAT_RGB;
-    if (png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr) == 0)
-        throw FileError(path + ": cannot be written (" + image.message + ")");
+    // An upper bound; the call says how much of it was used.
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    Bytes file(size);
+    if (png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr) == 0)
+        throw FileError(std::string("the picture cannot be written as PNG (") + image.message + ")");
+    file.resize(size);
+    return file;
 }
 
 }  // namespace tlk

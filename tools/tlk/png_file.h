@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-
+#include "bytes.h"
 #include "grid.h"
 
 namespace tlk {
 
-// Throws FileError.
-void WritePng(const Picture& picture, const std::string& path);
+// The picture as the content of a PNG file, three bytes per pixel. Throws FileError.
+[[nodiscard]] Bytes EncodePng(const Picture& picture);
 
 }  // namespace tlk

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "errors.h"
+#include "name_list.h"
 
 namespace tlk {
 namespace {
@@ -132,7 +133,7 @@ std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view 
     std::string names;
     for (const auto& [key, rects] : layout) {
         if (skin.NameOf(key) == name) return key;
-        names += (names.empty() ? "" : " ") + skin.NameOf(key);
+        AppendName(names, skin.NameOf(key), " ");
     }
     std::uint16_t index = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), index);

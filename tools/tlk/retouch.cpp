@@ -14,6 +14,10 @@ constexpr int kTallestRetouched = 10;
 // The capitals that the marks are drawn for.
 constexpr int kDrawnFor = 8;
 
+// Letters in a ring: at one height of capitals the font's lines run together, a pixel below they do not.
+constexpr std::u16string_view kRings = u"\u00A9\u00AE";
+constexpr int kFilledRings = 9;
+
 // What goes with the upper edge of the capitals moves up with it; some fit one height only.
 enum class Align { Baseline, Capitals, Exact };
 
@@ -93,17 +97,33 @@ Glyph SetAccent(const Glyph& letter, const Mask& accent, int gap) {
     return glyph;
 }
 
+// The font runs the accent of this capital into its slope.
+constexpr char16_t kAlphaWithTonos = u'\u0386';
+
+Glyph SetAccentBeside(const Glyph& letter, const Mask& accent) {
+    const Size base = letter.ink.GetSize();
+    Glyph glyph{Mask({base.width + 1, base.height}, 0), letter.ascent};
+    Paste(glyph.ink, letter.ink, 1, 0, 1);
+    Paste(glyph.ink, accent, 0, 0, 1);
+    return glyph;
+}
+
 }  // namespace
 
 std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, int pixels) {
     const int capHeight = font.CapHeight(pixels);
     if (capHeight > kTallestRetouched) return std::nullopt;
     // The marks of bold faces are clear enough as they are.
-    if (font.Draw(u"l", pixels).ink.GetSize().width == 1)
+    if (font.Draw(u"l", pixels).ink.GetSize().width == 1) {
         for (const HandDrawn& mark : HandDrawnMarks())
             if (mark.character == character && (mark.align != Align::Exact || capHeight == kDrawnFor))
                 return Glyph{ToInk(mark.rows),
                              mark.ascent + (mark.align == Align::Capitals ? capHeight - kDrawnFor : 0)};
+        if (capHeight == kFilledRings && kRings.find(character) != std::u16string_view::npos)
+            return font.Draw({&character, 1}, pixels - 1);
+    }
+    if (character == kAlphaWithTonos && font.Has(u'\u0391'))
+        return SetAccentBeside(font.Draw(u"\u0391", pixels), ToInk({".#", "#."}));
     for (const Accent& accent : Accents()) {
         const std::size_t place = accent.accented.find(character);
         if (place == std::u16string_view::npos) continue;

@@ -71,7 +71,7 @@ struct Skin {
     const Arrangement* arrangement = nullptr;
     CharacterTable characters;
     // Where the source gives a key of language 2, for messages about its characters.
-    std::map<std::uint16_t, SourcePlace> lines;
+    std::map<std::uint16_t, SourcePlace> characterPlaces;
     std::array<std::u16string, 2> languageNames{u"1", u"2"};
     Palette palette;
     FontSizes font;
@@ -79,8 +79,9 @@ struct Skin {
     std::optional<FontFile> fontFile;
     // Lines of the drawing are this many pixels thick.
     int scale = 1;
-    // Its screen has no turned side: the engine never splits the picture at the CAPS rectangle there.
-    bool isSquare = false;
+    // The upright screen that it is built for; nothing when the source lists none and sizes its boards
+    // itself.
+    std::optional<Size> screen;
     bool capsRect = true;
     bool swipeOnly = false;
     std::map<std::uint16_t, Label> labels;
@@ -89,7 +90,16 @@ struct Skin {
     std::optional<Board> digits;
     // By the name of the resource that it replaces.
     std::map<std::string, ArtFile> art;
+    // The table of language 2, when the source has one.
+    std::optional<SourcePlace> language2;
     SourcePlaces places;
+
+    // Such a screen has no turned side: the engine never splits the picture at the CAPS rectangle there.
+    bool HasSquareScreen() const { return screen && screen->width == screen->height; }
+    // On one of the two character keyboards.
+    bool HasKey(std::uint16_t key) const {
+        return places.contains({BoardKind::Portrait, key}) || places.contains({BoardKind::Landscape, key});
+    }
 };
 
 }  // namespace tlk

@@ -23,8 +23,6 @@ constexpr std::int64_t kMostCover = 16;
 
 constexpr std::size_t kLanguage2Slot = 4;
 constexpr std::size_t kGroupUnits = 4;
-constexpr std::size_t kGroupSize = kGroupUnits * 2;
-constexpr std::size_t kLocaleHeaderSize = 2;
 
 int Big16(View bytes, std::size_t offset) { return bytes[offset] << 8 | bytes[offset + 1]; }
 
@@ -101,18 +99,6 @@ std::optional<std::size_t> FindPlane(std::string_view name) {
     const auto found = std::ranges::find(kPlanes, name);
     if (found == kPlanes.end()) return std::nullopt;
     return static_cast<std::size_t>(found - kPlanes.begin());
-}
-
-std::string_view BoardName(BoardKind board) {
-    switch (board) {
-        case BoardKind::Portrait:
-            return "portrait";
-        case BoardKind::Landscape:
-            return "landscape";
-        case BoardKind::Digits:
-            break;
-    }
-    return "digits";
 }
 
 std::string_view PictureResource(BoardKind board) {

@@ -20,10 +20,14 @@ namespace tlk {
 inline constexpr std::size_t kDigitPlane = kSlotCount;
 inline constexpr std::size_t kPlaneCount = kSlotCount + 1;
 
+// Bytes of a layout record, and of what LOCALE_CHARSET begins with and has for each key.
+inline constexpr std::size_t kRecordSize = 16;
+inline constexpr std::size_t kLocaleHeaderSize = 2;
+inline constexpr std::size_t kGroupSize = 8;
+
 // As the command line and the remarks name them: "lng1-small", ..., "uml2-large", "digit".
 [[nodiscard]] std::string_view PlaneName(std::size_t plane);
 [[nodiscard]] std::optional<std::size_t> FindPlane(std::string_view name);
-[[nodiscard]] std::string_view BoardName(BoardKind board);
 
 // Names of the resources of a board. Of the planes, a board has either the first eight or the last one.
 [[nodiscard]] std::string_view PictureResource(BoardKind board);
@@ -74,8 +78,6 @@ struct SkinModule {
 private:
     bool HasName(std::uint16_t key) const;
 };
-
-inline constexpr std::size_t kRecordSize = 16;
 
 // Ends a layout early that no keyboard has, with thousands of records or rectangles that all cover
 // everything.

@@ -2,12 +2,12 @@
 #include "source.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <utility>
 
 #include "art.h"
+#include "name_list.h"
 #include "source_boards.h"
 #include "source_files.h"
 
@@ -17,15 +17,11 @@ namespace {
 // The screens that lines one pixel thick are made for.
 constexpr double kPlainWidth = 240;
 
-std::optional<Size> ParseScreen(std::string_view text) {
-    Size size;
-    const char* end = text.data() + text.size();
-    const auto [times, widthError] = std::from_chars(text.data(), end, size.width);
-    if (widthError != std::errc{} || times == end || *times != 'x') return std::nullopt;
-    const auto [stop, heightError] = std::from_chars(times + 1, end, size.height);
-    if (heightError != std::errc{} || stop != end) return std::nullopt;
-    if (size.width < 64 || size.height < size.width || size.height > 2048) return std::nullopt;
-    return size;
+constexpr int kLargestHeight = 2048;
+
+std::optional<Size> ParseUprightScreen(std::string_view text) {
+    const auto size = ParseScreen(text);
+    return size && size->width <= size->height && size->height <= kLargestHeight ? size : std::nullopt;
 }
 
 class SourceReader {
@@ -43,7 +39,7 @@ public:
         ReadFont(file);
         ReadPalette(file);
         ReadLabels(file);
-        ReadBoards(file, m_Screen, m_Skin);
+        ReadBoards(file, m_Skin);
         ReadArt(file);
         ReadLanguages(file);
         m_Skin.scale = std::max(1, static_cast<int>(std::lround(m_Skin.portrait.size.width / kPlainWidth)));
@@ -63,18 +59,17 @@ private:
         std::string chosen;
         for (const toml::node& node : *screens) {
             const std::string_view name = ReadString(node, "each of 'screens'");
-            if (!ParseScreen(name))
+            if (!ParseUprightScreen(name))
                 Fail(node,
                      "each of 'screens' must be width and height of an upright screen, such as \"240x320\"");
-            list += (list.empty() ? "" : ", ") + std::string(name);
+            AppendName(list, name);
             if (chosen.empty() && (m_WantedScreen.empty() || m_WantedScreen == name)) chosen = name;
         }
         if (chosen.empty())
             Fail(*screens, "this skin is not for the screen " + std::string(m_WantedScreen) + ": use " +
                                list + ", or add it to 'screens'");
         RequireListed(file, list);
-        m_Screen = ParseScreen(chosen);
-        m_Skin.isSquare = m_Screen->width == m_Screen->height;
+        m_Skin.screen = ParseUprightScreen(chosen);
         ApplyScreen(m_Root, chosen);
     }
 
@@ -159,7 +154,7 @@ private:
         std::string names;
         for (const auto& [name, value] : choices) {
             if (name == text) return value;
-            names += (names.empty() ? "" : ", ") + std::string(name);
+            AppendName(names, name);
         }
         Fail(*node, section.Describe(key) + " must be one of " + names);
     }
@@ -194,6 +189,7 @@ private:
         }
         if (const auto language = FindTable(file, "language2")) {
             AllowKeys(*language, {"name", "keys", "umlaut"});
+            m_Skin.language2 = PlaceOf(*language->table);
             ReadLanguageName(*language, 1);
             ReadCharacters(*language, "keys", 4);
             ReadCharacters(*language, "umlaut", 6);
@@ -232,12 +228,11 @@ private:
         CharacterEntry& entry = m_Skin.characters[key];
         entry[slot] = typed.empty() ? u'\0' : typed.front();
         entry[slot + 1] = typed.empty() ? u'\0' : typed.back();
-        m_Skin.lines[key] = PlaceOf(node);
+        m_Skin.characterPlaces[key] = PlaceOf(node);
     }
 
     toml::table& m_Root;
     std::string_view m_WantedScreen;
-    std::optional<Size> m_Screen;
     Skin m_Skin;
 };
 

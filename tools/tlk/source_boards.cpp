@@ -11,50 +11,19 @@ namespace {
 constexpr int kLargestSide = 2048;
 constexpr double kLargestWeight = 10000;
 
-// What the SIP gives the keyboard of a screen.
-int PanelHeight(Size screen) { return screen.width > screen.height ? screen.height / 3 : screen.height / 4; }
-
-const char* NameOf(BoardKind kind) {
-    switch (kind) {
-        case BoardKind::Portrait:
-            return "portrait";
-        case BoardKind::Landscape:
-            return "landscape";
-        case BoardKind::Digits:
-            break;
-    }
-    return "digits";
-}
-
-// The size that a board has without one of its own; the digit keyboard serves both orientations.
-std::optional<Size> UsualSize(BoardKind kind, std::optional<Size> screen) {
-    if (!screen) return std::nullopt;
-    const Size turned{screen->height, screen->width};
-    switch (kind) {
-        case BoardKind::Portrait:
-            return Size{screen->width, PanelHeight(*screen)};
-        case BoardKind::Landscape:
-            return Size{turned.width, PanelHeight(turned)};
-        case BoardKind::Digits:
-            break;
-    }
-    return Size{screen->width, std::min(PanelHeight(*screen), PanelHeight(turned))};
-}
-
 double ReadWeight(std::string_view text, const toml::node& node, std::string_view key) {
     double weight = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, weight);
     // Negated, so that "nan" is refused too.
     if (error != std::errc{} || stop != end || !(weight > 0 && weight <= kLargestWeight))
-        Fail(node, "key " + Quote(key) + " needs a weight above 0 after its ':'");
+        Fail(node, "key " + Quote(key) + " needs a weight above 0 after its ':', 10000 at most");
     return weight;
 }
 
 class BoardReader {
 public:
-    BoardReader(const Section& file, std::optional<Size> screen, Skin& skin)
-        : m_File(file), m_Screen(screen), m_Skin(skin) {}
+    BoardReader(const Section& file, Skin& skin) : m_File(file), m_Skin(skin) {}
 
     void Run() {
         const auto portrait = FindTable(m_File, "portrait");
@@ -80,10 +49,10 @@ private:
 
     // A known screen that can be turned always has it: without, the engine refuses the skin there.
     void ReadLandscape(const Section& portrait) {
-        if (m_Screen && m_Screen->width == m_Screen->height) return;
+        if (m_Skin.HasSquareScreen()) return;
         if (const auto landscape = FindTable(m_File, "landscape"))
             m_Skin.landscape = ReadBoard(BoardKind::Landscape, *landscape, &m_Skin.portrait);
-        else if (m_Screen)
+        else if (m_Skin.screen)
             m_Skin.landscape =
                 ReadBoard(BoardKind::Landscape, Section{portrait.name, &m_Nothing}, &m_Skin.portrait);
     }
@@ -119,7 +88,7 @@ private:
             return {ReadInteger(*size->get(0), what, 16, kLargestSide),
                     ReadInteger(*size->get(1), what, 16, kLargestSide)};
         }
-        if (const auto usual = UsualSize(kind, m_Screen)) return *usual;
+        if (m_Skin.screen) return PanelSize(kind, *m_Skin.screen);
         if (kind == BoardKind::Digits) return m_Skin.portrait.size;
         Fail(*section.table, "[" + section.name +
                                  "] needs its size: list the 'screens' of this skin, or add size = [width, "
@@ -171,7 +140,7 @@ private:
     void ReadChange(const toml::node& node) {
         if (!node.is_table()) Fail(node, "'key' must be a table: write [[key]]");
         const Section section{"key", node.as_table()};
-        AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "icon", "face"});
+        AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "face"});
         const toml::node* key = section.Find("key");
         if (!key) Fail(node, "[[key]] must say which: add key = \"...\"");
         const std::string_view name = ReadString(*key, "'key.key'");
@@ -235,7 +204,7 @@ private:
         const std::string_view name = ReadString(*node, "'key.board'");
         if (name != "portrait" && name != "landscape" && name != "digits")
             Fail(*node, "'key.board' must be portrait, landscape or digits");
-        return name == NameOf(kind);
+        return name == BoardName(kind);
     }
 
     Board* FindBoard(BoardKind kind) {
@@ -269,16 +238,13 @@ private:
     }
 
     const Section& m_File;
-    std::optional<Size> m_Screen;
     Skin& m_Skin;
     toml::table m_Nothing;
 };
 
 }  // namespace
 
-void ReadBoards(const Section& file, std::optional<Size> screen, Skin& skin) {
-    BoardReader(file, screen, skin).Run();
-}
+void ReadBoards(const Section& file, Skin& skin) { BoardReader(file, skin).Run(); }
 
 Label ReadLabel(const toml::node& node, const std::string& what) {
     Label label{{}, std::nullopt, PlaceOf(node)};

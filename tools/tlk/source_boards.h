@@ -7,9 +7,10 @@
 
 namespace tlk {
 
-// Reads [portrait], [landscape], [digits] and [[key]] into the skin, whose arrangement, characters and labels
-// have been read. `screen` gives the pictures' sizes unless they have their own. Throws SourceError.
-void ReadBoards(const Section& file, std::optional<Size> screen, Skin& skin);
+// Reads [portrait], [landscape], [digits] and [[key]] into the skin, whose arrangement, characters and
+// palette have been read. Its screen gives the pictures' sizes unless they have their own. Throws
+// SourceError.
+void ReadBoards(const Section& file, Skin& skin);
 
 // {icon = "..."} or a word.
 [[nodiscard]] Label ReadLabel(const toml::node& node, const std::string& what);

@@ -10,11 +10,18 @@
 namespace tlk {
 namespace {
 
+// Far more than anybody overlooks; each is a call deeper.
+constexpr std::size_t kLongestChain = 100;
+
 toml::table Parse(std::string_view text, const std::string& path) {
     try {
         return toml::parse(text, path);
     } catch (const toml::parse_error& error) {
-        throw SourceError({path, error.source().begin.line}, std::string(error.description()));
+        // Told where the reader stopped, which is often behind the slip.
+        std::string reason(error.description());
+        if (reason.find("expected") != std::string::npos)
+            reason += ": look for a missing quote, comma or bracket, here or in the line above";
+        throw SourceError({path, error.source().begin.line}, reason);
     }
 }
 
@@ -25,7 +32,7 @@ toml::table ReadNamedFile(const toml::node& node, const std::string& path) {
     } catch (const FileError& error) {
         Fail(node, error.what());
     }
-    return Parse({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, path);
+    return Parse(AsText(bytes), path);
 }
 
 // Entries of an array of tables follow each other; any other value replaces the one before. Nodes are moved,
@@ -50,6 +57,9 @@ toml::table ReadChain(toml::table own, std::vector<std::string>& chain) {
     const std::string path = ResolvePath(*node, ReadString(*node, "'based_on'"));
     if (std::ranges::find(chain, path) != chain.end())
         Fail(*node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
+    if (chain.size() == kLongestChain)
+        Fail(*node, "'based_on' leads through more than " + std::to_string(kLongestChain) +
+                        " sources: base this one on a nearer one");
     chain.push_back(path);
     toml::table base = ReadChain(ReadNamedFile(*node, path), chain);
     own.erase("based_on");

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "characters.h"
+#include "name_list.h"
 
 namespace tlk {
 
@@ -42,7 +43,7 @@ std::u16string ToUtf16(std::string_view text, const toml::node& node) {
 void AllowKeys(const Section& section, std::initializer_list<std::string_view> known) {
     std::string list;
     for (std::string_view name : known)
-        list += (list.empty() ? "" : ", ") + std::string(name);
+        AppendName(list, name);
     for (const auto& [key, value] : *section.table)
         if (std::ranges::find(known, key.str()) == known.end())
             Fail(value, "there is no setting " + section.Describe(key.str()) + ": use " + list);
@@ -62,7 +63,8 @@ const toml::array* FindArray(const Section& section, std::string_view key, std::
     const toml::array* array = node->as_array();
     if (!array || array->empty() || (size != 0 && array->size() != size))
         Fail(*node, section.Describe(key) + " must be a list of " +
-                        (size == 0 ? "at least one value" : std::to_string(size) + " values"));
+                        (size == 0 ? "at least one value" : std::to_string(size) + " values") +
+                        ": write it in [ ] with commas between them");
     return array;
 }
 
@@ -104,11 +106,12 @@ Shade ReadShade(const toml::node& node, const std::string& what) {
     }
     const toml::array* pair = node.as_array();
     if (!pair || pair->size() != 2)
-        Fail(node, what + " must be one colour, or a list of 2 values: top and bottom");
+        Fail(node, what + " must be one colour such as \"#C0D0E0\", or a list of 2: top and bottom");
     return {ReadColor(*pair->get(0), "each of " + what), ReadColor(*pair->get(1), "each of " + what)};
 }
 
 std::string ResolvePath(const toml::node& node, std::string_view path) {
+    if (path.empty()) Fail(node, "the name of a file must not be empty");
     return (std::filesystem::path(PlaceOf(node).file).parent_path() / path).lexically_normal().string();
 }
 

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tlk {
+
+// Lists of names in messages: "light, dark, contrast".
+inline void AppendName(std::string& list, std::string_view name, std::string_view separator = ", ") {
+    if (!list.empty()) list += separator;
+    list += name;
+}
+
+}  // namespace tlk
