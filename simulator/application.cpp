@@ -19,8 +19,6 @@ enum Command : UINT {
 // While a script runs, time stands still, so that its pictures are the same in every run.
 constexpr char16_t timeOfScripts[] = u"12:00";
 
-bool IsSameSize(SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; }
-
 }  // namespace
 
 Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_time(timeOfScripts) {
@@ -53,7 +51,7 @@ void Application::LayOut(const RECT& visibleDesktop) {
     if (!sameScreen) {
         m_menu->Close();
         MoveTo({0, 0, screen.cx, screen.cy});
-        m_titleFont.Create(Scaled(screen, 13), FW_BOLD);
+        SetFont(Scaled(screen, 13), FW_BOLD);
         m_edit->SetFontHeight(Scaled(screen, 12));
         m_bar->MoveTo({0, screen.cy - BarHeight(screen), screen.cx, screen.cy});
         m_bar->LayOut(screen);
@@ -72,13 +70,6 @@ void Application::SetTime(const std::u16string& time) {
     InvalidateRect(Handle(), &title, FALSE);
 }
 
-bool Application::IsOnBar(POINT screenPoint) const {
-    const RECT area = m_bar->ClientArea();
-    ScreenToClient(m_bar->Handle(), &screenPoint);
-    return screenPoint.x >= 0 && screenPoint.x < area.right && screenPoint.y >= 0 &&
-           screenPoint.y < area.bottom;
-}
-
 LRESULT Application::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
@@ -86,12 +77,8 @@ LRESULT Application::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
             if (!wParam) m_menu->Close();
             return 0;
-        case WM_PAINT:
-            return OnPaint(), 0;
-        case WM_ERASEBKGND:
-            return 1;
         default:
-            return DefWindowProcW(Handle(), message, wParam, lParam);
+            return BoundWindow::OnMessage(message, wParam, lParam);
     }
 }
 
@@ -136,17 +123,13 @@ std::vector<MenuItem> Application::EditMenu() const {
 
 RECT Application::TitleBar() const { return {0, 0, m_screen.cx, BarHeight(m_screen)}; }
 
-void Application::OnPaint() {
-    const PaintCycle paint(Handle());
-    if (!paint.Get()) return;
+void Application::Draw(HDC dc) {
     const RECT title = TitleBar();
-    FillArea(paint.Get(), ClientArea(), GetSysColor(COLOR_WINDOW));
-    FillArea(paint.Get(), title, GetSysColor(COLOR_ACTIVECAPTION));
-    const Selection selection(paint.Get(), m_titleFont.Get());
-    SetBkMode(paint.Get(), TRANSPARENT);
-    SetTextColor(paint.Get(), GetSysColor(COLOR_CAPTIONTEXT));
+    FillArea(dc, ClientArea(), GetSysColor(COLOR_WINDOW));
+    FillArea(dc, title, GetSysColor(COLOR_ACTIVECAPTION));
+    SetTextColor(dc, GetSysColor(COLOR_CAPTIONTEXT));
     RECT place{Scaled(m_screen, 8), title.top, title.right - Scaled(m_screen, 8), title.bottom};
     constexpr UINT format = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
-    DrawTextW(paint.Get(), TEXT("Notes"), -1, &place, format | DT_LEFT);
-    DrawTextW(paint.Get(), m_time.c_str(), -1, &place, format | DT_RIGHT);
+    DrawTextW(dc, TEXT("Notes"), -1, &place, format | DT_LEFT);
+    DrawTextW(dc, m_time.c_str(), -1, &place, format | DT_RIGHT);
 }

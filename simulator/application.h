@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "bound_window.h"
-#include "drawing.h"
 #include "edit_field.h"
 #include "menu_bar.h"
 #include "popup_menu.h"
@@ -37,19 +36,18 @@ public:
     // The time of day in the title bar.
     void SetTime(const std::u16string& time);
     void SetKeyboardPicture(host::Picture picture) { m_bar->SetPicture(std::move(picture)); }
-    // On the menu bar?
-    bool IsOnBar(POINT screenPoint) const;
+    // The pen falls through a menu bar that is not enabled.
+    void EnableBar(BOOL enable) { EnableWindow(m_bar->Handle(), enable); }
 
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnCommand(UINT id);
-    void OnPaint();
+    void Draw(HDC dc) override;
     void OpenMenu(UINT id, std::vector<MenuItem> items, PopupMenu::Side side);
     std::vector<MenuItem> EditMenu() const;
     RECT TitleBar() const;
 
     KeyboardSwitch& m_keyboard;
-    Font m_titleFont;
     SIZE m_screen{};
     RECT m_visibleDesktop{};
     std::u16string m_time;

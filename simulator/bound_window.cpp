@@ -3,6 +3,19 @@
 
 #include <host_control.h>
 
+namespace {
+
+// The place in the client area that a pen message names.
+POINT PenPosition(LPARAM position) {
+    return {static_cast<SHORT>(LOWORD(position)), static_cast<SHORT>(HIWORD(position))};
+}
+
+}  // namespace
+
+bool Contains(const RECT& area, POINT point) {
+    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
+}
+
 void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
                          DWORD extendedStyle) {
     const host::PlatformScope scope;
@@ -47,4 +60,38 @@ LRESULT CALLBACK BoundWindow::HandleMessage(HWND window, UINT message, WPARAM wP
     auto* object = reinterpret_cast<BoundWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     return object ? object->OnMessage(message, wParam, lParam)
                   : DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT BoundWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            return OnPenDown(PenPosition(lParam)), 0;
+        case WM_MOUSEMOVE:
+            return OnPenMove(PenPosition(lParam)), 0;
+        case WM_LBUTTONUP:
+            return OnPenUp(PenPosition(lParam)), 0;
+        case WM_PAINT:
+            return OnPaint(), 0;
+        case WM_ERASEBKGND:
+            return 1;
+        default:
+            return DefWindowProcW(m_window, message, wParam, lParam);
+    }
+}
+
+void BoundWindow::OnPaint() {
+    const PaintCycle paint(m_window);
+    if (!paint.Get()) return;
+    const Selection selection(paint.Get(), m_font.Get());
+    SetBkMode(paint.Get(), TRANSPARENT);
+    Draw(paint.Get());
+}
+
+SIZE BoundWindow::Measure(std::u16string_view text) const {
+    const WindowContext context(m_window);
+    const Selection selection(context.Get(), m_font.Get());
+    SIZE size{};
+    GetTextExtentPoint32W(context.Get(), text.data(), static_cast<int>(text.size()), &size);
+    return size;
 }

@@ -3,7 +3,14 @@
 
 #include <windows.h>
 
-// A window of the simulator's own, bound to its object. The object owns the window.
+#include <string_view>
+
+#include "drawing.h"
+
+bool Contains(const RECT& area, POINT point);
+
+// A window of the simulator's own, bound to its object, which draws its text in one font. The object owns the
+// window.
 class BoundWindow {
 public:
     BoundWindow() = default;
@@ -24,11 +31,24 @@ protected:
                 DWORD extendedStyle = 0);
     // From then on no message reaches the object.
     void Destroy();
-    virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
     void Invalidate() const { InvalidateRect(m_window, nullptr, FALSE); }
+    void SetFont(int height, int weight) { m_font.Create(height, weight); }
+    // Of the text in the window's font; nothing where that cannot be measured.
+    SIZE Measure(std::u16string_view text) const;
+
+    // Passes on what it does not handle to this class.
+    virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // All of the client area. The font is selected, and text leaves what is behind it.
+    virtual void Draw(HDC dc) = 0;
+    // In client coordinates. A double tap's second half is a pen-down too.
+    virtual void OnPenDown(POINT) {}
+    virtual void OnPenMove(POINT) {}
+    virtual void OnPenUp(POINT) {}
 
 private:
     static LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void OnPaint();
 
     HWND m_window = nullptr;
+    Font m_font;
 };

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a person at the handheld changes about it: its skins and its time.
+#include <sip_layout.h>
+
 #include <algorithm>
 
 #include "commands.h"
@@ -8,10 +10,7 @@
 
 namespace {
 
-void Skins(Session&, const Arguments& arguments) {
-    const host::ScreenView screen = host::Screen();
-    InstallSkins(arguments.Text(0), {screen.width, screen.height});
-}
+void Skins(Session&, const Arguments& arguments) { InstallSkins(arguments.Text(0), ScreenSize()); }
 
 // A keyboard that has been given another skin waits until it is shown again.
 void DrawPanelAnew(Session& session) {

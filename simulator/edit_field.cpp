@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <span>
 
-#include "pen_position.h"
 #include "text.h"
 
 namespace {
@@ -56,14 +55,11 @@ EditField::EditField(HWND parent, const RECT& bounds) {
 }
 
 void EditField::SetFontHeight(int height) {
-    m_font.Create(height, FW_NORMAL);
+    SetFont(height, FW_NORMAL);
     m_margin = height / 3;
     m_caretWidth = std::max(height / 12, 1);
     m_widths.clear();
-    const WindowContext context(Handle());
-    const Selection selection(context.Get(), m_font.Get());
-    SIZE size{};
-    if (GetTextExtentPoint32W(context.Get(), TEXT("x"), 1, &size)) m_lineHeight = std::max<int>(size.cy, 1);
+    m_lineHeight = std::max<int>(Measure(u"x").cy, 1);
     OnChanged();
 }
 
@@ -73,31 +69,17 @@ LRESULT EditField::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return OnKey(static_cast<UINT>(wParam)), 0;
         case WM_CHAR:
             return OnCharacter(static_cast<WCHAR>(wParam)), 0;
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-            m_penDown = true;
-            SetFocus(Handle());
-            SetCapture(Handle());
-            return OnPen(PenPosition(lParam), FromShift()), 0;
         case WM_MOUSEMOVE:
             m_penDown = m_penDown && (wParam & MK_LBUTTON) != 0;
-            if (m_penDown) OnPen(PenPosition(lParam), Selecting::Yes);
-            return 0;
-        case WM_LBUTTONUP:
-            m_penDown = false;
-            if (GetCapture() == Handle()) ReleaseCapture();
-            return 0;
+            break;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
         case WM_SIZE:
             return OnChanged(), 0;
-        case WM_PAINT:
-            return OnPaint(), 0;
-        case WM_ERASEBKGND:
-            return 1;
         default:
-            return DefWindowProcW(Handle(), message, wParam, lParam);
+            break;
     }
+    return BoundWindow::OnMessage(message, wParam, lParam);
 }
 
 void EditField::OnKey(UINT virtualKey) {
@@ -126,7 +108,23 @@ void EditField::OnCharacter(WCHAR character) {
     OnChanged();
 }
 
-void EditField::OnPen(POINT point, Selecting selecting) {
+void EditField::OnPenDown(POINT point) {
+    m_penDown = true;
+    SetFocus(Handle());
+    SetCapture(Handle());
+    SetCaret(point, FromShift());
+}
+
+void EditField::OnPenMove(POINT point) {
+    if (m_penDown) SetCaret(point, Selecting::Yes);
+}
+
+void EditField::OnPenUp(POINT) {
+    m_penDown = false;
+    if (GetCapture() == Handle()) ReleaseCapture();
+}
+
+void EditField::SetCaret(POINT point, Selecting selecting) {
     const EditLayout layout = LayOut();
     const int row = (static_cast<int>(point.y) - m_margin) / m_lineHeight + static_cast<int>(m_topLine);
     const int last = static_cast<int>(layout.Lines().size()) - 1;
@@ -198,20 +196,16 @@ void EditField::OnChanged() {
     Invalidate();
 }
 
-void EditField::OnPaint() {
-    const PaintCycle paint(Handle());
-    if (!paint.Get()) return;
+void EditField::Draw(HDC dc) {
     const RECT area = ClientArea();
-    FillArea(paint.Get(), area, GetSysColor(COLOR_WINDOW));
-    const Selection selection(paint.Get(), m_font.Get());
-    SetBkMode(paint.Get(), TRANSPARENT);
+    FillArea(dc, area, GetSysColor(COLOR_WINDOW));
     const EditLayout layout = LayOut();
     int top = m_margin;
     for (std::size_t line = m_topLine; line < layout.Lines().size() && top < area.bottom; ++line) {
-        DrawLine(paint.Get(), layout.Lines()[line], top);
+        DrawLine(dc, layout.Lines()[line], top);
         top += m_lineHeight;
     }
-    if (GetFocus() == Handle() && !m_text.HasSelection()) DrawCaret(paint.Get(), layout);
+    if (GetFocus() == Handle() && !m_text.HasSelection()) DrawCaret(dc, layout);
 }
 
 // Character by character, so that each stands where the layout has it.
@@ -219,7 +213,7 @@ void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
     int x = m_margin;
     for (std::size_t i = line.start; i < line.end;) {
         const std::u16string_view character = CharacterAt(m_text.Text(), i);
-        const int width = Measure(character);
+        const int width = WidthOf(character);
         const bool selected = i >= m_text.SelectionStart() && i < m_text.SelectionEnd();
         if (selected) FillArea(dc, {x, top, x + width, top + m_lineHeight}, GetSysColor(COLOR_HIGHLIGHT));
         SetTextColor(dc, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
@@ -241,18 +235,14 @@ void EditField::DrawCaret(HDC dc, const EditLayout& layout) {
 
 EditLayout EditField::LayOut() {
     const int width = static_cast<int>(ClientArea().right) - 2 * m_margin;
-    return {m_text.Text(), width, [this](std::u16string_view character) { return Measure(character); }};
+    return {m_text.Text(), width, [this](std::u16string_view character) { return WidthOf(character); }};
 }
 
-int EditField::Measure(std::u16string_view character) {
-    if (character == u"\t") return 4 * Measure(u" ");
+int EditField::WidthOf(std::u16string_view character) {
+    if (character == u"\t") return 4 * WidthOf(u" ");
     const auto known = m_widths.find(character);
     if (known != m_widths.end()) return known->second;
-    const WindowContext context(Handle());
-    const Selection selection(context.Get(), m_font.Get());
-    SIZE size{};
-    GetTextExtentPoint32W(context.Get(), character.data(), static_cast<int>(character.size()), &size);
-    return m_widths[std::u16string(character)] = static_cast<int>(size.cx);
+    return m_widths[std::u16string(character)] = static_cast<int>(Measure(character).cx);
 }
 
 std::size_t EditField::VisibleLines() const {

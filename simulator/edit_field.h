@@ -5,7 +5,6 @@
 #include <string>
 
 #include "bound_window.h"
-#include "drawing.h"
 #include "edit_layout.h"
 #include "edit_text.h"
 
@@ -28,8 +27,11 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnKey(UINT virtualKey);
     void OnCharacter(WCHAR character);
-    void OnPen(POINT point, Selecting selecting);
-    void OnPaint();
+    void OnPenDown(POINT point) override;
+    void OnPenMove(POINT point) override;
+    void OnPenUp(POINT point) override;
+    void Draw(HDC dc) override;
+    void SetCaret(POINT point, Selecting selecting);
     void MoveLine(int lines, Selecting selecting);
     // Keeps the caret in view and draws anew.
     void OnChanged();
@@ -37,11 +39,10 @@ private:
     void DrawLine(HDC dc, const EditLayout::Line& line, int top);
     void DrawCaret(HDC dc, const EditLayout& layout);
     EditLayout LayOut();
-    int Measure(std::u16string_view character);
+    int WidthOf(std::u16string_view character);
     std::size_t VisibleLines() const;
 
     EditText m_text;
-    Font m_font;
     int m_lineHeight = 1;
     int m_margin = 0;  // around the text
     int m_caretWidth = 1;

@@ -8,6 +8,8 @@
 #include <iostream>
 #include <string>
 
+#include "acts.h"
+#include "commands.h"
 #include "device_lock.h"
 #include "script.h"
 #include "script_runner.h"
@@ -29,8 +31,9 @@ struct CommandLine {
     std::string script;
     std::string library;
     std::string skin;
+    SkinFolder skins;
+    std::string choice;
     // Of the window.
-    std::string skins;
     std::string record;
     int scale = 0;
     bool trace = false;
@@ -42,7 +45,11 @@ SIZE ParseScreen(const std::string& text) {
     const auto parse = [](const std::string& number) {
         return static_cast<LONG>(ParseNumber(number, 1, 4096));
     };
-    return {parse(text.substr(0, separator)), parse(text.substr(separator + 1))};
+    try {
+        return {parse(text.substr(0, separator)), parse(text.substr(separator + 1))};
+    } catch (const ScriptError& error) {
+        throw ScriptError(std::string("--screen: ") + error.what());
+    }
 }
 
 // The library of the build that this program belongs to.
@@ -71,6 +78,9 @@ int RunScript(const CommandLine& line) {
     options.screen = ParseScreen(line.screen);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
+    for (const Words& act : SkinActs(line.skins, line.choice)) {
+        RunCommand(session, act);
+    }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
     if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return notUnderstood;
     return session.GetTrace().CallFailed() ? callFailed : succeeded;
@@ -80,7 +90,8 @@ int RunWindow(const CommandLine& line) {
     WindowOptions options;
     options.session = SessionOptions(line);
     options.screen = ParseScreen(line.screen);
-    if (!line.skins.empty()) options.skins = line.skins;
+    options.skins = line.skins;
+    options.choice = line.choice;
     if (!line.record.empty()) options.record = line.record;
     options.scale = line.scale;
     if (line.trace) options.trace = WindowOptions::Trace::Shown;
@@ -90,19 +101,22 @@ int RunWindow(const CommandLine& line) {
 
 void Describe(CLI::App& app, CommandLine& line) {
     app.footer(DescribeKeys());
+    app.option_defaults()->take_last();  // so that ./run can name its own, and its user others
     app.add_option("--device", line.device, "root of the device's file system; made when missing")
         ->required();
     app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();
     app.add_option("--library", line.library,
                    "the library to install, its code beside it with .so behind the name");
     app.add_option("--skin", line.skin, R"(a skin to copy to the device's \Windows first)");
+    app.add_option("--skins", line.skins, "folder with skins for each screen size (240x320/*.tlk)")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--choose", line.choice,
+                   "the skin to start with while none has been chosen, by its name without .tlk");
     CLI::Option* script =
         app.add_option("--script", line.script, "commands to run, without a window; - is standard input");
     const auto ofWindow = [script](CLI::Option* option) {
         option->group("Options of the window")->excludes(script);
     };
-    ofWindow(app.add_option("--skins", line.skins, "folder with skins for each screen size (240x320/*.tlk)")
-                 ->check(CLI::ExistingDirectory));
     ofWindow(app.add_option("--scale", line.scale, "enlargement; without it what fits the monitor")
                  ->check(CLI::Range(1, 20)));
     ofWindow(app.add_flag("--trace", line.trace, "print every call and key as it happens"));

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "pen_position.h"
 #include "scale.h"
 
 namespace {
@@ -15,10 +14,6 @@ constexpr int wordMargin = 8;
 constexpr int arrowWidth = 15;
 constexpr int pictureSize = 16;
 constexpr int pictureMargin = 4;
-
-bool Contains(const RECT& area, POINT point) {
-    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
-}
 
 }  // namespace
 
@@ -33,10 +28,8 @@ MenuBar::MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT
 
 void MenuBar::LayOut(SIZE screen) {
     m_screen = screen;
-    m_font.Create(Scaled(screen, fontHeight), FW_NORMAL);
+    SetFont(Scaled(screen, fontHeight), FW_NORMAL);
     const RECT area = ClientArea();
-    const WindowContext context(Handle());
-    const Selection selection(context.Get(), m_font.Get());
     const LONG arrowLeft = area.right - Scaled(screen, arrowWidth);
     const LONG pictureLeft =
         arrowLeft - pictureSize * PictureScale(screen) - 2 * Scaled(screen, pictureMargin);
@@ -47,10 +40,8 @@ void MenuBar::LayOut(SIZE screen) {
         } else if (part.look == Look::Arrow) {
             part.place = {arrowLeft, 1, area.right, area.bottom};
         } else {
-            SIZE size{};
-            GetTextExtentPoint32W(context.Get(), part.text.c_str(), static_cast<int>(part.text.size()),
-                                  &size);
-            part.place = {left, 1, left + size.cx + 2 * Scaled(screen, wordMargin), area.bottom};
+            const LONG width = Measure(part.text).cx + 2 * Scaled(screen, wordMargin);
+            part.place = {left, 1, left + width, area.bottom};
             left = part.place.right;
         }
     }
@@ -81,24 +72,10 @@ const MenuBar::Part* MenuBar::PartAt(POINT point) const {
 }
 
 LRESULT MenuBar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-            return OnPenDown(PenPosition(lParam)), 0;
-        case WM_MOUSEMOVE:
-            return OnPenMove(PenPosition(lParam)), 0;
-        case WM_LBUTTONUP:
-            return OnPenUp(PenPosition(lParam)), 0;
-        case WM_CAPTURECHANGED:
-            m_held = m_pressed = 0;
-            return Invalidate(), 0;
-        case WM_PAINT:
-            return OnPaint(), 0;
-        case WM_ERASEBKGND:
-            return 1;
-        default:
-            return DefWindowProcW(Handle(), message, wParam, lParam);
-    }
+    if (message != WM_CAPTURECHANGED) return BoundWindow::OnMessage(message, wParam, lParam);
+    m_held = m_pressed = 0;
+    Invalidate();
+    return 0;
 }
 
 void MenuBar::OnPenDown(POINT point) {
@@ -129,16 +106,12 @@ void MenuBar::OnPenUp(POINT point) {
     if (chosen != 0) PostMessageW(GetParent(Handle()), WM_COMMAND, chosen, 0);
 }
 
-void MenuBar::OnPaint() {
-    const PaintCycle paint(Handle());
-    if (!paint.Get()) return;
+void MenuBar::Draw(HDC dc) {
     const RECT area = ClientArea();
-    FillArea(paint.Get(), area, GetSysColor(COLOR_BTNFACE));
-    FillArea(paint.Get(), {0, 0, area.right, 1}, GetSysColor(COLOR_GRAYTEXT));
-    const Selection selection(paint.Get(), m_font.Get());
-    SetBkMode(paint.Get(), TRANSPARENT);
+    FillArea(dc, area, GetSysColor(COLOR_BTNFACE));
+    FillArea(dc, {0, 0, area.right, 1}, GetSysColor(COLOR_GRAYTEXT));
     for (const Part& part : m_parts) {
-        DrawPart(paint.Get(), part);
+        DrawPart(dc, part);
     }
 }
 

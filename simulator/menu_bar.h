@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "bound_window.h"
-#include "drawing.h"
 
 // The bar at the bottom of the screen: words on the left, the keyboard button with its arrow on the right. It
 // sends WM_COMMAND with the identifier of what is tapped to its parent: for a button when the pen is lifted
@@ -43,10 +41,10 @@ private:
     };
 
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnPenDown(POINT point);
-    void OnPenMove(POINT point);
-    void OnPenUp(POINT point);
-    void OnPaint();
+    void OnPenDown(POINT point) override;
+    void OnPenMove(POINT point) override;
+    void OnPenUp(POINT point) override;
+    void Draw(HDC dc) override;
     void DrawPart(HDC dc, const Part& part);
     void DrawWord(HDC dc, const Part& part, bool pressed);
     void DrawKeyboard(HDC dc, const Part& part, bool pressed);
@@ -56,7 +54,6 @@ private:
     std::vector<Part> m_parts;
     host::Picture m_picture;
     SIZE m_screen{};
-    Font m_font;
     UINT m_pressed = 0;  // where the pen went down and is now
     UINT m_held = 0;     // where the pen went down
     UINT m_openMenu = 0;

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "pen_position.h"
 #include "scale.h"
 
 namespace {
@@ -19,10 +18,6 @@ constexpr int lineHeight = 5;
 constexpr int bulletWidth = 16;
 constexpr int rightMargin = 12;
 
-bool Contains(const RECT& area, POINT point) {
-    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
-}
-
 }  // namespace
 
 PopupMenu::PopupMenu(HWND owner) : m_owner(owner) {
@@ -33,8 +28,8 @@ void PopupMenu::Open(std::vector<MenuItem> items, POINT corner, Side side) {
     m_items = std::move(items);
     m_highlighted.reset();
     m_screen = ScreenSize();
-    m_font.Create(Scaled(m_screen, fontHeight), FW_NORMAL);
-    const SIZE size = Measure();
+    SetFont(Scaled(m_screen, fontHeight), FW_NORMAL);
+    const SIZE size = WantedSize();
     const LONG left =
         std::clamp<LONG>(side == Side::Left ? corner.x : corner.x - size.cx, 0, m_screen.cx - 1);
     MoveTo({left, corner.y - size.cy, left + size.cx, corner.y});
@@ -58,28 +53,17 @@ void PopupMenu::Hide() {
 }
 
 LRESULT PopupMenu::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-            return OnPen(PenPosition(lParam), true), 0;
-        case WM_MOUSEMOVE:
-            return OnPen(PenPosition(lParam), false), 0;
-        case WM_LBUTTONUP:
-            return OnPenUp(), 0;
-        case WM_CAPTURECHANGED:
-            return Hide(), 0;
-        case WM_PAINT:
-            return OnPaint(), 0;
-        case WM_ERASEBKGND:
-            return 1;
-        default:
-            return DefWindowProcW(Handle(), message, wParam, lParam);
-    }
+    if (message == WM_CAPTURECHANGED) return Hide(), 0;
+    return BoundWindow::OnMessage(message, wParam, lParam);
 }
 
 // The capture stays until the pen is lifted, so that the stroke which closed the menu reaches nobody else.
-void PopupMenu::OnPen(POINT point, bool down) {
-    if (down && !Contains(ClientArea(), point)) return Hide();
+void PopupMenu::OnPenDown(POINT point) {
+    if (!Contains(ClientArea(), point)) return Hide();
+    OnPenMove(point);
+}
+
+void PopupMenu::OnPenMove(POINT point) {
     const std::optional<std::size_t> item = ItemAt(point);
     if (item == m_highlighted) return;
     m_highlighted = item;
@@ -87,7 +71,7 @@ void PopupMenu::OnPen(POINT point, bool down) {
 }
 
 // The pen that opened the menu and is lifted on the bar leaves it open.
-void PopupMenu::OnPenUp() {
+void PopupMenu::OnPenUp(POINT) {
     if (m_open && m_highlighted) {
         PostMessageW(m_owner, WM_COMMAND, m_items[*m_highlighted].id, 0);
         return Close();
@@ -95,14 +79,10 @@ void PopupMenu::OnPenUp() {
     if (!m_open) ReleaseCapture();
 }
 
-SIZE PopupMenu::Measure() {
-    const WindowContext context(Handle());
-    const Selection selection(context.Get(), m_font.Get());
+SIZE PopupMenu::WantedSize() const {
     SIZE size{0, 2};
     for (const MenuItem& item : m_items) {
-        SIZE text{};
-        GetTextExtentPoint32W(context.Get(), item.text.c_str(), static_cast<int>(item.text.size()), &text);
-        size.cx = std::max(size.cx, text.cx);
+        size.cx = std::max(size.cx, Measure(item.text).cx);
         size.cy += HeightOf(item);
     }
     size.cx += Scaled(m_screen, bulletWidth) + Scaled(m_screen, rightMargin);
@@ -127,18 +107,14 @@ std::optional<std::size_t> PopupMenu::ItemAt(POINT point) const {
     return std::nullopt;
 }
 
-void PopupMenu::OnPaint() {
-    const PaintCycle paint(Handle());
-    if (!paint.Get()) return;
+void PopupMenu::Draw(HDC dc) {
     const RECT area = ClientArea();
-    FillArea(paint.Get(), area, GetSysColor(COLOR_WINDOW));
-    DrawFrame(paint.Get(), area, GetSysColor(COLOR_WINDOWFRAME));
-    const Selection selection(paint.Get(), m_font.Get());
-    SetBkMode(paint.Get(), TRANSPARENT);
+    FillArea(dc, area, GetSysColor(COLOR_WINDOW));
+    DrawFrame(dc, area, GetSysColor(COLOR_WINDOWFRAME));
     LONG top = 1;
     for (std::size_t i = 0; i < m_items.size(); ++i) {
         const RECT place{1, top, area.right - 1, top + HeightOf(m_items[i])};
-        DrawItem(paint.Get(), m_items[i], place, m_highlighted == i);
+        DrawItem(dc, m_items[i], place, m_highlighted == i);
         top = place.bottom;
     }
 }

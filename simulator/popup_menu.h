@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "bound_window.h"
-#include "drawing.h"
 
 struct MenuItem {
     UINT id = 0;          // what the owner hears; 0 for a line between groups
@@ -31,19 +30,19 @@ public:
 
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnPen(POINT point, bool down);
-    void OnPenUp();
-    void OnPaint();
+    void OnPenDown(POINT point) override;
+    void OnPenMove(POINT point) override;
+    void OnPenUp(POINT point) override;
+    void Draw(HDC dc) override;
     void DrawItem(HDC dc, const MenuItem& item, const RECT& place, bool highlighted);
     void Hide();
-    SIZE Measure();
+    SIZE WantedSize() const;
     int HeightOf(const MenuItem& item) const;
     // The enabled item at this point of the client area.
     std::optional<std::size_t> ItemAt(POINT point) const;
 
     HWND m_owner;
     SIZE m_screen{};
-    Font m_font;
     std::vector<MenuItem> m_items;
     std::optional<std::size_t> m_highlighted;
     bool m_open = false;

@@ -12,3 +12,5 @@ inline int Scaled(SIZE screen, int size) {
 }
 // The enlargement of pictures: a whole number.
 inline int PictureScale(SIZE screen) { return Scaled(screen, 1); }
+
+inline bool IsSameSize(SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; }

@@ -12,7 +12,11 @@ RunningDevice::RunningDevice(const std::filesystem::path& folder, SIZE screen) {
     host::DeviceOptions options;
     options.folder = folder;
     options.screen = screen;
-    options.report = [](const std::string& line) { std::cerr << line << '\n'; };
+    // A folder that cannot be written to is reported at each attempt.
+    options.report = [last = std::string()](const std::string& line) mutable {
+        if (line != last) std::cerr << line << '\n';
+        last = line;
+    };
     host::StartDevice(options);
 }
 
@@ -70,17 +74,16 @@ void Session::SelectInputMethod() {
 }
 
 // A pen that speaks in the panel's coordinates never finds another pen's stroke on the application going on,
-// and does not reach the menu bar.
+// and falls through the menu bar.
 bool Session::PostQueuedPen() {
     if (m_pen.empty()) return false;
     const PenEvent next = m_pen.front();
     m_pen.pop_front();
-    const POINT point = OnScreen(next);
-    if (next.space == PenSpace::Panel) {
-        if (BoundWindow::IsOne(GetCapture())) ReleaseCapture();
-        if (!GetCapture() && m_application->IsOnBar(point)) return true;
-    }
-    host::PostPen(next.event, point);
+    const bool ofPanel = next.space == PenSpace::Panel;
+    if (ofPanel && BoundWindow::IsOne(GetCapture())) ReleaseCapture();
+    if (ofPanel) m_application->EnableBar(FALSE);
+    host::PostPen(next.event, OnScreen(next));
+    if (ofPanel) m_application->EnableBar(TRUE);
     return true;
 }
 

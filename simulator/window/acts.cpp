@@ -6,13 +6,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "scale.h"
+#include "skin_files.h"
+
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr SIZE screens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480, 800}};
-
-bool IsSame(SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; }
 
 Words ScreenAct(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
 
@@ -23,23 +24,32 @@ Words SipAct(SIZE screen) {
             std::to_string(sip.bottom)};
 }
 
-void AppendKeyboard(Acts& acts, const std::optional<fs::path>& skins) {
-    if (skins) acts.push_back({"skins", fs::absolute(*skins).string()});
-    acts.push_back({"select"});
-}
+void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin(), more.end()); }
 
 }  // namespace
 
-Acts StartActs(SIZE now, SIZE screen, const std::optional<fs::path>& skins) {
+Acts SkinActs(const SkinFolder& skins, const std::string& choice) {
     Acts acts;
-    if (!IsSame(now, screen)) acts = {ScreenAct(screen), SipAct(screen)};
-    AppendKeyboard(acts, skins);
+    if (skins) acts.push_back({"skins", fs::absolute(*skins).string()});
+    if (!choice.empty() && StoredSkin().empty()) {
+        acts.push_back(
+            {"reg", "set", R"(HKLM\Software\Tolka\7.0)", "Skin", "sz", R"(\windows\)" + choice + ".tlk"});
+    }
     return acts;
 }
 
-Acts ChangeSizeActs(SIZE screen, const std::optional<fs::path>& skins) {
+Acts StartActs(SIZE now, SIZE screen, const SkinFolder& skins, const std::string& choice) {
+    Acts acts;
+    if (!IsSameSize(now, screen)) acts = {ScreenAct(screen), SipAct(screen)};
+    Append(acts, SkinActs(skins, choice));
+    acts.push_back({"select"});
+    return acts;
+}
+
+Acts ChangeSizeActs(SIZE screen, const SkinFolder& skins) {
     Acts acts{{"deselect"}, ScreenAct(screen), SipAct(screen)};
-    AppendKeyboard(acts, skins);
+    Append(acts, SkinActs(skins, {}));
+    acts.push_back({"select"});
     return acts;
 }
 
@@ -47,7 +57,7 @@ Acts ChangeSizeActs(SIZE screen, const std::optional<fs::path>& skins) {
 // it is put right as the platform does at the next showing.
 Acts TurnActs(Session& session, SIZE now) {
     const SIZE turned{now.cy, now.cx};
-    if (IsSame(now, turned)) return {};
+    if (IsSameSize(now, turned)) return {};
     RECT sip{};
     GetWindowRect(session.Sip().Window(), &sip);
     Acts acts{ScreenAct(turned)};
@@ -69,6 +79,6 @@ Words ScreenshotAct() {
 SIZE NextScreenSize(SIZE screen) {
     const SIZE upright{std::min(screen.cx, screen.cy), std::max(screen.cx, screen.cy)};
     const auto found = std::find_if(std::begin(screens), std::end(screens),
-                                    [upright](SIZE size) { return IsSame(size, upright); });
+                                    [upright](SIZE size) { return IsSameSize(size, upright); });
     return found == std::end(screens) || found + 1 == std::end(screens) ? screens[0] : found[1];
 }

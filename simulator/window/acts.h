@@ -12,11 +12,15 @@
 using Words = std::vector<std::string>;  // of one command
 using Acts = std::vector<Words>;
 
-// A handheld with this screen (`now` is what it has) whose keyboard is selected. Skins of another screen make
-// room for those in the folder.
-Acts StartActs(SIZE now, SIZE screen, const std::optional<std::filesystem::path>& skins);
-// The same later on: the keyboard lets go of its skin in between.
-Acts ChangeSizeActs(SIZE screen, const std::optional<std::filesystem::path>& skins);
+using SkinFolder = std::optional<std::filesystem::path>;
+
+// Skins of another screen make room for those in the folder. Where none has been chosen yet, `choice` is, the
+// name of one in \Windows without ".tlk"; where that is empty, the keyboard takes the first that it finds.
+Acts SkinActs(const SkinFolder& skins, const std::string& choice);
+// A handheld with this screen (`now` is what it has) whose keyboard is selected.
+Acts StartActs(SIZE now, SIZE screen, const SkinFolder& skins, const std::string& choice);
+// The screen changes later on: the keyboard lets go of its skin in between.
+Acts ChangeSizeActs(SIZE screen, const SkinFolder& skins);
 // None for a square screen.
 Acts TurnActs(Session& session, SIZE now);
 // Into the first file that does not exist yet in the current folder.

@@ -10,7 +10,12 @@
 
 // A file system without locks is used without them.
 DeviceLock::DeviceLock(const std::filesystem::path& folder, Kind kind) {
-    std::filesystem::create_directories(folder);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        throw std::runtime_error("cannot make the device's folder " + folder.string() + ": " +
+                                 error.message());
+    }
     m_folder = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_folder < 0) return;
     const int mode = kind == Kind::Window ? LOCK_EX : LOCK_SH;

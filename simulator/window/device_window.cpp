@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "device_window.h"
 
+#include <sip_layout.h>
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -9,15 +11,27 @@ namespace {
 
 constexpr Uint32 borderColor = 0x303030;
 
-SIZE ScreenSize() {
-    const host::ScreenView screen = host::Screen();
-    return {screen.width, screen.height};
-}
-
 bool IsEmpty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
 
 int FloorDivide(int value, int divisor) {
     return value >= 0 ? value / divisor : -((-value + divisor - 1) / divisor);
+}
+
+// The size of the picture of this screen where there is so much room.
+SIZE FittingSize(SIZE screen, SIZE room) {
+    const LONG scale = std::min(room.cx / screen.cx, room.cy / screen.cy);
+    if (scale > 0) return {screen.cx * scale, screen.cy * scale};
+    const double shrink =
+        std::min(static_cast<double>(room.cx) / screen.cx, static_cast<double>(room.cy) / screen.cy);
+    return {std::max(static_cast<LONG>(screen.cx * shrink), 1),
+            std::max(static_cast<LONG>(screen.cy * shrink), 1)};
+}
+
+// Each pixel of the smaller picture has something of all pixels that it stands for: the letters stay legible.
+void Shrink(SDL_Surface* source, SDL_Surface* target, SDL_Rect place) {
+    const Surface alike(SDL_ConvertSurface(source, target->format, 0));
+    const bool smooth = alike && SDL_SoftStretchLinear(alike.get(), nullptr, target, &place) == 0;
+    if (!smooth) SDL_BlitScaled(source, nullptr, target, &place);
 }
 
 }  // namespace
@@ -64,24 +78,21 @@ SDL_Rect DeviceWindow::Room() const {
     return {room.x + left, room.y + top, room.w - left - right, room.h - top - bottom};
 }
 
-int DeviceWindow::FittingScale() const {
+SIZE DeviceWindow::WantedSize() const {
+    const SIZE screen = ScreenSize();
+    if (m_wantedScale > 0) return {screen.cx * m_wantedScale, screen.cy * m_wantedScale};
     const SDL_Rect room = Room();
     const double ratio = PixelsPerPoint();
-    const SIZE screen = ScreenSize();
-    const int across = static_cast<int>(room.w * ratio) / static_cast<int>(screen.cx);
-    const int down = static_cast<int>(room.h * ratio) / static_cast<int>(screen.cy);
-    return std::max(std::min(across, down), 1);
+    return FittingSize(screen, {static_cast<LONG>(room.w * ratio), static_cast<LONG>(room.h * ratio)});
 }
 
 // A maximised window stays as it is.
 void DeviceWindow::FitScreen() {
     constexpr Uint32 sizedByDesktop = SDL_WINDOW_MAXIMIZED | SDL_WINDOW_FULLSCREEN;
     if (!(SDL_GetWindowFlags(m_window.get()) & sizedByDesktop)) {
-        const int scale = m_wantedScale > 0 ? m_wantedScale : FittingScale();
-        const SIZE screen = ScreenSize();
+        const SIZE size = WantedSize();
         const double ratio = PixelsPerPoint();
-        Resize(static_cast<int>(std::ceil(screen.cx * scale / ratio)),
-               static_cast<int>(std::ceil(screen.cy * scale / ratio)));
+        Resize(static_cast<int>(std::ceil(size.cx / ratio)), static_cast<int>(std::ceil(size.cy / ratio)));
     }
     PresentAll();
 }
@@ -97,40 +108,35 @@ void DeviceWindow::Resize(int width, int height) {
                           std::max(std::min(y, room.y + room.h - height), room.y));
 }
 
-// The greatest with which the screen fits the window as it is: the desktop may have made it smaller.
-int DeviceWindow::Scale() const {
+// In the middle of the window as it is: the desktop may have made it smaller.
+SDL_Rect DeviceWindow::Place() const {
     const SIZE window = Size();
-    const SIZE screen = ScreenSize();
-    return std::max(std::min(window.cx / screen.cx, window.cy / screen.cy), 1);
-}
-
-// In the middle; of a screen that does not fit, the bottom with the keyboard shows.
-POINT DeviceWindow::Origin() const {
-    const SIZE window = Size();
-    const SIZE screen = ScreenSize();
-    const int scale = Scale();
-    const LONG down = window.cy - screen.cy * scale;
-    return {std::max<LONG>(window.cx - screen.cx * scale, 0) / 2, down < 0 ? down : down / 2};
+    const SIZE picture = FittingSize(ScreenSize(), window);
+    return {(window.cx - picture.cx) / 2, (window.cy - picture.cy) / 2, picture.cx, picture.cy};
 }
 
 POINT DeviceWindow::OnDevice(int x, int y) const {
     const double ratio = PixelsPerPoint();
-    const POINT origin = Origin();
-    const int scale = Scale();
-    return {FloorDivide(static_cast<int>(x * ratio) - origin.x, scale),
-            FloorDivide(static_cast<int>(y * ratio) - origin.y, scale)};
+    const SDL_Rect place = Place();
+    const SIZE screen = ScreenSize();
+    return {FloorDivide((static_cast<int>(x * ratio) - place.x) * screen.cx, place.w),
+            FloorDivide((static_cast<int>(y * ratio) - place.y) * screen.cy, place.h)};
 }
 
-void DeviceWindow::Draw(const RECT& part, SDL_Surface* target, SDL_Rect& drawn) const {
+// A picture that is made smaller is drawn whole, as its pixels have to do with their neighbours.
+SDL_Rect DeviceWindow::Draw(const RECT& part, SDL_Surface* target) const {
     const host::ScreenView screen = host::Screen();
-    const POINT origin = Origin();
-    const int scale = Scale();
+    const SDL_Rect place = Place();
     const Surface source(SDL_CreateRGBSurfaceWithFormatFrom(const_cast<DWORD*>(screen.pixels), screen.width,
                                                             screen.height, 32, screen.width * 4,
                                                             SDL_PIXELFORMAT_RGB888));
-    SDL_Rect from{part.left, part.top, part.right - part.left, part.bottom - part.top};
-    drawn = {origin.x + from.x * scale, origin.y + from.y * scale, from.w * scale, from.h * scale};
-    if (source) SDL_BlitScaled(source.get(), &from, target, &drawn);
+    if (!source) return {};
+    const int scale = place.w / screen.width;
+    if (scale == 0) return Shrink(source.get(), target, place), place;
+    const SDL_Rect from{part.left, part.top, part.right - part.left, part.bottom - part.top};
+    SDL_Rect drawn{place.x + from.x * scale, place.y + from.y * scale, from.w * scale, from.h * scale};
+    SDL_BlitScaled(source.get(), &from, target, &drawn);
+    return drawn;
 }
 
 void DeviceWindow::Present() {
@@ -138,8 +144,7 @@ void DeviceWindow::Present() {
     if (IsEmpty(changes) || m_page) return;
     SDL_Surface* target = SDL_GetWindowSurface(m_window.get());
     if (!target) return;
-    SDL_Rect drawn{};
-    Draw(changes, target, drawn);
+    const SDL_Rect drawn = Draw(changes, target);
     SDL_UpdateWindowSurfaceRects(m_window.get(), &drawn, 1);
 }
 
@@ -152,8 +157,7 @@ void DeviceWindow::PresentAll() {
     } else {
         SDL_FillRect(target, nullptr, borderColor);
         const SIZE screen = ScreenSize();
-        SDL_Rect drawn{};
-        Draw({0, 0, screen.cx, screen.cy}, target, drawn);
+        Draw({0, 0, screen.cx, screen.cy}, target);
     }
     SDL_UpdateWindowSurface(m_window.get());
 }

@@ -7,8 +7,14 @@
 #include <memory>
 #include <string>
 
-// The picture of the handheld's screen in a window of the desktop, enlarged by a whole number. All pictures
-// are drawn in real pixels, on displays of high density too; events come in the desktop's points.
+struct SurfaceDeleter {
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
+
+// The picture of the handheld's screen in a window of the desktop, enlarged by a whole number; made smaller
+// by whatever it takes only where not even the screen itself fits. All pictures are drawn in real pixels, on
+// displays of high density too; events come in the desktop's points.
 class DeviceWindow {
 public:
     // `scale` 0 is the greatest whole number with which the screen fits the monitor. Throws
@@ -29,9 +35,7 @@ public:
     void ShowPage(const host::Picture& page);
     void HidePage();
     bool HasPage() const { return m_page != nullptr; }
-    // In pixels.
-    SIZE Size() const;
-    int Scale() const;
+    SIZE Size() const;  // in pixels
 
     // The pixel of the handheld's screen at this place; outside of the screen where the place is.
     POINT OnDevice(int x, int y) const;
@@ -40,19 +44,16 @@ private:
     struct WindowDeleter {
         void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
     };
-    struct SurfaceDeleter {
-        void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
-    };
-    using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
     // What the desktop leaves free for the inside of a window, in points.
     SDL_Rect Room() const;
-    int FittingScale() const;
+    SIZE WantedSize() const;  // in pixels
     void Resize(int width, int height);
     double PixelsPerPoint() const;
-    // Where the screen's picture begins in the window, in pixels.
-    POINT Origin() const;
-    void Draw(const RECT& part, SDL_Surface* target, SDL_Rect& drawn) const;
+    // Where in the window the screen's picture lies, in pixels.
+    SDL_Rect Place() const;
+    // Returns where it drew.
+    SDL_Rect Draw(const RECT& part, SDL_Surface* target) const;
 
     int m_wantedScale;
     std::unique_ptr<SDL_Window, WindowDeleter> m_window;

@@ -7,6 +7,7 @@
 
 #include "drawing.h"
 #include "keys.h"
+#include "scale.h"
 #include "text.h"
 
 namespace {
@@ -95,10 +96,10 @@ private:
 
 }  // namespace
 
-host::Picture DrawHelpPage(SIZE size, int scale) {
+host::Picture DrawHelpPage(SIZE size) {
     const host::PlatformScope scope;
     const Canvas canvas(size);
-    Page page(canvas, size, scale);
+    Page page(canvas, size, PictureScale(size));
     page.Title("Keys of this window");
     for (const WindowKey& key : WindowKeys()) {
         page.Line(key.name, key.purpose);
@@ -108,7 +109,7 @@ host::Picture DrawHelpPage(SIZE size, int scale) {
     page.Line("\u2190", "Backspace");
     page.Line("\u2193", "Enter");
     page.Line("\u2191", "the key in its other case");
-    page.Line("", "");
+    page.Line("The mouse or a finger is the pen.", "");
     page.Line("Tap to go back.", "");
     return canvas.Copy();
 }

@@ -3,10 +3,10 @@
 
 namespace {
 
-bool Contains(HWND window, POINT point) {
+bool IsOver(HWND window, POINT point) {
     RECT area{};
     GetWindowRect(window, &area);
-    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
+    return Contains(area, point);
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ bool PenStroke::IsOnPanel(POINT point) const {
     if (!panel || !IsWindowVisible(panel)) return false;
     const HWND capture = GetCapture();
     if (capture) return capture == panel;
-    return Contains(sip.Window(), point) && Contains(panel, point);
+    return IsOver(sip.Window(), point) && IsOver(panel, point);
 }
 
 Words PenStroke::Act(const char* event, POINT point) const {

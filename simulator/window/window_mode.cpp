@@ -2,6 +2,7 @@
 #include "window_mode.h"
 
 #include <SDL.h>
+#include <sip_layout.h>
 
 #include <ctime>
 #include <deque>
@@ -16,13 +17,16 @@
 #include "keys.h"
 #include "pen_stroke.h"
 #include "recorder.h"
+#include "scale.h"
 #include "text.h"
 
 namespace {
 
-SIZE ScreenSize() {
-    const host::ScreenView screen = host::Screen();
-    return {screen.width, screen.height};
+// A dialog that does follows the screen when that turns; any other stays where it is.
+bool CoversScreen(HWND dialog) {
+    RECT area{};
+    GetWindowRect(dialog, &area);
+    return IsSameSize({area.right - area.left, area.bottom - area.top}, ScreenSize());
 }
 
 std::tm LocalTime() {
@@ -91,7 +95,7 @@ WindowMode::WindowMode(const WindowOptions& options)
       m_window(options.scale),
       m_fittedScreen(ScreenSize()) {
     if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
-    Add(StartActs(m_fittedScreen, options.screen, options.skins));
+    Add(StartActs(m_fittedScreen, options.screen, options.skins, options.choice));
     ShowTitle();
     ShowTime();
 }
@@ -144,7 +148,7 @@ SDL_Event WindowMode::WaitForEvent() {
     ShowTime();
     host::DeliverMessages();
     const SIZE screen = ScreenSize();
-    if (screen.cx != m_fittedScreen.cx || screen.cy != m_fittedScreen.cy) {
+    if (!IsSameSize(screen, m_fittedScreen)) {
         m_fittedScreen = screen;
         m_window.FitScreen();
         ShowTitle();
@@ -180,7 +184,7 @@ void WindowMode::Handle(const SDL_Event& event) {
 
 void WindowMode::HandleWindow(const SDL_WindowEvent& event) {
     if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED && m_window.HasPage()) {
-        m_window.ShowPage(DrawHelpPage(m_window.Size(), m_window.Scale()));
+        m_window.ShowPage(DrawHelpPage(m_window.Size()));
     } else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_EXPOSED) {
         m_window.PresentAll();
     }
@@ -207,17 +211,18 @@ void WindowMode::HandleKey(SDL_Keycode code) {
 }
 
 void WindowMode::Perform(WindowAction action) {
-    const bool dialogOpen = m_session.Sip().IsCalling();
+    const HWND dialog = host::TopmostModalWindow();
     switch (action) {
         case WindowAction::ShowHelp:
             return ToggleHelp();
         case WindowAction::Rotate:
+            if (dialog && !CoversScreen(dialog)) return Say("close the dialog first");
             return Add(TurnActs(m_session, ScreenSize()));
         case WindowAction::NextSize:
-            if (dialogOpen) return Say("close the options first");
+            if (dialog) return Say("close the dialog first");
             return Add(ChangeSizeActs(NextScreenSize(ScreenSize()), m_options.skins));
         case WindowAction::NextSkin:
-            if (dialogOpen) return Say("the options choose the skin");
+            if (dialog) return Say("close the dialog first");
             return Add(Words{"skin", "next"});
         case WindowAction::TakeScreenshot:
             return Add(ScreenshotAct());
@@ -232,7 +237,7 @@ void WindowMode::Add(const std::optional<Words>& act) {
 
 void WindowMode::ToggleHelp() {
     if (m_window.HasPage()) return m_window.HidePage();
-    m_window.ShowPage(DrawHelpPage(m_window.Size(), m_window.Scale()));
+    m_window.ShowPage(DrawHelpPage(m_window.Size()));
 }
 
 // A record hears of it with the next act, so that a handheld nobody touches writes nothing.

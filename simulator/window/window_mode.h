@@ -6,12 +6,14 @@
 #include <optional>
 #include <string>
 
+#include "acts.h"
 #include "session.h"
 
 struct WindowOptions {
     Session::Options session;
     SIZE screen{240, 320};
-    std::optional<std::filesystem::path> skins;   // a folder for each screen in it
+    SkinFolder skins;                             // a folder for each screen in it
+    std::string choice;                           // the skin of a handheld on which none has been chosen
     std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
     int scale = 0;                                // 0: the greatest that fits the monitor
     enum class Trace { Hidden, Shown } trace = Trace::Hidden;

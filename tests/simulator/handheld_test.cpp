@@ -55,6 +55,10 @@ TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
     EXPECT_EQ(other.find("Hiding"), std::string::npos);
 }
 
+TEST_F(HandheldTest, APanelOverTheMenuBarTakesThePen) {
+    EXPECT_EQ(Typed("sip 0 240 240 320\n" + TapKey("z")), "\"z\"");
+}
+
 TEST_F(HandheldTest, TheEditMenuEdits) {
     EXPECT_EQ(Typed(TapKey("ab") + selectAll + cut + TapKey("c") + paste + paste), "\"cabab\"");
     EXPECT_EQ(Typed(TapKey("ab") + selectAll + copy + tapRight + paste + undo), "\"ab\"");
@@ -118,6 +122,15 @@ TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
     }
     EXPECT_EQ(skins, "csc") << trace;
     EXPECT_NE(ReadText(Folder() / "c.png"), ReadText(Folder() / "s.png"));
+}
+
+TEST_F(HandheldTest, TheFirstSkinIsChosenOnceOnly) {
+    const std::string show = "select\nreg get HKLM\\Software\\Tolka\\7.0 Skin\n";
+    const auto stored = [&](const std::string& choice) {
+        return LastLine(Trace(show, "--skins " SKINS " --choose " + choice), "Reg");
+    };
+    EXPECT_NE(stored("full-german").find("full-german.tlk\""), std::string::npos);
+    EXPECT_NE(stored("thumbs").find("full-german.tlk\""), std::string::npos);
 }
 
 TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {

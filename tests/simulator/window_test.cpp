@@ -107,6 +107,18 @@ TEST_F(WindowTest, WhatIsTypedArrivesAndShowsEnlarged) {
     EXPECT_EQ(m_simulator->End(SIGTERM), 0);
 }
 
+// A desktop of 1280 x 1024.
+TEST_F(WindowTest, AScreenTallerThanTheMonitorIsShownSmaller) {
+    Start("--record record --screen 600x1200");
+    const Desktop::Place place = Place();
+    EXPECT_LE(place.height, 1024);
+    EXPECT_NEAR(place.width * 2, place.height, 2);
+    m_desktop.Act("mousemove " + std::to_string(place.x) + ' ' + std::to_string(place.y + place.height - 1) +
+                  " mousedown 1");
+    EXPECT_TRUE(
+        Await([&] { return ReadText(Folder() / "record").find("\npen down 0 119") != std::string::npos; }));
+}
+
 TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
     Start("--scale 1 --record record");
     m_desktop.Act(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
