@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
-
 #include "control_combo.h"
 #include "control_list.h"
 #include "control_paint.h"
@@ -8,11 +6,14 @@
 
 namespace {
 
-using test::Command;
+using host::Pen;
+using test::Commands;
 
+constexpr int kDialog = 0;
 constexpr int kCombo = 20;
 constexpr int kCheck = 21;
 constexpr int kPush = 22;
+constexpr int kList = 23;  // the open list, a window of its own
 constexpr int kItems = 12;
 
 class DialogControls : public test::Dialogs {
@@ -24,7 +25,7 @@ protected:
         Add(TEXT("ComboBox"), kCombo, kComboStyle, TEXT(""), 120);
         Add(TEXT("Button"), kCheck, WS_TABSTOP | BS_AUTOCHECKBOX, TEXT("Check"));
         Add(TEXT("Button"), kPush, WS_TABSTOP, TEXT("Push"));
-        onMessage = [this](UINT message, WPARAM, LPARAM, INT_PTR&) {
+        onDialog = [this](UINT message, WPARAM, LPARAM, INT_PTR&) {
             if (message == WM_INITDIALOG) FillCombo();
             return false;
         };
@@ -34,122 +35,111 @@ protected:
     void FillCombo() {
         for (int i = kItems; i-- > 0;) {
             const std::u16string text = std::u16string(TEXT("item ")) + static_cast<char16_t>(TEXT('a') + i);
-            SendMessageW(GetDlgItem(dialog, kCombo), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+            Send(kCombo, CB_ADDSTRING, 0, text.c_str());
         }
-        SendMessageW(GetDlgItem(dialog, kCombo), CB_SETCURSEL, 1, 0);
+        Send(kCombo, CB_SETCURSEL, 1);
     }
 
-    HWND Combo() const { return GetDlgItem(dialog, kCombo); }
-    LRESULT Selected() const { return SendMessageW(Combo(), CB_GETCURSEL, 0, 0); }
-    bool IsOpen() const { return SendMessageW(Combo(), CB_GETDROPPEDSTATE, 0, 0) != 0; }
-    bool IsChecked() const {
-        return SendMessageW(GetDlgItem(dialog, kCheck), BM_GETCHECK, 0, 0) == BST_CHECKED;
-    }
-
-    // The window of the open list; null when none is open.
-    static HWND List() {
+    HWND Item(int id) const override {
+        if (id != kList) return Dialogs::Item(id);
         for (const host::Window* window : host::TopLevelWindows()) {
             if (window->windowClass->name == TEXT("ComboLBox")) return window->handle;
         }
         return nullptr;
     }
-    static std::shared_ptr<host::DropDownList> ListObject() {
-        return host::FindSystemWindow<host::DropDownList>(List());
+    LRESULT Send(int id, UINT message, WPARAM wParam = 0, const WCHAR* text = nullptr) const {
+        return SendMessageW(GetDlgItem(dialog, id), message, wParam, reinterpret_cast<LPARAM>(text));
     }
-    // A point in the list on this item; the item has to be in view.
-    static POINT PointOn(int item) {
+    LRESULT Selected() const { return Send(kCombo, CB_GETCURSEL); }
+    bool IsOpen() const { return Send(kCombo, CB_GETDROPPEDSTATE) != 0; }
+    bool IsChecked() const { return Send(kCheck, BM_GETCHECK) == BST_CHECKED; }
+    RECT ListClient() const {
         RECT client{};
-        GetClientRect(List(), &client);
-        for (LONG y = 0; y < client.bottom; ++y) {
-            if (ListObject()->ItemAt({5, y}) == item) return {5, y};
-        }
-        ADD_FAILURE() << "item " << item << " is not in view";
-        return {};
+        GetClientRect(Item(kList), &client);
+        return client;
+    }
+    int ItemAt(LONG y) const {
+        return host::FindSystemWindow<host::DropDownList>(Item(kList))->ItemAt({5, y});
     }
 
-    static constexpr Command kDropDown{kCombo, CBN_DROPDOWN};
-    static constexpr Command kCloseUp{kCombo, CBN_CLOSEUP};
-    static constexpr Command kTaken{kCombo, CBN_SELENDOK};
-    static constexpr Command kCancelled{kCombo, CBN_SELENDCANCEL};
-    static constexpr Command kChanged{kCombo, CBN_SELCHANGE};
+    // The pen on an item of the list, which has to be in view; nothing where there is no list.
+    void PenOnItem(host::Pen event, int item) const {
+        for (LONG y = 0; y < ListClient().bottom; ++y) {
+            if (ItemAt(y) == item) return Pen(event, Item(kList), {5, y});
+        }
+        if (Item(kList)) ADD_FAILURE() << "item " << item << " is not in view";
+    }
+    Step TapOnItem(int item) const {
+        return [this, item] {
+            PenOnItem(Pen::Down, item);
+            PenOnItem(Pen::Up, item);
+        };
+    }
+
+    static constexpr test::Command kDropDown{kCombo, CBN_DROPDOWN};
+    static constexpr test::Command kCloseUp{kCombo, CBN_CLOSEUP};
+    static constexpr test::Command kTaken{kCombo, CBN_SELENDOK};
+    static constexpr test::Command kCancelled{kCombo, CBN_SELENDCANCEL};
+    static constexpr test::Command kChanged{kCombo, CBN_SELCHANGE};
+    static constexpr test::Command kClicked{kCheck, BN_CLICKED};
 };
 
 TEST_F(DialogControls, PenPressesAButtonOnlyWhereItWentDown) {
-    HWND push = nullptr;
-    Run({[&] { Tap(push = Item(kPush)); },
+    Run({TapOn(kPush),
          [&] {
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{{kPush, BN_CLICKED}}));
-             EXPECT_EQ(GetFocus(), push);
-             Pen(host::Pen::Down, push, {5, 5});
+             EXPECT_EQ(TakeCommands(), (Commands{{kPush, BN_CLICKED}}));
+             EXPECT_EQ(FocusedId(), kPush);
          },
+         PenOn(Pen::Down, kPush, {5, 5}), PenOn(Pen::Move, kPush, {5, 50}), PenOn(Pen::Up, kPush, {5, 50}),
+         [] { EXPECT_EQ(GetCapture(), nullptr); }, PenOn(Pen::Down, kDialog, {5, 5}),
+         PenOn(Pen::Up, kPush, {5, 5}),
          [&] {
-             Pen(host::Pen::Move, push, {5, 50});
+             EnableWindow(Item(kPush), FALSE);
+             Send(kPush, BM_CLICK);
          },
-         [&] {
-             Pen(host::Pen::Up, push, {5, 50});
-         },
-         [&] {
-             EXPECT_EQ(GetCapture(), nullptr);
-             Pen(host::Pen::Down, dialog, {5, 5});
-             Pen(host::Pen::Up, push, {5, 5});
-         },
-         [&] {
-             EnableWindow(push, FALSE);
-             Tap(push);
-             SendMessageW(push, BM_CLICK, 0, 0);
-         }});
+         TapOn(kPush)});
     EXPECT_TRUE(commands.empty());
 }
 
 TEST_F(DialogControls, CheckBoxFollowsPenSpaceBarAndProgram) {
-    Run({[&] { Tap(Item(kCheck)); },
-         [&] {
-             EXPECT_TRUE(IsChecked());
-             Key(VK_SPACE);
-         },
+    Run({TapOn(kCheck), [&] { EXPECT_TRUE(IsChecked()); }, Press(VK_SPACE),
          [&] {
              EXPECT_FALSE(IsChecked());
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{{kCheck, BN_CLICKED}, {kCheck, BN_CLICKED}}));
-             SendMessageW(Item(kCheck), BM_SETCHECK, 7, 0);
+             EXPECT_EQ(TakeCommands(), (Commands{kClicked, kClicked}));
+             Send(kCheck, BM_SETCHECK, 7);
              EXPECT_TRUE(IsChecked());
              // A space bar that was pressed elsewhere does not click here.
              host::PostKey(VK_SPACE, false);
          },
          [&] {
              EXPECT_TRUE(commands.empty());
-             SendMessageW(Item(kPush), BM_SETCHECK, BST_CHECKED, 0);
-             EXPECT_EQ(SendMessageW(Item(kPush), BM_GETCHECK, 0, 0), BST_UNCHECKED);
+             Send(kPush, BM_SETCHECK, BST_CHECKED);
+             EXPECT_EQ(Send(kPush, BM_GETCHECK), BST_UNCHECKED);
          }});
 }
 
 TEST_F(DialogControls, PenOpensTheListAndTakesAnItem) {
-    Run({[&] { Tap(Combo()); },
+    Run({TapOn(kCombo),
          [&] {
              EXPECT_TRUE(IsOpen());
-             EXPECT_EQ(GetFocus(), Combo());
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{kDropDown}));
-             Tap(List(), PointOn(3));
+             EXPECT_EQ(FocusedId(), kCombo);
+             EXPECT_EQ(TakeCommands(), Commands{kDropDown});
          },
+         TapOnItem(3),
          [&] {
              EXPECT_FALSE(IsOpen());
-             EXPECT_EQ(List(), nullptr);
+             EXPECT_EQ(Item(kList), nullptr);
              EXPECT_EQ(Selected(), 3);
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{kTaken, kCloseUp, kChanged}));
+             EXPECT_EQ(TakeCommands(), (Commands{kTaken, kCloseUp, kChanged}));
              WCHAR text[20];
-             GetWindowTextW(Combo(), text, 20);
+             GetWindowTextW(Item(kCombo), text, 20);
              EXPECT_EQ(std::u16string(text), TEXT("item d"));
          }});
     EXPECT_EQ(host::CountHandles().windows, 2);
 }
 
 TEST_F(DialogControls, PenTakesAnItemInOneStroke) {
-    Run({[&] {
-             Pen(host::Pen::Down, Combo(), {190, 5});
-         },
-         [&] {
-             Pen(host::Pen::Move, List(), PointOn(2));
-             Pen(host::Pen::Up, List(), PointOn(2));
-         },
+    Run({PenOn(Pen::Down, kCombo, {190, 5}), [&] { PenOnItem(Pen::Move, 2); }, [&] { PenOnItem(Pen::Up, 2); },
          [&] {
              EXPECT_EQ(Selected(), 2);
              EXPECT_FALSE(IsOpen());
@@ -157,22 +147,18 @@ TEST_F(DialogControls, PenTakesAnItemInOneStroke) {
 }
 
 TEST_F(DialogControls, ListClosesWithoutASelectionWhenThePersonGoesElsewhere) {
-    const std::vector<Step> ways{[&] {
-                                     Tap(dialog, {2, 2});
-                                 },
-                                 [&] { Tap(Combo()); },
-                                 [&] {
-                                     Tap(Item(kPush), {150, 20});
-                                 },
-                                 [&] { Key(VK_ESCAPE); },
-                                 [&] { SetFocus(Item(kCheck)); },
-                                 [&] { EnableWindow(Combo(), FALSE); },
-                                 [&] { SendMessageW(Combo(), CB_SHOWDROPDOWN, FALSE, 0); }};
+    const Step ways[] = {TapOn(kDialog, {2, 2}),
+                         TapOn(kCombo),
+                         TapOn(kPush, {150, 20}),
+                         Press(VK_ESCAPE),
+                         [&] { SetFocus(Item(kCheck)); },
+                         [&] { EnableWindow(Item(kCombo), FALSE); },
+                         [&] { Send(kCombo, CB_SHOWDROPDOWN, FALSE); }};
     for (const Step& leave : ways) {
-        Run({[&] { SendMessageW(Combo(), CB_SHOWDROPDOWN, TRUE, 0); },
+        Run({[&] { Send(kCombo, CB_SHOWDROPDOWN, TRUE); },
              [&] {
                  MoveWindow(Item(kPush), 20, 290, 200, 24, TRUE);
-                 SetFocus(Combo());
+                 SetFocus(Item(kCombo));
                  Key(VK_DOWN);
              },
              [&] {
@@ -183,21 +169,18 @@ TEST_F(DialogControls, ListClosesWithoutASelectionWhenThePersonGoesElsewhere) {
              [&] {
                  EXPECT_FALSE(IsOpen());
                  EXPECT_EQ(Selected(), 1);
-                 const std::vector<Command> heard = TakeCommands();
-                 ASSERT_GE(heard.size(), 2u);
-                 EXPECT_EQ(heard[0], kCancelled);
-                 EXPECT_EQ(heard[1], kCloseUp);
+                 commands.resize(2);
+                 EXPECT_EQ(TakeCommands(), (Commands{kCancelled, kCloseUp}));
              }});
     }
 }
 
 TEST_F(DialogControls, PanelKeysMoveInTheOpenList) {
-    const HWND panel = CreateWindowExW(WS_EX_TOPMOST, TEXT("Application"), nullptr, WS_POPUP | WS_VISIBLE, 0,
-                                       200, 240, 120, nullptr, nullptr, nullptr, nullptr);
-    Run({[&] { Tap(Combo()); },
+    const HWND panel = CreateSip(200);
+    Run({TapOn(kCombo),
          [&] {
              RECT place{};
-             GetWindowRect(List(), &place);
+             GetWindowRect(Item(kList), &place);
              EXPECT_LE(place.bottom, 200) << "the list stays clear of the panel";
              Tap(panel);
              Key(VK_DOWN);
@@ -210,16 +193,15 @@ TEST_F(DialogControls, PanelKeysMoveInTheOpenList) {
          },
          [&] {
              EXPECT_EQ(Selected(), 2);
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{kTaken, kCloseUp, kChanged}));
+             EXPECT_EQ(TakeCommands(), (Commands{kTaken, kCloseUp, kChanged}));
          }});
-    DestroyWindow(panel);
 }
 
 TEST_F(DialogControls, KeysSelectInTheClosedCombo) {
-    Run({[] { Key(VK_DOWN); },
+    Run({Press(VK_DOWN),
          [&] {
              EXPECT_EQ(Selected(), 2);
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{kTaken, kChanged}));
+             EXPECT_EQ(TakeCommands(), (Commands{kTaken, kChanged}));
              for (int i = 0; i < 20; ++i) {
                  Key(VK_UP);
              }
@@ -227,86 +209,58 @@ TEST_F(DialogControls, KeysSelectInTheClosedCombo) {
          [&] {
              EXPECT_EQ(Selected(), 0);
              EXPECT_EQ(TakeCommands().size(), 4u) << "the end of the list is no change";
-             SendMessageW(Combo(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(TEXT("zebra")));
+             Send(kCombo, CB_ADDSTRING, 0, TEXT("zebra"));
              host::PostCharacter('Z', TEXT('Z'));
          },
          [&] {
              EXPECT_EQ(Selected(), kItems);
-             host::PostCharacter('I', TEXT('i'));
-             host::PostCharacter('I', TEXT('i'));
-             host::PostCharacter('X', TEXT('x'));
+             for (const WCHAR character : {TEXT('i'), TEXT('i'), TEXT('x')}) {
+                 host::PostCharacter('I', character);
+             }
          },
-         [&] {
-             EXPECT_EQ(Selected(), 1);
-             Key(VK_SPACE);
-         },
-         [&] { EXPECT_TRUE(IsOpen()); }});
+         [&] { EXPECT_EQ(Selected(), 1); }, Press(VK_SPACE), [&] { EXPECT_TRUE(IsOpen()); }});
 }
 
-TEST_F(DialogControls, ProgramsSelectionsNotifyNobody) {
+TEST_F(DialogControls, DriverChoosesAsAPersonDoes) {
     Run({[&] {
-        SendMessageW(Combo(), CB_SETCURSEL, 4, 0);
-        SendMessageW(Combo(), CB_DELETESTRING, 4, 0);
-        EXPECT_EQ(Selected(), -1);
-        EXPECT_TRUE(commands.empty());
-        EXPECT_TRUE(host::ChooseItem(Combo(), 2));
-        EXPECT_EQ(TakeCommands(), (std::vector<Command>{kDropDown, kTaken, kCloseUp, kChanged}));
-        EXPECT_FALSE(host::ChooseItem(Combo(), kItems));
+        EXPECT_TRUE(host::ChooseItem(Item(kCombo), 2));
+        EXPECT_EQ(TakeCommands(), (Commands{kDropDown, kTaken, kCloseUp, kChanged}));
+        EXPECT_FALSE(host::ChooseItem(Item(kCombo), kItems));
         EXPECT_FALSE(host::ChooseItem(Item(kPush), 0));
-        EnableWindow(Combo(), FALSE);
-        EXPECT_FALSE(host::ChooseItem(Combo(), 0));
+        EnableWindow(Item(kCombo), FALSE);
+        EXPECT_FALSE(host::ChooseItem(Item(kCombo), 0));
     }});
 }
 
 TEST_F(DialogControls, ScrollBarBringsEveryItemIntoView) {
-    LONG right = 0;
-    LONG bottom = 0;
-    const auto first = [&] { return ListObject()->ItemAt({5, 3}); };
-    Run({[&] { Tap(Combo()); },
+    // The pen on the scroll bar, at this distance from the top, or from the bottom when it is negative.
+    const auto bar = [&](host::Pen event, LONG y) {
+        return [=, this] {
+            const RECT client = ListClient();
+            Pen(event, Item(kList), {client.right - 4, y < 0 ? client.bottom + y : y});
+        };
+    };
+    const auto topIs = [&](int item) { return [=, this] { EXPECT_EQ(ItemAt(3), item); }; };
+    Run({TapOn(kCombo), bar(Pen::Down, -4), bar(Pen::Up, -4), topIs(1), bar(Pen::Down, 4), bar(Pen::Up, 4),
+         topIs(0), bar(Pen::Down, 25), bar(Pen::Move, -4), bar(Pen::Up, -4),
          [&] {
-             RECT client{};
-             GetClientRect(List(), &client);
-             right = client.right - 4;
-             bottom = client.bottom - 4;
-             Tap(List(), {right, bottom});
+             EXPECT_EQ(host::FindSystemWindow<host::DropDownList>(Item(kList))->Highlighted(), 1)
+                 << "scrolling takes nothing";
          },
-         [&] {
-             EXPECT_EQ(first(), 1);
-             Tap(List(), {right, 4});
-         },
-         [&] {
-             EXPECT_EQ(first(), 0);
-             Pen(host::Pen::Down, List(), {right, 25});
-             Pen(host::Pen::Move, List(), {right, bottom});
-             Pen(host::Pen::Up, List(), {right, bottom});
-         },
-         [&] {
-             EXPECT_EQ(ListObject()->Highlighted(), 1) << "scrolling takes nothing";
-             Tap(List(), PointOn(kItems - 1));
-         },
-         [&] { EXPECT_EQ(Selected(), kItems - 1); }});
+         TapOnItem(kItems - 1), [&] { EXPECT_EQ(Selected(), kItems - 1); }});
 }
 
 TEST_F(DialogControls, ParentMayDestroyTheComboInAnyNotification) {
     for (const int code : {CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE, CBN_SELENDCANCEL}) {
         for (const bool all : {false, true}) {
-            onMessage = [&](UINT message, WPARAM wParam, LPARAM lParam, INT_PTR&) {
+            onDialog = [&](UINT message, WPARAM wParam, LPARAM lParam, INT_PTR&) {
                 if (message == WM_INITDIALOG) FillCombo();
                 if (message != WM_COMMAND || HIWORD(wParam) != code) return false;
                 DestroyWindow(all ? dialog : reinterpret_cast<HWND>(lParam));
                 return true;
             };
-            Run({[&] { Tap(Combo()); },
-                 [&] {
-                     if (List()) Tap(List(), PointOn(0));
-                 },
-                 [&] {
-                     if (IsWindow(Combo())) Tap(Combo());
-                 },
-                 [&] {
-                     if (IsWindow(Combo())) Tap(dialog, {2, 2});
-                 }});
-            EXPECT_EQ(List(), nullptr) << code;
+            Run({TapOn(kCombo), TapOnItem(0), TapOn(kCombo), TapOn(kDialog, {2, 2})});
+            EXPECT_EQ(Item(kList), nullptr) << code;
             EXPECT_EQ(GetCapture(), nullptr) << code;
         }
     }
@@ -315,11 +269,11 @@ TEST_F(DialogControls, ParentMayDestroyTheComboInAnyNotification) {
 TEST_F(DialogControls, ListThatCannotBeMadeStaysClosed) {
     Run({[&] {
              host::FailCall(host::Call::CreateWindow);
-             Tap(Combo());
+             Tap(Item(kCombo));
          },
          [&] {
              EXPECT_FALSE(IsOpen());
-             EXPECT_EQ(TakeCommands(), (std::vector<Command>{kDropDown, kCloseUp}));
+             EXPECT_EQ(TakeCommands(), (Commands{kDropDown, kCloseUp}));
          }});
 }
 

@@ -5,16 +5,12 @@
 
 #include <host_control.h>
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "control.h"
 #include "dialog.h"
+#include "windows_recorder.h"
 
 namespace test {
 
@@ -23,33 +19,26 @@ struct Command {
     int code;
     bool operator==(const Command&) const = default;
 };
+using Commands = std::vector<Command>;
 
-class Dialogs : public testing::Test {
+class Dialogs : public RecordedWindows {
 public:
-    std::function<bool(UINT, WPARAM, LPARAM, INT_PTR&)> onMessage;  // of the dialog; true: handled
-    std::vector<Command> commands;
+    std::function<bool(UINT, WPARAM, LPARAM, INT_PTR&)> onDialog;  // its messages; true: handled
+    Commands commands;
     HWND dialog = nullptr;
 
 protected:
     using Step = std::function<void()>;
 
     void SetUp() override {
+        RecordedWindows::SetUp();
         current = this;
-        WNDCLASSW windowClass{};
-        windowClass.lpfnWndProc = DefWindowProcW;
-        windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
-        windowClass.lpszClassName = TEXT("Application");
-        ASSERT_NE(RegisterClassW(&windowClass), 0);
-        m_owner = CreateWindowExW(0, TEXT("Application"), nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 240, 320,
-                                  nullptr, nullptr, nullptr, nullptr);
-        m_edit = CreateWindowExW(0, TEXT("Application"), nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 240, 100,
-                                 m_owner, nullptr, nullptr, nullptr);
+        m_edit = Create({0, 0, 240, 100}, m_desktop);
         SetFocus(m_edit);
     }
-
     void TearDown() override {
         host::SetIdleHandler(nullptr);
-        if (IsWindow(m_owner)) DestroyWindow(m_owner);
+        RecordedWindows::TearDown();
         current = nullptr;
     }
 
@@ -63,6 +52,7 @@ protected:
         control.text = text;
         m_layout.controls.push_back(control);
     }
+    HWND CreateSip(LONG top) { return CreateTop({0, top, 240, top + 80}, TEXT("Plain"), WS_EX_TOPMOST); }
 
     // Runs the dialog over the whole screen; it answers IDOK and IDCANCEL by ending. When the steps are used
     // up its loop is told to quit, and that is forgotten again.
@@ -77,7 +67,7 @@ protected:
         m_layout.place = {0, 0, 240, 320};
         m_layout.style = WS_POPUP;
         Follow(std::move(steps));
-        return host::RunModal({m_layout, nullptr, m_owner, nullptr, HandleMessage, 42});
+        return host::RunModal({m_layout, nullptr, m_desktop, nullptr, HandleMessage, 42});
     }
 
     // The code of a quit that is wanted, -1 for none. Delivers what waits.
@@ -99,16 +89,21 @@ protected:
         });
     }
 
-    HWND Item(int id) const { return GetDlgItem(host::TopmostModalWindow(), id); }
-    int FocusedId() const { return GetDlgCtrlID(GetFocus()); }
-    std::vector<Command> TakeCommands() { return std::exchange(commands, {}); }
+    // Of the topmost dialog; 0 is the dialog itself.
+    virtual HWND Item(int id) const {
+        const HWND topmost = host::TopmostModalWindow();
+        return id == 0 ? topmost : GetDlgItem(topmost, id);
+    }
+    static int FocusedId() { return GetDlgCtrlID(GetFocus()); }
+    Commands TakeCommands() { return std::exchange(commands, {}); }
 
     static void Key(UINT virtualKey) {
         host::PostKey(virtualKey, true);
         host::PostKey(virtualKey, false);
     }
 
-    // The pen goes down and up in a window's middle, or at a point of it.
+    // The pen goes down and up in a window's middle, or at a point of it. Nothing where the window is no
+    // more.
     static void Tap(HWND window) {
         RECT client{};
         GetClientRect(window, &client);
@@ -119,12 +114,24 @@ protected:
         Pen(host::Pen::Up, window, point);
     }
     static void Pen(host::Pen event, HWND window, POINT point) {
-        ClientToScreen(window, &point);
-        host::PostPen(event, point);
+        if (ClientToScreen(window, &point)) host::PostPen(event, point);
+    }
+
+    // Steps of these.
+    static Step Press(UINT virtualKey) {
+        return [virtualKey] { Key(virtualKey); };
+    }
+    Step TapOn(int id) const {
+        return [this, id] { Tap(Item(id)); };
+    }
+    Step TapOn(int id, POINT point) const {
+        return [this, id, point] { Tap(Item(id), point); };
+    }
+    Step PenOn(host::Pen event, int id, POINT point) const {
+        return [=, this] { Pen(event, Item(id), point); };
     }
 
     host::DialogTemplate m_layout;
-    HWND m_owner = nullptr;
     HWND m_edit = nullptr;  // has the focus before and after
 
 private:
@@ -134,7 +141,7 @@ private:
         if (message == WM_INITDIALOG) test.dialog = window;
         if (message == WM_COMMAND) test.commands.push_back({LOWORD(wParam), HIWORD(wParam)});
         INT_PTR result = TRUE;
-        if (test.onMessage && test.onMessage(message, wParam, lParam, result)) return result;
+        if (test.onDialog && test.onDialog(message, wParam, lParam, result)) return result;
         if (message == WM_INITDIALOG) return TRUE;
         if (message != WM_COMMAND || LOWORD(wParam) > IDCANCEL) return FALSE;
         return EndDialog(window, LOWORD(wParam));

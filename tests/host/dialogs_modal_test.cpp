@@ -3,8 +3,6 @@
 
 namespace {
 
-using test::Command;
-
 class DialogModal : public test::Dialogs {
 protected:
     void SetUp() override {
@@ -18,8 +16,23 @@ protected:
         Add(TEXT("Button"), IDCANCEL, WS_TABSTOP, TEXT("Cancel"));
     }
 
+    Step End(int result) {
+        return [this, result] { EndDialog(dialog, result); };
+    }
+    // Where the focus is after each of the steps.
+    std::vector<int> Walk(const std::vector<Step>& steps) {
+        std::vector<int> order;
+        std::vector<Step> all;
+        for (const Step& step : steps) {
+            all.push_back(step);
+            all.push_back([&] { order.push_back(FocusedId()); });
+        }
+        Run(all);
+        return order;
+    }
+
     void ExpectAllAsBefore() {
-        EXPECT_TRUE(IsWindowEnabled(m_owner));
+        EXPECT_TRUE(IsWindowEnabled(m_desktop));
         EXPECT_EQ(GetFocus(), m_edit);
         EXPECT_EQ(host::TopmostModalWindow(), nullptr);
         EXPECT_EQ(host::CountHandles().windows, 2);
@@ -27,34 +40,34 @@ protected:
     }
 };
 
+using Ids = std::vector<int>;
+
 TEST_F(DialogModal, OwnerWaitsWhileTheDialogStands) {
-    bool owned = false;
     const INT_PTR result = Run({[&] {
-                                    EXPECT_FALSE(IsWindowEnabled(m_owner));
+                                    EXPECT_FALSE(IsWindowEnabled(m_desktop));
                                     EXPECT_TRUE(IsWindowVisible(dialog));
                                     EXPECT_EQ(host::TopmostModalWindow(), dialog);
                                     EXPECT_EQ(GetActiveWindow(), dialog);
-                                    owned = GetParent(dialog) == m_owner;
+                                    EXPECT_EQ(GetParent(dialog), m_desktop);
                                 },
                                 [&] {
                                     EndDialog(dialog, 77);
-                                    EXPECT_TRUE(IsWindowEnabled(m_owner));
+                                    EXPECT_TRUE(IsWindowEnabled(m_desktop));
                                     EXPECT_FALSE(IsWindowVisible(dialog));
                                 }});
     EXPECT_EQ(result, 77);
-    EXPECT_TRUE(owned);
     ExpectAllAsBefore();
 }
 
 TEST_F(DialogModal, OwnerThatWasDisabledStaysSo) {
-    EnableWindow(m_owner, FALSE);
-    Run({[&] { EndDialog(dialog, 1); }});
-    EXPECT_FALSE(IsWindowEnabled(m_owner));
+    EnableWindow(m_desktop, FALSE);
+    Run({End(1)});
+    EXPECT_FALSE(IsWindowEnabled(m_desktop));
 }
 
 TEST_F(DialogModal, EndedInItsInitialisationItIsNeverShown) {
     bool shown = false;
-    onMessage = [&](UINT message, WPARAM, LPARAM parameter, INT_PTR&) {
+    onDialog = [&](UINT message, WPARAM, LPARAM parameter, INT_PTR&) {
         if (message == WM_SHOWWINDOW) shown = true;
         if (message != WM_INITDIALOG) return false;
         EXPECT_EQ(parameter, 42);
@@ -66,57 +79,46 @@ TEST_F(DialogModal, EndedInItsInitialisationItIsNeverShown) {
 }
 
 TEST_F(DialogModal, FirstTabStopGetsTheFocusWhenAsked) {
-    INT_PTR answer = TRUE;
-    HWND offered = nullptr;
-    onMessage = [&](UINT message, WPARAM wParam, LPARAM, INT_PTR& result) {
-        if (message != WM_INITDIALOG) return false;
-        offered = reinterpret_cast<HWND>(wParam);
-        if (!answer) SetFocus(GetDlgItem(dialog, 13));
-        // Raising a control makes it the first, but the offered one keeps the focus.
-        BringWindowToTop(GetDlgItem(dialog, 13));
-        result = answer;
-        return true;
-    };
-    Run({[&] {
-        EXPECT_EQ(FocusedId(), 11);
-        EXPECT_EQ(GetDlgCtrlID(offered), 11);
-    }});
-    answer = FALSE;
-    Run({[&] { EXPECT_EQ(FocusedId(), 13); }});
+    for (const INT_PTR answer : {TRUE, FALSE}) {
+        onDialog = [&](UINT message, WPARAM wParam, LPARAM, INT_PTR& result) {
+            if (message != WM_INITDIALOG) return false;
+            EXPECT_EQ(GetDlgCtrlID(reinterpret_cast<HWND>(wParam)), 11);
+            if (!answer) SetFocus(GetDlgItem(dialog, 13));
+            // Raising a control makes it the first, but the offered one keeps the focus.
+            BringWindowToTop(GetDlgItem(dialog, 13));
+            result = answer;
+            return true;
+        };
+        Run({[&] { EXPECT_EQ(FocusedId(), answer ? 11 : 13); }});
+    }
     ExpectAllAsBefore();
 }
 
 TEST_F(DialogModal, TabGoesRoundTheTabStopsInBothDirections) {
-    std::vector<int> order;
-    const auto press = [&] { Key(VK_TAB); };
-    const auto look = [&] { order.push_back(FocusedId()); };
-    Run({look, press, look, press, look, press, look, press, look});
-    EXPECT_EQ(order, (std::vector<int>{11, 13, IDOK, IDCANCEL, 11}));
-    order.clear();
-    Run({[] { host::PostKey(VK_SHIFT, true); }, press, look, press, look,
-         [] { host::PostKey(VK_SHIFT, false); }, press, look});
-    EXPECT_EQ(order, (std::vector<int>{IDCANCEL, IDOK, IDCANCEL}));
+    const Step tab = Press(VK_TAB);
+    EXPECT_EQ(Walk({tab, tab, tab, tab}), (Ids{13, IDOK, IDCANCEL, 11}));
+    EXPECT_EQ(
+        Walk({[] { host::PostKey(VK_SHIFT, true); }, tab, tab, [] { host::PostKey(VK_SHIFT, false); }, tab}),
+        (Ids{11, IDCANCEL, IDOK, IDOK, IDCANCEL}));
 }
 
 TEST_F(DialogModal, ArrowsStayInTheGroup) {
-    std::vector<int> order;
-    const auto look = [&] { order.push_back(FocusedId()); };
-    Run({[] { Key(VK_DOWN); }, look, [] { Key(VK_DOWN); }, look, [] { Key(VK_UP); }, look,
-         [&] { SetFocus(Item(IDOK)); }, [] { Key(VK_RIGHT); }, look, [] { Key(VK_RIGHT); }, look});
-    EXPECT_EQ(order, (std::vector<int>{12, 11, 12, IDCANCEL, IDOK}));
+    EXPECT_EQ(Walk({Press(VK_DOWN), Press(VK_DOWN), Press(VK_UP), [&] { SetFocus(Item(IDOK)); },
+                    Press(VK_RIGHT), Press(VK_RIGHT)}),
+              (Ids{12, 11, 12, IDOK, IDCANCEL, IDOK}));
 }
 
 TEST_F(DialogModal, EnterAndEscapeCommand) {
-    EXPECT_EQ(Run({[] { Key(VK_RETURN); }}), IDOK);
-    EXPECT_EQ(Run({[] { Key(VK_ESCAPE); }}), IDCANCEL);
-    EXPECT_EQ(Run({[&] { SetFocus(Item(IDCANCEL)); }, [] { Key(VK_RETURN); }}), IDCANCEL);
+    EXPECT_EQ(Run({Press(VK_RETURN)}), IDOK);
+    EXPECT_EQ(Run({Press(VK_ESCAPE)}), IDCANCEL);
+    EXPECT_EQ(Run({[&] { SetFocus(Item(IDCANCEL)); }, Press(VK_RETURN)}), IDCANCEL);
     TakeCommands();
     // A disabled button cannot be pressed with a key either.
     Run({[&] {
              EnableWindow(Item(IDOK), FALSE);
              EnableWindow(Item(IDCANCEL), FALSE);
          },
-         [] { Key(VK_RETURN); }, [] { Key(VK_ESCAPE); }});
+         Press(VK_RETURN), Press(VK_ESCAPE)});
     EXPECT_TRUE(commands.empty());
     ExpectAllAsBefore();
 }
@@ -126,7 +128,7 @@ TEST_F(DialogModal, DisabledFocusGoesToTheDialogSoThatKeysStillWork) {
                        EnableWindow(Item(11), FALSE);
                        EXPECT_EQ(GetFocus(), dialog);
                    },
-                   [] { Key(VK_TAB); }, [&] { EXPECT_EQ(FocusedId(), 13); }, [] { Key(VK_ESCAPE); }}),
+                   Press(VK_TAB), [&] { EXPECT_EQ(FocusedId(), 13); }, Press(VK_ESCAPE)}),
               IDCANCEL);
 }
 
@@ -139,7 +141,7 @@ TEST_F(DialogModal, QuitEndsEveryLoopAround) {
 TEST_F(DialogModal, DestroyedDialogReturnsAtOnce) {
     EXPECT_EQ(Run({[&] { DestroyWindow(dialog); }}), -1);
     ExpectAllAsBefore();
-    EXPECT_EQ(Run({[&] { DestroyWindow(m_owner); }}), -1);
+    EXPECT_EQ(Run({[&] { DestroyWindow(m_desktop); }}), -1);
     EXPECT_EQ(host::TopmostModalWindow(), nullptr);
 }
 
@@ -149,20 +151,17 @@ TEST_F(DialogModal, HandlersMayDestroyTheDialogDuringAnyMessage) {
                                   WM_KEYDOWN, WM_SETFOCUS,   WM_KILLFOCUS,  WM_ENABLE, WM_LBUTTONDOWN};
     for (const UINT trigger : kMessages) {
         HWND seen = nullptr;
-        onMessage = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {
+        onDialog = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {
             if (message == WM_INITDIALOG) seen = dialog;
-            if (message != trigger) return false;
-            if (IsWindow(host::TopmostModalWindow())) DestroyWindow(host::TopmostModalWindow());
+            if (message == trigger) DestroyWindow(host::TopmostModalWindow());
             return false;
         };
-        Run({[&] { MoveWindow(dialog, 1, 1, 200, 300, TRUE); }, [&] { SetFocus(dialog); },
-             [] { Key(VK_TAB); }, [&] { Tap(Item(11)); }, [&] { SetFocus(dialog); }, [] { Key(VK_SPACE); },
-             [&] {
-                 Tap(dialog, {5, 5});
-             }});
-        onMessage = nullptr;
+        const Step focusDialog = [&] { SetFocus(dialog); };
+        Run({[&] { MoveWindow(dialog, 1, 1, 200, 300, TRUE); }, focusDialog, Press(VK_TAB), TapOn(11),
+             focusDialog, Press(VK_SPACE), TapOn(0, {5, 5})});
+        onDialog = nullptr;
         EXPECT_FALSE(IsWindow(seen)) << trigger;
-        EXPECT_TRUE(IsWindowEnabled(m_owner)) << trigger;
+        EXPECT_TRUE(IsWindowEnabled(m_desktop)) << trigger;
         SetFocus(m_edit);
     }
     ExpectAllAsBefore();
@@ -171,27 +170,26 @@ TEST_F(DialogModal, HandlersMayDestroyTheDialogDuringAnyMessage) {
 TEST_F(DialogModal, NestedDialogsReturnInOrderWhileMessagesAndPaintGoOn) {
     std::vector<UINT> seen;
     bool inner = false;
-    onMessage = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {
+    onDialog = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {
         if (message == WM_USER || (message == WM_PAINT && inner)) seen.push_back(message);
         return false;
     };
-    int boxResult = 0;
-    const INT_PTR result = Run({[&] {
-                                    inner = true;
-                                    boxResult = MessageBoxW(dialog, TEXT("Sure?"), TEXT("Ask"), MB_OKCANCEL);
-                                    inner = false;
-                                    EXPECT_EQ(FocusedId(), 11);
-                                    EXPECT_TRUE(IsWindowEnabled(dialog));
-                                },
-                                [&] {
-                                    EXPECT_NE(host::TopmostModalWindow(), dialog);
-                                    EXPECT_FALSE(IsWindowEnabled(dialog));
-                                    PostMessageW(dialog, WM_USER, 0, 0);
-                                    InvalidateRect(dialog, nullptr, TRUE);
-                                    Tap(dialog, {30, 70});  // the check box of a disabled dialog
-                                },
-                                [&] { Tap(Item(IDCANCEL)); }, [&] { EndDialog(dialog, 3); }});
-    EXPECT_EQ(boxResult, IDCANCEL);
+    const INT_PTR result =
+        Run({[&] {
+                 inner = true;
+                 EXPECT_EQ(MessageBoxW(dialog, TEXT("x"), TEXT("x"), MB_OKCANCEL), IDCANCEL);
+                 inner = false;
+                 EXPECT_EQ(FocusedId(), 11);
+                 EXPECT_TRUE(IsWindowEnabled(dialog));
+             },
+             [&] {
+                 EXPECT_NE(host::TopmostModalWindow(), dialog);
+                 EXPECT_FALSE(IsWindowEnabled(dialog));
+                 PostMessageW(dialog, WM_USER, 0, 0);
+                 InvalidateRect(dialog, nullptr, TRUE);
+                 Tap(dialog, {30, 70});  // the check box of a disabled dialog
+             },
+             TapOn(IDCANCEL), End(3)});
     EXPECT_EQ(result, 3);
     EXPECT_EQ(seen, (std::vector<UINT>{WM_USER, WM_PAINT}));
     EXPECT_TRUE(commands.empty());
@@ -199,11 +197,9 @@ TEST_F(DialogModal, NestedDialogsReturnInOrderWhileMessagesAndPaintGoOn) {
 }
 
 TEST_F(DialogModal, OuterDialogMayEndBeforeTheInner) {
-    int boxResult = 0;
-    EXPECT_EQ(Run({[&] { boxResult = MessageBoxW(dialog, TEXT("x"), TEXT("x"), MB_OK); },
-                   [&] { EndDialog(dialog, 4); }, [&] { SendMessageW(Item(IDOK), BM_CLICK, 0, 0); }}),
+    EXPECT_EQ(Run({[&] { EXPECT_EQ(MessageBoxW(dialog, TEXT("x"), TEXT("x"), MB_OK), IDOK); }, End(4),
+                   TapOn(IDOK)}),
               4);
-    EXPECT_EQ(boxResult, IDOK);
     ExpectAllAsBefore();
 }
 
@@ -218,7 +214,7 @@ TEST_F(DialogModal, FailedCreationLeavesNothing) {
     unsigned failures = 0;
     for (unsigned n = 1;; ++n) {
         host::FailCall(host::Call::CreateWindow, n);
-        const INT_PTR result = Run({[&] { EndDialog(dialog, 1); }});
+        const INT_PTR result = Run({End(1)});
         ExpectAllAsBefore();
         if (result != -1) break;
         ++failures;

@@ -12,20 +12,17 @@ using host::ReadDialogTemplate;
 
 class Bytes {
 public:
-    Bytes& Word(int value) {
-        m_bytes.push_back(static_cast<BYTE>(value));
-        m_bytes.push_back(static_cast<BYTE>(value >> 8));
+    template <typename Sequence = std::initializer_list<int>>
+    Bytes& Words(const Sequence& values) {
+        for (const auto value : values) {
+            m_bytes.insert(m_bytes.end(), {static_cast<BYTE>(value), static_cast<BYTE>(value >> 8)});
+        }
         return *this;
     }
     Bytes& Double(DWORD value) {
-        return Word(static_cast<int>(value & 0xFFFF)).Word(static_cast<int>(value >> 16));
+        return Words({static_cast<int>(value & 0xFFFF), static_cast<int>(value >> 16)});
     }
-    Bytes& Text(std::u16string_view text) {
-        for (const char16_t unit : text) {
-            Word(unit);
-        }
-        return Word(0);
-    }
+    Bytes& Text(std::u16string_view text) { return Words(text).Words({0}); }
     Bytes& Align() {
         m_bytes.resize((m_bytes.size() + 3) / 4 * 4);
         return *this;
@@ -39,15 +36,12 @@ private:
 // A dialog with a control of every form.
 std::vector<BYTE> Sample(DWORD style = WS_POPUP | DS_SETFONT) {
     Bytes bytes;
-    bytes.Double(style).Double(0).Word(3).Word(1).Word(-2).Word(146).Word(160).Word(0).Word(0).Text(
-        TEXT("Hello"));
-    if (style & DS_SETFONT) bytes.Word(8).Text(TEXT("System"));
-    bytes.Align().Double(WS_CHILD).Double(1).Word(4).Word(8).Word(12).Word(16).Word(202);
-    bytes.Word(0xFFFF).Word(0x0085).Word(0).Word(0);
-    bytes.Align().Double(WS_CHILD).Double(0).Word(0).Word(0).Word(9).Word(9).Word(0xFFFF);
-    bytes.Text(TEXT("BUTTON")).Text(TEXT("+")).Word(6).Word(0xAAAA).Word(0xBBBB);
-    bytes.Align().Double(WS_CHILD).Double(0).Word(0).Word(0).Word(9).Word(9).Word(7);
-    bytes.Word(0xFFFF).Word(0x0082).Word(0xFFFF).Word(3).Word(0);
+    bytes.Double(style).Double(0).Words({3, 1, -2, 146, 160, 0, 0}).Text(TEXT("Hello"));
+    if (style & DS_SETFONT) bytes.Words({8}).Text(TEXT("System"));
+    bytes.Align().Double(WS_CHILD).Double(1).Words({4, 8, 12, 16, 202, 0xFFFF, 0x85, 0, 0});
+    bytes.Align().Double(WS_CHILD).Double(0).Words({0, 0, 9, 9, 0xFFFF}).Text(TEXT("BUTTON"));
+    bytes.Text(TEXT("+")).Words({6, 0xAAAA, 0xBBBB});
+    bytes.Align().Double(WS_CHILD).Double(0).Words({0, 0, 9, 9, 7, 0xFFFF, 0x82, 0xFFFF, 3, 0});
     return bytes.Get();
 }
 

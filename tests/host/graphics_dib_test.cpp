@@ -18,9 +18,9 @@ constexpr COLORREF kOrange = RGB(255, 132, 8);  // the same in 5-6-5 bits and in
 constexpr COLORREF kBlue = RGB(0, 0, 255);
 
 template <typename Value>
-void Append(Bytes& bytes, const Value& value) {
-    const auto* first = reinterpret_cast<const BYTE*>(&value);
-    bytes.insert(bytes.end(), first, first + sizeof value);
+Bytes BytesOf(std::initializer_list<Value> values) {
+    const auto* first = reinterpret_cast<const BYTE*>(values.begin());
+    return {first, first + values.size() * sizeof(Value)};
 }
 
 BITMAPINFOHEADER HeaderFor(WORD bits, LONG width = 3, LONG height = 2) {
@@ -34,13 +34,11 @@ BITMAPINFOHEADER HeaderFor(WORD bits, LONG width = 3, LONG height = 2) {
 }
 
 // Header, colours (blue, green, red, 0), rows.
-Bytes Dib(const BITMAPINFOHEADER& header, const std::vector<DWORD>& colors, const Bytes& rows) {
-    Bytes bytes;
-    Append(bytes, header);
-    for (const DWORD color : colors) {
-        Append(bytes, color);
+Bytes Dib(const BITMAPINFOHEADER& header, std::initializer_list<DWORD> colors, const Bytes& rows) {
+    Bytes bytes = BytesOf({header});
+    for (const Bytes& part : {BytesOf(colors), rows}) {
+        bytes.insert(bytes.end(), part.begin(), part.end());
     }
-    bytes.insert(bytes.end(), rows.begin(), rows.end());
     return bytes;
 }
 
@@ -62,7 +60,7 @@ void ExpectPicture(const Bytes& bytes) {
     EXPECT_EQ(picture.Pixels(), (std::vector<COLORREF>{kOrange, kBlue, kOrange, 0, 0, 0}));
 }
 
-const std::vector<DWORD> kColors = {0x000000, 0xFF8408, 0x0000FF};  // black, orange, blue
+constexpr std::initializer_list<DWORD> kColors = {0x000000, 0xFF8408, 0x0000FF};  // black, orange, blue
 
 TEST(GraphicsDib, EveryDepthGivesItsColours) {
     BITMAPINFOHEADER header = HeaderFor(4);
@@ -75,63 +73,42 @@ TEST(GraphicsDib, EveryDepthGivesItsColours) {
     ExpectPicture(Dib(header, {}, {0x08, 0x84, 0xFF, 0xFF, 0, 0, 0x08, 0x84, 0xFF, 0, 0, 0,
                                    0,    0,    0,    0,    0, 0, 0,    0,    0,    0, 0, 0}));
     header = HeaderFor(32, 3, -2);
-    Bytes words;
-    for (const DWORD word : {0xAAFF8408u, 0xBB0000FFu, 0x00FF8408u, 0u, 0u, 0u}) {
-        Append(words, word);
-    }
-    ExpectPicture(Dib(header, {}, words));
+    ExpectPicture(Dib(header, {}, BytesOf({0xAAFF8408u, 0xBB0000FFu, 0x00FF8408u, 0u, 0u, 0u})));
 }
 
 TEST(GraphicsDib, BitFieldsPlaceTheChannels) {
     BITMAPINFOHEADER header = HeaderFor(16, 3, -2);
     header.biCompression = BI_BITFIELDS;
-    Bytes rows;
-    for (const WORD pixel : std::initializer_list<WORD>{0xFC21, 0x001F, 0xFC21, 0, 0, 0, 0, 0}) {
-        Append(rows, pixel);
-    }
-    const std::vector<DWORD> masks = {0xF800, 0x07E0, 0x001F};
-    const HBITMAP bitmap = Load(Dib(header, masks, rows));
-    ASSERT_NE(bitmap, nullptr);
-    EXPECT_EQ(GetPixel(Picture(bitmap), 0, 0), RGB(255, 134, 8));
+    const Bytes rows = BytesOf<WORD>({0xFC21, 0x001F, 0xFC21, 0, 0, 0, 0, 0});
+    const Picture picture(Load(Dib(header, {0xF800, 0x07E0, 0x001F}, rows)));
+    EXPECT_EQ(GetPixel(picture, 0, 0), RGB(255, 134, 8));
 
     // Red and blue change places; the masks lie in a longer header.
     header = HeaderFor(32, 3, -2);
     header.biSize = 108;
     header.biCompression = BI_BITFIELDS;
-    Bytes words;
-    for (const DWORD mask : {0x0000FFu, 0x00FF00u, 0xFF0000u}) {
-        Append(words, mask);
-    }
-    words.resize(108 - sizeof header);
-    for (const DWORD word : {0x000884FFu, 0x00FF0000u, 0x000884FFu, 0u, 0u, 0u}) {
-        Append(words, word);
-    }
-    ExpectPicture(Dib(header, {}, words));
+    Bytes words = BytesOf({0x000884FFu, 0x00FF0000u, 0x000884FFu, 0u, 0u, 0u});
+    words.insert(words.begin(), 108 - sizeof header - 12, 0);  // the rest of the header
+    ExpectPicture(Dib(header, {0x0000FFu, 0x00FF00u, 0xFF0000u}, words));
 }
 
 TEST(GraphicsDib, FiveBitsPerChannelWithoutMasks) {
-    BITMAPINFOHEADER header = HeaderFor(16, 2, 1);
-    Bytes rows;
-    Append(rows, WORD{0x7C1F});
-    Append(rows, WORD{0x83E0});
-    const Picture picture(Load(Dib(header, {}, rows)));
+    const Picture picture(Load(Dib(HeaderFor(16, 2, 1), {}, BytesOf<WORD>({0x7C1F, 0x83E0}))));
     EXPECT_EQ(picture.Pixels(), (std::vector<COLORREF>{RGB(255, 0, 255), RGB(0, 255, 0)}));
 }
 
 TEST(GraphicsDib, TheOldHeaderHasColoursOfThreeBytes) {
-    const Bytes bytes = {12, 0, 0, 0, 3,    0,    2,    0, 1, 0, 8, 0,  // header
-                         0,  0, 0, 8, 0x84, 0xFF, 0xFF, 0, 0};
-    Bytes full = bytes;
-    full.resize(12 + 256 * 3);
-    const Bytes rows = {0, 0, 0, 0, 1, 2, 1, 0};
-    full.insert(full.end(), rows.begin(), rows.end());
-    ExpectPicture(full);
+    Bytes bytes = {12, 0, 0, 0, 3,    0,    2,    0, 1, 0, 8, 0,  // header
+                   0,  0, 0, 8, 0x84, 0xFF, 0xFF, 0, 0};
+    bytes.resize(12 + 256 * 3);
+    bytes.insert(bytes.end(), {0, 0, 0, 0, 1, 2, 1, 0});
+    ExpectPicture(bytes);
 }
 
 TEST(GraphicsDib, OnlyBlackAndWhiteStaysMonochrome) {
-    const auto depthOf = [](const std::vector<DWORD>& colors) {
+    const auto depthOf = [](std::initializer_list<DWORD> colors) {
         const Picture picture(Load(Dib(HeaderFor(1, 9, 1), colors, {0x40, 0x80, 0, 0})));
-        EXPECT_EQ(GetPixel(picture, 0, 0) == GetPixel(picture, 1, 0), false);
+        EXPECT_NE(GetPixel(picture, 0, 0), GetPixel(picture, 1, 0));
         EXPECT_EQ(GetPixel(picture, 8, 0), GetPixel(picture, 1, 0));
         BITMAP record{};
         GetObjectW(picture.Bitmap(), sizeof record, &record);
@@ -146,8 +123,8 @@ TEST(GraphicsDib, TruncatedOnesAreRefused) {
     BITMAPINFOHEADER masked = HeaderFor(16);
     masked.biCompression = BI_BITFIELDS;
     const Bytes whole[] = {Dib(HeaderFor(1), {0, 0xFFFFFF}, Bytes(8)),
-                           Dib(HeaderFor(4), std::vector<DWORD>(16), Bytes(8)),
-                           Dib(HeaderFor(24), {}, Bytes(24)), Dib(masked, {0xF800, 0x7E0, 0x1F}, Bytes(16))};
+                           Dib(HeaderFor(4), {}, Bytes(16 * 4 + 8)), Dib(HeaderFor(24), {}, Bytes(24)),
+                           Dib(masked, {0xF800, 0x7E0, 0x1F}, Bytes(16))};
     for (const Bytes& bytes : whole) {
         const HBITMAP bitmap = Load(bytes);
         EXPECT_NE(bitmap, nullptr);
@@ -160,32 +137,27 @@ TEST(GraphicsDib, TruncatedOnesAreRefused) {
 }
 
 TEST(GraphicsDib, LyingHeadersAreRefused) {
-    const auto refused = [](auto change) {
-        BITMAPINFOHEADER header = HeaderFor(8, 4, 4);
-        change(header);
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(Load(Dib(header, {}, Bytes(4096))), nullptr);
-        return GetLastError() != ERROR_SUCCESS;
+    using Header = BITMAPINFOHEADER;
+    const auto expectRefused = [](auto field, auto... values) {
+        for (const auto value : {values...}) {
+            Header header = HeaderFor(8, 4, 4);
+            header.*field = static_cast<std::decay_t<decltype(header.*field)>>(value);
+            SetLastError(ERROR_SUCCESS);
+            EXPECT_EQ(Load(Dib(header, {}, Bytes(4096))), nullptr) << value;
+            EXPECT_NE(GetLastError(), static_cast<DWORD>(ERROR_SUCCESS)) << value;
+        }
     };
-    constexpr LONG kLeast = -0x7FFFFFFF - 1;
-    EXPECT_TRUE(refused([](auto& h) { h.biSize = 41u << 20; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biSize = 16; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biWidth = 0; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biWidth = -4; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biWidth = 0x7FFFFFFF; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biHeight = 0; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biHeight = kLeast; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biHeight = 0x40000000; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biWidth = 32000, h.biHeight = 32000; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biPlanes = 2; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biBitCount = 0; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biBitCount = 2; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biBitCount = 0xFFFF; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biCompression = 1; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biCompression = BI_BITFIELDS; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biClrUsed = 257; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biClrUsed = 0xFFFFFFFF; }));
-    EXPECT_TRUE(refused([](auto& h) { h.biBitCount = 24, h.biClrUsed = 0x40000001; }));
+    expectRefused(&Header::biSize, 41 << 20, 16);
+    expectRefused(&Header::biWidth, 0, -4, 0x7FFFFFFF);
+    expectRefused(&Header::biHeight, 0, -0x7FFFFFFF - 1, 0x40000000);
+    expectRefused(&Header::biPlanes, 2);
+    expectRefused(&Header::biBitCount, 0, 2, 0xFFFF);
+    expectRefused(&Header::biCompression, 1, BI_BITFIELDS);
+    expectRefused(&Header::biClrUsed, 257u, 0xFFFFFFFFu);
+    Header many = HeaderFor(24, 4, 4);
+    many.biClrUsed = 0x40000001;
+    EXPECT_EQ(Load(Dib(many, {}, Bytes(4096))), nullptr);
+    EXPECT_EQ(Load(Dib(HeaderFor(8, 32000, 32000), {}, Bytes(4096))), nullptr);
 }
 
 TEST(GraphicsDib, AnyHeaderIsSurvived) {

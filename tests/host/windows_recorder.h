@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace test {
@@ -27,19 +28,16 @@ public:
 
     // The messages of these numbers, in order; forgets everything recorded.
     std::vector<Message> Take(std::initializer_list<int> numbers) {
-        std::vector<Message> wanted;
-        for (const Message& message : messages) {
-            for (const int number : numbers) {
-                if (message.number == static_cast<UINT>(number)) wanted.push_back(message);
-            }
-        }
-        messages.clear();
+        std::vector<Message> wanted = std::exchange(messages, {});
+        std::erase_if(wanted, [&](const Message& message) {
+            return std::count(numbers.begin(), numbers.end(), static_cast<int>(message.number)) == 0;
+        });
         return wanted;
     }
 
     // Of class "Plain", or "Taps" with CS_DBLCLKS. Coordinates as for CreateWindowExW.
-    HWND Create(RECT place, HWND parent = nullptr, LPCWSTR name = TEXT("Plain"), DWORD style = WS_VISIBLE,
-                DWORD extendedStyle = 0) {
+    static HWND Create(RECT place, HWND parent = nullptr, LPCWSTR name = TEXT("Plain"),
+                       DWORD style = WS_VISIBLE, DWORD extendedStyle = 0) {
         return CreateWindowExW(extendedStyle, name, nullptr, style | (parent ? WS_CHILD : WS_POPUP),
                                place.left, place.top, place.right - place.left, place.bottom - place.top,
                                parent, nullptr, nullptr, nullptr);
@@ -56,22 +54,21 @@ protected:
         windowClass.style = CS_DBLCLKS;
         windowClass.lpszClassName = TEXT("Taps");
         ASSERT_NE(RegisterClassW(&windowClass), 0);
-        m_desktop = Create({0, 0, 240, 320});
+        m_desktop = CreateTop({0, 0, 240, 320});
     }
 
     void TearDown() override {
         onMessage = nullptr;
-        if (IsWindow(m_desktop)) DestroyWindow(m_desktop);
-        for (const HWND window : m_others) {
-            if (IsWindow(window)) DestroyWindow(window);
+        for (const HWND window : m_tops) {
+            DestroyWindow(window);  // fails where the test did it
         }
         current = nullptr;
     }
 
     // A top-level window that goes with the test.
     HWND CreateTop(RECT place, LPCWSTR name = TEXT("Plain"), DWORD extendedStyle = 0) {
-        m_others.push_back(Create(place, nullptr, name, WS_VISIBLE, extendedStyle));
-        return m_others.back();
+        m_tops.push_back(Create(place, nullptr, name, WS_VISIBLE, extendedStyle));
+        return m_tops.back();
     }
 
     HWND m_desktop = nullptr;  // as large as the screen, lowest of all
@@ -86,7 +83,7 @@ private:
     }
 
     inline static RecordedWindows* current = nullptr;
-    std::vector<HWND> m_others;
+    std::vector<HWND> m_tops;
 };
 
 }  // namespace test

@@ -10,8 +10,6 @@
 
 namespace {
 
-// --- Owners -----------------------------------------------------------------------------------------------
-
 std::vector<int> g_released;
 
 struct NumberTraits {
@@ -20,8 +18,6 @@ struct NumberTraits {
     static void Release(Handle number) { g_released.push_back(number); }
 };
 using NumberOwner = CHandleOwner<NumberTraits>;
-
-// --- Objects ----------------------------------------------------------------------------------------------
 
 LONG g_locksAtDestruction = 0;
 HRESULT g_constructResult = S_OK;
@@ -42,8 +38,6 @@ protected:
     ~Probe() { g_locksAtDestruction = _Module.GetLockCount(); }
 };
 
-// --- Module records ---------------------------------------------------------------------------------------
-
 std::string g_calls;
 
 HRESULT SucceedToRegister(RegistryAction) {
@@ -56,8 +50,6 @@ HRESULT FailToRegister(RegistryAction) {
 }
 void StartOrStop(bool starting) { g_calls += starting ? "+" : "-"; }
 HRESULT NoFactory(CreatorFunction, REFIID, void**) { return E_ACCESSDENIED; }
-
-// --- Windows ----------------------------------------------------------------------------------------------
 
 constexpr RECT kPlace{0, 0, 10, 10};
 

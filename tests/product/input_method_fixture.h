@@ -40,6 +40,14 @@ protected:
         ServerTest::TearDown();
     }
 
+    // A new life of the library, and of the object with it.
+    void Renew() {
+        m_object->Release();
+        Detach();
+        Attach(TEXT("\\Windows\\Tolka.DLL"), "Windows/Tolka.DLL");
+        m_object = CreateInputMethod();
+    }
+
     void MakeSipWindow() {
         m_sip = CreateWindowExW(0, kSipClass, nullptr, WS_POPUP | WS_VISIBLE, kSipPlace.left, kSipPlace.top,
                                 kSipPlace.right - kSipPlace.left, kSipPlace.bottom - kSipPlace.top, nullptr,
@@ -64,6 +72,14 @@ protected:
                 GetWindowLongPtrW(Panel(), GWLP_USERDATA)));
     }
     CKeyboard& Keyboard() const { return *PanelObject().m_pKbd; }
+
+    // The SIP's rectangle {30, 100, 50, 180} as the input method gives it back.
+    RECT ReceiveSipInfo(HRESULT expected = S_OK) {
+        SIPINFO info{};
+        info.rcSipRect = {30, 100, 50, 180};
+        EXPECT_EQ(m_object->ReceiveSipInfo(&info), expected);
+        return info.rcSipRect;
+    }
 
     void MoveSip(LONG top, LONG height) { MoveWindow(m_sip, kSipPlace.left, top, 200, height, FALSE); }
 

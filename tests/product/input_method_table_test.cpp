@@ -38,9 +38,8 @@ TEST_F(InputMethodTest, SlotsOfTheTableAreInTheOrderOfTheInterfaces) {
     EXPECT_EQ(table.showing(m_object), S_OK);
     EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 240, 280}));
     SIPINFO sip{};
-    sip.rcSipRect = {0, 0, 33, 44};
     EXPECT_EQ(table.receiveSipInfo(m_object, &sip), S_OK);
-    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 33, 244}));
+    EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 0, 200}));
     IMINFO info{};
     EXPECT_EQ(table.getInfo(m_object, &info), S_OK);
     EXPECT_EQ(info.cbSize, 40u);

@@ -141,20 +141,19 @@ TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
 
 TEST_F(Press, DoubleTapOnShiftMakesCapsLock) {
     Start();
+    const KbStatus& status = m_keyboard->m_stKbStatus;
     EXPECT_EQ(Tap(test::KeyShift), Events{"vk 10 down"});
     EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
     EXPECT_EQ(m_callback.Take(), Events{"vk 10 up"});
-    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 0);
-    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 1);
+    EXPECT_TRUE(status.m_bCAPS && !status.m_bShift);
     EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1LrgKbMask);
 
     // While caps lock is on, the first tap releases it and the second engages both.
     EXPECT_EQ(Tap(test::KeyShift), Events());
-    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 0);
+    EXPECT_FALSE(status.m_bCAPS);
     EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
     EXPECT_EQ(m_callback.Take(), Events{"vk 10 down"});
-    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 1);
-    EXPECT_EQ(m_keyboard->m_stKbStatus.m_bCAPS, 1);
+    EXPECT_TRUE(status.m_bCAPS && status.m_bShift);
     EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1SmlKbMask);
 }
 

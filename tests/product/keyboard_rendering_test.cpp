@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <limits>
 
 #include "keyboard_fixture.h"
@@ -112,18 +113,14 @@ TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
     const RECT rect = {40, 20, 120, 60};
     Start(TestSkin().Data("CAPS_RECT", RectBytes(rect)));
     SetFlags({0, 1, 0, 1, 0, 0});
-    const struct {
-        RECT pressed;
-        int plane;
-    } cases[] = {
-        {{40, 20, 50, 30}, kSmall},   {{39, 20, 60, 30}, kLarge},   {{40, 19, 60, 30}, kLarge},
-        {{110, 50, 140, 75}, kSmall}, {{120, 60, 130, 70}, kSmall}, {{121, 60, 130, 70}, kLarge},
-        {{120, 61, 130, 70}, kLarge},
-    };
-    for (const auto& c : cases) {
-        m_keyboard->m_PressedRects = {c.pressed};
-        ExpectPicture(PictureKind::Portrait, [&](POINT p, bool isPressed) {
-            return isPressed ? c.plane : Covers(rect, p) ? kSmall : kLarge;
+    const std::pair<RECT, int> cases[] = {{{40, 20, 50, 30}, kSmall},   {{39, 20, 60, 30}, kLarge},
+                                          {{40, 19, 60, 30}, kLarge},   {{110, 50, 140, 75}, kSmall},
+                                          {{120, 60, 130, 70}, kSmall}, {{121, 60, 130, 70}, kLarge},
+                                          {{120, 61, 130, 70}, kLarge}};
+    for (const auto& [pressed, plane] : cases) {
+        m_keyboard->m_PressedRects = {pressed};
+        ExpectPicture(PictureKind::Portrait, [&, plane = plane](POINT p, bool isPressed) {
+            return isPressed ? plane : Covers(rect, p) ? kSmall : kLarge;
         });
     }
 }
@@ -132,21 +129,19 @@ TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
 TEST_F(Rendering, CapsRectangleMayLieAnywhere) {
     constexpr LONG most = std::numeric_limits<LONG>::max();
     constexpr LONG least = std::numeric_limits<LONG>::min();
-    const RECT rects[] = {
-        {0, 0, 0, 0},
-        {30, 10, 30, 50},
-        {30, 10, 90, 10},
-        {-10, -5, 250, 30},
-        {100, 70, 260, 200},
-        {300, 0, 400, 50},
-        {10, 500, 100, 600},
-        {-90, -90, -10, -10},
-        {least, least, most, most},
-        {most, most, least, least},
-        {0, 0, 240, 80},
-        {100, 40, 50, 10},
-        {least, 10, most, 20},
-    };
+    const RECT rects[] = {{0, 0, 0, 0},
+                          {30, 10, 30, 50},
+                          {30, 10, 90, 10},
+                          {-10, -5, 250, 30},
+                          {100, 70, 260, 200},
+                          {300, 0, 400, 50},
+                          {10, 500, 100, 600},
+                          {-90, -90, -10, -10},
+                          {least, least, most, most},
+                          {most, most, least, least},
+                          {0, 0, 240, 80},
+                          {100, 40, 50, 10},
+                          {least, 10, most, 20}};
     for (const RECT& rect : rects) {
         SCOPED_TRACE(testing::PrintToString(rect));
         Start(TestSkin().Data("CAPS_RECT", RectBytes(rect)));
@@ -174,13 +169,11 @@ TEST_F(Rendering, TypedAndDrawnCharactersAgreeOnTheDigitRow) {
         SetFlags({BYTE(shift), 1, 0, 1, 0, 0});
         ExpectPicture(PictureKind::Portrait,
                       [=](POINT p, bool) { return (p.y < test::kKeySide) == shift ? kLarge : kSmall; });
-        m_keyboard->SendKeyToApp(m_keyboard->m_Charset[test::Key1], false);
-        m_keyboard->SendKeyToApp(m_keyboard->m_Charset[test::KeyQ], false);
-        const Events events = m_callback.Take();
-        ASSERT_EQ(events.size(), 4u);
-        EXPECT_EQ(events[0].back(), '\'');
-        EXPECT_EQ(events[0].substr(events[0].size() - 3), shift ? "'!'" : "'1'");
-        EXPECT_EQ(events[2].substr(events[2].size() - 3), shift ? "'q'" : "'Q'");
+        for (const auto& [key, typed] :
+             {std::pair(test::Key1, shift ? "'!'" : "'1'"), std::pair(test::KeyQ, shift ? "'q'" : "'Q'")}) {
+            m_keyboard->SendKeyToApp(m_keyboard->m_Charset[key], false);
+            EXPECT_TRUE(m_callback.Take().at(0).ends_with(typed)) << typed;
+        }
     }
 }
 
@@ -218,28 +211,17 @@ TEST_F(Rendering, WithoutASkinTheMessageStandsInTheMiddle) {
     ASSERT_TRUE(m_keyboard->m_bNoSkin);
     EXPECT_EQ(Paint(nullptr), std::vector<COLORREF>(kWidth * kHeight, kUntouched)) << "no window, no message";
 
-    const std::vector<COLORREF> pixels = Paint(&m_window);
-    const COLORREF paper = GetSysColor(COLOR_INACTIVECAPTION);
-    const COLORREF ink = GetSysColor(COLOR_ACTIVECAPTION);
-    RECT text{kWidth, kHeight, 0, 0};
-    int fullInk = 0;
-    for (int i = 0; i < kWidth * kHeight; ++i) {
-        const LONG x = i % kWidth;
-        const LONG y = i / kWidth;
-        const COLORREF pixel = pixels[static_cast<std::size_t>(i)];
-        if (x >= 240 || y >= 80) {
-            ASSERT_EQ(pixel, kUntouched) << "outside the window's client area";
-            continue;
-        }
-        fullInk += pixel == ink;
-        if (pixel != paper)
-            text = {std::min(text.left, x), std::min(text.top, y), std::max(text.right, x + 1),
-                    std::max(text.bottom, y + 1)};
-    }
-    EXPECT_GT(fullInk, 0);
-    EXPECT_EQ(pixels[0], paper);
-    EXPECT_EQ(pixels[kWidth * 79 + 239], paper);
+    test::Picture target(test::MakeSection(32, kWidth, -kHeight));
+    target.Fill(kUntouched);
+    m_keyboard->Paint(target, &m_window);
+    EXPECT_EQ(target.InkOn(kUntouched), (RECT{0, 0, 240, 80})) << "the window's client area";
+    const std::vector<COLORREF> pixels = target.Pixels();
+    EXPECT_NE(std::count(pixels.begin(), pixels.end(), GetSysColor(COLOR_ACTIVECAPTION)), 0);
     // Centred, and standing on the middle line.
+    const COLORREF paper = GetSysColor(COLOR_INACTIVECAPTION);
+    test::Picture client(test::MakeSection(32, 240, -80));
+    BitBlt(client, 0, 0, 240, 80, target, 0, 0, SRCCOPY);
+    const RECT text = client.InkOn(paper);
     EXPECT_NEAR(text.left + text.right, 240, 4);
     EXPECT_NEAR(text.bottom, 40, 2);
     EXPECT_GT(text.right - text.left, 60);

@@ -7,16 +7,6 @@ using test::KeyCenter;
 using test::TestSkin;
 
 using Mask = HBITMAP CKeyboard::*;
-constexpr Mask kLng1Sml = &CKeyboard::m_hLng1SmlKbMask;
-constexpr Mask kLng1Lrg = &CKeyboard::m_hLng1LrgKbMask;
-constexpr Mask kLng2Sml = &CKeyboard::m_hLng2SmlKbMask;
-constexpr Mask kLng2Lrg = &CKeyboard::m_hLng2LrgKbMask;
-constexpr Mask kUml1Sml = &CKeyboard::m_hUml1SmlKbMask;
-constexpr Mask kUml1Lrg = &CKeyboard::m_hUml1LrgKbMask;
-constexpr Mask kUml2Sml = &CKeyboard::m_hUml2SmlKbMask;
-constexpr Mask kUml2Lrg = &CKeyboard::m_hUml2LrgKbMask;
-constexpr Mask kDigit = &CKeyboard::m_hDigitMask;
-constexpr Mask kNone = &CKeyboard::m_hOrigExtMaskBmp;
 
 class Status : public KeyboardTest {
 protected:
@@ -45,33 +35,36 @@ protected:
 
 TEST_F(Status, ItSelectsThePictureAndTheMasks) {
     Start();
+    constexpr Mask kNone = &CKeyboard::m_hOrigExtMaskBmp;
     const struct {
-        bool language1, umlaut, caps, shift;
-        Mask mask, extMask;
-    } rows[] = {
-        {true, false, false, false, kLng1Sml, kNone},    {true, false, false, true, kLng1Lrg, kNone},
-        {true, false, true, false, kLng1Lrg, kLng1Sml},  {true, false, true, true, kLng1Sml, kLng1Lrg},
-        {true, true, false, false, kUml1Sml, kNone},     {true, true, false, true, kUml1Lrg, kNone},
-        {true, true, true, false, kUml1Lrg, kUml1Sml},   {true, true, true, true, kUml1Sml, kUml1Lrg},
-        {false, false, false, false, kLng2Sml, kNone},   {false, false, false, true, kLng2Lrg, kNone},
-        {false, false, true, false, kLng2Lrg, kLng2Sml}, {false, false, true, true, kLng2Sml, kLng2Lrg},
-        {false, true, false, false, kUml2Sml, kNone},    {false, true, false, true, kUml2Lrg, kNone},
-        {false, true, true, false, kUml2Lrg, kUml2Sml},  {false, true, true, true, kUml2Sml, kUml2Lrg},
+        BYTE language1, umlaut;
+        Mask small, large;
+    } planes[] = {{1, 0, &CKeyboard::m_hLng1SmlKbMask, &CKeyboard::m_hLng1LrgKbMask},
+                  {1, 1, &CKeyboard::m_hUml1SmlKbMask, &CKeyboard::m_hUml1LrgKbMask},
+                  {0, 0, &CKeyboard::m_hLng2SmlKbMask, &CKeyboard::m_hLng2LrgKbMask},
+                  {0, 1, &CKeyboard::m_hUml2SmlKbMask, &CKeyboard::m_hUml2LrgKbMask}};
+    const auto expectSelected = [&](const KbStatus& status, Mask picture, Mask mask, Mask extMask) {
+        Flags() = status;
+        SCOPED_TRACE(FlagText());
+        m_keyboard->GetKeyboardMask();
+        EXPECT_EQ(Selected(m_keyboard->m_hKbDC), *m_keyboard.*picture);
+        EXPECT_EQ(Selected(m_keyboard->m_hMaskDC), *m_keyboard.*mask);
+        EXPECT_EQ(Selected(m_keyboard->m_hExtMaskDC), *m_keyboard.*extMask);
     };
-    CKeyboard& kb = *m_keyboard;
-    for (const auto& row : rows) {
-        for (const auto& [control, digit] :
-             {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)}) {
-            Flags() = {BYTE(row.shift),     BYTE(row.caps), BYTE(control),
-                       BYTE(row.language1), BYTE(digit),    BYTE(row.umlaut)};
-            SCOPED_TRACE(FlagText());
-            kb.GetKeyboardMask();
-            const Mask mask = control ? kLng1Sml : digit ? kDigit : row.mask;
-            const Mask extMask = control || digit ? kNone : row.extMask;
-            const Mask picture = digit && !control ? &CKeyboard::m_hDigitKbBitmap : &CKeyboard::m_hKbBitmap;
-            EXPECT_EQ(Selected(kb.m_hMaskDC), kb.*mask);
-            EXPECT_EQ(Selected(kb.m_hExtMaskDC), kb.*extMask);
-            EXPECT_EQ(Selected(kb.m_hKbDC), kb.*picture);
+    constexpr Mask kCharacters = &CKeyboard::m_hKbBitmap;
+    constexpr Mask kDigits = &CKeyboard::m_hDigitKbBitmap;
+    for (const auto& p : planes) {
+        expectSelected({0, 0, 0, p.language1, 0, p.umlaut}, kCharacters, p.small, kNone);
+        expectSelected({1, 0, 0, p.language1, 0, p.umlaut}, kCharacters, p.large, kNone);
+        expectSelected({0, 1, 0, p.language1, 0, p.umlaut}, kCharacters, p.large, p.small);
+        expectSelected({1, 1, 0, p.language1, 0, p.umlaut}, kCharacters, p.small, p.large);
+        // Control and the digits count more than Shift and caps lock.
+        for (int keys = 0; keys < 8; ++keys) {
+            KbStatus status{BYTE(keys & 1), BYTE(keys >> 1 & 1), 1, p.language1, BYTE(keys >> 2), p.umlaut};
+            expectSelected(status, kCharacters, planes[0].small, kNone);
+            status.m_bCtrl = 0;
+            status.m_bDigit = 1;
+            expectSelected(status, kDigits, &CKeyboard::m_hDigitMask, kNone);
         }
     }
 }
@@ -134,16 +127,17 @@ TEST_F(Status, StatusKeysToggleTheirFlagAndMirrorTheModifiers) {
 
 TEST_F(Status, EveryChangeRedrawsTheWholeWindow) {
     Start();
+    const RECT whole{0, 0, 240, 80};
     for (const WCHAR code : {kCapsCode, kLanguageCode, kEscapeCode}) {
         Set(code);
-        EXPECT_EQ(m_window.TakeInvalid(), (RECT{0, 0, 240, 80}));
+        EXPECT_EQ(m_window.TakeInvalid(), whole);
     }
     m_keyboard->SetKbStatus(&kUmlautCode, nullptr);
     EXPECT_EQ(m_window.TakeInvalid(), RECT{});
-    m_keyboard->ResetKbStatus(&m_window);
-    EXPECT_EQ(m_window.TakeInvalid(), (RECT{0, 0, 240, 80}));
-    m_keyboard->ResetKbStatus(&m_window);
-    EXPECT_EQ(m_window.TakeInvalid(), RECT{}) << "there was nothing to release";
+    for (const RECT& expected : {whole, RECT{}}) {  // the second time there is nothing to release
+        m_keyboard->ResetKbStatus(&m_window);
+        EXPECT_EQ(m_window.TakeInvalid(), expected);
+    }
 }
 
 TEST_F(Status, NothingHappensBeforeTheTableIsLoaded) {
@@ -226,36 +220,23 @@ TEST_F(Status, ResetWithoutAWindowUsesThatOfTheLastPress) {
     EXPECT_EQ(m_window.TakeInvalid(), RectOf(test::KeyLanguage)) << "the language key alone is invalidated";
 }
 
-TEST_F(Status, HidingAndShowingReleaseAndPressTheModifiers) {
-    Start();
-    m_keyboard->ReleaseModifierKeys();
-    m_keyboard->PressModifierKeys();
-    EXPECT_EQ(m_callback.Take(), Events());
-    Set(kControlCode);
-    Set(kShiftCode);
-    m_keyboard->ReleaseModifierKeys();
-    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up", "vk 11 up"}));
-    m_keyboard->PressModifierKeys();
-    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 down", "vk 11 down"}));
-    EXPECT_EQ(FlagText(), "SC1");
-}
-
 TEST_F(Status, ItGoesItsWayWithoutCallbackAndWhenCallsFail) {
     Start();
     m_callback.result = E_FAIL;
-    Set(kShiftCode);
-    Set(kControlCode);
-    m_keyboard->ResetKbStatus(&m_window);
-    EXPECT_EQ(m_callback.Take(), (Events{"vk 10 up", "vk 11 up"}));
-    m_keyboard->m_pCallback = nullptr;
-    Set(kShiftCode);
-    Set(kControlCode);
-    m_keyboard->ReleaseModifierKeys();
-    m_keyboard->PressModifierKeys();
-    EXPECT_EQ(FlagText(), "SC1");
-    EXPECT_EQ(Selected(m_keyboard->m_hMaskDC), m_keyboard->m_hLng1SmlKbMask);
-    m_keyboard->ResetKbStatus(&m_window);
-    EXPECT_EQ(FlagText(), "1");
+    const Events sent{"vk 10 up", "vk 11 up", "vk 10 down", "vk 11 down", "vk 10 up", "vk 11 up"};
+    for (test::RecordingCallback* const callback :
+         {&m_callback, static_cast<test::RecordingCallback*>(nullptr)}) {
+        m_keyboard->m_pCallback = callback;
+        Set(kShiftCode);
+        Set(kControlCode);
+        m_keyboard->ReleaseModifierKeys();
+        m_keyboard->PressModifierKeys();
+        EXPECT_EQ(FlagText(), "SC1");
+        EXPECT_EQ(Selected(m_keyboard->m_hMaskDC), m_keyboard->m_hLng1SmlKbMask);
+        m_keyboard->ResetKbStatus(&m_window);
+        EXPECT_EQ(FlagText(), "1");
+        EXPECT_EQ(m_callback.Take(), callback ? sent : Events());
+    }
     EXPECT_EQ(m_callback.references, 0) << "the callback is borrowed";
 }
 

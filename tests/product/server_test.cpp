@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The server frame as its clients meet it: exports, class factory, aggregation, lock count.
+#include <functional>
+
 #include "fault_sweep.h"
 #include "server_fixture.h"
 
@@ -46,6 +48,18 @@ ULONG CountReferences(IUnknown* object) {
     return object->Release();
 }
 
+void ExpectLackOfMemoryIsReported(const std::function<HRESULT(void**)>& create) {
+    for (test::AllocationSweep sweep; sweep.Next();) {
+        void* object = kUntouched;
+        sweep.Arm();
+        const HRESULT result = create(&object);
+        sweep.Disarm();
+        EXPECT_EQ(result, sweep.WasHit() ? E_OUTOFMEMORY : S_OK);
+        EXPECT_EQ(object == nullptr, sweep.WasHit());
+        if (object) static_cast<IUnknown*>(object)->Release();
+    }
+}
+
 IUnknown* CreateAggregated(IClassFactory* factory, OuterUnknown& outer) {
     void* inner = nullptr;
     EXPECT_EQ(factory->CreateInstance(&outer, IID_IUnknown, &inner), S_OK);
@@ -74,35 +88,17 @@ TEST_F(ServerTest, FactoryIsMadeOnce) {
     EXPECT_EQ(first, second);
     EXPECT_EQ(Query<IUnknown>(first, IID_IUnknown), first);
     EXPECT_EQ(CountReferences(first), 4u) << "three of this test, one of the class table";
+    EXPECT_EQ(first->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+    void* object = kUntouched;
+    EXPECT_EQ(first->QueryInterface(IID_IInputMethod, &object), E_NOINTERFACE);
+    EXPECT_EQ(object, nullptr);
     first->Release();
     first->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
     second->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
-    IClassFactory* again = GetFactory();
-    EXPECT_EQ(again, first) << "the cached one survives its clients";
-    again->Release();
-}
-
-TEST_F(ServerTest, FactoryOffersTwoInterfaces) {
-    IClassFactory* factory = GetFactory();
-    EXPECT_EQ(factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
-    void* object = kUntouched;
-    EXPECT_EQ(factory->QueryInterface(IID_IInputMethod, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
-    factory->Release();
-}
-
-TEST_F(ServerTest, LackOfMemoryForTheFactoryIsReported) {
-    for (test::AllocationSweep sweep; sweep.Next();) {
-        void* object = kUntouched;
-        sweep.Arm();
-        const HRESULT result = DllGetClassObject(CLSID_KeybInput, IID_IClassFactory, &object);
-        sweep.Disarm();
-        EXPECT_EQ(result, sweep.WasHit() ? E_OUTOFMEMORY : S_OK);
-        EXPECT_EQ(object == nullptr, sweep.WasHit());
-        if (object) static_cast<IUnknown*>(object)->Release();
-    }
+    EXPECT_EQ(GetFactory(), first) << "the cached one survives its clients";
+    first->Release();
 }
 
 TEST_F(ServerTest, EachReasonToStayLoadedCounts) {
@@ -156,19 +152,14 @@ TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     EXPECT_EQ(DllCanUnloadNow(), S_OK) << "an object is left";
 }
 
-TEST_F(ServerTest, LackOfMemoryLeavesNoObject) {
+TEST_F(ServerTest, LackOfMemoryIsReportedAndLeavesNoObject) {
+    ExpectLackOfMemoryIsReported(
+        [](void** object) { return DllGetClassObject(CLSID_KeybInput, IID_IClassFactory, object); });
     IClassFactory* factory = GetFactory();
     OuterUnknown outer;
     for (IUnknown* controlling : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&outer)}) {
-        for (test::AllocationSweep sweep; sweep.Next();) {
-            void* object = kUntouched;
-            sweep.Arm();
-            const HRESULT result = factory->CreateInstance(controlling, IID_IUnknown, &object);
-            sweep.Disarm();
-            EXPECT_EQ(result, sweep.WasHit() ? E_OUTOFMEMORY : S_OK);
-            EXPECT_EQ(object == nullptr, sweep.WasHit());
-            if (object) static_cast<IUnknown*>(object)->Release();
-        }
+        ExpectLackOfMemoryIsReported(
+            [&](void** object) { return factory->CreateInstance(controlling, IID_IUnknown, object); });
     }
     factory->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
@@ -220,8 +211,7 @@ TEST_F(ServerTest, ThreadAttachAndDetachDoNothing) {
     IClassFactory* factory = GetFactory();
     EXPECT_TRUE(DllMain(m_library, DLL_THREAD_ATTACH, nullptr));
     EXPECT_TRUE(DllMain(m_library, DLL_THREAD_DETACH, nullptr));
-    IClassFactory* same = GetFactory();
-    EXPECT_EQ(same, factory);
-    same->Release();
+    EXPECT_EQ(GetFactory(), factory);
+    factory->Release();
     factory->Release();
 }
