@@ -8,33 +8,49 @@
 namespace tlk {
 namespace {
 
-Bytes SmallModule() {
+Bytes SmallModule(Processor processor = Processor::X64) {
     return WriteModule({{ResourceKind::Bitmap, "zebra", Bytes{1, 2, 3}},
                         {ResourceKind::Bitmap, "Ant", Bytes(5000, 9)},
                         {ResourceKind::Data, "SWIPE_ONLY", {}},
-                        {ResourceKind::Data, "caps_rect", Bytes(16, 7)}});
+                        {ResourceKind::Data, "caps_rect", Bytes(16, 7)}},
+                       processor);
 }
 
-TEST(Module, HeadersDescribeALibraryOfResourcesOnly) {
-    const Bytes file = SmallModule();
-    const std::size_t header = *Get32(file, 0x3C);
-    EXPECT_EQ(Get16(file, 0), 0x5A4D);
-    ASSERT_EQ(Get32(file, header), 0x00004550u);
-    EXPECT_EQ(Get16(file, header + 4), 0x8664);
-    EXPECT_EQ(Get32(file, header + 8), 0u) << "a time stamp";
-    EXPECT_EQ(*Get16(file, header + 22) & 0x2002, 0x2002) << "an image that is a library";
-    const std::size_t optional = header + 24;
-    EXPECT_EQ(Get16(file, optional), 0x20B);
-    EXPECT_EQ(Get32(file, optional + 16), 0u) << "an entry point";
-    const std::size_t section = optional + *Get16(file, header + 20);
-    const std::uint32_t size = *Get32(file, section + 8);
-    const std::uint32_t address = *Get32(file, section + 12);
-    EXPECT_EQ(Get32(file, optional + 112 + 16), address);
-    EXPECT_EQ(Get32(file, optional + 112 + 20), size);
-    EXPECT_EQ(*Get32(file, optional + 56) % 0x1000, 0u);
-    EXPECT_GE(*Get32(file, optional + 56), address + size);
-    EXPECT_EQ(*Get32(file, section + 20) + *Get32(file, section + 16), file.size());
-    EXPECT_GE(*Get32(file, section + 16), size);
+// What differs between processors: the machine, the kind of optional header and where it has its directories.
+struct Expected {
+    Processor processor;
+    unsigned machine;
+    unsigned magic;
+    std::size_t directories;
+};
+
+TEST(Module, HeadersDescribeALibraryOfResourcesOnlyForEachProcessor) {
+    for (const Expected& expected :
+         {Expected{Processor::X64, 0x8664, 0x20B, 112}, Expected{Processor::X86, 0x14C, 0x10B, 96},
+          Expected{Processor::Arm, 0x1C0, 0x10B, 96}}) {
+        SCOPED_TRACE(expected.machine);
+        const Bytes file = SmallModule(expected.processor);
+        const std::size_t header = *Get32(file, 0x3C);
+        EXPECT_EQ(Get16(file, 0), 0x5A4D);
+        ASSERT_EQ(Get32(file, header), 0x00004550u);
+        EXPECT_EQ(Get16(file, header + 4), expected.machine);
+        EXPECT_EQ(Get32(file, header + 8), 0u) << "a time stamp";
+        EXPECT_EQ(*Get16(file, header + 22) & 0x2002, 0x2002) << "an image that is a library";
+        const std::size_t optional = header + 24;
+        EXPECT_EQ(Get16(file, optional), expected.magic);
+        EXPECT_EQ(Get32(file, optional + 16), 0u) << "an entry point";
+        EXPECT_EQ(Get32(file, optional + expected.directories - 4), 16u) << "directories";
+        const std::size_t section = optional + *Get16(file, header + 20);
+        const std::uint32_t size = *Get32(file, section + 8);
+        const std::uint32_t address = *Get32(file, section + 12);
+        EXPECT_EQ(Get32(file, optional + expected.directories + 16), address);
+        EXPECT_EQ(Get32(file, optional + expected.directories + 20), size);
+        EXPECT_EQ(*Get32(file, optional + 56) % 0x1000, 0u);
+        EXPECT_GE(*Get32(file, optional + 56), address + size);
+        EXPECT_EQ(*Get32(file, section + 20) + *Get32(file, section + 16), file.size());
+        EXPECT_GE(*Get32(file, section + 16), size);
+        EXPECT_EQ(Module::Parse(file).Find(ResourceKind::Bitmap, "ant")->size(), 5000u);
+    }
 }
 
 TEST(Module, NamesStandInTheOrderThatLookupsSearch) {

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <memory>
 
 #include "check.h"
@@ -21,7 +22,14 @@ struct Arguments {
     std::string output;
     std::string font = TLK_FONT;
     std::string screen;
+    std::string processor = "x86-64";
 };
+
+const std::map<std::string, Processor>& Processors() {
+    static const std::map<std::string, Processor> processors = {
+        {"x86-64", Processor::X64}, {"x86", Processor::X86}, {"arm", Processor::Arm}};
+    return processors;
+}
 
 // The source's own font lies where it says, or beside the usual one.
 Font OpenFont(const Skin& skin, const std::string& usual) {
@@ -52,7 +60,7 @@ Status Build(const Arguments& arguments) {
     try {
         const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen);
         const Font font = OpenFont(skin, arguments.font);
-        const Bytes file = WriteModule(CompileSkin(skin, font));
+        const Bytes file = WriteModule(CompileSkin(skin, font), Processors().at(arguments.processor));
         WriteFile(arguments.output, file);
         const Module module = Module::Parse(file);
         const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
@@ -75,6 +83,11 @@ Command DescribeBuild(CLI::App& app) {
                          "Width and height of the upright screen, such as 240x320; without it the first one "
                          "that the source lists");
     pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+        ->capture_default_str();
+    pOptions
+        ->add_option("--processor", arguments->processor,
+                     "Whose loader takes the file: x86-64 (the simulator, Windows), x86, or arm (a handheld)")
+        ->check(CLI::IsMember(Processors()))
         ->capture_default_str();
     return {pOptions, [arguments] { return Build(*arguments); }};
 }

@@ -12,14 +12,42 @@ constexpr std::uint32_t kSectionAlignment = 0x1000;
 constexpr std::uint32_t kHeadersSize = 0x200;
 constexpr std::uint32_t kSectionAddress = 0x1000;
 constexpr std::uint32_t kNewHeaderOffset = 0x40;
-constexpr std::uint32_t kOptionalHeaderSize = 240;
-constexpr std::uint16_t kMachineAmd64 = 0x8664;
 constexpr std::uint32_t kBitmapType = 2;
 constexpr std::string_view kDataType = "RC_DATA";
 constexpr std::uint32_t kHighBit = 0x80000000;
 constexpr std::uint32_t kDirectorySize = 16;
 constexpr std::uint32_t kEntrySize = 8;
 constexpr std::uint32_t kDataEntrySize = 16;
+
+// What differs in the headers between processors.
+struct Headers {
+    std::uint16_t machine;
+    std::uint16_t flags;
+    std::uint16_t optionalSize;
+    std::uint16_t magic;  // PE32 or PE32+
+    std::uint64_t base;
+    std::uint16_t systemVersion;
+    std::uint16_t subsystem;
+    std::uint16_t loading;
+
+    bool IsWide() const { return magic == 0x20B; }
+};
+
+Headers HeadersFor(Processor processor) {
+    constexpr std::uint16_t kLibrary = 0x2002;  // executable image, DLL
+    constexpr std::uint16_t kLarge = 0x20;
+    constexpr std::uint16_t k32Bits = 0x100;
+    constexpr std::uint16_t kSafe = 0x540;  // may be moved, data is not executable, no exception tables
+    switch (processor) {
+        case Processor::X86:
+            return {0x14C, kLibrary | k32Bits, 224, 0x10B, 0x10000000, 4, 2, kSafe};
+        case Processor::Arm:  // of the handheld, whose programs have a subsystem of their own
+            return {0x1C0, kLibrary | k32Bits, 224, 0x10B, 0x10000000, 3, 9, 0};
+        case Processor::X64:
+            break;
+    }
+    return {0x8664, kLibrary | kLarge, 240, 0x20B, 0x180000000, 6, 2, kSafe | kLarge};
+}
 
 std::uint32_t RoundUp(std::size_t value, std::uint32_t multiple) {
     return static_cast<std::uint32_t>((value + multiple - 1) / multiple * multiple);
@@ -149,42 +177,47 @@ private:
     Bytes m_Bytes;
 };
 
-void WriteDosAndFileHeader(Bytes& file) {
+void WriteDosAndFileHeader(Bytes& file, const Headers& headers) {
     Put16(file, 0x5A4D);
     file.resize(0x3C);
     Put32(file, kNewHeaderOffset);
     Put32(file, 0x00004550);
-    Put16(file, kMachineAmd64);
+    Put16(file, headers.machine);
     Put16(file, 1);  // sections
     for (int i = 0; i < 3; ++i)
         Put32(file, 0);
-    Put16(file, kOptionalHeaderSize);
-    Put16(file, 0x2022);  // executable image, large addresses, DLL
+    Put16(file, headers.optionalSize);
+    Put16(file, headers.flags);
 }
 
-void WriteOptionalHeader(Bytes& file, std::uint32_t sectionSize) {
+// A number as wide as the machine's addresses.
+void PutAddress(Bytes& file, const Headers& headers, std::uint64_t value) {
+    if (headers.IsWide()) return Put64(file, value);
+    Put32(file, static_cast<std::uint32_t>(value));
+}
+
+void WriteOptionalHeader(Bytes& file, const Headers& headers, std::uint32_t sectionSize) {
     const std::uint32_t rawSize = RoundUp(sectionSize, kFileAlignment);
-    Put16(file, 0x20B);  // PE32+
+    Put16(file, headers.magic);
     Put16(file, 0);
     Put32(file, 0);        // code
     Put32(file, rawSize);  // initialised data
     for (int i = 0; i < 3; ++i)
         Put32(file, 0);
-    Put64(file, 0x180000000);
+    if (!headers.IsWide()) Put32(file, kSectionAddress);  // where data begins
+    PutAddress(file, headers, headers.base);
     Put32(file, kSectionAlignment);
     Put32(file, kFileAlignment);
     for (int i = 0; i < 3; ++i)
-        Put32(file, i == 1 ? 0 : 6);  // system, image, subsystem version
+        Put32(file, i == 1 ? 0 : headers.systemVersion);  // system, image, subsystem version
     Put32(file, 0);
     Put32(file, kSectionAddress + RoundUp(sectionSize, kSectionAlignment));
     Put32(file, kHeadersSize);
     Put32(file, 0);
-    Put16(file, 2);      // graphical subsystem
-    Put16(file, 0x560);  // may be moved, data is not executable, no exception tables
-    Put64(file, 0x100000);
-    Put64(file, 0x1000);
-    Put64(file, 0x100000);
-    Put64(file, 0x1000);
+    Put16(file, headers.subsystem);
+    Put16(file, headers.loading);
+    for (const std::uint32_t stackAndHeap : {0x100000U, 0x1000U, 0x100000U, 0x1000U})
+        PutAddress(file, headers, stackAndHeap);
     Put32(file, 0);
     Put32(file, 16);
     for (int directory = 0; directory < 16; ++directory) {
@@ -207,7 +240,7 @@ void WriteSectionHeader(Bytes& file, std::uint32_t sectionSize) {
 
 }  // namespace
 
-Bytes WriteModule(std::vector<Resource> resources) {
+Bytes WriteModule(std::vector<Resource> resources, Processor processor) {
     for (Resource& resource : resources)
         std::ranges::transform(resource.name, resource.name.begin(),
                                [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
@@ -216,9 +249,10 @@ Bytes WriteModule(std::vector<Resource> resources) {
         return a.name < b.name;
     });
     const Bytes section = ResourceSection(resources).Write();
+    const Headers headers = HeadersFor(processor);
     Bytes file;
-    WriteDosAndFileHeader(file);
-    WriteOptionalHeader(file, static_cast<std::uint32_t>(section.size()));
+    WriteDosAndFileHeader(file, headers);
+    WriteOptionalHeader(file, headers, static_cast<std::uint32_t>(section.size()));
     WriteSectionHeader(file, static_cast<std::uint32_t>(section.size()));
     file.resize(kHeadersSize);
     file.insert(file.end(), section.begin(), section.end());

@@ -18,7 +18,10 @@ struct Resource {
     Bytes data;
 };
 
+// Whose loader the library is for. It holds no code, but a loader takes only what is made for its processor.
+enum class Processor { X64, X86, Arm };
+
 // A resource-only library: no code, no entry point, no time stamp. Equal resources give equal bytes.
-[[nodiscard]] Bytes WriteModule(std::vector<Resource> resources);
+[[nodiscard]] Bytes WriteModule(std::vector<Resource> resources, Processor processor = Processor::X64);
 
 }  // namespace tlk
