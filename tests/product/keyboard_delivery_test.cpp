@@ -35,20 +35,12 @@ constexpr unsigned kShiftFlag = 0x20000000;
 
 TEST_F(Delivery, FunctionKeysSendVirtualKeys) {
     Start();
-    const std::map<std::size_t, Events> sending = {{54, {"vk 1B down"}},
-                                                   {55, {"vk 08 down", "vk 08 up"}},
-                                                   {56, {"vk 0D down", "vk 0D up"}},
-                                                   {57, {"vk 20 down", "vk 20 up"}},
-                                                   {58, {"char vk=09 flags=00000080 U+0009"}},
-                                                   {59, {"vk 25 down", "vk 25 up"}},
-                                                   {60, {"vk 26 down", "vk 26 up"}},
-                                                   {61, {"vk 27 down", "vk 27 up"}},
-                                                   {62, {"vk 28 down", "vk 28 up"}}};
+    const std::map<WORD, Events>& sending = FunctionKeyEvents();
     const KbStatus statuses[] = {
         {}, {0, 1, 0, 1, 0, 0}, {0, 0, 1, 1, 0, 0}, {0, 0, 0, 0, 0, 1}, {0, 0, 0, 1, 1, 0}};
     for (const KbStatus& status : statuses) {
         SetFlags(status);
-        for (std::size_t key = 48; key <= 69; ++key) {
+        for (WORD key = 48; key <= 69; ++key) {
             const Events expected = sending.contains(key) ? sending.at(key) : Events();
             EXPECT_EQ(Send(key), expected) << key;
             // Tab alone looks at the stroke.

@@ -123,19 +123,6 @@ Arrived Sort(const Events& events) {
     return arrived;
 }
 
-const std::map<WORD, Events>& FunctionEvents() {
-    static const std::map<WORD, Events> events{{54, {"vk 1B down"}},
-                                               {55, {"vk 08 down", "vk 08 up"}},
-                                               {56, {"vk 0D down", "vk 0D up"}},
-                                               {57, {"vk 20 down", "vk 20 up"}},
-                                               {58, {"char vk=09 flags=00000080 U+0009"}},
-                                               {59, {"vk 25 down", "vk 25 up"}},
-                                               {60, {"vk 26 down", "vk 26 up"}},
-                                               {61, {"vk 27 down", "vk 27 up"}},
-                                               {62, {"vk 28 down", "vk 28 up"}}};
-    return events;
-}
-
 class EverySkin : public KeyboardTest, public testing::WithParamInterface<SkinFile> {
 protected:
     void TypeEverything(LONG width, LONG height) {
@@ -226,7 +213,7 @@ private:
     // Nothing but Shift is held down or latched between two keys.
     void TypeFunctions() {
         BringUp(0);
-        for (const auto& [key, events] : FunctionEvents())
+        for (const auto& [key, events] : FunctionKeyEvents())
             if (m_layout.contains(key))
                 for (const RECT& r : m_layout.at(key)) {
                     EXPECT_EQ(TapAt(r), events) << "key " << key;
@@ -272,8 +259,8 @@ private:
         for (const auto& [key, rects] : digits) {
             for (const RECT& r : rects) {
                 if (IsCharacter(key)) ExpectTyped(key, r, m_table[key][7], "digit");
-                if (!FunctionEvents().contains(key)) continue;
-                EXPECT_EQ(TapAt(r), FunctionEvents().at(key)) << "digit, key " << key;
+                if (!FunctionKeyEvents().contains(key)) continue;
+                EXPECT_EQ(TapAt(r), FunctionKeyEvents().at(key)) << "digit, key " << key;
             }
         }
         ASSERT_TRUE(digits.contains(test::KeyDigits));

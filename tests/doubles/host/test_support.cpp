@@ -7,8 +7,8 @@
 #include <objbase.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
+
+#include "device_side.h"
 
 namespace test {
 namespace {
@@ -65,13 +65,7 @@ const fs::path& DeviceFolder() { return g_folder; }
 
 LPCWSTR DeviceDrive() { return u""; }
 
-void WriteDeviceFile(const fs::path& path, const std::string& bytes) {
-    fs::create_directories((g_folder / path).parent_path());
-    std::ofstream file(g_folder / path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    ASSERT_TRUE(file.good()) << path;
-}
+void MakeRoomFor(const fs::path&) {}
 
 void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
     fs::create_directories((g_folder / path).parent_path());
@@ -84,14 +78,6 @@ void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
 void CopyLibraryToDevice(const fs::path& resources, const fs::path& code, const fs::path& path) {
     CopyToDevice(resources, path);
     CopyToDevice(code, path.string() + ".so");
-}
-
-std::string ReadDeviceFile(const fs::path& path) {
-    std::ifstream file(g_folder / path, std::ios::binary);
-    EXPECT_TRUE(file.good()) << path;
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
 }
 
 void MakeReadOnly(const fs::path& path) {

@@ -5,8 +5,8 @@
 
 #include <cstdio>
 #include <fstream>
-#include <sstream>
 
+#include "device_side.h"
 #include "windows/test_system.h"
 
 namespace test {
@@ -56,14 +56,6 @@ void EmptyFolder(const std::wstring& folder) {
     FindClose(find);
 }
 
-// A file that is loaded cannot be written to, but another can take its place.
-void MoveAway(const fs::path& path) {
-    static int count = 0;
-    const fs::path old = g_folder / "old";
-    CreateDirectoryW(old.c_str(), nullptr);
-    MoveFileW((g_folder / path).c_str(), (old / std::to_wstring(++count)).c_str());
-}
-
 class DeviceForEachTest : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override {
         EmptyFolder(kDeviceDrive);
@@ -89,32 +81,25 @@ LPCWSTR DeviceDrive() {
     return drive.c_str();
 }
 
-void WriteDeviceFile(const fs::path& path, const std::string& bytes) {
-    fs::create_directories((g_folder / path).parent_path());
-    MoveAway(path);
-    std::ofstream file(g_folder / path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    ASSERT_TRUE(file.good()) << path;
+bool IsAskedByProgram() { return true; }  // the platform's libraries have allocators of their own
+
+// A file that is loaded cannot be written to, but another can take its place.
+void MakeRoomFor(const fs::path& path) {
+    static int count = 0;
+    const fs::path old = g_folder / "old";
+    CreateDirectoryW(old.c_str(), nullptr);
+    MoveFileW((g_folder / path).c_str(), (old / std::to_wstring(++count)).c_str());
 }
 
 void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
     fs::create_directories((g_folder / path).parent_path());
-    MoveAway(path);
+    MakeRoomFor(path);
     ASSERT_TRUE(CopyFileW(hostFile.c_str(), (g_folder / path).c_str(), FALSE))
         << hostFile << ": error " << GetLastError();
 }
 
 void CopyLibraryToDevice(const fs::path&, const fs::path& code, const fs::path& path) {
     CopyToDevice(code, path);
-}
-
-std::string ReadDeviceFile(const fs::path& path) {
-    std::ifstream file(g_folder / path, std::ios::binary);
-    EXPECT_TRUE(file.good()) << path;
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
 }
 
 void MakeReadOnly(const fs::path& path) {

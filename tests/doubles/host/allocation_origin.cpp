@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
-// The program's operator new, which AllocationSweep makes fail. Linked where a test uses the sweep.
+// Who asks for memory: found out by walking up the stack.
 #include <dlfcn.h>
 #include <unwind.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
-#include <new>
 #include <string_view>
 
-#include "fault_sweep.h"
+#include "device_side.h"
 
 namespace test {
 namespace {
-
-unsigned g_countdown = 0;  // the allocation that brings it to 0 fails; 0 when nothing is to fail
 
 enum class Origin { Unknown, OperatorNew, StandardLibrary, Program, Platform };
 
@@ -58,53 +54,12 @@ _Unwind_Reason_Code JudgeFrame(_Unwind_Context* context, void* argument) {
     return isDecided ? _URC_END_OF_STACK : _URC_NO_REASON;
 }
 
-// Does the program ask, and not the platform, whose calls may not be stopped half-way?
+}  // namespace
+
 bool IsAskedByProgram() {
     Origin origin = Origin::Unknown;
     _Unwind_Backtrace(JudgeFrame, &origin);
     return origin == Origin::Program;
 }
 
-bool FailsNow() { return g_countdown > 0 && IsAskedByProgram() && --g_countdown == 0; }
-
-}  // namespace
-
-bool AllocationSweep::Next() {
-    if (!m_hit) return false;
-    ++m_occurrence;
-    m_hit = false;
-    return true;
-}
-
-void AllocationSweep::Arm() { g_countdown = m_occurrence; }
-
-void AllocationSweep::Disarm() {
-    m_hit = g_countdown == 0;
-    g_countdown = 0;
-}
-
-std::string AllocationSweep::Describe() const { return "allocation number " + std::to_string(m_occurrence); }
-
 }  // namespace test
-
-void* operator new(std::size_t size) {
-    if (test::FailsNow()) throw std::bad_alloc();
-    void* const memory = std::malloc(size == 0 ? 1 : size);
-    if (!memory) throw std::bad_alloc();
-    return memory;
-}
-
-// All forms, as those of a sanitizer would not go together with these.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return operator new(size);
-    } catch (...) {
-        return nullptr;
-    }
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept { return operator new(size, tag); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The program's operator new, which AllocationSweep makes fail. The platform's libraries have allocators of
-// their own, so that every call comes from the program.
+// The program's operator new, which AllocationSweep makes fail. Linked where a test uses the sweep.
 #include <cstdlib>
 #include <new>
 
+#include "device_side.h"
 #include "fault_sweep.h"
 
 namespace test {
@@ -11,7 +11,7 @@ namespace {
 
 unsigned g_countdown = 0;  // the allocation that brings it to 0 fails; 0 when nothing is to fail
 
-bool FailsNow() { return g_countdown > 0 && --g_countdown == 0; }
+bool FailsNow() { return g_countdown > 0 && IsAskedByProgram() && --g_countdown == 0; }
 
 }  // namespace
 
@@ -39,6 +39,8 @@ void* operator new(std::size_t size) {
     if (!memory) throw std::bad_alloc();
     return memory;
 }
+
+// All forms, as those of a sanitizer would not go together with these.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return operator new(size);
