@@ -60,6 +60,7 @@ fs::path BuiltLibrary() {
 
 Session::Options SessionOptions(const CommandLine& line) {
     Session::Options options;
+    options.screen = ParseScreen(line.screen);
     options.device = line.device;
     options.library = line.library.empty() ? BuiltLibrary() : fs::path(line.library);
     if (!line.skin.empty()) options.skin = line.skin;
@@ -75,7 +76,6 @@ int RunScript(const CommandLine& line) {
             throw ScriptError("cannot read the script " + line.script);
     }
     Session::Options options = SessionOptions(line);
-    options.screen = ParseScreen(line.screen);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
     for (const Words& act : SkinActs(line.skins, line.choice)) {
@@ -89,7 +89,6 @@ int RunScript(const CommandLine& line) {
 int RunWindow(const CommandLine& line) {
     WindowOptions options;
     options.session = SessionOptions(line);
-    options.screen = ParseScreen(line.screen);
     options.skins = line.skins;
     options.choice = line.choice;
     if (!line.record.empty()) options.record = line.record;

@@ -15,13 +15,7 @@ ScriptRunner::ScriptRunner(Session& session, std::istream& script, std::string n
     : m_session(session), m_script(script), m_name(std::move(name)) {}
 
 ScriptRunner::Outcome ScriptRunner::Run() {
-    host::SetIdleHandler([this] { return OnIdle(); });
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        DispatchMessageW(&message);
-    }
-    host::SetIdleHandler(nullptr);
-    m_session.GetTrace().Flush();
+    m_session.RunMessages([this] { return OnIdle(); });
     return m_outcome;
 }
 

@@ -3,6 +3,7 @@
 
 #include <iostream>
 #include <stdexcept>
+#include <utility>
 
 #include "device_files.h"
 #include "script.h"
@@ -99,6 +100,16 @@ void Session::SetScreenSize(SIZE size) {
     host::SetScreenSize(size);
     m_sip->OnScreenChanged();
     LayOutApplication();
+}
+
+void Session::RunMessages(host::IdleHandler onIdle) {
+    host::SetIdleHandler(std::move(onIdle));
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        DispatchMessageW(&message);
+    }
+    host::SetIdleHandler(nullptr);
+    m_trace.Flush();
 }
 
 void Session::LayOutApplication() { m_application->LayOut(m_sip->VisibleDesktop()); }

@@ -62,6 +62,8 @@ public:
     // Posts the next queued pen event; false when there is none.
     bool PostQueuedPen();
     void SetScreenSize(SIZE size);
+    // Delivers messages until the handler, which is asked whenever none waits, answers false.
+    void RunMessages(host::IdleHandler onIdle);
     // Gives the windows of the application what the SIP leaves.
     void LayOutApplication();
 

@@ -38,9 +38,9 @@ Acts SkinActs(const SkinFolder& skins, const std::string& choice) {
     return acts;
 }
 
-Acts StartActs(SIZE now, SIZE screen, const SkinFolder& skins, const std::string& choice) {
+Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice) {
     Acts acts;
-    if (!IsSameSize(now, screen)) acts = {ScreenAct(screen), SipAct(screen)};
+    if (!IsSameSize(screen, Session::Options().screen)) acts = {ScreenAct(screen), SipAct(screen)};
     Append(acts, SkinActs(skins, choice));
     acts.push_back({"select"});
     return acts;

@@ -17,8 +17,9 @@ using SkinFolder = std::optional<std::filesystem::path>;
 // Skins of another screen make room for those in the folder. Where none has been chosen yet, `choice` is, the
 // name of one in \Windows without ".tlk"; where that is empty, the keyboard takes the first that it finds.
 Acts SkinActs(const SkinFolder& skins, const std::string& choice);
-// A handheld with this screen (`now` is what it has) whose keyboard is selected.
-Acts StartActs(SIZE now, SIZE screen, const SkinFolder& skins, const std::string& choice);
+// A handheld with this screen whose keyboard is selected. Where the screen is not the one that every script
+// begins with, it is said first: a record replays without options.
+Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice);
 // The screen changes later on: the keyboard lets go of its skin in between.
 Acts ChangeSizeActs(SIZE screen, const SkinFolder& skins);
 // None for a square screen.

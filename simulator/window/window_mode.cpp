@@ -95,19 +95,13 @@ WindowMode::WindowMode(const WindowOptions& options)
       m_window(options.scale),
       m_fittedScreen(ScreenSize()) {
     if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
-    Add(StartActs(m_fittedScreen, options.screen, options.skins, options.choice));
+    Add(StartActs(options.session.screen, options.skins, options.choice));
     ShowTitle();
     ShowTime();
 }
 
 void WindowMode::Run() {
-    host::SetIdleHandler([this] { return OnIdle(); });
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        DispatchMessageW(&message);
-    }
-    host::SetIdleHandler(nullptr);
-    m_session.GetTrace().Flush();
+    m_session.RunMessages([this] { return OnIdle(); });
 }
 
 // False when the window has been closed: then every message loop ends, the innermost first.

@@ -11,7 +11,6 @@
 
 struct WindowOptions {
     Session::Options session;
-    SIZE screen{240, 320};
     SkinFolder skins;                             // a folder for each screen in it
     std::string choice;                           // the skin of a handheld on which none has been chosen
     std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
