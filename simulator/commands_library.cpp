@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The library as COM and its registration see it.
 #include "commands.h"
+#include "device_setup.h"
 #include "script.h"
 #include "session.h"
 
 namespace {
+
+void SetUp(Session& session, const Arguments&) { SetUpDevice(session.GetLibrary()); }
 
 void Register(Session& session, const Arguments&) {
     session.GetTrace().WriteCall("Register", session.GetLibrary().Register());
@@ -67,6 +70,7 @@ void Objects(Session& session, const Arguments&) {
 }
 
 constexpr Command commands[] = {
+    {"setup", "", 0, 0, SetUp},
     {"register", "", 0, 0, Register},
     {"unregister", "", 0, 0, Unregister},
     {"factory get", "", 0, 0, FactoryGet},

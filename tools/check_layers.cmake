@@ -26,7 +26,7 @@ layer(input_method/   product input_method/ settings/ keyboard/ framework/ ${str
 layer(server/         product server/ input_method/ framework/ ${strings})
 layer(resources/      product resource[.]h$ resource_values[.]h$ character_tables[.]rc$)
 layer(platform/       device  ${own})
-layer(simulator/      device  ${own})
+layer(simulator/      device  ${own} resources/initial_settings[.]h$)
 layer(tools/tlk/      neutral ${own})
 layer(skins/          neutral)
 layer(tests/product/  test    ${own} framework/ settings/ keyboard/ input_method/ server/ ${strings})

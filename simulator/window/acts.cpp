@@ -41,6 +41,7 @@ Acts SkinActs(const SkinFolder& skins, const std::string& choice) {
 Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice) {
     Acts acts;
     if (!IsSameSize(screen, Session::Options().screen)) acts = {ScreenAct(screen), SipAct(screen)};
+    acts.push_back({"setup"});
     Append(acts, SkinActs(skins, choice));
     acts.push_back({"select"});
     return acts;

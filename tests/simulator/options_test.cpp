@@ -145,6 +145,17 @@ TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
         << last;
 }
 
+TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
+    InstallSkins({"A"});
+    const std::string trace =
+        Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + tapUmlaut + TapKey("[") + "text\n");
+    EXPECT_TRUE(Control(trace, 211).ends_with("checked=1")) << trace;
+    EXPECT_EQ(LastLine(trace, "Text"), "Text \"é\"");
+    // Nothing that is there is overwritten.
+    EXPECT_EQ(Trace(Set(settings + "ExtSym", "dword 0") + "setup\n" + Get(settings + "ExtSym")),
+              Setting("ExtSym", "dword 0"));
+}
+
 TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
     InstallSkins({"A", "B"});
     const std::string prepared =

@@ -106,6 +106,7 @@ protected:
     // The commands that the demonstration uses; any other is a failure of the test.
     void Run(const std::vector<std::string>& words) {
         const std::string& name = words[0];
+        if (name == "setup") return;  // the library is registered; the settings are those without any
         if (name == "select") {
             if (!m_sip->HasInputMethod()) m_sip->CreateInputMethod();
             m_sip->Select();
