@@ -66,7 +66,7 @@ public:
         m_folder = ::mkdtemp(pattern.data());
         fs::create_directories(m_folder / "Windows");
         fs::copy_file(TOLKA_LIBRARY, m_folder / "Windows/tolka.dll");
-        fs::copy_file(TOLKA_SKIN, m_folder / "Windows/full-german.tlk");
+        fs::copy_file(TOLKA_SKIN, m_folder / "Windows/german.tlk");
         host::StartDevice({m_folder, {240, 320}, [](const std::string& line) { std::puts(line.c_str()); }});
         DllMain(LoadLibraryW(TEXT("\\Windows\\tolka.dll")), DLL_PROCESS_ATTACH, nullptr);
     }
@@ -77,7 +77,7 @@ public:
     }
     void AddFurtherSkins() {
         for (int i = 0; i < kFurtherSkins; ++i) {
-            fs::create_hard_link(m_folder / "Windows/full-german.tlk",
+            fs::create_hard_link(m_folder / "Windows/german.tlk",
                                  m_folder / ("Windows/further" + std::to_string(i) + ".tlk"));
         }
     }

@@ -78,7 +78,7 @@ int RunScript(const CommandLine& line) {
     Session::Options options = SessionOptions(line);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
-    for (const Words& act : SkinActs(line.skins, line.choice)) {
+    for (const Words& act : SkinActs(line.skins, line.choice, options.screen)) {
         RunCommand(session, act);
     }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
@@ -110,7 +110,7 @@ void Describe(CLI::App& app, CommandLine& line) {
     app.add_option("--skins", line.skins, "folder with skins for each screen size (240x320/*.tlk)")
         ->check(CLI::ExistingDirectory);
     app.add_option("--choose", line.choice,
-                   "the skin to start with while none has been chosen, by its name without .tlk");
+                   "the skin to start with while none has been chosen, by its name without screen and .tlk");
     CLI::Option* script =
         app.add_option("--script", line.script, "commands to run, without a window; - is standard input");
     const auto ofWindow = [script](CLI::Option* option) {

@@ -24,16 +24,25 @@ Words SipAct(SIZE screen) {
             std::to_string(sip.bottom)};
 }
 
+// A skin that ships carries its screen in its file's name.
+std::string FileOf(const std::string& choice, const SkinFolder& skins, SIZE screen) {
+    const std::string size =
+        std::to_string(std::min(screen.cx, screen.cy)) + 'x' + std::to_string(std::max(screen.cx, screen.cy));
+    const std::string ofScreen = choice + '-' + size + ".tlk";
+    std::error_code error;
+    return skins && fs::exists(*skins / size / ofScreen, error) ? ofScreen : choice + ".tlk";
+}
+
 void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin(), more.end()); }
 
 }  // namespace
 
-Acts SkinActs(const SkinFolder& skins, const std::string& choice) {
+Acts SkinActs(const SkinFolder& skins, const std::string& choice, SIZE screen) {
     Acts acts;
     if (skins) acts.push_back({"skins", fs::absolute(*skins).string()});
     if (!choice.empty() && StoredSkin().empty()) {
-        acts.push_back(
-            {"reg", "set", R"(HKLM\Software\Tolka\7.0)", "Skin", "sz", R"(\windows\)" + choice + ".tlk"});
+        acts.push_back({"reg", "set", R"(HKLM\Software\Tolka\7.0)", "Skin", "sz",
+                        R"(\windows\)" + FileOf(choice, skins, screen)});
     }
     return acts;
 }
@@ -42,14 +51,14 @@ Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice) 
     Acts acts;
     if (!IsSameSize(screen, Session::Options().screen)) acts = {ScreenAct(screen), SipAct(screen)};
     acts.push_back({"setup"});
-    Append(acts, SkinActs(skins, choice));
+    Append(acts, SkinActs(skins, choice, screen));
     acts.push_back({"select"});
     return acts;
 }
 
 Acts ChangeSizeActs(SIZE screen, const SkinFolder& skins) {
     Acts acts{{"deselect"}, ScreenAct(screen), SipAct(screen)};
-    Append(acts, SkinActs(skins, {}));
+    Append(acts, SkinActs(skins, {}, screen));
     acts.push_back({"select"});
     return acts;
 }

@@ -15,8 +15,9 @@ using Acts = std::vector<Words>;
 using SkinFolder = std::optional<std::filesystem::path>;
 
 // Skins of another screen make room for those in the folder. Where none has been chosen yet, `choice` is, the
-// name of one in \Windows without ".tlk"; where that is empty, the keyboard takes the first that it finds.
-Acts SkinActs(const SkinFolder& skins, const std::string& choice);
+// name of one in \Windows without "-WxH" and ".tlk"; where that is empty, the keyboard takes the first that
+// it finds.
+Acts SkinActs(const SkinFolder& skins, const std::string& choice, SIZE screen);
 // A handheld with this screen whose keyboard is selected. Where the screen is not the one that every script
 // begins with, it is said first: a record replays without options.
 Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice);

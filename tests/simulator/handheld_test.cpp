@@ -110,7 +110,7 @@ TEST_F(HandheldTest, TheMenuChangesTheInputMethodAndBack) {
 }
 
 TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
-    fs::copy_file(SKINS "/240x320/thumbs.tlk", Device() / "Windows" / "c.tlk");
+    fs::copy_file(SKINS "/240x320/german-thumbs-240x320.tlk", Device() / "Windows" / "c.tlk");
     std::ofstream(Device() / "Windows" / "d.tlk") << "no skin";
     const std::string show = "reg get HKLM\\Software\\Tolka\\7.0 Skin\n";
     const std::string trace = Trace("select\n" + show + "screenshot c.png\nskin next\nscreenshot s.png\n" +
@@ -129,8 +129,8 @@ TEST_F(HandheldTest, TheFirstSkinIsChosenOnceOnly) {
     const auto stored = [&](const std::string& choice) {
         return LastLine(Trace(show, "--skins " SKINS " --choose " + choice), "Reg");
     };
-    EXPECT_NE(stored("full-german").find("full-german.tlk\""), std::string::npos);
-    EXPECT_NE(stored("thumbs").find("full-german.tlk\""), std::string::npos);
+    EXPECT_NE(stored("german").find("german-240x320.tlk\""), std::string::npos);
+    EXPECT_NE(stored("german-thumbs").find("german-240x320.tlk\""), std::string::npos);
 }
 
 TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {

@@ -158,7 +158,7 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
     EXPECT_EQ(replay.status, 0) << replay.errors;
     EXPECT_EQ(replay.trace, trace +
                                 "Text \"cd\"\nReg HKLM\\Software\\Tolka\\7.0 Skin sz "
-                                "\"\\\\windows\\\\full-german-contrast.tlk\"\n");
+                                "\"\\\\windows\\\\french-480x640.tlk\"\n");
 }
 
 // The clock of the title bar needs one look a minute.

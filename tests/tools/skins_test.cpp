@@ -23,17 +23,23 @@ constexpr std::array<const char*, kSlotCount> kMasks{
     "LANG1_SMALL_MASK", "LANG1_LARGE_MASK", "UML1_SMALL_MASK", "UML1_LARGE_MASK",
     "LANG2_SMALL_MASK", "LANG2_LARGE_MASK", "UML2_SMALL_MASK", "UML2_LARGE_MASK"};
 
-// By screen and name: "240x320/thumbs".
+// Skins by screen and name: "240x320/german" is 240x320/german-240x320.tlk.
 Skin Read(const std::string& name) {
     const std::string source = SKIN_SOURCES "/" + fs::path(name).filename().string() + ".toml";
     return ReadSource(ReadText(source), source, fs::path(name).parent_path().string());
 }
 
+std::string BuiltFile(const std::string& name) {
+    return SKINS_FOLDER "/" + name + '-' + fs::path(name).parent_path().string() + ".tlk";
+}
+
 std::vector<std::string> AllSkins() {
     std::vector<std::string> names;
     for (const auto& entry : fs::recursive_directory_iterator(SKINS_FOLDER))
-        if (entry.path().extension() == ".tlk" && entry.path().parent_path() != fs::path(SKINS_FOLDER))
-            names.push_back(entry.path().lexically_relative(SKINS_FOLDER).replace_extension().string());
+        if (entry.path().extension() == ".tlk") {
+            const std::string file = entry.path().lexically_relative(SKINS_FOLDER).string();
+            names.push_back(file.substr(0, file.rfind('-')));
+        }
     std::ranges::sort(names);
     return names;
 }
@@ -81,7 +87,7 @@ class Skins : public testing::TestWithParam<std::string> {};
 
 TEST_P(Skins, DifferentCharactersLookDifferentAndStayOnTheirFaces) {
     const Skin skin = Read(GetParam());
-    const Module module = Module::Parse(ReadBytes(SKINS_FOLDER "/" + GetParam() + ".tlk"));
+    const Module module = Module::Parse(ReadBytes(BuiltFile(GetParam())));
     const auto expect = [&](const Board& board, std::size_t slot, const std::string& name) {
         const Picture mask = *DecodeBitmap(*module.Find(ResourceKind::Bitmap, name));
         ExpectLegible(skin, LayOut(skin, board), mask, slot, GetParam() + " " + name);
@@ -106,28 +112,28 @@ CharacterEntry EntryOf(const Skin& skin, char16_t key) {
 }
 
 TEST(Skins, FullKeyboardsHaveTheNationalArrangementAndItsAccents) {
-    const Skin german = Read("240x320/full-german");
+    const Skin german = Read("240x320/german");
     EXPECT_EQ(EntryOf(german, u'y'), (CharacterEntry{u'y', u'Y', u'å', u'Å', u'z', u'Z', u'ê', u'Ê'}));
     EXPECT_EQ(EntryOf(german, u'[')[4], u'ü');
     EXPECT_EQ(EntryOf(german, u'-')[4], u'ß');
     EXPECT_EQ(EntryOf(german, u'-')[7], u'ẞ');
-    const Skin french = Read("240x320/full-french");
+    const Skin french = Read("240x320/french");
     EXPECT_EQ(EntryOf(french, u'q')[4], u'a');
     EXPECT_EQ(EntryOf(french, u'2')[4], u'é');
     EXPECT_EQ(EntryOf(french, u'2')[5], u'2');
     EXPECT_EQ(EntryOf(french, u'p')[7], u'Œ');
-    const Skin russian = Read("240x320/full-russian");
+    const Skin russian = Read("240x320/russian");
     EXPECT_EQ(EntryOf(russian, u'`')[4], u'ё');
     EXPECT_EQ(EntryOf(russian, u'q')[5], u'Й');
     EXPECT_EQ(EntryOf(russian, u'b')[6], u'і');
-    const Skin greek = Read("240x320/full-greek");
+    const Skin greek = Read("240x320/greek");
     EXPECT_EQ(EntryOf(greek, u'w')[4], u'ς');
     EXPECT_EQ(EntryOf(greek, u'a')[7], u'Ά');
 }
 
 TEST(Skins, SecondLanguagesLeaveNoKeyOfTheFirstBehindUnnoticed) {
-    for (const char* name : {"240x320/full-german", "240x320/full-french", "240x320/full-russian",
-                             "240x320/full-greek", "240x320/thumbs", "240x320/swipe"}) {
+    for (const char* name : {"240x320/german", "240x320/french", "240x320/russian", "240x320/greek",
+                             "240x320/german-thumbs", "240x320/german-swipe"}) {
         const Skin skin = Read(name);
         for (const Row& row : skin.portrait.rows)
             for (const RowKey& key : row.keys)

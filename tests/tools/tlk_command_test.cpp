@@ -35,7 +35,7 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
     // From another folder: a skin holds nothing of where or when it was built.
     for (const auto& source : std::filesystem::directory_iterator(SKIN_SOURCES))
         std::filesystem::copy_file(source, m_Folder / source.path().filename());
-    EXPECT_EQ(Run("build " + Path("full-german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
+    EXPECT_EQ(Run("build " + Path("german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN));
     EXPECT_EQ(Run("show " + Path("a.tlk") + " --plane uml2-large --landscape --pressed shift,q,63 -o " +
                   Path("a.png")),
