@@ -296,6 +296,22 @@ TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
     EXPECT_TRUE(HasFile("Windows/B.tlk"));
 }
 
+TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
+    std::string chosen, expected;
+    for (const auto& entry : fs::directory_iterator(SKINS "/240x320")) {
+        const std::string name = entry.path().stem().string();
+        chosen += "choose 202 " + name + '\n' + Get(settings + "Skin");
+        expected += shownAgain + Setting("Skin", "sz \"\\\\windows\\\\" + name + ".tlk\"");
+    }
+    const std::string select = "skins " SKINS "\nselect\n";
+    EXPECT_NE(Trace(select + "options\n" + chosen).find(expected), std::string::npos);
+    Trace(select + "options\nchoose 202 german-240x320\nclick 221\nclick 1\n");
+    for (const auto& entry : fs::directory_iterator(SKINS "/240x320")) {
+        const std::string file = entry.path().filename().string();
+        EXPECT_EQ(HasFile("Windows/" + file), file != "german-240x320.tlk") << file;
+    }
+}
+
 TEST_F(OptionsTest, ARefusedQuestionChangesNothing) {
     InstallSkins({"A", "B"});
     const std::string trace =

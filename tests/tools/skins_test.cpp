@@ -106,6 +106,18 @@ INSTANTIATE_TEST_SUITE_P(All, Skins, testing::ValuesIn(AllSkins()), [](const aut
     return name;
 });
 
+// By a part of its path the keyboard chooses a skin and the options delete one; all sets may lie on one
+// device.
+TEST(Skins, NoNameIsAPartOfAnothersPath) {
+    for (const std::string& skin : AllSkins()) {
+        const std::string name = fs::path(BuiltFile(skin)).stem().string();
+        for (const std::string& other : AllSkins()) {
+            const std::string path = "\\windows\\" + fs::path(BuiltFile(other)).filename().string();
+            EXPECT_EQ(path.find(name) != std::string::npos, skin == other) << name << " in " << path;
+        }
+    }
+}
+
 // The character table's entry of a key named by its small character of language 1.
 CharacterEntry EntryOf(const Skin& skin, char16_t key) {
     return skin.characters[*FindCharacter(skin.characters, *skin.arrangement, key)];

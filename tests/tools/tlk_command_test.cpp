@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 
 #include "files.h"
 
@@ -97,6 +98,24 @@ TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
     EXPECT_EQ(ReadText(Path("messages")).find(STANDARD_SOURCE ": not a library file"), 0u);
     EXPECT_EQ(Run("dump " STANDARD_SKIN), 0);
     EXPECT_NE(ReadText(Path("messages")).find("\n     87 y: z Z "), std::string::npos);
+}
+
+TEST_F(TlkCommand, WarnsOfNamesThatTheKeyboardTakesForOneAnother) {
+    const std::map<std::string, std::string> warnings = {
+        {"mine", "\"mine\" is a part of \"mine-vga\""},
+        {"mine-vga-2", "\"mine-vga\" is a part of \"mine-vga-2\""},
+        {"Win", "\"Win\" is a part of the path of every skin"},
+        {"theirs", ""}};
+    std::filesystem::copy_file(STANDARD_SKIN, Path("mine-vga.tlk"));
+    for (const auto& [name, warning] : warnings) {
+        EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path(name + ".tlk")), 0);
+        const std::string built = ReadText(Path("messages"));
+        EXPECT_EQ(Run("check " + Path(name + ".tlk")), warning.empty() ? 0 : 1);
+        for (const std::string& text : {built, ReadText(Path("messages"))})
+            EXPECT_NE(text.find(warning), std::string::npos) << text;
+        EXPECT_EQ(built.empty(), warning.empty()) << built;
+        std::filesystem::remove(Path(name + ".tlk"));
+    }
 }
 
 TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {

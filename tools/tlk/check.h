@@ -38,4 +38,8 @@ struct Remark {
 [[nodiscard]] std::vector<Remark> Check(const Module& module, Size screen,
                                         const SourcePlaces* pPlaces = nullptr);
 
+// The same for the name of the skin's file, which the keyboard must be able to tell from those of the skins
+// in the same folder.
+[[nodiscard]] std::vector<Remark> CheckName(const std::string& path);
+
 }  // namespace tlk

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <memory>
 
 #include "check.h"
@@ -59,7 +61,8 @@ Status Run(const Arguments& arguments) {
 }  // namespace
 
 std::size_t TellRemarks(const Checked& checked, const std::string& label, std::ostream& out) {
-    const std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.pPlaces);
+    std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.pPlaces);
+    std::ranges::move(CheckName(checked.file), std::back_inserter(remarks));
     for (const Remark& remark : remarks)
         out << FormatRemark(remark, checked.file, label) << '\n';
     return remarks.size();
