@@ -94,6 +94,17 @@ public:
         Bitmap(mask) = EncodeMask(painted);
     }
 
+    // To what the upright screen shows of it.
+    void NarrowDigits() {
+        const Picture pixels = *DecodeBitmap(Bitmap("DIGIT_MASK"));
+        Mask mask({240, 80}, 1);
+        for (int y = 0; y < 80; ++y)
+            for (int x = 0; x < 240; ++x)
+                mask.At(x, y) = pixels.At(x, y) != Color{};
+        Bitmap("DIGIT_MASK") = EncodeMask(mask);
+        Bitmap("digit_keyboard_bitmap") = EncodePicture(Picture(mask.GetSize(), Color{0xFF, 0xFF, 0xFF}));
+    }
+
     Bytes File() const {
         std::vector<Resource> resources;
         for (const auto& [name, resource] : m_Resources)
@@ -108,7 +119,7 @@ private:
     }
 
     void AddBoard(BoardKind board, std::span<const int> keys, int cellWidth) {
-        const Size size{board == BoardKind::Landscape ? 320 : 240, 80};
+        const Size size{board == BoardKind::Portrait ? 240 : 320, 80};
         Mask mask(size, 1);
         Bytes& layout = Data(std::string(LayoutResource(board)));
         for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -229,6 +240,15 @@ INSTANTIATE_TEST_SUITE_P(
                "landscape, key \"umlaut\": the rectangle", "landscape, key \"space\": the rectangle",
                "landscape, key \"left\": the rectangle", "landscape, key \"right\": the rectangle",
                "landscape, lng1-small, lng1-large, uml1-small"}},
+        Fault{"LettersBesideDigits",
+              [](Spoiled& skin) { skin.NarrowDigits(); },
+              {"digits: the picture is 240 pixels wide, the screen's wider side 320: letters stay visible"}},
+        Fault{"DigitKeyCut",
+              [](Spoiled& skin) {
+                  skin.Move(kDigits, 5, {200, 0, 250, 19});
+              },
+              {"digits, key \"8\": is cut where the panel of 240x80 ends",
+               "digits, key \",\": beside it taps are lost"}},
         Fault{"MaskOfAnotherSize",
               [](Spoiled& skin) {
                   skin.Bitmap("UML1_SMALL_MASK") = EncodeMask(Mask({240, 79}, 1));
@@ -236,7 +256,7 @@ INSTANTIATE_TEST_SUITE_P(
               {"portrait, uml1-small: the mask is 240x79 pixels large, its picture 240x80"}},
         Fault{"MaskOfColours",
               [](Spoiled& skin) {
-                  skin.Bitmap("DIGIT_MASK") = EncodePicture(Picture({240, 80}, Color{}));
+                  skin.Bitmap("DIGIT_MASK") = EncodePicture(Picture({320, 80}, Color{}));
               },
               {"digits, digit: the mask is no bitmap of one bit per pixel"}},
         Fault{"MissingMasks",

@@ -69,7 +69,7 @@ TEST_F(SkinPreview, IsWhatTheEnginePaintsInEveryPlane) {
         Tap(test::KeyLanguage);
         Tap(test::KeyDigits);
         Press(test::KeyDigit7);
-        EXPECT_TRUE(Painted(240) == Composed({tlk::kDigitPlane, landscape, false, {test::KeyDigit7}}));
+        EXPECT_TRUE(Painted(width) == Composed({tlk::kDigitPlane, landscape, false, {test::KeyDigit7}}));
         Up({0, 0});
     }
 }

@@ -36,7 +36,7 @@ Size PanelSize(BoardKind board, Size upright) {
         case BoardKind::Digits:
             break;
     }
-    return {upright.width, std::min(PanelHeight(upright), PanelHeight(turned))};
+    return {turned.width, std::max(PanelHeight(upright), PanelHeight(turned))};
 }
 
 std::optional<Size> ParseScreen(std::string_view text) {

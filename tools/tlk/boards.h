@@ -16,8 +16,8 @@ enum class BoardKind { Portrait, Landscape, Digits };
 [[nodiscard]] std::string_view BoardName(BoardKind board);
 
 // What the SIP gives a keyboard on a screen of this size, in pixels: the full width, and a quarter of an
-// upright screen's height or a third of a turned one's. The digit keyboard is the same in both orientations,
-// and only the part that both have room for can be counted on.
+// upright screen's height or a third of a turned one's. One picture serves the digit keyboard in both
+// orientations: it is as wide and as high as the larger of both panels, each of which shows its part.
 [[nodiscard]] Size PanelSize(BoardKind board, Size upright);
 
 // "240x320", in pixels; nothing for any other text, and for screens that no device has.

@@ -56,8 +56,7 @@ std::vector<Remark> RemarkList::Take() {
     return std::move(m_Remarks);
 }
 
-Size UsableArea(const SkinBoard& board, const Screen& screen) {
-    const Size panel = screen.Panel(board.kind);
+Size UsableArea(const SkinBoard& board, Size panel) {
     const Size picture = board.picture.GetSize();
     return {std::min(panel.width, picture.width), std::min(panel.height, picture.height)};
 }

@@ -148,6 +148,29 @@ Rect BoundsOf(const std::vector<Rect>& rects, Size mask) {
     return bounds;
 }
 
-KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects) { return KeyFace(mask, rects).Read(); }
+// The rectangles that hang together, a list for each place where the key stands.
+std::vector<std::vector<Rect>> PlacesOf(const std::vector<Rect>& rects) {
+    std::vector<std::vector<Rect>> places;
+    for (const Rect& rect : rects) {
+        std::vector<Rect> place{rect};
+        std::erase_if(places, [&](const std::vector<Rect>& known) {
+            const bool isSame =
+                std::ranges::any_of(known, [&](const Rect& part) { return part.Touches(rect); });
+            if (isSame) place.insert(place.begin(), known.begin(), known.end());
+            return isSame;
+        });
+        places.push_back(std::move(place));
+    }
+    return places;
+}
+
+KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects) {
+    KeyInk ink{true, false, true};
+    for (const std::vector<Rect>& place : PlacesOf(rects)) {
+        const KeyInk found = KeyFace(mask, place).Read();
+        ink = {ink.isThere && found.isThere, ink.isCut || found.isCut, found.faceShowsPicture};
+    }
+    return ink;
+}
 
 }  // namespace tlk

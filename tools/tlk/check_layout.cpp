@@ -41,10 +41,15 @@ public:
     BoardCheck(const SkinModule& skin, const SkinBoard& board, const Screen& screen, RemarkList& remarks)
         : m_Skin(skin),
           m_Board(board),
-          m_Area(UsableArea(board, screen)),
+          m_Area(UsableArea(board, screen.Panel(board.kind))),
+          m_Panels(PanelsOf(board.kind, screen)),
           m_SmallestSide((screen.upright.width + kSmallestShare - 1) / kSmallestShare),
           m_Remarks(remarks),
-          m_Hits(MapHits(skin, board, m_Area)) {}
+          m_Hits(MapHits(skin, board, m_Area)) {
+        for (int y = 0; y < m_Area.height; ++y)
+            for (int x = 0; x < m_Area.width; ++x)
+                if (!IsSeen(x, y)) m_Hits.At(x, y) = kUnseen;
+    }
 
     void Run() {
         for (const auto& [key, rects] : m_Board.layout) {
@@ -53,6 +58,7 @@ public:
             for (const Rect& rect : rects)
                 CheckRect(key, rects, rect);
             CheckSize(key, rects);
+            if (m_Board.kind == BoardKind::Digits) CheckPanels(key, rects);
         }
         CheckOverlaps();
         CheckGaps();
@@ -60,6 +66,16 @@ public:
     }
 
 private:
+    // The digit keyboard's picture serves two panels.
+    static std::vector<Size> PanelsOf(BoardKind board, const Screen& screen) {
+        if (board != BoardKind::Digits) return {screen.Panel(board)};
+        return {screen.Panel(BoardKind::Portrait), screen.Panel(BoardKind::Landscape)};
+    }
+    static bool IsSeen(const Size& panel, int x, int y) { return x < panel.width && y < panel.height; }
+    bool IsSeen(int x, int y) const {
+        return std::ranges::any_of(m_Panels, [=](const Size& panel) { return IsSeen(panel, x, y); });
+    }
+
     void Add(std::uint16_t key, std::string text) { m_Remarks.Add(m_Board.kind, key, std::move(text)); }
 
     void CheckIndex(std::uint16_t key) {
@@ -93,6 +109,19 @@ private:
                      " or more");
     }
 
+    // What lies wholly beyond the upright panel is an addition to the wider one, which shows the others too.
+    void CheckPanels(std::uint16_t key, const std::vector<Rect>& rects) {
+        for (const Size& panel : m_Panels)
+            for (const Rect& rect : rects)
+                if (IsSeen(panel, rect.left, rect.top) && !IsSeen(panel, rect.right - 1, rect.bottom - 1))
+                    Add(key, "is cut where the panel of " + Text(panel) +
+                                 " ends: let no key reach over that edge");
+        const auto isBelow = [this](const Rect& rect) { return rect.top >= m_Panels.back().height; };
+        if (std::ranges::all_of(rects, isBelow))
+            Add(key, "lies below the panel of " + Text(m_Panels.back()) +
+                         ": give it a second place that this shows too");
+    }
+
     // A key of which nothing is left is told with those that lie over it, any other with the overlaps.
     void CheckHit(std::uint16_t key, const std::vector<Rect>& rects) {
         std::set<int> owners;
@@ -105,7 +134,7 @@ private:
         m_Lost.insert(key);
         std::string over;
         for (int owner : owners)
-            AppendName(over, m_Skin.Describe(AsKey(owner)));
+            if (owner != kUnseen) AppendName(over, m_Skin.Describe(AsKey(owner)));
         Add(key, over.empty() ? "cannot be hit" : "cannot be hit: covered by " + over);
     }
 
@@ -179,8 +208,8 @@ private:
             ++x;
         int neighbour = kNobody;
         if (x > keyboard.left) neighbour = m_Hits.At(x - 1, y);
-        if (neighbour == kNobody && y > keyboard.top) neighbour = m_Hits.At(x, y - 1);
-        if (neighbour == kNobody)
+        if (neighbour < 0 && y > keyboard.top) neighbour = m_Hits.At(x, y - 1);
+        if (neighbour < 0)
             m_Remarks.Add(m_Board.kind, text);
         else
             Add(AsKey(neighbour), "beside it " + text);
@@ -205,6 +234,7 @@ private:
     const SkinModule& m_Skin;
     const SkinBoard& m_Board;
     Size m_Area;
+    std::vector<Size> m_Panels;
     int m_SmallestSide;
     RemarkList& m_Remarks;
     HitMap m_Hits;

@@ -83,20 +83,28 @@ private:
             return;
         }
         const Size picture = board.picture.GetSize();
-        const Size panel = m_Screen.Panel(board.kind);
+        // Where the skin does not load, nobody sees its digit keyboard.
+        const bool isUprightOnly = board.kind == BoardKind::Digits && !m_Skin.landscape.picture.isPresent;
+        const Size panel = m_Screen.Panel(isUprightOnly ? BoardKind::Portrait : board.kind);
         if (picture.height > panel.height)
             m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.height) +
                                           " pixels high, the panel " + std::to_string(panel.height) +
                                           ": the lowest " + std::to_string(picture.height - panel.height) +
                                           " rows are cut off");
         if (picture.height < panel.height)
-            m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.height) +
-                                          " pixels high, the panel " + std::to_string(panel.height) +
-                                          ": a strip below it stays empty");
-        if (board.kind == BoardKind::Digits && picture.width != panel.width)
-            m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.width) +
-                                          " pixels wide, the screen's narrow side " +
-                                          std::to_string(panel.width));
+            m_Remarks.Add(board.kind,
+                          "the picture is " + std::to_string(picture.height) + " pixels high, the panel " +
+                              std::to_string(panel.height) +
+                              (board.kind == BoardKind::Digits ? ": letters stay visible below it"
+                                                               : ": a strip below it stays empty"));
+        if (board.kind == BoardKind::Digits &&
+            (picture.width < panel.width || (picture.width > panel.width && !isUprightOnly)))
+            m_Remarks.Add(
+                board.kind,
+                "the picture is " + std::to_string(picture.width) + " pixels wide, the screen's wider side " +
+                    std::to_string(panel.width) + ": " +
+                    (picture.width < panel.width ? "letters stay visible beside it when the screen is turned"
+                                                 : "the rest is never seen"));
     }
 
     // A mask that the engine needs and does not find is a matter of the planes.

@@ -50,10 +50,12 @@ inline constexpr BoardKind kBoards[] = {BoardKind::Portrait, BoardKind::Landscap
 
 // Which key a tap on each pixel of the panel hits; nobody's pixels hold kNobody.
 inline constexpr int kNobody = -1;
+// Pixels that no panel shows.
+inline constexpr int kUnseen = -2;
 using HitMap = Grid<int>;
 [[nodiscard]] HitMap MapHits(const SkinModule& skin, const SkinBoard& board, Size area);
-// Where the keys of the board can be both seen and hit.
-[[nodiscard]] Size UsableArea(const SkinBoard& board, const Screen& screen);
+// Where the keys of the board can be both seen and hit on such a panel.
+[[nodiscard]] Size UsableArea(const SkinBoard& board, Size panel);
 
 [[nodiscard]] std::string Text(const Rect& rect);
 
@@ -77,7 +79,8 @@ struct Reach {
 };
 [[nodiscard]] Reach FindReach(const SkinModule& skin, const Screen& screen);
 
-// The glyph of a key: what differs from the key's face, without frames, lines and rounded corners.
+// The glyph of a key, in each place where it stands: what differs from the key's face, without frames, lines
+// and rounded corners.
 struct KeyInk {
     bool isThere = false;
     // It reaches an edge of the key.

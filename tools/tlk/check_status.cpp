@@ -26,8 +26,8 @@ using States = std::bitset<kStateCount>;
 class Machine {
 public:
     Machine(const SkinModule& skin, const SkinBoard& characters, const Screen& screen)
-        : m_Characters(KeysOf(skin, characters, screen)),
-          m_Digits(KeysOf(skin, skin.digits, screen)),
+        : m_Characters(KeysOf(skin, characters, screen.Panel(characters.kind))),
+          m_Digits(KeysOf(skin, skin.digits, screen.Panel(characters.kind))),
           m_HasCapsKey(characters.layout.contains(function_key::kCaps)) {}
 
     // All states that taps and strokes lead to from these, with them.
@@ -41,10 +41,9 @@ public:
     }
 
 private:
-    static std::set<std::uint16_t> KeysOf(const SkinModule& skin, const SkinBoard& board,
-                                          const Screen& screen) {
+    static std::set<std::uint16_t> KeysOf(const SkinModule& skin, const SkinBoard& board, Size panel) {
         std::set<std::uint16_t> keys;
-        const HitMap hits = MapHits(skin, board, UsableArea(board, screen));
+        const HitMap hits = MapHits(skin, board, UsableArea(board, panel));
         int last = kNobody;
         for (int key : hits.Pixels()) {
             if (key == last || key == kNobody) continue;

@@ -67,6 +67,39 @@ std::vector<double> Weights(const Row& row) {
     return weights;
 }
 
+std::vector<int> DivideEvenly(int length, std::size_t count) {
+    return Divide(length, std::vector<double>(count, 1.0));
+}
+
+// The edges of the board's rows from the top. A row ends at the seam.
+std::vector<int> RowEdges(const Board& board) {
+    const std::size_t above = board.RowsAboveSeam();
+    if (board.seam == 0 || above == board.rows.size())
+        return DivideEvenly(board.filled.height, board.rows.size());
+    std::vector<int> edges = DivideEvenly(board.seam, above);
+    edges.pop_back();
+    for (int edge : DivideEvenly(board.filled.height - board.seam, board.rows.size() - above))
+        edges.push_back(board.seam + edge);
+    return edges;
+}
+
+void PlaceRows(const Skin& skin, Layout& layout, const std::vector<Row>& rows, const Rect& area,
+               const std::vector<int>& lines) {
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+        const Row& row = rows[r];
+        const std::vector<int> columns = Divide(area.Width(), Weights(row));
+        for (std::size_t c = 0; c < row.keys.size(); ++c) {
+            const Rect rect{area.left + columns[c], area.top + lines[r], area.left + columns[c + 1] - 1,
+                            area.top + lines[r + 1] - 1};
+            if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
+                throw SourceError(row.place, "key '" + NameKey(skin.characters, row.keys[c].key) +
+                                                 "' would be smaller than " + std::to_string(kSmallestCell) +
+                                                 " pixels: use fewer keys or rows, or other weights");
+            AddRect(skin, layout, row.keys[c].key, rect, row.place);
+        }
+    }
+}
+
 bool Intersect(const Rect& a, const Rect& b) {
     return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
 }
@@ -112,19 +145,11 @@ void ChangeKey(const Skin& skin, Layout& layout, std::uint16_t index, const KeyC
 
 Layout LayOut(const Skin& skin, const Board& board) {
     Layout layout{board.size, {}};
-    const std::vector<int> lines = Divide(board.size.height, std::vector<double>(board.rows.size(), 1.0));
-    for (std::size_t r = 0; r < board.rows.size(); ++r) {
-        const Row& row = board.rows[r];
-        const std::vector<int> columns = Divide(board.size.width, Weights(row));
-        for (std::size_t c = 0; c < row.keys.size(); ++c) {
-            const Rect rect{columns[c], lines[r], columns[c + 1] - 1, lines[r + 1] - 1};
-            if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
-                throw SourceError(row.place, "key '" + NameKey(skin.characters, row.keys[c].key) +
-                                                 "' would be smaller than " + std::to_string(kSmallestCell) +
-                                                 " pixels: use fewer keys or rows, or other weights");
-            AddRect(skin, layout, row.keys[c].key, rect, row.place);
-        }
-    }
+    const Size filled = board.filled;
+    PlaceRows(skin, layout, board.rows, {0, 0, filled.width - 1, filled.height - 1}, RowEdges(board));
+    if (!board.wide.empty())
+        PlaceRows(skin, layout, board.wide, board.WideArea(),
+                  DivideEvenly(board.WideArea().Height(), board.wide.size()));
     for (const auto& [key, change] : board.changes)
         ChangeKey(skin, layout, key, change);
     return layout;

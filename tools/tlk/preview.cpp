@@ -142,8 +142,20 @@ std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view 
                     " keyboard: its keys are " + names);
 }
 
+// The digit keyboard has one picture for both orientations, of which the panel shows as much as the picture
+// of letters covers.
 Picture Compose(const SkinModule& skin, const View& view) {
-    return Composition(skin, view).Draw(view.pressed);
+    const Picture drawn = Composition(skin, view).Draw(view.pressed);
+    const Size letters =
+        skin.Board(view.isLandscape ? BoardKind::Landscape : BoardKind::Portrait).picture.GetSize();
+    if (view.Board() != BoardKind::Digits || letters == Size{}) return drawn;
+    Picture shown(
+        {std::min(drawn.GetSize().width, letters.width), std::min(drawn.GetSize().height, letters.height)},
+        Color{});
+    for (int y = 0; y < shown.GetSize().height; ++y)
+        for (int x = 0; x < shown.GetSize().width; ++x)
+            shown.At(x, y) = drawn.At(x, y);
+    return shown;
 }
 
 Picture Enlarge(const Picture& picture, int zoom) {

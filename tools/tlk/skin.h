@@ -2,7 +2,9 @@
 // What a skin's source says for one screen, read and checked, with everything that it leaves out filled in.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -54,11 +56,26 @@ struct KeyChange {
     std::optional<Shade> face;
 };
 
-// One keyboard: its rows share the picture's height, the keys of a row its width by their weights.
+// One keyboard: its rows share the height that they are given, the keys of a row the width by their weights.
 struct Board {
+    // Of the picture.
     Size size;
+    // What the rows fill, from the top left; the background shows beside and below.
+    Size filled;
+    // A height at which a row ends where the turned screen cuts the rows off; 0 where it shows all of them.
+    int seam = 0;
     std::vector<Row> rows;
+    // Right of the rows, as high as the turned screen shows them.
+    std::vector<Row> wide;
     std::map<std::uint16_t, KeyChange> changes;
+
+    // The seam parts the rows where that changes their heights least.
+    std::size_t RowsAboveSeam() const {
+        const double share = static_cast<double>(seam) / filled.height;
+        const long count = std::lround(static_cast<double>(rows.size()) * share);
+        return std::clamp<std::size_t>(static_cast<std::size_t>(count), 1, rows.size());
+    }
+    Rect WideArea() const { return {filled.width, 0, size.width - 1, (seam > 0 ? seam : size.height) - 1}; }
 };
 
 // A picture or a mask of the author's own.

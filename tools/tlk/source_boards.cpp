@@ -58,28 +58,61 @@ private:
     }
 
     void RequireWayBack(const Section& digits) const {
-        for (const Row& row : m_Skin.digits->rows)
-            if (std::ranges::find(row.keys, function_key::kDigits, &RowKey::key) != row.keys.end()) return;
+        if (Holds(m_Skin.digits->rows, function_key::kDigits)) return;
         Fail(*digits.table, "the digit keyboard has no key that leads back: add 'digits' to its rows");
     }
 
     // Rows that the section leaves out are those of `usual`.
     Board ReadBoard(BoardKind kind, const Section& section, const Board* usual) const {
-        AllowKeys(section, {"size", "unit", "rows"});
+        if (kind == BoardKind::Digits)
+            AllowKeys(section, {"size", "unit", "rows", "wide"});
+        else
+            AllowKeys(section, {"size", "unit", "rows"});
         Board board;
-        if (usual) board.rows = usual->rows;
-        board.size = ReadSize(kind, section);
+        board.size = board.filled = ReadSize(kind, section);
+        board.rows = ReadRows(kind, section, "rows");
+        if (board.rows.empty() && usual) board.rows = usual->rows;
+        if (board.rows.empty())
+            Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
+        if (kind == BoardKind::Digits) FitOrientations(section, board);
+        return board;
+    }
+
+    std::vector<Row> ReadRows(BoardKind kind, const Section& section, std::string_view name) const {
         double unit = 1;
         if (const toml::node* node = section.Find("unit"))
             unit = ReadInteger(*node, section.Describe("unit"), 1, kLargestSide);
-        if (const toml::array* rows = FindArray(section, "rows")) {
-            board.rows.clear();
-            for (const toml::node& row : *rows)
-                board.rows.push_back(ReadRow(row, ArrangementOf(kind), unit));
+        std::vector<Row> rows;
+        if (const toml::array* texts = FindArray(section, name))
+            for (const toml::node& text : *texts)
+                rows.push_back(ReadRow(text, ArrangementOf(kind), unit));
+        return rows;
+    }
+
+    // Each orientation shows its part of the one picture. The rows keep to what both panels show, unless the
+    // wide part repeats the keys that the turned screen then cuts off.
+    void FitOrientations(const Section& digits, Board& board) const {
+        board.wide = ReadRows(BoardKind::Digits, digits, "wide");
+        if (m_Skin.HasSquareScreen()) board.wide.clear();
+        if (m_Skin.screen) {
+            const Size upright = PanelSize(BoardKind::Portrait, *m_Skin.screen);
+            board.filled = {std::min(board.size.width, upright.width),
+                            std::min(board.size.height, upright.height)};
+            board.seam =
+                std::min(board.filled.height, PanelSize(BoardKind::Landscape, *m_Skin.screen).height);
+            if (!RepeatsCutRows(board)) board.filled.height = board.seam;
+            if (board.seam == board.filled.height) board.seam = 0;
         }
-        if (board.rows.empty())
-            Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
-        return board;
+        if (!board.wide.empty() && board.filled.width == board.size.width)
+            Fail(*digits.Find("wide"),
+                 "'digits.wide' has no room: list the 'screens' of this skin, and leave digits.size out");
+    }
+
+    static bool RepeatsCutRows(const Board& board) {
+        for (std::size_t row = board.RowsAboveSeam(); row < board.rows.size(); ++row)
+            for (const RowKey& key : board.rows[row].keys)
+                if (!Holds(board.wide, key.key)) return false;
+        return true;
     }
 
     Size ReadSize(BoardKind kind, const Section& section) const {
@@ -219,19 +252,23 @@ private:
         return m_Skin.digits ? &*m_Skin.digits : nullptr;
     }
 
+    static bool Holds(const std::vector<Row>& rows, std::uint16_t key) {
+        return std::ranges::any_of(rows, [key](const Row& row) {
+            return std::ranges::find(row.keys, key, &RowKey::key) != row.keys.end();
+        });
+    }
     static bool Holds(const Board& board, std::uint16_t key) {
-        return board.changes.contains(key) || std::ranges::any_of(board.rows, [key](const Row& row) {
-                   return std::ranges::find(row.keys, key, &RowKey::key) != row.keys.end();
-               });
+        return board.changes.contains(key) || Holds(board.rows, key) || Holds(board.wide, key);
     }
 
     void SettlePlaces() {
         for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
             const Board* board = FindBoard(kind);
             if (!board) continue;
-            for (const Row& row : board->rows)
-                for (const RowKey& key : row.keys)
-                    m_Skin.places.emplace(std::pair{kind, key.key}, row.place);
+            for (const std::vector<Row>* rows : {&board->rows, &board->wide})
+                for (const Row& row : *rows)
+                    for (const RowKey& key : row.keys)
+                        m_Skin.places.emplace(std::pair{kind, key.key}, row.place);
             for (const auto& [key, change] : board->changes)
                 m_Skin.places[{kind, key}] = change.place;
         }
