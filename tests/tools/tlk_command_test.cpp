@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <regex>
 
 #include "files.h"
 
@@ -45,6 +46,20 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
                   " --plane uml2-large --landscape --pressed shift,q --hit-areas -o " + Path("a.png")),
               0);
     EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
+}
+
+TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
+    EXPECT_EQ(Run("build --all " + Path("none.toml") + " " STANDARD_SOURCE " -o " + Path("new/skins")), 2);
+    EXPECT_EQ(ReadText(Path("messages")).find(Path("none.toml") + ": "), 0u);
+    std::size_t count = 0;
+    for (const auto& built : std::filesystem::recursive_directory_iterator(SKINS_FOLDER)) {
+        const std::string file = built.path().lexically_relative(SKINS_FOLDER).string();
+        if (!std::regex_match(file, std::regex("(\\d+x\\d+)/german-\\1.tlk"))) continue;
+        EXPECT_EQ(ReadBytes(Path("new/skins/" + file)), ReadBytes(built.path().string())) << file;
+        ++count;
+    }
+    EXPECT_EQ(count, 5u);
+    EXPECT_EQ(Run("build " STANDARD_SOURCE " " STANDARD_SOURCE " -o " + Path("a.tlk")), 2);
 }
 
 TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "check.h"
 #include "command.h"
@@ -18,6 +19,9 @@ namespace {
 constexpr const char* kWarning = "warning: ";
 
 struct Arguments {
+    std::vector<std::string> sources;
+    // Each for all of its screens; `output` is a folder then.
+    bool all = false;
     std::string source;
     std::string output;
     std::string font = TLK_FONT;
@@ -55,7 +59,7 @@ void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
     out << FormatRemark(remark, {}, kWarning) << '\n';
 }
 
-Status Build(const Arguments& arguments) {
+void Build(const Arguments& arguments) {
     const Bytes text = ReadFile(arguments.source);
     try {
         const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen);
@@ -69,7 +73,51 @@ Status Build(const Arguments& arguments) {
     } catch (const SourceError& error) {
         FailAt(error, arguments.source);
     }
-    return kDone;
+}
+
+std::vector<std::string> ReadScreens(const std::string& source) {
+    const Bytes text = ReadFile(source);
+    try {
+        const Skin skin = ReadSource(AsText(text), source);
+        if (skin.screens.empty())
+            throw SourceError({source, 0}, "this skin lists no screens: add screens = [\"240x320\"]");
+        return skin.screens;
+    } catch (const SourceError& error) {
+        FailAt(error, source);
+    }
+}
+
+void BuildEachScreen(const Arguments& arguments) {
+    namespace fs = std::filesystem;
+    Arguments one = arguments;
+    for (const std::string& screen : ReadScreens(arguments.source)) {
+        const fs::path folder = fs::path(arguments.output) / screen;
+        std::error_code error;
+        fs::create_directories(folder, error);
+        if (error)
+            throw FileError(folder.string() + ": cannot be made (" + error.message() +
+                            "): name another folder");
+        one.screen = screen;
+        one.output = (folder / fs::path(one.source).stem()).string() + '-' + screen + ".tlk";
+        Build(one);
+    }
+}
+
+// A source that cannot be built keeps no other from it.
+Status Run(Arguments arguments) {
+    if (!arguments.all && arguments.sources.size() > 1)
+        throw FileError("build: name one source; for several say --all, and a folder for their skins");
+    Status status = kDone;
+    for (const std::string& source : arguments.sources) {
+        arguments.source = source;
+        try {
+            arguments.all ? BuildEachScreen(arguments) : Build(arguments);
+        } catch (const FileError& error) {
+            std::cerr << error.what() << '\n';
+            status = kFailed;
+        }
+    }
+    return status;
 }
 
 }  // namespace
@@ -77,11 +125,17 @@ Status Build(const Arguments& arguments) {
 Command DescribeBuild(CLI::App& app) {
     CLI::App* pOptions = app.add_subcommand("build", "Write a skin file from a source");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("source", arguments->source, "The skin's TOML text")->required();
-    pOptions->add_option("-o,--output", arguments->output, "The skin file to write")->required();
-    pOptions->add_option("--screen", arguments->screen,
-                         "Width and height of the upright screen, such as 240x320; without it the first one "
-                         "that the source lists");
+    pOptions->add_option("source", arguments->sources, "The skin's TOML text")->required();
+    pOptions->add_option("-o,--output", arguments->output, "The skin file to write; with --all a folder")
+        ->required();
+    CLI::Option* screen = pOptions->add_option("--screen", arguments->screen,
+                                               "Width and height of the upright screen, such as 240x320; "
+                                               "without it the first one that the source lists");
+    pOptions
+        ->add_flag(
+            "--all", arguments->all,
+            "Build one or more sources for all the screens that each lists, as 240x320/NAME-240x320.tlk")
+        ->excludes(screen);
     pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
     pOptions
@@ -89,7 +143,7 @@ Command DescribeBuild(CLI::App& app) {
                      "Whose loader takes the file: x86-64 (the simulator, Windows), x86, or arm (a handheld)")
         ->check(CLI::IsMember(Processors()))
         ->capture_default_str();
-    return {pOptions, [arguments] { return Build(*arguments); }};
+    return {pOptions, [arguments] { return Run(*arguments); }};
 }
 
 }  // namespace tlk

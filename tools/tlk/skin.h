@@ -99,6 +99,8 @@ struct Skin {
     // The upright screen that it is built for; nothing when the source lists none and sizes its boards
     // itself.
     std::optional<Size> screen;
+    // All that the source lists, as it names them.
+    std::vector<std::string> screens;
     bool capsRect = true;
     bool swipeOnly = false;
     std::map<std::uint16_t, Label> labels;

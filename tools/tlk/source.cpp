@@ -63,6 +63,7 @@ private:
                 Fail(node,
                      "each of 'screens' must be width and height of an upright screen, such as \"240x320\"");
             AppendName(list, name);
+            m_Skin.screens.emplace_back(name);
             if (chosen.empty() && (m_WantedScreen.empty() || m_WantedScreen == name)) chosen = name;
         }
         if (chosen.empty())
