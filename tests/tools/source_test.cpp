@@ -146,7 +146,8 @@ TEST_F(SourceFiles, LayTheirDifferencesOverWhatTheyAreBasedOn) {
           "[screen.480x480.font]\nsize = 30\n");
     Write("base/mine.toml", "style = \"flat\"\nletter = \"#102030\"\n");
     Write("b.toml",
-          "based_on = \"base/a.toml\"\n[font]\nwords = 9\n[[key]]\nkey = \"w\"\nface = \"function\"\n");
+          "based_on = [\"base/a.toml\", \"words.toml\"]\n[[key]]\nkey = \"w\"\nface = \"function\"\n");
+    Write("words.toml", "[font]\nwords = 9\n");
     const Skin small = Read("b.toml");
     EXPECT_EQ(small.font.characters, 12);
     EXPECT_EQ(small.font.words, 9);
@@ -169,6 +170,14 @@ TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
     EXPECT_EQ(FaultOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultOf("a.toml");
     Write("b.toml", "[portrait]\nsize = [60, 32]\nrows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"\n");
     EXPECT_EQ(FaultOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultOf("a.toml");
+    // Twice as many at each step.
+    Write("b.toml", "based_on = [\"b0.toml\", \"b0.toml\"]\n");
+    for (int number = 0; number < 30; ++number) {
+        const std::string next = "\"b" + std::to_string(number + 1) + ".toml\"";
+        Write("b" + std::to_string(number) + ".toml", "based_on = [" + next + ", " + next + "]\n");
+    }
+    Write("b30.toml", "");
+    EXPECT_NE(FaultOf("a.toml").find("more than 100 sources"), std::string::npos) << FaultOf("a.toml");
     Write("b.toml", "[portrait\n");
     EXPECT_EQ(FaultOf("a.toml").find("b.toml:1: "), 0u) << FaultOf("a.toml");
 }

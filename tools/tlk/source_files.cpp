@@ -10,8 +10,8 @@
 namespace tlk {
 namespace {
 
-// Far more than anybody overlooks; each is a call deeper.
-constexpr std::size_t kLongestChain = 100;
+// Far more than anybody overlooks; each may be a call deeper.
+constexpr std::size_t kMostSources = 100;
 
 toml::table Parse(std::string_view text, const std::string& path) {
     try {
@@ -51,27 +51,56 @@ void LayOver(toml::table& base, toml::table&& over) {
     }
 }
 
-toml::table ReadChain(toml::table own, std::vector<std::string>& chain) {
-    const toml::node* node = own.get("based_on");
-    if (!node) return own;
-    const std::string path = ResolvePath(*node, ReadString(*node, "'based_on'"));
-    if (std::ranges::find(chain, path) != chain.end())
-        Fail(*node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
-    if (chain.size() == kLongestChain)
-        Fail(*node, "'based_on' leads through more than " + std::to_string(kLongestChain) +
-                        " sources: base this one on a nearer one");
-    chain.push_back(path);
-    toml::table base = ReadChain(ReadNamedFile(*node, path), chain);
-    own.erase("based_on");
-    LayOver(base, std::move(own));
-    return base;
+// One source, or several of which each is laid over those before it.
+std::vector<const toml::node*> BasesOf(const toml::node& value) {
+    const toml::array* list = value.as_array();
+    if (!list) return {&value};
+    std::vector<const toml::node*> bases;
+    for (const toml::node& base : *list)
+        bases.push_back(&base);
+    return bases;
 }
+
+class SourceChain {
+public:
+    explicit SourceChain(const std::string& path)
+        : m_Open{std::filesystem::path(path).lexically_normal().string()} {}
+
+    // The source with those that it is based on.
+    toml::table Read(toml::table own) {
+        const toml::node* bases = own.get("based_on");
+        if (!bases) return own;
+        toml::table whole;
+        for (const toml::node* base : BasesOf(*bases))
+            LayOver(whole, ReadBase(*base));
+        own.erase("based_on");
+        LayOver(whole, std::move(own));
+        return whole;
+    }
+
+private:
+    toml::table ReadBase(const toml::node& node) {
+        const std::string path = ResolvePath(node, ReadString(node, "'based_on'"));
+        if (std::ranges::find(m_Open, path) != m_Open.end())
+            Fail(node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
+        if (++m_Count == kMostSources)
+            Fail(node, "'based_on' leads to more than " + std::to_string(kMostSources) +
+                           " sources: base this one on nearer ones");
+        m_Open.push_back(path);
+        toml::table base = Read(ReadNamedFile(node, path));
+        m_Open.pop_back();
+        return base;
+    }
+
+    // From the first source to the one that is being read.
+    std::vector<std::string> m_Open;
+    std::size_t m_Count = 1;
+};
 
 }  // namespace
 
 toml::table ReadSourceFiles(std::string_view text, const std::string& path) {
-    std::vector<std::string> chain{std::filesystem::path(path).lexically_normal().string()};
-    return ReadChain(Parse(text, path), chain);
+    return SourceChain(path).Read(Parse(text, path));
 }
 
 void ApplyScreen(toml::table& root, std::string_view screen) {

@@ -6,7 +6,7 @@
 
 namespace tlk {
 
-// Every table of `text` overrides the same table of the source that it names as `based_on`, value by value,
+// Every table of `text` overrides the same table of the sources that it names as `based_on`, value by value,
 // and so on; its [[key]] entries come after those. `path` tells where relative paths start. All nodes know
 // the file and the line that they come from. Throws SourceError.
 [[nodiscard]] toml::table ReadSourceFiles(std::string_view text, const std::string& path);
