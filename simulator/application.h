@@ -33,6 +33,9 @@ public:
     void LayOut(const RECT& visibleDesktop);
     // What the focused edit field holds; empty when the focus is elsewhere.
     std::u16string FocusedText() const;
+    // Of the edit field, wherever the focus is.
+    const std::u16string& Text() const { return m_edit->Text(); }
+    void SetText(std::u16string text) { m_edit->SetText(std::move(text)); }
     // The time of day in the title bar.
     void SetTime(const std::u16string& time);
     void SetKeyboardPicture(host::Picture picture) { m_bar->SetPicture(std::move(picture)); }

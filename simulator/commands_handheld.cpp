@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// What a person at the handheld changes about it: its skins and its time.
+// What a person at the handheld changes about it: its skins, its notes and its time.
 #include <sip_layout.h>
 
 #include <algorithm>
 
+#include "chosen_skin.h"
 #include "commands.h"
+#include "notes_file.h"
+#include "script.h"
 #include "session.h"
 #include "skin_files.h"
 
@@ -17,9 +20,35 @@ void DrawPanelAnew(Session& session) {
     if (const HWND panel = session.Sip().Panel()) InvalidateRect(panel, nullptr, TRUE);
 }
 
+// A keyboard at work takes the skin that is stored now.
+void ApplySkin(Session& session) {
+    if (!session.Sip().IsSelected()) return;
+    session.Sip().SendSipInfo();
+    DrawPanelAnew(session);
+}
+
+void PutSkinFile(Session&, const Arguments& arguments) { PutSkin(arguments.Text(0)); }
+
+void ChooseSkinNamed(Session& session, const Arguments& arguments) {
+    if (!ChooseSkin(arguments.Wide(0))) {
+        throw ScriptError("there is no skin \"" + arguments.Text(0) + "\" for a screen of " +
+                          SizeName(ScreenSize()) + "; there are: " + NamesOfSkins());
+    }
+    ApplySkin(session);
+}
+
+void PreferSkins(Session& session, const Arguments& arguments) {
+    for (std::size_t i = 0; i < arguments.Count(); ++i) {
+        if (ChooseSkin(arguments.Wide(i))) return ApplySkin(session);
+    }
+}
+
+void KeepSkin(Session&, const Arguments& arguments) { KeepChosenSkin(arguments.Wide(0)); }
+
 // The keyboard puts a valid skin in the place of one that does not suit the screen: then it is the turn of
 // the one behind that.
 void NextSkin(Session& session, const Arguments&) {
+    ForgetStandIn();
     std::vector<std::u16string> skins = ListSkins();
     const std::u16string present = StoredSkin();
     const auto current = std::find_if(skins.begin(), skins.end(), [&present](const std::u16string& path) {
@@ -35,6 +64,8 @@ void NextSkin(Session& session, const Arguments&) {
     Note("There is no other skin for this screen.");
 }
 
+void Notes(Session& session, const Arguments&) { session.GetApplication().SetText(ReadNotes()); }
+
 void Time(Session& session, const Arguments& arguments) {
     session.GetApplication().SetTime(arguments.Wide(0));
 }
@@ -42,6 +73,11 @@ void Time(Session& session, const Arguments& arguments) {
 constexpr Command commands[] = {
     {"skins", "FOLDER", 1, 1, Skins},
     {"skin next", "", 0, 0, NextSkin},
+    {"skin put", "FILE", 1, 1, PutSkinFile},
+    {"skin choose", "NAME", 1, 1, ChooseSkinNamed},
+    {"skin prefer", "NAME...", 1, anyNumber, PreferSkins},
+    {"skin keep", "NAME", 1, 1, KeepSkin},
+    {"notes", "", 0, 0, Notes},
     {"time", "TEXT", 1, 1, Time},
 };
 

@@ -3,6 +3,7 @@
 
 #include <host_control.h>
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 
@@ -13,10 +14,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// As the end of a message.
+std::string Reason(const std::error_code& error) { return error ? ": " + error.message() : ""; }
+
 std::string ReadFile(const fs::path& path) {
     std::error_code error;
     std::ifstream file(path, std::ios::binary);
-    if (!file || fs::is_directory(path, error)) throw ScriptError("cannot read " + path.string());
+    if (!file || fs::is_directory(path, error)) {
+        throw ScriptError("cannot read " + path.string() +
+                          (file ? ": it is a folder" : Reason({errno, std::generic_category()})));
+    }
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
@@ -35,15 +42,16 @@ bool Holds(const fs::path& path, const std::string& bytes) {
 void ReplaceFile(const fs::path& path, const std::string& bytes) {
     fs::path draft = path;
     draft += ".new";
+    errno = 0;
     std::ofstream file(draft, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
-    std::error_code error;
+    std::error_code error(file ? 0 : errno, std::generic_category());
     if (file) fs::rename(draft, path, error);
     if (!file || error) {
         std::error_code ignored;
         fs::remove(draft, ignored);
-        throw ScriptError("cannot write " + path.string());
+        throw ScriptError("cannot write " + path.string() + Reason(error));
     }
 }
 
@@ -54,13 +62,32 @@ fs::path Locate(const std::u16string& devicePath) {
     return path;
 }
 
+void MakeFolderOf(const std::u16string& devicePath) {
+    const std::u16string folder = devicePath.substr(0, devicePath.find_last_of(u'\\'));
+    if (folder.empty()) return;
+    const fs::path path = Locate(folder);
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) throw ScriptError("cannot make the folder " + path.string() + Reason(error));
+}
+
 }  // namespace
+
+std::string ReadDeviceFile(const std::u16string& devicePath) { return ReadFile(Locate(devicePath)); }
+
+void WriteDeviceFile(const std::u16string& devicePath, const std::string& bytes) {
+    MakeFolderOf(devicePath);
+    ReplaceFile(Locate(devicePath), bytes);
+}
+
+bool HasDeviceFile(const std::u16string& devicePath) {
+    std::error_code error;
+    return fs::exists(host::HostPath(devicePath), error);
+}
 
 void CopyToDevice(const fs::path& source, const std::u16string& devicePath) {
     const std::string bytes = ReadFile(source);
-    const std::u16string folder = devicePath.substr(0, devicePath.find_last_of(u'\\'));
-    std::error_code ignored;
-    if (!folder.empty()) fs::create_directories(Locate(folder), ignored);
+    MakeFolderOf(devicePath);
     const fs::path path = Locate(devicePath);
     if (!Holds(path, bytes)) ReplaceFile(path, bytes);
 }

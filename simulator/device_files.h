@@ -5,6 +5,11 @@
 #include <filesystem>
 #include <string>
 
+// Both throw ScriptError, which says why. A file is replaced as one step; its folder is made when missing.
+std::string ReadDeviceFile(const std::u16string& devicePath);
+void WriteDeviceFile(const std::u16string& devicePath, const std::string& bytes);
+[[nodiscard]] bool HasDeviceFile(const std::u16string& devicePath);
+
 // Puts a copy of a host file in the place of a device file, as one step: a module that is loaded from the old
 // one keeps it. A file with the same bytes stays as it is; its folder is made when missing. Throws
 // ScriptError.

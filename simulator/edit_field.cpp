@@ -54,6 +54,11 @@ EditField::EditField(HWND parent, const RECT& bounds) {
     SetFontHeight(12);
 }
 
+void EditField::SetText(std::u16string text) {
+    m_text.Begin(std::move(text));
+    OnChanged();
+}
+
 void EditField::SetFontHeight(int height) {
     SetFont(height, FW_NORMAL);
     m_margin = height / 3;

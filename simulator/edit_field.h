@@ -18,6 +18,8 @@ public:
     ~EditField() override { Destroy(); }
 
     const std::u16string& Text() const { return m_text.Text(); }
+    // The caret goes behind it; there is nothing to take back.
+    void SetText(std::u16string text);
     // Pixels of a letter's square.
     void SetFontHeight(int height);
     void Perform(EditCommand command);

@@ -11,6 +11,12 @@ bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t' || unit == u'
 
 }  // namespace
 
+void EditText::Begin(std::u16string text) {
+    m_text = std::move(text);
+    m_changes.clear();
+    MoveTo(m_text.size(), Selecting::No);
+}
+
 void EditText::Insert(std::u16string_view text) {
     Replace(SelectionStart(), SelectionEnd(), text, ChangeKind::Typing);
 }

@@ -12,6 +12,9 @@ enum class Selecting { No, Yes };
 
 class EditText {
 public:
+    // Another text, with the caret behind it and nothing to take back.
+    void Begin(std::u16string text);
+
     const std::u16string& Text() const { return m_text; }
     std::size_t Caret() const { return m_caret; }
     std::size_t SelectionStart() const { return m_anchor < m_caret ? m_anchor : m_caret; }

@@ -23,6 +23,7 @@ namespace fs = std::filesystem;
 // Exit statuses.
 constexpr int succeeded = 0;
 constexpr int callFailed = 1;
+constexpr int notSaved = 1;
 constexpr int notUnderstood = 2;
 
 struct CommandLine {
@@ -30,9 +31,7 @@ struct CommandLine {
     std::string screen = "240x320";
     std::string script;
     std::string library;
-    std::string skin;
-    SkinFolder skins;
-    std::string choice;
+    SkinOptions skins;
     // Of the window.
     std::string record;
     int scale = 0;
@@ -63,7 +62,6 @@ Session::Options SessionOptions(const CommandLine& line) {
     options.screen = ParseScreen(line.screen);
     options.device = line.device;
     options.library = line.library.empty() ? BuiltLibrary() : fs::path(line.library);
-    if (!line.skin.empty()) options.skin = line.skin;
     return options;
 }
 
@@ -78,7 +76,7 @@ int RunScript(const CommandLine& line) {
     Session::Options options = SessionOptions(line);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
-    for (const Words& act : SkinActs(line.skins, line.choice, options.screen)) {
+    for (const Words& act : SkinActs(line.skins)) {
         RunCommand(session, act);
     }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
@@ -90,12 +88,11 @@ int RunWindow(const CommandLine& line) {
     WindowOptions options;
     options.session = SessionOptions(line);
     options.skins = line.skins;
-    options.choice = line.choice;
+    if (options.skins.choice.empty()) options.skins.choice = fs::path(line.skins.file).stem().string();
     if (!line.record.empty()) options.record = line.record;
     options.scale = line.scale;
     if (line.trace) options.trace = WindowOptions::Trace::Shown;
-    RunInWindow(options);
-    return succeeded;
+    return RunInWindow(options) ? succeeded : notSaved;
 }
 
 void Describe(CLI::App& app, CommandLine& line) {
@@ -106,11 +103,12 @@ void Describe(CLI::App& app, CommandLine& line) {
     app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();
     app.add_option("--library", line.library,
                    "the library to install, its code beside it with .so behind the name");
-    app.add_option("--skin", line.skin, R"(a skin to copy to the device's \Windows first)");
-    app.add_option("--skins", line.skins, "folder with skins for each screen size (240x320/*.tlk)")
+    app.add_option("--skin", line.skins.file, R"(a skin to put into \Windows; a window uses it)");
+    app.add_option("--skins", line.skins.folder, "folder with skins for each screen size (240x320/*.tlk)")
         ->check(CLI::ExistingDirectory);
-    app.add_option("--choose", line.choice,
-                   "the skin to start with while none has been chosen, by its name without screen and .tlk");
+    app.add_option("--choose", line.skins.choice, "the skin to use, by its name without size and .tlk");
+    app.add_option("--prefer", line.skins.preferred,
+                   "the skin to use where none has been chosen or the screen lacks the chosen one");
     CLI::Option* script =
         app.add_option("--script", line.script, "commands to run, without a window; - is standard input");
     const auto ofWindow = [script](CLI::Option* option) {

@@ -5,33 +5,29 @@
 #include <stdexcept>
 #include <utility>
 
-#include "device_files.h"
 #include "script.h"
 #include "text.h"
 
-RunningDevice::RunningDevice(const std::filesystem::path& folder, SIZE screen) {
+RunningDevice::RunningDevice(const std::filesystem::path& folder, SIZE screen,
+                             std::function<void(const std::string&)> report) {
+    if (!report) report = [](const std::string& line) { std::cerr << line << '\n'; };
     host::DeviceOptions options;
     options.folder = folder;
     options.screen = screen;
     // A folder that cannot be written to is reported at each attempt.
-    options.report = [last = std::string()](const std::string& line) mutable {
-        if (line != last) std::cerr << line << '\n';
+    options.report = [last = std::string(), report = std::move(report)](const std::string& line) mutable {
+        if (line != last) report(line);
         last = line;
     };
     host::StartDevice(options);
 }
 
 Session::Session(const Options& options)
-    : m_device(options.device, options.screen),
+    : m_device(options.device, options.screen, options.report),
       m_library(options.library),
       m_factories(m_library),
       m_sipTrace(m_trace),
       m_keyboardMenu(*this) {
-    if (options.skin) {
-        const std::optional<std::u16string> name = FromUtf8(options.skin->filename().string());
-        if (!name) throw std::runtime_error("the name of the skin is not UTF-8");
-        CopyToDevice(*options.skin, u"\\Windows\\" + *name);
-    }
     const host::PlatformScope scope;
     m_application = std::make_unique<Application>(m_keyboardMenu);
     m_sip = SipShell::Create({nullptr, inputMethodClass, &m_sipTrace, &m_keys});

@@ -6,8 +6,9 @@
 
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <memory>
-#include <optional>
+#include <string>
 
 #include "application.h"
 #include "factories.h"
@@ -20,7 +21,9 @@
 // From StartDevice to StopDevice.
 class RunningDevice {
 public:
-    RunningDevice(const std::filesystem::path& folder, SIZE screen);
+    // The report is as in Session::Options.
+    RunningDevice(const std::filesystem::path& folder, SIZE screen,
+                  std::function<void(const std::string&)> report);
     ~RunningDevice() { host::StopDevice(); }
     RunningDevice(const RunningDevice&) = delete;
     RunningDevice& operator=(const RunningDevice&) = delete;
@@ -34,7 +37,8 @@ public:
         std::filesystem::path device;
         SIZE screen{240, 320};
         std::filesystem::path library;
-        std::optional<std::filesystem::path> skin;  // copied to \Windows first
+        // Receives what a person has to know of the device, a line each; standard error where it is empty.
+        std::function<void(const std::string&)> report;
     };
 
     // Throws std::exception with a message for the user.
@@ -47,7 +51,7 @@ public:
     SipShell& Sip() { return *m_sip; }
     Library& GetLibrary() { return m_library; }
     Factories& GetFactories() { return m_factories; }
-    Application& GetApplication() { return *m_application; }
+    Application& GetApplication() const { return *m_application; }
 
     // These throw ScriptError while a dialog of the input method is open: an object must not go while one of
     // its calls has not returned.

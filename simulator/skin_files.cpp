@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "skin_files.h"
 
+#include <host_control.h>
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -61,9 +63,13 @@ bool Exists(const std::u16string& path) {
 
 }  // namespace
 
+std::string SizeName(SIZE screen) {
+    return std::to_string(std::min(screen.cx, screen.cy)) + 'x' +
+           std::to_string(std::max(screen.cx, screen.cy));
+}
+
 void InstallSkins(const fs::path& folder, SIZE screen) {
-    const std::string size =
-        std::to_string(std::min(screen.cx, screen.cy)) + 'x' + std::to_string(std::max(screen.cx, screen.cy));
+    const std::string size = SizeName(screen);
     const std::map<std::u16string, fs::path> skins = SkinsIn(folder / size);
     if (skins.empty()) throw ScriptError("there are no skins in " + (folder / size).string());
     for (const std::u16string& name : NamesInAnyFolder(folder)) {
@@ -72,6 +78,22 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
     for (const auto& [name, path] : skins) {
         CopyToDevice(path, Installed(name));
     }
+}
+
+void PutSkin(const fs::path& file) {
+    const std::optional<std::u16string> name = FromUtf8(file.filename().string());
+    if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");
+    if (file.extension() != ".tlk")
+        throw ScriptError("the name of the skin " + file.string() + " does not end in .tlk");
+    CopyToDevice(file, Installed(*name));
+    const host::PlatformScope scope;
+    const HMODULE module = LoadLibraryW(Installed(*name).c_str());
+    if (module) {
+        FreeLibrary(module);
+        return;
+    }
+    static_cast<void>(DeleteDeviceFile(Installed(*name)));
+    throw ScriptError(file.string() + " is no skin: \"tlk check\" tells what is wrong with it");
 }
 
 std::vector<std::u16string> ListSkins() {

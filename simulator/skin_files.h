@@ -8,11 +8,17 @@
 #include <string>
 #include <vector>
 
+// The screen's narrow and wide side: "240x320".
+std::string SizeName(SIZE screen);
+
 // Puts the skins made for this screen into \Windows, in the place of those for other screens. `folder` holds
-// a folder of skins for each screen, named by its narrow and wide side (240x320); what only the others hold
+// a folder of skins for each screen, named as SizeName does; what only the others hold
 // is taken away. Throws ScriptError, having done nothing, when there are none for this screen; also when the
 // host does not let it.
 void InstallSkins(const std::filesystem::path& folder, SIZE screen);
+
+// Puts this host file into \Windows. Throws ScriptError when it is no skin, and leaves it out.
+void PutSkin(const std::filesystem::path& file);
 
 // As the keyboard discovers them: those in \Windows, then the ones that the user added.
 std::vector<std::u16string> ListSkins();

@@ -82,6 +82,23 @@ void AppendEscaped(std::string& bytes, char16_t unit) {
     }
 }
 
+// The handler appends what is no pair.
+template <typename AppendUnit>
+std::string Encode(std::u16string_view text, AppendUnit appendUnit) {
+    std::string bytes;
+    while (!text.empty()) {
+        const std::u16string_view character = CharacterAt(text, 0);
+        if (character.size() == 2) {
+            const char32_t lead = character[0] - 0xD800u;
+            AppendUtf8(bytes, 0x10000 + (lead << 10) + (character[1] - 0xDC00u));
+        } else {
+            appendUnit(bytes, character[0]);
+        }
+        text.remove_prefix(character.size());
+    }
+    return bytes;
+}
+
 }  // namespace
 
 std::optional<std::u16string> FromUtf8(std::string_view bytes) {
@@ -94,20 +111,14 @@ std::optional<std::u16string> FromUtf8(std::string_view bytes) {
     return text;
 }
 
-std::string Escaped(std::u16string_view text) {
-    std::string bytes;
-    while (!text.empty()) {
-        const std::u16string_view character = CharacterAt(text, 0);
-        if (character.size() == 2) {
-            const char32_t lead = character[0] - 0xD800u;
-            AppendUtf8(bytes, 0x10000 + (lead << 10) + (character[1] - 0xDC00u));
-        } else {
-            AppendEscaped(bytes, character[0]);
-        }
-        text.remove_prefix(character.size());
-    }
-    return bytes;
+std::string ToUtf8(std::u16string_view text) {
+    return Encode(text, [](std::string& bytes, char16_t unit) {
+        const bool lone = IsLeadSurrogate(unit) || IsTrailSurrogate(unit);
+        AppendUtf8(bytes, lone ? U'\uFFFD' : unit);
+    });
 }
+
+std::string Escaped(std::u16string_view text) { return Encode(text, AppendEscaped); }
 
 std::string Quoted(std::u16string_view text) { return '"' + Escaped(text) + '"'; }
 

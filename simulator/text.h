@@ -8,6 +8,8 @@
 
 // None when the bytes are no valid UTF-8.
 std::optional<std::u16string> FromUtf8(std::string_view bytes);
+// What UTF-8 cannot hold, a lone surrogate, becomes U+FFFD.
+std::string ToUtf8(std::u16string_view text);
 // UTF-8 for a trace line: `\"`, `\\`, `\n`, and `\uXXXX` for other control characters and lone surrogates.
 std::string Escaped(std::u16string_view text);
 // The same in double quotes.

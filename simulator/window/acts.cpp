@@ -6,8 +6,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chosen_skin.h"
 #include "scale.h"
-#include "skin_files.h"
+#include "text.h"
 
 namespace fs = std::filesystem;
 
@@ -24,42 +25,49 @@ Words SipAct(SIZE screen) {
             std::to_string(sip.bottom)};
 }
 
-// A skin that ships carries its screen in its file's name.
-std::string FileOf(const std::string& choice, const SkinFolder& skins, SIZE screen) {
-    const std::string size =
-        std::to_string(std::min(screen.cx, screen.cy)) + 'x' + std::to_string(std::max(screen.cx, screen.cy));
-    const std::string ofScreen = choice + '-' + size + ".tlk";
-    std::error_code error;
-    return skins && fs::exists(*skins / size / ofScreen, error) ? ofScreen : choice + ".tlk";
-}
-
 void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin(), more.end()); }
+
+// What the keyboard makes of the skins is known once it is selected.
+Acts SelectActs(const SkinOptions& skins) {
+    Acts acts = SkinActs(skins);
+    acts.push_back({"select"});
+    const std::u16string chosen =
+        skins.choice.empty() ? ChosenSkin()
+                             : PlainSkinName(FromUtf8(skins.choice + ".tlk").value_or(std::u16string()));
+    if (!chosen.empty()) acts.push_back({"skin", "keep", ToUtf8(chosen)});
+    return acts;
+}
 
 }  // namespace
 
-Acts SkinActs(const SkinFolder& skins, const std::string& choice, SIZE screen) {
+Acts SkinActs(const SkinOptions& skins) {
     Acts acts;
-    if (skins) acts.push_back({"skins", fs::absolute(*skins).string()});
-    if (!choice.empty() && StoredSkin().empty()) {
-        acts.push_back({"reg", "set", R"(HKLM\Software\Tolka\7.0)", "Skin", "sz",
-                        R"(\windows\)" + FileOf(choice, skins, screen)});
+    if (!skins.folder.empty()) acts.push_back({"skins", fs::absolute(skins.folder).string()});
+    if (!skins.file.empty()) acts.push_back({"skin", "put", fs::absolute(skins.file).string()});
+    if (!skins.choice.empty()) {
+        acts.push_back({"skin", "choose", skins.choice});
+        return acts;
     }
+    Words preference{"skin", "prefer"};
+    for (const std::string& name : {ToUtf8(ChosenSkin()), skins.preferred}) {
+        if (!name.empty()) preference.push_back(name);
+    }
+    if (preference.size() > 2) acts.push_back(preference);
     return acts;
 }
 
-Acts StartActs(SIZE screen, const SkinFolder& skins, const std::string& choice) {
+Acts StartActs(SIZE screen, const SkinOptions& skins) {
     Acts acts;
     if (!IsSameSize(screen, Session::Options().screen)) acts = {ScreenAct(screen), SipAct(screen)};
-    acts.push_back({"setup"});
-    Append(acts, SkinActs(skins, choice, screen));
-    acts.push_back({"select"});
+    Append(acts, {{"setup"}, {"notes"}});
+    Append(acts, SelectActs(skins));
     return acts;
 }
 
-Acts ChangeSizeActs(SIZE screen, const SkinFolder& skins) {
+Acts ChangeSizeActs(SIZE screen, SkinOptions skins) {
+    skins.file = skins.choice = {};
     Acts acts{{"deselect"}, ScreenAct(screen), SipAct(screen)};
-    Append(acts, SkinActs(skins, {}, screen));
-    acts.push_back({"select"});
+    Append(acts, SelectActs(skins));
     return acts;
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "device_window.h"
 
-#include <sip_layout.h>
-
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -80,10 +78,12 @@ SDL_Rect DeviceWindow::Room() const {
 
 SIZE DeviceWindow::WantedSize() const {
     const SIZE screen = ScreenSize();
-    if (m_wantedScale > 0) return {screen.cx * m_wantedScale, screen.cy * m_wantedScale};
     const SDL_Rect room = Room();
     const double ratio = PixelsPerPoint();
-    return FittingSize(screen, {static_cast<LONG>(room.w * ratio), static_cast<LONG>(room.h * ratio)});
+    const SIZE fitting =
+        FittingSize(screen, {static_cast<LONG>(room.w * ratio), static_cast<LONG>(room.h * ratio)});
+    const SIZE wanted{screen.cx * m_wantedScale, screen.cy * m_wantedScale};
+    return m_wantedScale > 0 && wanted.cx < fitting.cx ? wanted : fitting;
 }
 
 // A maximised window stays as it is.
@@ -131,7 +131,7 @@ SDL_Rect DeviceWindow::Draw(const RECT& part, SDL_Surface* target) const {
                                                             screen.height, 32, screen.width * 4,
                                                             SDL_PIXELFORMAT_RGB888));
     if (!source) return {};
-    const int scale = place.w / screen.width;
+    const int scale = Scale();
     if (scale == 0) return Shrink(source.get(), target, place), place;
     const SDL_Rect from{part.left, part.top, part.right - part.left, part.bottom - part.top};
     SDL_Rect drawn{place.x + from.x * scale, place.y + from.y * scale, from.w * scale, from.h * scale};

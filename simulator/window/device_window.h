@@ -3,6 +3,7 @@
 
 #include <SDL.h>
 #include <host_control.h>
+#include <sip_layout.h>
 
 #include <memory>
 #include <string>
@@ -17,8 +18,8 @@ using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 // displays of high density too; events come in the desktop's points.
 class DeviceWindow {
 public:
-    // `scale` 0 is the greatest whole number with which the screen fits the monitor. Throws
-    // std::runtime_error.
+    // `scale` 0, and any that is too great, is the greatest whole number with which the screen fits the
+    // monitor. Throws std::runtime_error.
     explicit DeviceWindow(int scale);
     ~DeviceWindow();
     DeviceWindow(const DeviceWindow&) = delete;
@@ -30,6 +31,9 @@ public:
     void Present();
     void PresentAll();
     void SetTitle(const std::string& title);
+
+    // How much larger than the screen the picture is; 0 when it is smaller.
+    int Scale() const { return Place().w / static_cast<int>(ScreenSize().cx); }
 
     // Lays a picture of the window's size over the screen / takes it away.
     void ShowPage(const host::Picture& page);

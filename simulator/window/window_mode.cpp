@@ -4,21 +4,20 @@
 #include <SDL.h>
 #include <sip_layout.h>
 
-#include <ctime>
 #include <deque>
-#include <iostream>
 
 #include "acts.h"
-#include "commands.h"
-#include "device_lock.h"
+#include "chosen_skin.h"
 #include "device_window.h"
 #include "display.h"
+#include "handheld.h"
 #include "help_page.h"
 #include "keys.h"
 #include "pen_stroke.h"
-#include "recorder.h"
 #include "scale.h"
+#include "skin_files.h"
 #include "text.h"
+#include "time_of_day.h"
 
 namespace {
 
@@ -29,22 +28,10 @@ bool CoversScreen(HWND dialog) {
     return IsSameSize({area.right - area.left, area.bottom - area.top}, ScreenSize());
 }
 
-std::tm LocalTime() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    return local;
-}
-
-std::string TimeText() {
-    const std::tm local = LocalTime();
-    char text[8];
-    std::strftime(text, sizeof text, "%H:%M", &local);
-    return text;
-}
-
-// A little more than the time to the next full minute.
-int MillisecondsToNextMinute() { return (60 - LocalTime().tm_sec) * 1000 + 50; }
+// The desktop hands a key that is held over to the window that it goes to, as if it were pressed at that
+// moment.
+constexpr Uint32 takingOver = 10;  // milliseconds
+constexpr int millisecondsToSave = 1000;
 
 // The person at the window: the platform's idle time goes into waiting for them, also inside modal windows.
 // What they do becomes a command, and runs as a command of a script does: when everything before has been
@@ -52,7 +39,7 @@ int MillisecondsToNextMinute() { return (60 - LocalTime().tm_sec) * 1000 + 50; }
 class WindowMode {
 public:
     explicit WindowMode(const WindowOptions& options);
-    void Run();
+    bool Run();
 
 private:
     bool OnIdle();
@@ -61,53 +48,48 @@ private:
     void Handle(const SDL_Event& event);
     void HandleWindow(const SDL_WindowEvent& event);
     void HandleButton(const SDL_MouseButtonEvent& event);
-    void HandleKey(SDL_Keycode code);
-    void Perform(WindowAction action);
+    void HandleKey(const SDL_KeyboardEvent& event);
+    void Perform(const WindowKey& key, Uint32 pressed);
     void Add(const Acts& acts) { m_acts.insert(m_acts.end(), acts.begin(), acts.end()); }
     void Add(const std::optional<Words>& act);
     void ToggleHelp();
-    void ShowTime();
     void MoveClockTo(Uint32 ticks);
-    void Say(const std::string& text);
     void ShowTitle();
 
-    const WindowOptions m_options;
-    DeviceLock m_lock;
-    std::optional<Recorder> m_recorder;
-    Session m_session;
+    const SkinOptions m_skins;
+    Handheld m_handheld;
+    Session& m_session = m_handheld.GetSession();
     DeviceWindow m_window;
     PenStroke m_stroke{m_session};
     std::deque<Words> m_acts;
-    SIZE m_fittedScreen;
-    std::string m_time;
-    bool m_timeRecorded = false;
+    SIZE m_fittedScreen = ScreenSize();
+    std::u16string m_shownSkin;
+    SDL_Keycode m_quitKey = SDLK_UNKNOWN;  // has been pressed
+    Uint32 m_focused = 0;                  // when the window got the keys
     Uint32 m_ticks = SDL_GetTicks();
     bool m_quitting = false;
 };
 
 WindowMode::WindowMode(const WindowOptions& options)
-    : m_options(options),
-      m_lock(options.session.device, DeviceLock::Kind::Window),
-      m_recorder(options.record ? std::optional<Recorder>(std::in_place, *options.record,
-                                                          options.session.device.string())
-                                : std::nullopt),
-      m_session(options.session),
-      m_window(options.scale),
-      m_fittedScreen(ScreenSize()) {
-    if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
-    Add(StartActs(options.session.screen, options.skins, options.choice));
+    : m_skins(options.skins), m_handheld(options), m_window(options.scale) {
     ShowTitle();
-    ShowTime();
+    if (options.scale > m_window.Scale()) {
+        m_handheld.Complain("the monitor has no room for --scale " + std::to_string(options.scale) +
+                            ": the picture is as large as fits");
+    }
 }
 
-void WindowMode::Run() {
+bool WindowMode::Run() {
     m_session.RunMessages([this] { return OnIdle(); });
+    return m_handheld.Save();
 }
 
 // False when the window has been closed: then every message loop ends, the innermost first.
 bool WindowMode::OnIdle() {
     m_session.GetTrace().Flush();
     if (m_quitting) return false;
+    const std::string complaint = m_handheld.TakeComplaint();
+    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
     if (m_acts.empty()) {
@@ -122,16 +104,13 @@ bool WindowMode::OnIdle() {
 void WindowMode::RunNextAct() {
     const Words words = m_acts.front();
     m_acts.pop_front();
-    if (m_recorder && !m_timeRecorded) m_recorder->Write({"time", m_time});
-    m_timeRecorded = true;
-    if (m_recorder) m_recorder->Write(words);
     try {
-        RunCommand(m_session, words);
-        if (words[0] == "screenshot") Say("the screen is in " + words[1]);
-        if (words[0] == "select" && !m_session.Sip().IsSelected()) Say("the keyboard does not start");
+        m_handheld.Do(words);
+        if (words[0] == "screenshot") m_handheld.Complain("the screen is in " + words[1]);
+        if (words[0] == "select" && !m_session.Sip().IsSelected())
+            m_handheld.Complain("the keyboard does not start");
     } catch (const std::exception& error) {
-        if (m_recorder) m_recorder->TakeBack();
-        Say(error.what());
+        m_handheld.Complain(error.what());
     }
 }
 
@@ -139,16 +118,20 @@ void WindowMode::RunNextAct() {
 SDL_Event WindowMode::WaitForEvent() {
     SDL_Event event{};
     if (SDL_PollEvent(&event)) return event;
-    ShowTime();
+    m_handheld.ShowTime();
     host::DeliverMessages();
-    const SIZE screen = ScreenSize();
-    if (!IsSameSize(screen, m_fittedScreen)) {
-        m_fittedScreen = screen;
+    if (!IsSameSize(ScreenSize(), m_fittedScreen)) {
+        m_fittedScreen = ScreenSize();
         m_window.FitScreen();
         ShowTitle();
     }
+    if (StoredSkin() != m_shownSkin) ShowTitle();
     m_window.Present();
-    if (!SDL_WaitEventTimeout(&event, MillisecondsToNextMinute())) event.type = SDL_FIRSTEVENT;
+    const bool unsaved = m_handheld.HasUnsavedNotes();
+    if (!SDL_WaitEventTimeout(&event, unsaved ? millisecondsToSave : MillisecondsToNextMinute())) {
+        event.type = SDL_FIRSTEVENT;
+        if (unsaved) m_handheld.Save();
+    }
     return event;
 }
 
@@ -162,7 +145,10 @@ void WindowMode::Handle(const SDL_Event& event) {
             HandleWindow(event.window);
             break;
         case SDL_KEYDOWN:
-            if (event.key.repeat == 0) HandleKey(event.key.keysym.sym);
+            if (event.key.repeat == 0) HandleKey(event.key);
+            break;
+        case SDL_KEYUP:
+            if (event.key.keysym.sym == m_quitKey) m_quitting = true;
             break;
         case SDL_MOUSEBUTTONDOWN:
         case SDL_MOUSEBUTTONUP:
@@ -177,7 +163,9 @@ void WindowMode::Handle(const SDL_Event& event) {
 }
 
 void WindowMode::HandleWindow(const SDL_WindowEvent& event) {
-    if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED && m_window.HasPage()) {
+    if (event.event == SDL_WINDOWEVENT_FOCUS_GAINED) {
+        m_focused = event.timestamp;
+    } else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED && m_window.HasPage()) {
         m_window.ShowPage(DrawHelpPage(m_window.Size()));
     } else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_EXPOSED) {
         m_window.PresentAll();
@@ -194,34 +182,35 @@ void WindowMode::HandleButton(const SDL_MouseButtonEvent& event) {
 }
 
 // Any key takes the list of keys away.
-void WindowMode::HandleKey(SDL_Keycode code) {
+void WindowMode::HandleKey(const SDL_KeyboardEvent& event) {
     for (const WindowKey& key : WindowKeys()) {
-        if (key.code != code) continue;
+        if (key.code != event.keysym.sym) continue;
         if (m_window.HasPage() && key.action != WindowAction::ShowHelp) m_window.HidePage();
         ShowTitle();
-        return Perform(key.action);
+        return Perform(key, event.timestamp);
     }
     if (m_window.HasPage()) m_window.HidePage();
 }
 
-void WindowMode::Perform(WindowAction action) {
+void WindowMode::Perform(const WindowKey& key, Uint32 pressed) {
     const HWND dialog = host::TopmostModalWindow();
-    switch (action) {
+    switch (key.action) {
         case WindowAction::ShowHelp:
             return ToggleHelp();
         case WindowAction::Rotate:
-            if (dialog && !CoversScreen(dialog)) return Say("close the dialog first");
+            if (dialog && !CoversScreen(dialog)) return m_handheld.Complain("close the dialog first");
             return Add(TurnActs(m_session, ScreenSize()));
         case WindowAction::NextSize:
-            if (dialog) return Say("close the dialog first");
-            return Add(ChangeSizeActs(NextScreenSize(ScreenSize()), m_options.skins));
+            if (dialog) return m_handheld.Complain("close the dialog first");
+            return Add(ChangeSizeActs(NextScreenSize(ScreenSize()), m_skins));
         case WindowAction::NextSkin:
-            if (dialog) return Say("close the dialog first");
+            if (dialog) return m_handheld.Complain("close the dialog first");
             return Add(Words{"skin", "next"});
         case WindowAction::TakeScreenshot:
             return Add(ScreenshotAct());
         case WindowAction::Quit:
-            m_quitting = true;
+            // Its release quits: held, the key would go on into the next window.
+            if (pressed - m_focused > takingOver) m_quitKey = key.code;
     }
 }
 
@@ -234,15 +223,6 @@ void WindowMode::ToggleHelp() {
     m_window.ShowPage(DrawHelpPage(m_window.Size()));
 }
 
-// A record hears of it with the next act, so that a handheld nobody touches writes nothing.
-void WindowMode::ShowTime() {
-    const std::string time = TimeText();
-    if (time == m_time) return;
-    m_time = time;
-    m_timeRecorded = false;
-    m_session.GetApplication().SetTime(FromUtf8(time).value_or(std::u16string()));
-}
-
 // Two taps are a double tap by the time at which they were made, however busy the simulator was then.
 void WindowMode::MoveClockTo(Uint32 ticks) {
     const Uint32 passed = ticks - m_ticks;
@@ -251,20 +231,16 @@ void WindowMode::MoveClockTo(Uint32 ticks) {
     m_ticks = ticks;
 }
 
-void WindowMode::Say(const std::string& text) {
-    std::cerr << "simulator: " << text << '\n';
-    m_window.SetTitle("Tolka: " + text);
-}
-
 void WindowMode::ShowTitle() {
     const SIZE screen = ScreenSize();
-    m_window.SetTitle("Tolka " + std::to_string(screen.cx) + " x " + std::to_string(screen.cy) +
-                      " (F1: help)");
+    m_shownSkin = StoredSkin();
+    m_window.SetTitle("Tolka " + std::to_string(screen.cx) + " x " + std::to_string(screen.cy) + ' ' +
+                      ToUtf8(PlainSkinName(m_shownSkin)) + " (F1: help)");
 }
 
 }  // namespace
 
-void RunInWindow(const WindowOptions& options) {
+bool RunInWindow(const WindowOptions& options) {
     ConnectToDisplay();
-    WindowMode(options).Run();
+    return WindowMode(options).Run();
 }

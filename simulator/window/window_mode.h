@@ -11,15 +11,15 @@
 
 struct WindowOptions {
     Session::Options session;
-    SkinFolder skins;                             // a folder for each screen in it
-    std::string choice;                           // the skin of a handheld on which none has been chosen
+    SkinOptions skins;
     std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
     int scale = 0;                                // 0: the greatest that fits the monitor
     enum class Trace { Hidden, Shown } trace = Trace::Hidden;
 };
 
-// Runs until the window is closed. Throws std::exception with a message for the user.
-void RunInWindow(const WindowOptions& options);
+// Runs until the window is closed. False when something of the device could not be written, which the person
+// has been told. Throws std::exception with a message for the user.
+[[nodiscard]] bool RunInWindow(const WindowOptions& options);
 
 // The window's keys for --help, a line each.
 std::string DescribeKeys();

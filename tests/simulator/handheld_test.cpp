@@ -124,13 +124,17 @@ TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
     EXPECT_NE(ReadText(Folder() / "c.png"), ReadText(Folder() / "s.png"));
 }
 
-TEST_F(HandheldTest, TheFirstSkinIsChosenOnceOnly) {
+TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
     const std::string show = "select\nreg get HKLM\\Software\\Tolka\\7.0 Skin\n";
-    const auto stored = [&](const std::string& choice) {
-        return LastLine(Trace(show, "--skins " SKINS " --choose " + choice), "Reg");
-    };
-    EXPECT_NE(stored("german").find("german-240x320.tlk\""), std::string::npos);
-    EXPECT_NE(stored("german-thumbs").find("german-240x320.tlk\""), std::string::npos);
+    for (const auto& [named, skin] : std::initializer_list<std::pair<std::string, std::string>>{
+             {"--prefer german", "german-240x320"},
+             {"--prefer greek", "german-240x320"},  // one has been chosen already
+             {"--choose german-thumbs", "german-thumbs-240x320"},
+             {"--screen 240x240 --prefer greek", "greek-240x240"},  // there are no thumbs
+             {"--choose greek-240x320", "greek-240x320"}}) {
+        const std::string trace = Trace(show, "--skins " SKINS " " + named);
+        EXPECT_NE(LastLine(trace, "Reg").find("\\\\" + skin + ".tlk\""), std::string::npos) << named << trace;
+    }
 }
 
 TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {

@@ -3,6 +3,7 @@
 // outside.
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -119,6 +120,12 @@ TEST_F(WindowTest, AScreenTallerThanTheMonitorIsShownSmaller) {
         Await([&] { return ReadText(Folder() / "record").find("\npen down 0 119") != std::string::npos; }));
 }
 
+TEST_F(WindowTest, AScaleThatIsTooGreatFitsTheMonitor) {
+    Start("--scale 8");
+    EXPECT_EQ(Place().height, 960);
+    EXPECT_NE(ReadText(Folder() / "err").find("no room for --scale 8"), std::string::npos);
+}
+
 TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
     Start("--scale 1 --record record");
     m_desktop.Act(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
@@ -158,7 +165,7 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
     EXPECT_EQ(replay.status, 0) << replay.errors;
     EXPECT_EQ(replay.trace, trace +
                                 "Text \"cd\"\nReg HKLM\\Software\\Tolka\\7.0 Skin sz "
-                                "\"\\\\windows\\\\french-480x640.tlk\"\n");
+                                "\"\\\\windows\\\\german-480x640.tlk\"\n");
 }
 
 // The clock of the title bar needs one look a minute.
@@ -208,11 +215,84 @@ TEST_F(WindowTest, OneWindowHasTheDeviceForItself) {
     EXPECT_EQ(Trace("text\n"), "Text \"\"\n");
 }
 
-TEST_F(WindowTest, ARecordThatCannotBeWrittenIsSaidAtOnce) {
-    Process simulator({SIMULATOR, "--device", "device", "--record", "nowhere/record"}, Folder(),
-                      Folder() / "out", Folder() / "err");
-    EXPECT_EQ(simulator.Wait(), 2);
-    EXPECT_EQ(ReadText(Folder() / "err"), "simulator: cannot write the record nowhere/record\n");
+TEST_F(WindowTest, AKeyHeldWhileTheWindowComesDoesNotQuitIt) {
+    Start();
+    Process second({SIMULATOR, "--device", "second", "--screen", "480x640"}, Folder(), Folder() / "out2",
+                   Folder() / "err2");
+    ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka 480").width > 0; }));
+    m_desktop.Act("search --onlyvisible --name '^Tolka 240' windowfocus --sync");
+    Key("F2");
+    ASSERT_TRUE(AwaitTrace("rect=0,134,320,214\n"));
+    m_desktop.Act("keydown F10");
+    m_desktop.Act("search --onlyvisible --name '^Tolka 480' windowfocus --sync");
+    m_desktop.Act("keyup F10");
+    EXPECT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka 320").width == 0; })) << "it saw the key";
+    EXPECT_EQ(second.End(SIGTERM), 0);
+}
+
+TEST_F(WindowTest, TheChosenSkinHoldsOnEveryScreenAndInTheNextRun) {
+    Start("--screen 480x640 --choose german-thumbs --prefer greek");
+    const auto shows = [this](const std::string& title) {
+        return Await([&] { return m_desktop.WindowPlace("Tolka " + title + " \\(F1").width > 0; });
+    };
+    EXPECT_TRUE(shows("480 x 640 german-thumbs"));
+    Key("F3");
+    EXPECT_TRUE(shows("240 x 240 greek"));
+    EXPECT_EQ(m_simulator->End(SIGTERM), 0);
+    Start();
+    EXPECT_TRUE(shows("240 x 320 german-thumbs"));
+}
+
+TEST_F(WindowTest, TheTextIsThereAgainInTheNextRun) {
+    const fs::path notes = Device() / "My Documents" / "Notes.txt";
+    Start();
+    TapKeys("ab");
+    ASSERT_TRUE(AwaitTrace(Delivered(u'b')));
+    EXPECT_EQ(m_simulator->End(SIGTERM), 0);
+    EXPECT_EQ(ReadText(notes), "ab");
+    Start();
+    TapKeys("c");
+    EXPECT_TRUE(Await([&] { return ReadText(notes) == "abc"; })) << "without quitting too";
+    m_simulator->End(SIGKILL);
+    EXPECT_EQ(Trace("text\nnotes\ntext\n"), "Text \"\"\nText \"abc\"\n");
+
+    std::ofstream(notes) << "\xFF";
+    Start();
+    EXPECT_NE(ReadText(Folder() / "err").find("Notes.txt is not UTF-8"), std::string::npos);
+    TapKeys("d");
+    ASSERT_TRUE(AwaitTrace(Delivered(u'd')));
+    EXPECT_EQ(m_simulator->End(SIGTERM), 0);
+    EXPECT_EQ(ReadText(notes), "\xFF");
+
+    fs::remove_all(notes.parent_path());
+    std::ofstream(notes.parent_path()) << "in its way";
+    Start();
+    TapKeys("e");
+    ASSERT_TRUE(AwaitTrace(Delivered(u'e')));
+    EXPECT_EQ(m_simulator->End(SIGTERM), 1);
+    EXPECT_NE(ReadText(Folder() / "err").find("cannot make the folder"), std::string::npos);
+}
+
+TEST_F(WindowTest, WhatKeepsItFromStartingIsSaidAtOnce) {
+    fs::create_directories(Folder() / "full");
+    std::ofstream(Folder() / "full" / "Windows") << "in the way";
+    std::ofstream(Folder() / "broken.tlk") << "no skin";
+    for (const auto& [options, message] :
+         std::initializer_list<std::pair<std::vector<std::string>, std::string>>{
+             {{"--record", "nowhere/record"}, "cannot write the record nowhere/record\n"},
+             {{"--skins", SKINS, "--choose", "grek"},
+              "there is no skin \"grek\" for a screen of 240x320; there are: "},
+             {{"--skin", "broken.tlk"}, "broken.tlk is no skin"},
+             {{"--skin", SKINS "/480x640/german-480x640.tlk"},
+              "\"german-480x640\" is not made for a screen of 240x320"},
+             {{"--device", "full"}, "cannot make the folder "}}) {
+        std::vector<std::string> words = {SIMULATOR, "--device", "device"};
+        words.insert(words.end(), options.begin(), options.end());
+        Process simulator(words, Folder(), Folder() / "out", Folder() / "err");
+        EXPECT_EQ(simulator.Wait(), 2) << message;
+        EXPECT_NE(ReadText(Folder() / "err").find(message), std::string::npos) << message;
+        EXPECT_EQ(ReadText(Folder() / "out"), "");
+    }
 }
 
 TEST_F(SimulatorTest, WithoutADisplayTheWindowSaysWhatToDoInstead) {

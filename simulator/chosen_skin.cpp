@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "chosen_skin.h"
+
+#include <sip_layout.h>
+
+#include <algorithm>
+
+#include "registry_value.h"
+#include "script.h"
+#include "skin_files.h"
+#include "text.h"
+
+namespace {
+
+// The simulator's own.
+const KeyPath choice{HKEY_CURRENT_USER, u"Software\\Simulator"};
+constexpr char16_t chosenName[] = u"ChosenSkin";
+constexpr char16_t standInPath[] = u"StandIn";
+
+// The file's name without its extension.
+std::u16string FileName(std::u16string_view path) {
+    path.remove_prefix(path.find_last_of(u'\\') + 1);
+    return std::u16string(path.substr(0, path.size() - std::min<std::size_t>(path.size(), 4)));
+}
+
+bool IsSideOfScreen(std::u16string_view text) {
+    return (text.size() == 3 || text.size() == 4) &&
+           std::all_of(text.begin(), text.end(),
+                       [](char16_t digit) { return digit >= u'0' && digit <= u'9'; });
+}
+
+void Write(const char16_t* name, const std::u16string& text) {
+    if (WriteRegistryValue(choice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS) {
+        throw ScriptError("the choice of the skin cannot be kept");
+    }
+}
+
+}  // namespace
+
+std::u16string PlainSkinName(std::u16string_view path) {
+    const std::u16string name = FileName(path);
+    const std::size_t dash = name.find_last_of(u'-');
+    if (dash == name.npos) return name;
+    const std::u16string_view size = std::u16string_view(name).substr(dash + 1);
+    const std::size_t cross = size.find(u'x');
+    const bool sized =
+        cross != size.npos && IsSideOfScreen(size.substr(0, cross)) && IsSideOfScreen(size.substr(cross + 1));
+    return sized ? name.substr(0, dash) : name;
+}
+
+std::string NamesOfSkins() {
+    std::string names;
+    for (const std::u16string& path : ListSkins()) {
+        names += (names.empty() ? "" : ", ") + ToUtf8(PlainSkinName(path));
+    }
+    return names.empty() ? "none" : names;
+}
+
+std::u16string ChosenSkin() {
+    const std::u16string stored = StoredSkin();
+    const std::optional<RegistryValue> standIn = ReadRegistryValue(choice, standInPath);
+    const std::optional<RegistryValue> chosen = ReadRegistryValue(choice, chosenName);
+    const bool standsIn = standIn && chosen && standIn->Text() == stored;
+    return standsIn ? chosen->Text() : PlainSkinName(stored);
+}
+
+// One that is stored already stays: a skin of the user's may have the name of one in \Windows.
+bool ChooseSkin(const std::u16string& name) {
+    const std::u16string sized = name + u'-' + FromUtf8(SizeName(ScreenSize())).value_or(std::u16string());
+    std::vector<std::u16string> skins = ListSkins();
+    std::erase_if(
+        skins, [&](const std::u16string& path) { return FileName(path) != name && FileName(path) != sized; });
+    if (skins.empty()) return false;
+    if (std::find(skins.begin(), skins.end(), StoredSkin()) == skins.end()) StoreSkin(skins.front());
+    return true;
+}
+
+void KeepChosenSkin(const std::u16string& name) {
+    const std::u16string stored = StoredSkin();
+    if (PlainSkinName(stored) == name) return ForgetStandIn();
+    Write(chosenName, name);
+    Write(standInPath, stored);
+}
+
+void ForgetStandIn() {
+    DeleteRegistryValue(choice, chosenName);
+    DeleteRegistryValue(choice, standInPath);
+}

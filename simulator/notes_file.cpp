@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "notes_file.h"
+
+#include <host_control.h>
+
+#include <optional>
+
+#include "device_files.h"
+#include "script.h"
+#include "text.h"
+
+namespace {
+
+constexpr char16_t path[] = u"\\My Documents\\Notes.txt";
+constexpr std::size_t greatestSize = 256 << 10;  // bytes; an edit field lays out all of its text at each key
+
+}  // namespace
+
+std::u16string ReadNotes() {
+    if (!HasDeviceFile(path)) return {};
+    const std::string bytes = ReadDeviceFile(path);
+    std::optional<std::u16string> text = FromUtf8(bytes);
+    if (!text || bytes.size() > greatestSize) {
+        throw ScriptError(host::HostPath(path).string() +
+                          (text ? " is too long to be shown" : " is not UTF-8") +
+                          ": it stays as it is, and what is typed now is not kept");
+    }
+    // Editors of PCs leave these.
+    if (text->starts_with(u'\uFEFF')) text->erase(0, 1);
+    std::erase(*text, u'\r');
+    return *text;
+}
+
+void WriteNotes(std::u16string_view text) { WriteDeviceFile(path, ToUtf8(text)); }

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "handheld.h"
+
+#include <sip_layout.h>
+
+#include <iostream>
+#include <stdexcept>
+
+#include "chosen_skin.h"
+#include "commands.h"
+#include "notes_file.h"
+#include "skin_files.h"
+#include "text.h"
+#include "time_of_day.h"
+
+namespace {
+
+Session::Options WithReport(Session::Options options, std::function<void(const std::string&)> report) {
+    options.report = std::move(report);
+    return options;
+}
+
+}  // namespace
+
+Handheld::Handheld(const WindowOptions& options)
+    : m_lock(options.session.device, DeviceLock::Kind::Window),
+      m_recorder(options.record ? std::optional<Recorder>(std::in_place, *options.record,
+                                                          options.session.device.string())
+                                : std::nullopt),
+      m_session(WithReport(options.session, [this](const std::string& text) { Complain(text); })) {
+    if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
+    ShowTime();
+    Start(options);
+    if (!options.skins.choice.empty()) RequireSkin(options.skins.choice);
+}
+
+// Without skins in the folder the keyboard has others or says that it has none, and without notes there is
+// room for new ones; nothing else can be missing.
+void Handheld::Start(const WindowOptions& options) {
+    for (const Words& act : StartActs(options.session.screen, options.skins)) {
+        try {
+            Do(act);
+            if (act[0] == "notes") m_notes = m_session.GetApplication().Text();
+        } catch (const std::exception& error) {
+            if (act[0] != "skins" && act[0] != "notes") throw;
+            Complain(error.what());
+        }
+        m_session.LayOutApplication();
+        host::DeliverMessages();
+    }
+    if (!m_session.Sip().IsSelected()) Complain("the keyboard does not start");
+}
+
+// The keyboard takes another skin, or none, in the place of one that does not suit the screen.
+void Handheld::RequireSkin(const std::string& choice) const {
+    const std::optional<std::u16string> name = FromUtf8(choice + ".tlk");
+    const bool taken = host::CountHandles().modules > 0;
+    if (taken && PlainSkinName(StoredSkin()) == PlainSkinName(name.value_or(std::u16string()))) return;
+    throw std::runtime_error("the skin \"" + choice + "\" is not made for a screen of " +
+                             SizeName(ScreenSize()) + "; there are: " + NamesOfSkins());
+}
+
+void Handheld::Do(const Words& words) {
+    if (m_recorder && !m_timeRecorded) m_recorder->Write({"time", m_time});
+    m_timeRecorded = true;
+    if (m_recorder) m_recorder->Write(words);
+    try {
+        RunCommand(m_session, words);
+    } catch (const std::exception&) {
+        if (m_recorder) m_recorder->TakeBack();
+        throw;
+    }
+}
+
+void Handheld::ShowTime() {
+    const std::string time = TimeOfDay();
+    if (time == m_time) return;
+    m_time = time;
+    m_timeRecorded = false;
+    m_session.GetApplication().SetTime(FromUtf8(time).value_or(std::u16string()));
+}
+
+void Handheld::Complain(const std::string& text) {
+    std::cerr << "simulator: " << text << '\n';
+    m_complaint = text;
+}
+
+bool Handheld::HasUnsavedNotes() const { return m_notes && *m_notes != m_session.GetApplication().Text(); }
+
+bool Handheld::Save() {
+    const bool notes = SaveNotes();
+    return host::FlushRegistry() && notes;
+}
+
+bool Handheld::SaveNotes() {
+    if (m_notesWritten && !HasUnsavedNotes()) return true;
+    m_notes = m_session.GetApplication().Text();
+    try {
+        WriteNotes(*m_notes);
+        m_notesWritten = true;
+    } catch (const std::exception& error) {
+        Complain(error.what());
+        m_notesWritten = false;
+    }
+    return m_notesWritten;
+}

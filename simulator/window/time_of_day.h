@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+// "08:15" by the PC's clock.
+std::string TimeOfDay();
+// A little more than the time to the next full minute.
+int MillisecondsToNextMinute();
