@@ -4,6 +4,7 @@
 #include <sstream>
 #include <vector>
 
+#include "desktop.h"
 #include "simulator_run.h"
 
 namespace {
@@ -115,6 +116,20 @@ TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
     EXPECT_EQ(LastLine(large, "Dialog"), "Dialog 0 0 480 640 \"\"");
     EXPECT_EQ(Place(large, 213), "0 49 480 1");
     EXPECT_EQ(Place(large, 217), "42 320 396 60");
+}
+
+TEST_F(OptionsTest, TheFocusLeavesTheTextOfASmallButtonReadable) {
+    InstallSkins({"A"});
+    InDialog("screenshot before.png\nclick 219\nfile cancel\nscreenshot after.png\n");
+    const Pixels before = ReadPng(Folder() / "before.png");
+    const Pixels after = ReadPng(Folder() / "after.png");
+    EXPECT_NE(before.values, after.values);
+    // "+" is 15 x 15 pixels, from 194 x 35 on.
+    for (int pixel = 0; pixel < 11 * 11; ++pixel) {
+        const int x = 196 + pixel % 11;
+        const int y = 37 + pixel / 11;
+        EXPECT_EQ(before.At(x, y), after.At(x, y)) << x << ' ' << y;
+    }
 }
 
 TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {

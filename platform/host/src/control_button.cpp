@@ -94,7 +94,8 @@ void Button::Paint(ControlPainter& painter) {
     }
 }
 
-// Pressed it turns black; the default button has a thick frame.
+// Pressed it turns black; the default button has a thick frame. In a small one the dots of the focus lie at
+// the frame, and leave the text alone.
 void Button::PaintPushButton(ControlPainter& painter) const {
     const RECT& area = painter.Client();
     const int ink = IsEnabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT;
@@ -102,7 +103,8 @@ void Button::PaintPushButton(ControlPainter& painter) const {
     painter.Fill(area, m_pressed ? COLOR_WINDOWTEXT : COLOR_BTNFACE);
     painter.Frame(area, ink, IsDefault() ? 2 : 1);
     painter.Line(Text(), area, DT_CENTER | DT_VCENTER, m_pressed ? COLOR_WINDOW : ink);
-    if (HasFocus() && !m_pressed) painter.DottedFrame(Shrink(area, 3 * unit), COLOR_WINDOWTEXT);
+    const int distance = area.right >= 2 * painter.Metrics().LineHeight() ? 3 * unit : unit;
+    if (HasFocus() && !m_pressed) painter.DottedFrame(Shrink(area, distance), COLOR_WINDOWTEXT);
 }
 
 void Button::PaintCheckBox(ControlPainter& painter) const {
