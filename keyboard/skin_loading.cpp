@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Checking, loading and unloading a skin file.
+#include <algorithm>
+#include <iterator>
+
 #include "framework/handles.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -84,23 +87,18 @@ void CKeyboard::LoadLayouts(bool bLandscape) {
     ReadLayout(FindDataResource(m_hSkinLib, TEXT("DIGIT_LAYOUT_STRUCT")), m_DigitLayout);
 }
 
-// Resources that the skin lacks leave null fields. The umlaut masks are read for extended symbols alone; the
-// one that was still selected when the last skin was unloaded goes in any case.
+// Resources that the skin lacks leave null fields. Without extended symbols the umlaut fields are left alone:
+// one may still hold the mask that was selected when the last skin was unloaded.
 void CKeyboard::LoadBitmaps(bool bLandscape) {
     const auto load = [&](HBITMAP& field, LPCWSTR name) {
         ReplaceBitmap(field, LoadBitmapW(m_hSkinLib, name));
     };
-    load(m_hKbBitmap, bLandscape ? TEXT("LANSCAPE_KEYBOARD_BITMAP") : TEXT("char_keyboard_bitmap"));
-    for (const MaskResource& mask : kLanguageMasks) {
+    const auto loadMask = [&](const MaskResource& mask) {
         load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);
-    }
-    for (const MaskResource& mask : kUmlautMasks) {
-        if (m_bExtSym) {
-            load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);
-        } else {
-            ReplaceBitmap(this->*mask.field, nullptr);
-        }
-    }
+    };
+    load(m_hKbBitmap, bLandscape ? TEXT("LANSCAPE_KEYBOARD_BITMAP") : TEXT("char_keyboard_bitmap"));
+    std::for_each(std::begin(kLanguageMasks), std::end(kLanguageMasks), loadMask);
+    if (m_bExtSym) std::for_each(std::begin(kUmlautMasks), std::end(kUmlautMasks), loadMask);
     load(m_hDigitKbBitmap, TEXT("digit_keyboard_bitmap"));
     load(m_hDigitMask, TEXT("DIGIT_MASK"));
 }

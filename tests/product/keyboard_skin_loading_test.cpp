@@ -265,12 +265,16 @@ TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
     EXPECT_TRUE(InitPortrait());
 }
 
-TEST_F(SkinLoading, NoUmlautMaskOutlivesExtendedSymbols) {
+// The mask that was selected when its skin was unloaded is still there, and so still shows its plane.
+TEST_F(SkinLoading, WithoutExtendedSymbolsTheUmlautFieldsAreLeftAlone) {
     Start();
     m_keyboard->SetKbStatus(&kUmlautCode, &m_window);
+    const HBITMAP selected = m_keyboard->m_hUml1SmlKbMask;
     SetDword(kExtSymValue, 0);
     ASSERT_TRUE(InitPortrait());
-    EXPECT_EQ(m_keyboard->m_hUml1SmlKbMask, nullptr) << "it was selected when its skin was unloaded";
+    EXPECT_EQ(m_keyboard->m_hUml1SmlKbMask, selected);
+    m_keyboard->SetKbStatus(&kUmlautCode, &m_window);
+    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), selected);
 }
 
 // Whatever a cut or senseless file leads to, the keyboard stays usable; sanitizers and the handle count
