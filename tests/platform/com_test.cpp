@@ -111,8 +111,7 @@ protected:
         EXPECT_EQ(RegisterTypeLib(library, path.data(), help.data()), S_OK);
         library->Release();
         EXPECT_EQ(Entry(TEXT("")), TEXT("Test 3.18 Type Library"));
-        EXPECT_EQ(Entry(Either(Difference::TypeLibrarySystem, TEXT("\\409\\win32"), TEXT("\\409\\win64"))),
-                  path);
+        EXPECT_EQ(Entry(Either(Difference::TypeLibrarySystem, TEXT("\\0\\win32"), TEXT("\\0\\win64"))), path);
         EXPECT_EQ(Entry(TEXT("\\FLAGS")), Either(Difference::TypeLibraryFlags, TEXT("0"), TEXT("8")));
         EXPECT_EQ(Entry(TEXT("\\HELPDIR")), TEXT("\\help\\"));
     }

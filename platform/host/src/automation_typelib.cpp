@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The format, as far as it matters here (offsets in bytes, numbers little-endian):
 //
-//     0x00 "MSFT", 0x00010002          0x18 version: major, minor (16 bits each)   0x24 help string
-//     0x08 GUID of the library         0x1C flags of the library                   0x54 path of a help
-//     library, 0x0C locale                      0x20 number of descriptions                      when 0x14
-//     has bit 0x100 0x14 system, format flags
+//     0x00  "MSFT", 0x00010002            0x18  version: major, minor (16 bits each)
+//     0x08  GUID of the library           0x1C  flags of the library
+//     0x0C  language of the descriptions  0x20  number of descriptions
+//     0x10  locale of the library         0x24  help string
+//     0x14  system and format flags       0x54  path of a help library, where 0x14 has bit 0x100
 //
-// Behind that come 4 bytes for each description, then the directory: 16 bytes (offset, size, ...) for each
-// table. The GUID and the help string are offsets in their tables, -1 for none.
+// Then come 4 bytes for each description, then the directory: 16 bytes (offset, size, ...) for each table.
+// The GUID and the help string are offsets in their tables, -1 for none.
 #include "automation_typelib.h"
 
 #include <windows.h>
@@ -70,7 +71,7 @@ std::optional<TypeLibrary> ParseTypeLibrary(Bytes bytes) {
     TypeLibrary library{*identifier,
                         *Read<WORD>(bytes, 0x18),
                         *Read<WORD>(bytes, 0x1A),
-                        *Read<DWORD>(bytes, 0x0C),
+                        *Read<DWORD>(bytes, 0x10),
                         *Read<DWORD>(bytes, 0x1C),
                         {}};
     const DWORD help = *Read<DWORD>(bytes, 0x24);
