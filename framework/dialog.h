@@ -11,6 +11,8 @@ template <typename Base>
 class CDialogImplBaseT : public CWindowImplRoot<Base> {
 public:
     virtual DLGPROC GetDialogProc() { return DialogProc; }
+    // Called after the dialog's last message, when the handle is null again.
+    virtual void OnFinalMessage(HWND) {}
 
     // The procedure of the template's dialog: binds it to its object at the first message.
     static INT_PTR CALLBACK StartDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -30,9 +32,10 @@ private:
         auto* object = static_cast<CDialogImplBaseT*>(Root::ObjectOf(dialog));
         LRESULT result = 0;
         const bool handled = object->Process(dialog, message, wParam, lParam, result);
-        if (message == WM_NCDESTROY) {
+        if (message == WM_DESTROY) {
             SetWindowLongPtrW(dialog, DWLP_DLGPROC, 0);
-            object->Unbind();
+            object->m_hWnd = nullptr;
+            object->OnFinalMessage(dialog);
         }
         if (!handled) return FALSE;
         if (message == WM_INITDIALOG) return result;

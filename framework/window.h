@@ -24,13 +24,13 @@ protected:
     ~CMessageMap() = default;
 };
 
-// What windows and dialogs share: a handle that is bound at the first message and forgotten after the last.
+// What windows and dialogs share: a handle that is bound at the first message and forgotten after the last,
+// WM_DESTROY. The handheld sends no nonclient messages; what other platforms send after that one reaches no
+// object any more.
 template <typename Base>
 class CWindowImplRoot : public Base, public CMessageMap {
 public:
     virtual ~CWindowImplRoot() = default;
-    // Called after the window's last message, when the handle is null again.
-    virtual void OnFinalMessage(HWND) {}
 
 protected:
     // The object for which this thread is creating the window, from now on bound to it; null when there is
@@ -55,13 +55,6 @@ protected:
             return true;
         }
     }
-
-    // The object may be gone afterwards.
-    void Unbind() {
-        const HWND window = this->m_hWnd;
-        this->m_hWnd = nullptr;
-        OnFinalMessage(window);
-    }
 };
 
 // Styles that Create takes where its caller gives 0.
@@ -84,6 +77,8 @@ template <typename Base, typename Traits>
 class CWindowImplBaseT : public CWindowImplRoot<Base> {
 public:
     virtual WNDPROC GetWindowProc() { return WindowProc; }
+    // Called after the window's last message, when the handle is null again. The object may destroy itself.
+    virtual void OnFinalMessage(HWND) {}
 
     // Null on failure. The rectangle is in the parent's client coordinates; the window belongs to this
     // object.
@@ -97,6 +92,7 @@ public:
             Traits::GetWndStyle(style), rectangle.left, rectangle.top, rectangle.right - rectangle.left,
             rectangle.bottom - rectangle.top, parent, nullptr, _Module.GetModuleInstance(), nullptr);
         _Module.RemoveCreateWindowRecord(&record);
+        if (!window) this->m_hWnd = nullptr;  // refused after it was bound
         return window;
     }
 
@@ -116,13 +112,13 @@ private:
         auto* object = static_cast<CWindowImplBaseT*>(Root::ObjectOf(window));
         LRESULT result = 0;
         const bool handled = object->Process(window, message, wParam, lParam, result);
-        if (message == WM_NCDESTROY) {
+        if (!handled) result = DefWindowProcW(window, message, wParam, lParam);
+        if (message == WM_DESTROY) {
             SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
-            if (!handled) result = DefWindowProcW(window, message, wParam, lParam);
-            object->Unbind();
-            return result;
+            object->m_hWnd = nullptr;
+            object->OnFinalMessage(window);
         }
-        return handled ? result : DefWindowProcW(window, message, wParam, lParam);
+        return result;
     }
 };
 

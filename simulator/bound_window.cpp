@@ -51,7 +51,7 @@ bool BoundWindow::IsOne(HWND window) {
 }
 
 LRESULT CALLBACK BoundWindow::HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
+    if (message == WM_CREATE) {
         auto* creation = reinterpret_cast<CREATESTRUCTW*>(lParam);
         auto* object = static_cast<BoundWindow*>(creation->lpCreateParams);
         object->m_window = window;

@@ -36,6 +36,8 @@ enum class Difference {
     QueryRights,
     // Wine: the name of a key may have more than 255 characters.
     KeyNameLength,
+    // Desktop: a window's first message is WM_NCCREATE and its last WM_NCDESTROY; the handheld sends neither.
+    NonclientMessages,
     // Wine: ERROR_CLASS_DOES_NOT_EXIST for a window of an unknown class.
     UnknownClass,
     // Wine: ERROR_ACCESS_DENIED for a window that is no more.

@@ -137,7 +137,7 @@ protected:
 private:
     static INT_PTR CALLBACK HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         Dialogs& test = *current;
-        if (message == WM_NCDESTROY) test.dialog = nullptr;
+        if (message == WM_DESTROY) test.dialog = nullptr;
         if (message == WM_INITDIALOG) test.dialog = window;
         if (message == WM_COMMAND) test.commands.push_back({LOWORD(wParam), HIWORD(wParam)});
         INT_PTR result = TRUE;

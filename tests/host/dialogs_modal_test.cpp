@@ -146,9 +146,9 @@ TEST_F(DialogModal, DestroyedDialogReturnsAtOnce) {
 }
 
 TEST_F(DialogModal, HandlersMayDestroyTheDialogDuringAnyMessage) {
-    constexpr UINT kMessages[] = {WM_SETFONT, WM_INITDIALOG, WM_SHOWWINDOW, WM_PAINT,  WM_ERASEBKGND,
-                                  WM_COMMAND, WM_DESTROY,    WM_NCDESTROY,  WM_MOVE,   WM_SIZE,
-                                  WM_KEYDOWN, WM_SETFOCUS,   WM_KILLFOCUS,  WM_ENABLE, WM_LBUTTONDOWN};
+    constexpr UINT kMessages[] = {WM_SETFONT,  WM_INITDIALOG, WM_SHOWWINDOW, WM_PAINT,      WM_ERASEBKGND,
+                                  WM_COMMAND,  WM_DESTROY,    WM_MOVE,       WM_SIZE,       WM_KEYDOWN,
+                                  WM_SETFOCUS, WM_KILLFOCUS,  WM_ENABLE,     WM_LBUTTONDOWN};
     for (const UINT trigger : kMessages) {
         HWND seen = nullptr;
         onDialog = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {

@@ -17,8 +17,8 @@ protected:
 };
 
 TEST_F(WindowLifetime, HandlersMayDestroyAnyWindowDuringAnyMessage) {
-    constexpr UINT kMessages[] = {WM_SHOWWINDOW, WM_MOVE,      WM_SIZE,      WM_PAINT,    WM_ERASEBKGND,
-                                  WM_DESTROY,    WM_NCDESTROY, WM_KILLFOCUS, WM_SETFOCUS, WM_CAPTURECHANGED};
+    constexpr UINT kMessages[] = {WM_SHOWWINDOW, WM_MOVE,      WM_SIZE,     WM_PAINT,         WM_ERASEBKGND,
+                                  WM_DESTROY,    WM_KILLFOCUS, WM_SETFOCUS, WM_CAPTURECHANGED};
     for (const UINT trigger : kMessages) {
         for (const bool destroyParent : {false, true}) {
             onMessage = nullptr;
@@ -43,7 +43,6 @@ TEST_F(WindowLifetime, HandlersMayDestroyAnyWindowDuringAnyMessage) {
             for (const HWND window : {parent, child}) {
                 EXPECT_FALSE(IsWindow(window)) << trigger;
                 EXPECT_EQ(Count(window, WM_DESTROY), 1) << trigger;
-                EXPECT_EQ(Count(window, WM_NCDESTROY), 1) << trigger;
             }
             EXPECT_EQ(GetCapture(), nullptr);
             EXPECT_EQ(GetFocus(), nullptr);
@@ -52,7 +51,7 @@ TEST_F(WindowLifetime, HandlersMayDestroyAnyWindowDuringAnyMessage) {
 }
 
 TEST_F(WindowLifetime, HandlersMayDestroyTheWindowBeingCreated) {
-    for (const int trigger : {WM_NCCREATE, WM_CREATE, WM_SIZE, WM_MOVE, WM_SHOWWINDOW}) {
+    for (const int trigger : {WM_CREATE, WM_SIZE, WM_MOVE, WM_SHOWWINDOW}) {
         for (const bool destroyParent : {false, true}) {
             onMessage = nullptr;
             const HWND parent = Create({0, 0, 200, 200}, m_desktop);
@@ -130,7 +129,7 @@ TEST_F(WindowLifetime, ClassesBelongToTheirInstanceOrToAll) {
 TEST_F(WindowLifetime, StoppingTheDeviceEndsEverything) {
     int destroyed = 0;
     onMessage = [&](const test::Message& message, LRESULT&) {
-        if (message.number != WM_NCDESTROY) return false;
+        if (message.number != WM_DESTROY) return false;
         ++destroyed;
         EXPECT_EQ(Create({0, 0, 5, 5}), nullptr);
         return false;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The interface as a client written in C sees it: a table of function pointers.
+#include <cstring>
+
 #include "input_method_fixture.h"
+#include "settings/settings_dlg.h"
 
 namespace {
 
@@ -22,7 +25,25 @@ struct InputMethodTable {
     HRESULT(STDMETHODCALLTYPE* registerCallback2)(void*, IIMCallback2*);
 };
 
+// A pointer to a virtual member holds the distance of its slot from the table's beginning, plus one.
+template <typename Member>
+std::ptrdiff_t SlotOf(Member member) {
+    std::ptrdiff_t distance;
+    std::memcpy(&distance, &member, sizeof distance);
+    return (distance - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
+}
+
 }  // namespace
+
+// The destructor has two slots.
+TEST(WindowTable, IsMessageMapDestructorProcedureFinalMessage) {
+    EXPECT_EQ(SlotOf(&CMainWnd::ProcessWindowMessage), 0);
+    EXPECT_EQ(SlotOf(&CMainWnd::GetWindowProc), 3);
+    EXPECT_EQ(SlotOf(&CMainWnd::OnFinalMessage), 4);
+    EXPECT_EQ(SlotOf(&CSettingsDlg::ProcessWindowMessage), 0);
+    EXPECT_EQ(SlotOf(&CSettingsDlg::GetDialogProc), 3);
+    EXPECT_EQ(SlotOf(&CSettingsDlg::OnFinalMessage), 4);
+}
 
 TEST_F(InputMethodTest, SlotsOfTheTableAreInTheOrderOfTheInterfaces) {
     const InputMethodTable& table = **reinterpret_cast<const InputMethodTable**>(m_object);

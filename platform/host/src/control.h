@@ -44,7 +44,7 @@ std::shared_ptr<Object> FindSystemWindow(HWND handle) {
 // The procedure of a class: makes the object at the window's first message.
 template <typename Object>
 LRESULT CALLBACK SystemWindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
+    if (message == WM_CREATE) {
         Window& window = *FindWindow(handle);
         window.object = std::make_shared<Object>(handle);
         window.object->AdjustBounds(window.bounds);

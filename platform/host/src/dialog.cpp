@@ -83,6 +83,7 @@ LONG_PTR* Dialog::FindLong(int index) {
 // procedure's own.
 LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     m_messageResult = 0;
+    if (message == WM_DESTROY) Wake();
     const auto procedure = reinterpret_cast<DLGPROC>(m_procedure);
     const INT_PTR handled = procedure ? procedure(Handle(), message, wParam, lParam) : FALSE;
     if (message == WM_INITDIALOG) return handled;
@@ -97,9 +98,6 @@ LRESULT Dialog::DoDefault(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_GETFONT:
             return reinterpret_cast<LRESULT>(m_font);
-        case WM_NCDESTROY:  // the loop may be waiting for a message
-            Enqueue(nullptr, WM_NULL, 0, 0, Origin::Program);
-            break;
     }
     return DefWindowProcW(Handle(), message, wParam, lParam);
 }
@@ -135,13 +133,15 @@ void Dialog::Run() {
     }
 }
 
-// The message that the loop may be waiting for is posted past the faults that tests inject.
+// The loop may be waiting for a message. It is posted past the faults that tests inject.
+void Dialog::Wake() { Enqueue(nullptr, WM_NULL, 0, 0, Origin::Program); }
+
 void Dialog::End(INT_PTR result) {
     m_result = result;
     if (std::exchange(m_ended, true)) return;
     if (m_state) m_state->Leave();
     if (IsAlive()) ShowWindow(Handle(), SW_HIDE);
-    Enqueue(nullptr, WM_NULL, 0, 0, Origin::Program);
+    Wake();
 }
 
 // A pen-down anywhere in the dialog closes a list that is open; on the panel it does not, so that the panel's

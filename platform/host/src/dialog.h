@@ -53,6 +53,7 @@ public:
     INT_PTR Result() const { return m_ended ? m_result : -1; }
 
 private:
+    void Wake();
     LRESULT DoDefault(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT SendCommand(HWND control, int id);
     // True when the message was the dialog's own (dialog_keys.cpp).

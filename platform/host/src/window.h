@@ -29,9 +29,8 @@ struct WindowClass {
 // Destruction goes through these in order; each is entered once, whatever the window's handlers call.
 enum class Life {
     Alive,
-    Closing,    // DestroyWindow has begun; no child can be created any more
-    Destroyed,  // WM_DESTROY was sent
-    Leaving     // out of the tree, WM_NCDESTROY being sent
+    Closing,   // DestroyWindow has begun; no child can be created any more
+    Destroyed  // WM_DESTROY, the last message, was sent
 };
 
 struct Window {

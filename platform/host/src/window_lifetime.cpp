@@ -53,22 +53,14 @@ Window* OpenWindow(const CREATESTRUCTW& creation, WindowClass& windowClass) {
     return window;
 }
 
-void Remove(HWND handle);
-
-// Null when a handler refused the window or destroyed it.
+// As on the handheld there are no nonclient messages. Null when a handler refused the window or destroyed it.
 Window* SendCreationMessages(HWND handle, const CREATESTRUCTW& creation) {
     const LPARAM parameter = reinterpret_cast<LPARAM>(&creation);
-    if (!CallProcedure(*FindWindow(handle), WM_NCCREATE, 0, parameter)) {
-        Remove(handle);
-        return nullptr;
-    }
-    Window* window = FindWindow(handle);
-    if (!window) return nullptr;
-    if (CallProcedure(*window, WM_CREATE, 0, parameter) == -1) {
+    if (CallProcedure(*FindWindow(handle), WM_CREATE, 0, parameter) == -1) {
         if (FindWindow(handle)) DestroyWindow(handle);
         return nullptr;
     }
-    window = FindWindow(handle);
+    Window* window = FindWindow(handle);
     if (!window) return nullptr;
     const RECT client = ClientBounds(*window);
     CallProcedure(*window, WM_SIZE, 0, MAKELPARAM(client.right, client.bottom));
@@ -95,20 +87,15 @@ void SendDestroyMessages(HWND handle) {
     }
 }
 
-// Children first. The window leaves the tree before its last message, so that no handler finds it there.
+// Children first; no message is sent.
 void Remove(HWND handle) {
     Window* window = FindWindow(handle);
-    while (window && window->life != Life::Leaving && !window->children.empty()) {
+    if (!window) return;
+    while (!window->children.empty()) {
         Remove(window->children.front()->handle);
-        window = FindWindow(handle);
     }
-    if (!window || window->life == Life::Leaving) return;
     HideQuietly(*window);
     Unlink(*window);
-    window->life = Life::Leaving;
-    CallProcedure(*window, WM_NCDESTROY, 0, 0);
-    window = FindWindow(handle);
-    if (!window) return;
     DropMessages(handle);
     CloseContexts(handle);
     ForgetInput(handle);
@@ -195,8 +182,8 @@ HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR titl
     return FindWindow(handle) ? handle : nullptr;
 }
 
-// WM_DESTROY goes to the window and then to its children, WM_NCDESTROY to the children and then to the
-// window. For a window that is being destroyed already there is nothing left to do.
+// WM_DESTROY goes to the window and then to its children. For a window that is being destroyed already there
+// is nothing left to do.
 BOOL WINAPI DestroyWindow(HWND handle) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;

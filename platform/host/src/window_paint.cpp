@@ -224,7 +224,6 @@ int WINAPI ReleaseDC(HWND handle, HDC dc) {
 LRESULT WINAPI DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     Window* window = RequireWindow(handle);
     if (!window) return 0;
-    if (message == WM_NCCREATE) return TRUE;
     if (message == WM_ERASEBKGND) return EraseWithClassBrush(*window, reinterpret_cast<HDC>(wParam));
     PAINTSTRUCT paint;
     if (message == WM_PAINT && BeginPaint(handle, &paint)) EndPaint(handle, &paint);

@@ -200,7 +200,7 @@ BOOL WINAPI MoveWindow(HWND handle, int x, int y, int width, int height, BOOL re
 
 BOOL WINAPI BringWindowToTop(HWND handle) {
     Window* window = RequireWindow(handle);
-    if (!window || window->life == Life::Leaving) return FALSE;
+    if (!window) return FALSE;
     const Region before = VisibleArea(*window);
     Window* const parent = window->parent;
     Unlink(*window);
