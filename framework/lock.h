@@ -8,6 +8,8 @@
 // that was never initialised does nothing.
 class CComCriticalSection {
 public:
+    // Always S_OK: InitializeCriticalSection has no result, so it can tell of no failure. Creation asks all
+    // the same.
     HRESULT Init() {
         InitializeCriticalSection(&m_sec);
         m_bInitialized = true;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "framework/memory.h"
+
 CComModule _Module;
 
 void CComModule::Init(HINSTANCE instance, CComClassEntry* classes) {
@@ -94,11 +96,8 @@ ATOM CComModule::RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom) {
     if (atom && std::find(m_WindowClasses.begin(), m_WindowClasses.end(), atom) != m_WindowClasses.end()) {
         return atom;
     }
-    try {
-        m_WindowClasses.reserve(m_WindowClasses.size() + 1);  // so that a registered class is never forgotten
-    } catch (...) {
-        return 0;
-    }
+    // Room first, so that a registered class is never forgotten.
+    if (!EnoughMemory([&] { m_WindowClasses.reserve(m_WindowClasses.size() + 1); })) return 0;
     windowClass.hInstance = m_hInst;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     atom = RegisterClassW(&windowClass);

@@ -102,16 +102,11 @@ STDMETHODIMP CKeybInput::ReceiveSipInfo(SIPINFO* info) {
     return S_OK;
 }
 
-// Also true when the stored text differs in letter case alone. Without memory to read it, it has not changed.
+// Also true when the stored text differs in letter case alone.
 bool CKeybInput::HasSkinChanged() const {
-    try {
-        WideString stored;
-        if (!CSettingsKey(SettingsAccess::Write).ReadString(kSkinValue, stored) || stored.empty())
-            return false;
-        return lstrcmpW(stored.c_str(), m_Kbd.m_strSkinPath.c_str()) != 0;
-    } catch (...) {
-        return false;
-    }
+    StoredText stored;
+    return CSettingsKey(SettingsAccess::Write).ReadString(kSkinValue, stored) && *stored &&
+           lstrcmpW(stored, m_Kbd.m_strSkinPath.c_str()) != 0;
 }
 
 STDMETHODIMP CKeybInput::RegisterCallback(IIMCallback* callback) {

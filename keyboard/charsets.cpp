@@ -2,6 +2,7 @@
 // The character table: the library's digit, function and English tables and the skin's second language.
 #include <algorithm>
 
+#include "framework/memory.h"
 #include "framework/module.h"
 #include "keyboard/keyboard.h"
 #include "keyboard/skin_resources.h"
@@ -34,8 +35,14 @@ void CopyGroups(const BYTE* bytes, DWORD size, std::vector<CharsetEntry>& entrie
 }  // namespace
 
 bool CKeyboard::LoadCharsets() {
-    const HMODULE own = _Module.GetModuleInstance();
     m_Charset.clear();
+    if (EnoughMemory([&] { BuildCharset(); })) return true;
+    m_Charset.clear();
+    return false;
+}
+
+void CKeyboard::BuildCharset() {
+    const HMODULE own = _Module.GetModuleInstance();
     if (const DataResource digits = FindDataResource(own, TEXT("digitalset")); digits.bytes) {
         for (std::size_t i = 0; i < digits.size / 2; ++i) {
             m_Charset.push_back(
@@ -63,5 +70,4 @@ bool CKeyboard::LoadCharsets() {
                    m_nCharFirst, kLanguage2Slot);
     }
     m_nCharLast = static_cast<DWORD>(m_Charset.size()) - 1;
-    return true;
 }

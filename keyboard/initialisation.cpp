@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // From any state to a keyboard that is ready for a screen size.
+#include "framework/memory.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 #include "keyboard/skin_resources.h"
@@ -18,14 +19,12 @@ void RememberBitmap(HBITMAP& field, HDC dc) {
 }  // namespace
 
 bool CKeyboard::Init(LONG width, LONG height) {
-    try {
-        UnloadSkin();
-        CreateDeviceContexts();
-        ResetInteraction();
-        return InitFromSkinList(width, height);
-    } catch (...) {
-        return false;  // out of memory: the next Init starts afresh
-    }
+    UnloadSkin();
+    CreateDeviceContexts();
+    ResetInteraction();
+    bool ready = false;
+    EnoughMemory([&] { ready = InitFromSkinList(width, height); });
+    return ready;  // out of memory: the next Init starts afresh
 }
 
 // A context that could not be deleted by UnloadSkin still serves.
@@ -52,25 +51,25 @@ void CKeyboard::ResetInteraction() {
 
 bool CKeyboard::InitFromSkinList(LONG width, LONG height) {
     WideStringList skins;
-    ListSkins(skins);
+    if (!ListSkins(skins)) return false;
     if (skins.empty()) {
         m_bNoSkin = 1;
         return true;
     }
     CSettingsKey settings(SettingsAccess::Create);
     if (!settings.ReadDword(kSwipeValue, m_dwSwipe)) settings.WriteDword(kSwipeValue, m_dwSwipe);
-    WideString stored;
+    StoredText stored{};
     settings.ReadString(kSkinValue, stored);
     if (!ChooseStoredSkin(skins, stored)) {
         if (!ChooseFirstSkin(skins)) {
             m_bNoSkin = 1;
             return true;
         }
-        settings.WriteString(kSkinValue, m_strSkinPath);
+        settings.WriteString(kSkinValue, m_strSkinPath.c_str());
     }
     m_hSkinLib = LoadLibraryW(m_strSkinPath.c_str());
     if (!m_hSkinLib) return false;
-    LoadCharsets();
+    if (!LoadCharsets()) return false;
     m_bExtSym = kDefaultExtSym;
     settings.ReadDword(kExtSymValue, m_bExtSym);
     settings.Close();
@@ -80,8 +79,8 @@ bool CKeyboard::InitFromSkinList(LONG width, LONG height) {
 }
 
 // The stored text may be a part of a path, a bare file name for instance. It is kept as it is stored.
-bool CKeyboard::ChooseStoredSkin(const WideStringList& skins, const WideString& stored) {
-    if (stored.empty()) return false;
+bool CKeyboard::ChooseStoredSkin(const WideStringList& skins, LPCWSTR stored) {
+    if (!*stored) return false;
     for (const WideString& path : skins) {
         if (path.find(stored) == WideString::npos || !IsValidSkin(path)) continue;
         m_strSkinPath = stored;

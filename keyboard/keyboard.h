@@ -70,14 +70,15 @@ public:
     // Releases what the skin holds. Bitmaps that are still selected stay in their fields until the next
     // LoadSkin or the destructor.
     void UnloadSkin();
-    // Rebuilds m_Charset from the library's tables and the skin's second language. Always true.
+    // Rebuilds m_Charset from the library's tables and the skin's second language. False when memory runs
+    // out: the table is then empty, and no key is hit.
     bool LoadCharsets();
     // Does this file hold a picture as wide as the screen's narrow side?
     static bool IsValidSkin(const WideString& path);
     // The skins of "\windows", then the existing ones of "UserSkins"; what memory has room for.
     static WideStringList GetSkinList();
-    // Appends the same for those who must not mistake a part for the whole: throws when memory runs out.
-    static void ListSkins(WideStringList& skins);
+    // Appends the same. False when memory runs out: the list then has a part of them.
+    static bool ListSkins(WideStringList& skins);
     // Full paths of the files of "\windows" with this extension, in the order of the file system.
     static WideStringList FindSkinFiles(const WideString& extension);
 
@@ -168,7 +169,8 @@ private:
     bool InitFromSkinList(LONG width, LONG height);
     void CreateDeviceContexts();
     void ResetInteraction();
-    bool ChooseStoredSkin(const WideStringList& skins, const WideString& stored);
+    void BuildCharset();
+    bool ChooseStoredSkin(const WideStringList& skins, LPCWSTR stored);
     bool ChooseFirstSkin(const WideStringList& skins);
     void LoadLayouts(bool bLandscape);
     void LoadBitmaps(bool bLandscape);

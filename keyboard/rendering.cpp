@@ -2,6 +2,7 @@
 // Drawing. The picture shows through the active mask; pressed rectangles show it inverted.
 #include <algorithm>
 
+#include "framework/memory.h"
 #include "framework/module.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -122,19 +123,12 @@ void CKeyboard::TogglePressedRect(const RECT& r) {
         m_PressedRects.erase(found);
         return;
     }
-    try {
-        m_PressedRects.push_back(r);
-    } catch (...) {
-    }
+    EnoughMemory([&] { m_PressedRects.push_back(r); });
 }
 
 void CKeyboard::PaintStatusButtons(CWindow* window) {
     const auto toggle = [&](bool bActive, WCHAR code, bool bInvalidate) {
-        if (!bActive) return;
-        try {
-            DrawButton(window, GetFunctionKeyRects(code), bInvalidate);
-        } catch (...) {
-        }
+        if (bActive) EnoughMemory([&] { DrawButton(window, GetFunctionKeyRects(code), bInvalidate); });
     };
     toggle(m_stKbStatus.m_bShift, kShiftCode, false);
     toggle(m_stKbStatus.m_bCAPS, kCapsCode, false);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "framework/handles.h"
+#include "framework/memory.h"
 #include "keyboard/keyboard.h"
 #include "settings/store.h"
 
@@ -25,36 +26,36 @@ void AppendSkinFiles(const WideString& extension, WideStringList& files) {
     } while (FindNextFileW(find.Get(), &data));
 }
 
-// Paths whose file is gone are skipped; they stay stored until the settings are next saved.
-void AppendUserSkins(WideStringList& skins) {
+// Paths whose file is gone are skipped; they stay stored until the settings are next saved. False when memory
+// runs out.
+bool AppendUserSkins(WideStringList& skins) {
     WideStringList stored;
-    CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);
+    const bool all = CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);
     for (WideString& path : stored) {
         if (FileExists(path)) skins.push_back(std::move(path));
     }
+    return all;
 }
 
 }  // namespace
 
 WideStringList CKeyboard::FindSkinFiles(const WideString& extension) {
     WideStringList files;
-    try {
-        AppendSkinFiles(extension, files);
-    } catch (...) {
-    }
+    EnoughMemory([&] { AppendSkinFiles(extension, files); });
     return files;
 }
 
-void CKeyboard::ListSkins(WideStringList& skins) {
-    AppendSkinFiles(TEXT("tlk"), skins);
-    AppendUserSkins(skins);
+bool CKeyboard::ListSkins(WideStringList& skins) {
+    bool all = false;
+    EnoughMemory([&] {
+        AppendSkinFiles(TEXT("tlk"), skins);
+        all = AppendUserSkins(skins);
+    });
+    return all;
 }
 
 WideStringList CKeyboard::GetSkinList() {
     WideStringList skins;
-    try {
-        ListSkins(skins);
-    } catch (...) {
-    }
+    ListSkins(skins);
     return skins;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "keyboard/skin_resources.h"
 
+#include "framework/memory.h"
+
 namespace {
 
 constexpr std::size_t kRecordBytes = 16;
@@ -26,13 +28,16 @@ LONG ReadLittleEndian32(const BYTE* bytes) {
 }
 
 void ReadLayout(const DataResource& resource, KeyLayout& layout) {
-    for (std::size_t i = 0; i < resource.size / kRecordBytes; ++i) {
-        const BYTE* const record = resource.bytes + i * kRecordBytes;
-        KeyEntry& entry = layout[ReadBigEndian16(record)];
-        entry.m_nBitmap = ReadBigEndian16(record + 2);
-        entry.m_Rects.push_back({ReadBigEndian16(record + 4), ReadBigEndian16(record + 6),
-                                 ReadBigEndian16(record + 8), ReadBigEndian16(record + 10)});
-    }
+    const bool complete = EnoughMemory([&] {
+        for (std::size_t i = 0; i < resource.size / kRecordBytes; ++i) {
+            const BYTE* const record = resource.bytes + i * kRecordBytes;
+            KeyEntry& entry = layout[ReadBigEndian16(record)];
+            entry.m_nBitmap = ReadBigEndian16(record + 2);
+            entry.m_Rects.push_back({ReadBigEndian16(record + 4), ReadBigEndian16(record + 6),
+                                     ReadBigEndian16(record + 8), ReadBigEndian16(record + 10)});
+        }
+    });
+    if (!complete) layout.clear();
 }
 
 bool GetBitmapSize(HBITMAP bitmap, SIZE& size) {

@@ -18,7 +18,7 @@ WORD ReadLittleEndian16(const BYTE* bytes);
 LONG ReadLittleEndian32(const BYTE* bytes);
 
 // Adds the layout's records (16 bytes each, big-endian 16-bit fields) to an empty layout. A remainder that
-// does not fill a record is ignored.
+// does not fill a record is ignored. Without memory for all of them the layout stays empty.
 void ReadLayout(const DataResource& resource, KeyLayout& layout);
 
 // Width and height in pixels; false when the handle is not a bitmap.

@@ -1,50 +1,44 @@
 // SPDX-License-Identifier: MIT
 // Making this keyboard the input method that the platform starts with, and undoing it. Only the stored
 // default changes; the current input method stays.
+#include <iterator>
+
 #include "settings/settings_dlg.h"
 #include "settings/store.h"
 
 namespace {
 
-constexpr WCHAR kSipKey[] = TEXT("ControlPanel\\Sip");  // under HKEY_CURRENT_USER, the platform's
-constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");
-constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");
-
 // Without the source value nothing is written.
 void CopyString(const CSettingsKey& key, LPCWSTR from, LPCWSTR to) {
-    WideString text;
+    StoredText text;
     if (key.ReadString(from, text)) key.WriteString(to, text);
 }
 
-WideString ErrorText(HRESULT result) {
-    WideString digits;
-    for (auto rest = static_cast<DWORD>(result); rest || digits.empty(); rest >>= 4) {
-        digits.insert(digits.begin(), TEXT("0123456789ABCDEF")[rest & 0xF]);
+// "Error: 0x" and the code. A failure's code always has its highest digit.
+void WriteError(const CSettingsKey& key, LPCWSTR name, HRESULT result) {
+    WCHAR text[] = TEXT("Error: 0x00000000");
+    WCHAR* digit = std::end(text) - 1;
+    for (auto rest = static_cast<DWORD>(result); rest; rest >>= 4) {
+        *--digit = TEXT("0123456789ABCDEF")[rest & 0xF];
     }
-    return TEXT("Error: 0x") + digits;
+    key.WriteString(name, text);
 }
 
-WideString TextOf(const CLSID& clsid) {
+void WriteClsid(const CSettingsKey& key, LPCWSTR name, const CLSID& clsid) {
     LPWSTR text = nullptr;
     const HRESULT result = StringFromCLSID(clsid, &text);
-    if (FAILED(result)) return ErrorText(result);
-    try {
-        WideString copy(text);
-        CoTaskMemFree(text);
-        return copy;
-    } catch (...) {
-        CoTaskMemFree(text);
-        throw;
-    }
+    if (FAILED(result)) return WriteError(key, name, result);
+    key.WriteString(name, text);
+    CoTaskMemFree(text);
 }
 
 }  // namespace
 
 bool CSettingsDlg::IsDefaultIM() const {
     const CSettingsKey key(HKEY_CURRENT_USER, kSipKey, SettingsAccess::Read);
-    WideString text;
+    StoredText text;
     CLSID clsid{};
-    return key.ReadString(kDefaultImValue, text) && SUCCEEDED(CLSIDFromString(text.data(), &clsid)) &&
+    return key.ReadString(kDefaultImValue, text) && SUCCEEDED(CLSIDFromString(text, &clsid)) &&
            IsEqualCLSID(clsid, m_OwnIM);
 }
 
@@ -56,5 +50,5 @@ void CSettingsDlg::SetDefaultIM(bool undo) const {
         return;
     }
     CopyString(key, kDefaultImValue, kPreviousImValue);
-    key.WriteString(kDefaultImValue, TextOf(m_OwnIM));
+    WriteClsid(key, kDefaultImValue, m_OwnIM);
 }

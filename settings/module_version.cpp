@@ -4,6 +4,8 @@
 #include <cstring>
 #include <new>
 
+#include "framework/memory.h"
+
 namespace {
 
 constexpr DWORD kSignature = 0xFEEF04BD;
@@ -56,14 +58,22 @@ void CModuleVersion::ReadTranslation() {
     std::memcpy(&m_Translation, translation, sizeof m_Translation);
 }
 
-WideString CModuleVersion::QueryString(LPCWSTR name) const {
-    if (!m_pVersionData) return {};
+WideString CModuleVersion::PathOf(LPCWSTR name) const {
     WideString path = TEXT("\\StringFileInfo\\");
     AppendHex(path, m_Translation.language);
     AppendHex(path, m_Translation.codePage);
-    path.append(TEXT("\\")).append(name);
-    void* text = nullptr;
-    UINT length = 0;
-    if (!VerQueryValueW(m_pVersionData.get(), path.c_str(), &text, &length)) return {};
-    return static_cast<const WCHAR*>(text);
+    return path.append(TEXT("\\")).append(name);
+}
+
+WideString CModuleVersion::QueryString(LPCWSTR name) const {
+    WideString found;
+    if (!m_pVersionData) return found;
+    EnoughMemory([&] {
+        void* text = nullptr;
+        UINT length = 0;
+        if (VerQueryValueW(m_pVersionData.get(), PathOf(name).c_str(), &text, &length)) {
+            found = static_cast<const WCHAR*>(text);
+        }
+    });
+    return found;
 }

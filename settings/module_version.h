@@ -18,7 +18,8 @@ public:
     // Reads the file's version block; true when its fixed part carries the right signature. A block read
     // before stays when the file has none.
     bool Load(LPCWSTR path);
-    // The string of this name in the table of the block's language; empty when there is none.
+    // The string of this name in the table of the block's language; empty when there is none, or no memory
+    // for it.
     WideString QueryString(LPCWSTR name) const;
 
     struct Translation {
@@ -30,6 +31,7 @@ private:
     bool ReadBlock(LPCWSTR path);
     bool ReadFixedPart();
     void ReadTranslation();
+    WideString PathOf(LPCWSTR name) const;
 
     std::unique_ptr<BYTE[]> m_pVersionData;
     // Selects the string table. Until a translation was read the language is US English.

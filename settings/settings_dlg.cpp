@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "framework/handles.h"
+#include "framework/memory.h"
 #include "settings/resource_string.h"
 #include "settings/skin_combo.h"
 #include "settings/store.h"
@@ -128,7 +129,13 @@ void CSettingsDlg::FetchControls() {
 }
 
 // A message that comes before the next WM_INITDIALOG must not find the controls of this opening.
-void CSettingsDlg::OnFinalMessage(HWND) {
+INT_PTR CSettingsDlg::DoModal(HWND parent, LPARAM parameter) {
+    const INT_PTR result = CDialogImpl::DoModal(parent, parameter);
+    ForgetControls();
+    return result;
+}
+
+void CSettingsDlg::ForgetControls() {
     m_hLine = m_hSwipeCheck = m_hDefaultCheck = m_hExtSymCheck = m_hSkinLabel = nullptr;
     m_hAboutText = m_hSkinCombo = m_hAddButton = m_hDeleteButton = nullptr;
 }
@@ -136,23 +143,25 @@ void CSettingsDlg::OnFinalMessage(HWND) {
 // The file of the installed library is read, not the running module.
 void CSettingsDlg::ShowAboutText() {
     m_Version.Load(kInstalledLibrary);
-    m_strAbout = m_Version.QueryString(TEXT("LegalCopyright"));
-    m_strAbout += TEXT(", ");
-    m_strAbout += m_Version.QueryString(TEXT("CompanyName"));
-    m_strAbout += TEXT("\nBuild: ");
-    m_strAbout += m_Version.QueryString(TEXT("ProductVersion"));
+    EnoughMemory([&] {
+        m_strAbout = m_Version.QueryString(TEXT("LegalCopyright"));
+        m_strAbout += TEXT(", ");
+        m_strAbout += m_Version.QueryString(TEXT("CompanyName"));
+        m_strAbout += TEXT("\nBuild: ");
+        m_strAbout += m_Version.QueryString(TEXT("ProductVersion"));
+    });
     SetWindowTextW(m_hAboutText, m_strAbout.c_str());
 }
 
 // Skins that could not all be listed for want of memory must not count as all there are.
 void CSettingsDlg::ListSkins() {
-    m_bSkinsListed = false;
     m_Skins.clear();
-    CKeyboard::ListSkins(m_Skins);
-    m_bSkinsListed = true;
-    for (const WideString& path : m_Skins) {
-        AddItem(m_hSkinCombo, SkinDisplayName(path));
-    }
+    m_bSkinsListed = CKeyboard::ListSkins(m_Skins);
+    EnoughMemory([&] {
+        for (const WideString& path : m_Skins) {
+            AddItem(m_hSkinCombo, SkinDisplayName(path));
+        }
+    });
 }
 
 // A value that does not read leaves its control as the template made it.
@@ -162,8 +171,8 @@ void CSettingsDlg::ShowSettings() {
     if (settings.ReadDword(kSwipeValue, value)) SetCheckState(m_hSwipeCheck, value);
     if (settings.ReadDword(kSwipeOnlySkinValue, value)) ShowSwipeOnlySkin(value);
     if (settings.ReadDword(kExtSymValue, value)) SetCheckState(m_hExtSymCheck, value);
-    WideString skin;
-    if (settings.ReadString(kSkinValue, skin)) SelectSkin(skin);
+    StoredText skin;
+    if (settings.ReadString(kSkinValue, skin)) EnoughMemory([&] { SelectSkin(skin); });
 }
 
 // A skin made for strokes needs them on.
@@ -231,7 +240,12 @@ WideString CSettingsDlg::SelectedSkinName() const {
 // written, and the last one stays. An empty name occurs in every path.
 bool CSettingsDlg::SaveSettings() {
     const CSettingsKey settings(SettingsAccess::Create);
-    if (!settings.IsOpen()) return true;
+    bool valid = true;
+    if (settings.IsOpen()) EnoughMemory([&] { valid = WriteSettings(settings); });
+    return valid;
+}
+
+bool CSettingsDlg::WriteSettings(const CSettingsKey& settings) {
     settings.WriteDword(kSwipeValue, CheckState(m_hSwipeCheck));
     settings.WriteDword(kExtSymValue, CheckState(m_hExtSymCheck));
     const WideString name = SelectedSkinName();
@@ -240,7 +254,7 @@ bool CSettingsDlg::SaveSettings() {
         if (!LiesInSkinFolder(path)) userSkins.push_back(path);
         if (path.find(name) == WideString::npos) continue;
         if (!CKeyboard::IsValidSkin(path)) return false;
-        settings.WriteString(kSkinValue, path);
+        settings.WriteString(kSkinValue, path.c_str());
     }
     if (m_bSkinsListed) settings.WriteStringList(kUserSkinsValue, userSkins);
     return true;

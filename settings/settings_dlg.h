@@ -12,6 +12,8 @@
 #include "resources/resource.h"
 #include "settings/module_version.h"
 
+class CSettingsKey;
+
 // A skin's path without its last 4 characters, then only what follows the last "\".
 WideString SkinDisplayName(const WideString& path);
 
@@ -19,15 +21,14 @@ class CSettingsDlg : public CDialogImpl<CSettingsDlg, CWindow> {
 public:
     enum { IDD = IDD_OPTIONS };
 
-    // The keyboard is not owned and may be null. The identifier is this input method's.
+    // The identifier is this input method's.
     explicit CSettingsDlg(REFCLSID ownIM) : m_OwnIM(ownIM) {}
     ~CSettingsDlg() override;
 
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override;
-    void OnFinalMessage(HWND window) override;
-
-    CKeyboard* m_pKeyboard = nullptr;
+    // As CDialogImpl's. Afterwards no control is known any more.
+    INT_PTR DoModal(HWND parent, LPARAM parameter);
 
 private:
     // --- settings_dlg.cpp ---
@@ -40,14 +41,17 @@ private:
     void TakeOverPanel();
     void MakeTitleFont();
     void FetchControls();
+    void ForgetControls();
     void ShowAboutText();
     void ListSkins();
     void ShowSettings();
     void ShowSwipeOnlySkin(DWORD swipeOnly);
     void SelectSkin(const WideString& path);
     void InitShellDialog();
-    // False when the chosen skin fails validation; what was written before it stays written.
+    // False when the chosen skin fails validation; what was written before it stays written, also when memory
+    // runs out.
     bool SaveSettings();
+    bool WriteSettings(const CSettingsKey& settings);
     WideString SelectedSkinName() const;
 
     // --- settings_layout.cpp: all in client pixels ---
@@ -66,8 +70,8 @@ private:
     LRESULT OnDeleteSkin();
     // False only when the chosen skin failed validation while saving.
     bool ApplySkin();
-    // The first path that contains the name; empty when none does.
-    WideString FindSkinPath(const WideString& name) const;
+    // The first path that contains the name; null when none does.
+    const WideString* FindSkinPath(const WideString& name) const;
     int ShowMessage(const WideString& text, UINT type) const;
     void SelectNeighbourAndRemove(int index) const;
 
@@ -90,6 +94,11 @@ private:
     WideString m_strAbout;
     SIZE m_Screen{};
     CModuleVersion m_Version;
-    WideStringList m_Skins;       // full paths: those discovered, then those added
+    WideStringList m_Skins;  // full paths: those discovered, then those added
+
+public:
+    CKeyboard* m_pKeyboard = nullptr;  // not owned; may be null
+
+private:
     bool m_bSkinsListed = false;  // m_Skins holds all that were there; else "UserSkins" is not saved
 };

@@ -86,8 +86,8 @@ LRESULT CSettingsDlg::OnDeleteSkin() {
     SelectNeighbourAndRemove(SelectedItem(m_hSkinCombo));
     ApplySkin();
     Sleep(kDeleteDelay);
-    const WideString path = FindSkinPath(name);
-    if (!path.empty() && !DeleteFileW(path.c_str())) ShowMessage(ErrorMessage(GetLastError()), MB_OKCANCEL);
+    const WideString* const path = FindSkinPath(name);
+    if (path && !DeleteFileW(path->c_str())) ShowMessage(ErrorMessage(GetLastError()), MB_OKCANCEL);
     return 0;
 }
 
@@ -96,9 +96,9 @@ void CSettingsDlg::SelectNeighbourAndRemove(int index) const {
     SendMessageW(m_hSkinCombo, CB_DELETESTRING, static_cast<WPARAM>(index), 0);
 }
 
-WideString CSettingsDlg::FindSkinPath(const WideString& name) const {
+const WideString* CSettingsDlg::FindSkinPath(const WideString& name) const {
     for (const WideString& path : m_Skins) {
-        if (path.find(name) != WideString::npos) return path;
+        if (path.find(name) != WideString::npos) return &path;
     }
-    return {};
+    return nullptr;
 }

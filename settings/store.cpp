@@ -2,6 +2,9 @@
 #include "settings/store.h"
 
 #include <algorithm>
+#include <string>
+
+#include "framework/memory.h"
 
 CSettingsKey::CSettingsKey(HKEY root, LPCWSTR path, SettingsAccess access) {
     const REGSAM rights = access == SettingsAccess::Read ? KEY_READ : KEY_ALL_ACCESS;
@@ -14,61 +17,57 @@ CSettingsKey::CSettingsKey(HKEY root, LPCWSTR path, SettingsAccess access) {
 }
 
 bool CSettingsKey::ReadDword(LPCWSTR name, DWORD& value) const {
-    if (!IsOpen()) return false;
     DWORD stored = value;  // a value of fewer bytes replaces as many as it has
     DWORD size = sizeof stored;
-    if (RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, reinterpret_cast<BYTE*>(&stored), &size) !=
-        ERROR_SUCCESS) {
-        return false;
-    }
+    if (!Read(name, &stored, size)) return false;
     value = stored;
     return true;
 }
 
-bool CSettingsKey::ReadString(LPCWSTR name, WideString& text) const {
-    if (!IsOpen()) return false;
+bool CSettingsKey::ReadString(LPCWSTR name, StoredText& text) const {
     WCHAR buffer[kStringCharacters];
     DWORD size = sizeof buffer;
-    if (RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) !=
-        ERROR_SUCCESS) {
-        return false;
-    }
-    text.assign(buffer, std::find(buffer, buffer + size / sizeof(WCHAR), WCHAR{0}));
+    if (!Read(name, buffer, size)) return false;
+    *std::copy(buffer, std::find(buffer, buffer + size / sizeof(WCHAR), WCHAR{0}), text) = 0;
     return true;
 }
 
 bool CSettingsKey::ReadStringList(LPCWSTR name, WideStringList& list) const {
-    if (!IsOpen()) return false;
     WCHAR buffer[kUserSkinsBytes / sizeof(WCHAR)];
     DWORD size = sizeof buffer;
-    if (RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) !=
-        ERROR_SUCCESS) {
-        return false;
-    }
-    const WCHAR* const end = buffer + size / sizeof(WCHAR);
-    for (const WCHAR* begin = buffer; begin < end && *begin;) {
-        const WCHAR* const terminator = std::find(begin, end, WCHAR{0});
-        list.emplace_back(begin, terminator);
-        begin = terminator + 1;
-    }
-    return true;
+    if (!Read(name, buffer, size)) return true;
+    return EnoughMemory([&] {
+        const WCHAR* const end = buffer + size / sizeof(WCHAR);
+        for (const WCHAR* begin = buffer; begin < end && *begin;) {
+            const WCHAR* const terminator = std::find(begin, end, WCHAR{0});
+            list.emplace_back(begin, terminator);
+            begin = terminator + 1;
+        }
+    });
 }
 
 void CSettingsKey::WriteDword(LPCWSTR name, DWORD value) const {
     Write(name, REG_DWORD, &value, sizeof value);
 }
 
-void CSettingsKey::WriteString(LPCWSTR name, const WideString& text) const {
-    Write(name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(WCHAR));
+void CSettingsKey::WriteString(LPCWSTR name, LPCWSTR text) const {
+    Write(name, REG_SZ, text, (std::char_traits<WCHAR>::length(text) + 1) * sizeof(WCHAR));
 }
 
 void CSettingsKey::WriteStringList(LPCWSTR name, const WideStringList& list) const {
-    WideString block;
-    for (const WideString& text : list) {
-        block.append(text.c_str(), text.size() + 1);
-    }
-    block.append(2, WCHAR{0});
-    Write(name, REG_MULTI_SZ, block.data(), block.size() * sizeof(WCHAR));
+    EnoughMemory([&] {
+        WideString block;
+        for (const WideString& text : list) {
+            block.append(text.c_str(), text.size() + 1);
+        }
+        block.append(2, WCHAR{0});
+        Write(name, REG_MULTI_SZ, block.data(), block.size() * sizeof(WCHAR));
+    });
+}
+
+bool CSettingsKey::Read(LPCWSTR name, void* data, DWORD& size) const {
+    return IsOpen() && RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, static_cast<BYTE*>(data),
+                                        &size) == ERROR_SUCCESS;
 }
 
 void CSettingsKey::Write(LPCWSTR name, DWORD type, const void* data, std::size_t bytes) const {

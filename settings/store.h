@@ -8,7 +8,7 @@
 #include "framework/handles.h"
 #include "framework/wide_string.h"
 
-// Under HKEY_LOCAL_MACHINE.
+// The settings key, under HKEY_LOCAL_MACHINE, and its values.
 inline constexpr WCHAR kSettingsKey[] = TEXT("Software\\Tolka\\7.0");
 inline constexpr WCHAR kSkinValue[] = TEXT("Skin");                    // REG_SZ, path of the chosen skin
 inline constexpr WCHAR kSwipeValue[] = TEXT("Swipe");                  // REG_DWORD, see CKeyboard::m_dwSwipe
@@ -16,9 +16,18 @@ inline constexpr WCHAR kSwipeOnlySkinValue[] = TEXT("SwipeOnlySkin");  // REG_DW
 inline constexpr WCHAR kExtSymValue[] = TEXT("ExtSym");                // REG_DWORD, extended symbols on
 inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");  // REG_MULTI_SZ, skins outside "\windows"
 
+// The platform's key of its input methods, under HKEY_CURRENT_USER. Both values are class identifiers as
+// text.
+inline constexpr WCHAR kSipKey[] = TEXT("ControlPanel\\Sip");
+inline constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");     // REG_SZ, what the platform starts with
+inline constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");  // REG_SZ, what it started with before
+
 // What a string read can hold at most, its terminating null included; longer values count as absent.
 inline constexpr DWORD kStringCharacters = 260;
 inline constexpr DWORD kUserSkinsBytes = 5200;
+
+// Room for a stored string, and for a null that it may lack.
+using StoredText = WCHAR[kStringCharacters + 1];
 
 enum class SettingsAccess {
     Read,    // the key must exist
@@ -40,17 +49,20 @@ public:
     bool ReadDword(LPCWSTR name, DWORD& value) const;
     // Up to the first null character or the end of the data. False, and `text` unchanged, when it cannot be
     // read or is longer than kStringCharacters.
-    bool ReadString(LPCWSTR name, WideString& text) const;
-    // The strings up to an empty one or the end of the data; false when longer than kUserSkinsBytes.
+    bool ReadString(LPCWSTR name, StoredText& text) const;
+    // Appends the strings up to an empty one or the end of the data; none of a value that cannot be read or
+    // is longer than kUserSkinsBytes. False when memory runs out: the list then has a part of them.
     bool ReadStringList(LPCWSTR name, WideStringList& list) const;
 
-    // A failed write is not reported: the setting then keeps what it was.
+    // A failed write is not reported: the setting then keeps what it was. Texts end with their null.
     void WriteDword(LPCWSTR name, DWORD value) const;
-    void WriteString(LPCWSTR name, const WideString& text) const;
+    void WriteString(LPCWSTR name, LPCWSTR text) const;
     // Each string with its null, then two further nulls: 4 zero bytes for an empty list.
     void WriteStringList(LPCWSTR name, const WideStringList& list) const;
 
 private:
+    // `size` is the room in bytes, then what the value took of it. Values of any type.
+    bool Read(LPCWSTR name, void* data, DWORD& size) const;
     void Write(LPCWSTR name, DWORD type, const void* data, std::size_t bytes) const;
 
     CRegistryKeyOwner m_key;

@@ -8,7 +8,7 @@ namespace {
 
 using test::Events;
 
-void StoreSkin(const WideString& path) { CSettingsKey(SettingsAccess::Create).WriteString(kSkinValue, path); }
+void StoreSkin(LPCWSTR path) { CSettingsKey(SettingsAccess::Create).WriteString(kSkinValue, path); }
 
 }  // namespace
 
@@ -242,9 +242,9 @@ TEST_F(InputMethodTest, FailedInitialisationLeavesThePanelInItsPlace) {
 TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded) {
     test::TestSkin().Install("a.tlk");
     EXPECT_EQ(ReceiveSipInfo(), (RECT{0, 100, 240, 180})) << "no size before the first Select";
-    WideString stored;
+    StoredText stored{};
     CSettingsKey(SettingsAccess::Create).ReadString(kSkinValue, stored);
-    EXPECT_EQ(stored, TEXT("\\windows\\a.tlk"));
+    EXPECT_EQ(WideString(stored), TEXT("\\windows\\a.tlk"));
     EXPECT_EQ(Panel(), nullptr);
 
     EXPECT_EQ(ReceiveSipInfo(), (RECT{30, 100, 50, 180}));
@@ -272,7 +272,7 @@ TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
         {WideString(260, 'x'), false, TEXT("\\windows\\a.tlk")},
     };
     for (const auto& c : cases) {
-        StoreSkin(c.stored);
+        StoreSkin(c.stored.c_str());
         Keyboard().m_stKbStatus.m_bShift = 1;
         EXPECT_EQ(ReceiveSipInfo(), (c.counts ? RECT{0, 100, 240, 180} : RECT{30, 100, 50, 180}));
         EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift == 0, c.counts) << c.stored.size();

@@ -9,7 +9,7 @@ namespace {
 
 constexpr CLSID kOwn = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
 
-// Presses OK as soon as it is open, and once more should the first time fail.
+// Presses OK as soon as it is open, and Cancel should that not close it.
 class ClosingDialog : public CSettingsDlg {
 public:
     ClosingDialog() : CSettingsDlg(kOwn) {}
@@ -17,8 +17,9 @@ public:
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override {
         if (message == WM_INITDIALOG) {
-            for (int time = 0; time < 2; ++time)
-                PostMessageW(m_hWnd, WM_COMMAND, MAKEWPARAM(IDOK, 0), 0);
+            for (const int id : {IDOK, IDCANCEL}) {
+                PostMessageW(m_hWnd, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            }
         }
         return CSettingsDlg::ProcessWindowMessage(window, message, wParam, lParam, result, map);
     }
@@ -67,6 +68,7 @@ TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
     test::WriteDeviceFile("other.tlk", "");
     CSettingsKey(SettingsAccess::Create).WriteStringList(kUserSkinsValue, stored);
     OpenThrough<test::AllocationSweep>([&] {
+        EXPECT_EQ(m_result, IDOK);
         WideStringList kept;
         EXPECT_TRUE(CSettingsKey(SettingsAccess::Read).ReadStringList(kUserSkinsValue, kept));
         EXPECT_TRUE(kept == stored);
@@ -74,9 +76,12 @@ TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
 }
 
 TEST_F(OptionsDialog, MessagesBeforeItsBeginningFindNoControls) {
+    Open();
+    SetLastError(ERROR_SUCCESS);
     LRESULT result = 1;
     EXPECT_TRUE(m_dialog.CSettingsDlg::ProcessWindowMessage(nullptr, WM_SIZE, 0, 0, result, 0));
     EXPECT_EQ(result, 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_SUCCESS)) << "controls of the last opening";
     EXPECT_TRUE(m_dialog.CSettingsDlg::ProcessWindowMessage(
         nullptr, WM_COMMAND, MAKEWPARAM(IDC_SKIN_COMBO, CBN_SELCHANGE), 0, result, 0));
     EXPECT_FALSE(m_dialog.CSettingsDlg::ProcessWindowMessage(nullptr, WM_USER, 0, 0, result, 0));
