@@ -228,7 +228,7 @@ INSTANTIATE_TEST_SUITE_P(
               {}},
         Fault{"NoLandscape",
               [](Spoiled& skin) { skin.Remove("LANSCAPE_KEYBOARD_BITMAP"); },
-              {"landscape: the picture LANSCAPE_KEYBOARD_BITMAP is missing"}},
+              {"landscape: the picture of the turned keyboard is missing (LANSCAPE_KEYBOARD_BITMAP)"}},
         Fault{"PictureOfAnotherHeight",
               [](Spoiled& skin) {
                   skin.Bitmap("LANSCAPE_KEYBOARD_BITMAP") = EncodePicture(Picture({320, 79}, Color{}));
@@ -264,8 +264,8 @@ INSTANTIATE_TEST_SUITE_P(
                   skin.Remove("LANG2_SMALL_MASK_LS");
                   skin.Remove("UML2_LARGE_MASK_LS");
               },
-              {"landscape, lng2-small, uml2-large: can be brought up but has no mask: nothing is drawn; add "
-               "LANG2_SMALL_MASK_LS, UML2_LARGE_MASK_LS"}},
+              {"landscape, lng2-small, uml2-large: can be brought up but has no mask "
+               "(LANG2_SMALL_MASK_LS, UML2_LARGE_MASK_LS): nothing is drawn"}},
         Fault{"MasksThatNothingBringsUp",
               [](Spoiled& skin) {
                   skin.Renumber(kPortrait, 51, 49);
@@ -286,6 +286,19 @@ INSTANTIATE_TEST_SUITE_P(
                   skin.Paint("LANG1_SMALL_MASK", {50, 28, 54, 39}, 0);
               },
               {"portrait, lng1-small, key \"w\": the glyph reaches the edge"}},
+        Fault{"FaintGlyphs",
+              [](Spoiled& skin) {
+                  // Middle grey is middle grey again when it is pressed; light glyphs on black fare alike.
+                  Picture picture({240, 80}, Color{0xFF, 0xFF, 0xFF});
+                  for (int y = 20; y < 40; ++y)
+                      for (int x = 40; x < 120; ++x)
+                          picture.At(x, y) = x < 80 ? Color{0x80, 0x80, 0x80} : Color{0x50, 0x50, 0x50};
+                  skin.Bitmap("CHAR_KEYBOARD_BITMAP") = EncodePicture(picture);
+                  skin.Paint("LANG1_SMALL_MASK", Cell(2, 1), 0);
+                  skin.Paint("LANG1_SMALL_MASK", {95, 27, 100, 32}, 1);
+              },
+              {"portrait, key \"e\": hard to read when pressed: #AFAFAF on #FFFFFF has 2.1 to 1",
+               "portrait, key \"w\": hard to read when pressed: #FFFFFF on #7F7F7F has 4.0 to 1"}},
         Fault{"FramesAndRoundCorners",
               [](Spoiled& skin) {
                   // Light on black in a frame that the glyph reaches.
@@ -323,12 +336,12 @@ INSTANTIATE_TEST_SUITE_P(
               [](Spoiled& skin) {
                   skin.Data("CAPS_RECT") = CapsRect({0, 0, 190, 19});
               },
-              {"portrait, key \"=\": CAPS_RECT cuts through it"}},
+              {"portrait, key \"=\": the area that caps lock leaves alone (CAPS_RECT) cuts through it"}},
         Fault{"CapsRectangleOnANeighboursCorner",
               [](Spoiled& skin) {
                   skin.Data("CAPS_RECT") = CapsRect({0, 0, 239, 20});
               },
-              {"portrait, key \"q\": touches CAPS_RECT with its corner", "portrait, key \"w\": touches",
+              {"portrait, key \"q\": touches with its corner", "portrait, key \"w\": touches",
                "portrait, key \"e\": touches", "portrait, key \"r\": touches", "portrait, key \"t\": touches",
                "portrait, key \"y\": touches"}},
         Fault{"RestsOfData",
@@ -336,7 +349,8 @@ INSTANTIATE_TEST_SUITE_P(
                   skin.Data(kDigits).push_back(0);
                   skin.Data("LOCALE_CHARSET").push_back(0);
               },
-              {"digits: the layout ends with 1 bytes", "LOCALE_CHARSET has 483 bytes"}}),
+              {"digits: the layout ends with 1 bytes",
+               "the characters of language 2 (LOCALE_CHARSET) have 483 bytes"}}),
     [](const auto& fault) { return std::string(fault.param.name); });
 
 TEST(Check, KnowsTheScreenByThePictures) {

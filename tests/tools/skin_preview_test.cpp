@@ -2,6 +2,7 @@
 // What the preview composes is, pixel by pixel, what the engine paints.
 #include "preview.h"
 
+#include "bitmap.h"
 #include "files.h"
 #include "keyboard_fixture.h"
 #include "picture.h"
@@ -83,6 +84,17 @@ TEST_F(SkinPreview, SparesTheDigitRowFromCapsLock) {
         Press(key);
         EXPECT_TRUE(Painted(240) == Composed({1, false, true, {key}})) << key;
         Up({m_keyboard->m_ptSwipeBegin.x, m_keyboard->m_ptSwipeBegin.y});
+    }
+}
+
+// Unlike the loaders of devices, the host's takes the skins of all of them.
+TEST_F(SkinPreview, LoadsForWhicheverProcessorItWasBuilt) {
+    const tlk::Bytes picture = tlk::EncodePicture(tlk::Picture({240, 80}, tlk::Color{}));
+    for (const auto processor : {tlk::Processor::Arm, tlk::Processor::X86, tlk::Processor::X64}) {
+        const tlk::Bytes file =
+            tlk::WriteModule({{tlk::ResourceKind::Bitmap, "char_keyboard_bitmap", picture}}, processor);
+        test::WriteDeviceFile("Windows/a.tlk", {file.begin(), file.end()});
+        EXPECT_TRUE(CKeyboard::IsValidSkin(TEXT("\\windows\\a.tlk")));
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -31,11 +32,15 @@ class BadSources : public testing::TestWithParam<BadSource> {};
 TEST_P(BadSources, AreRefusedWithTheirLine) {
     const BadSource& bad = GetParam();
     const Font font(TLK_FONT);
+    std::string source = bad.text;
+    if (!source.empty() && source.find("[portrait]") == std::string::npos)
+        source += '\n' + std::string(kSmall);
     try {
-        (void)CompileSkin(ReadSource(bad.text), font);
+        (void)CompileSkin(ReadSource(source), font);
         FAIL() << "accepted";
     } catch (const SourceError& error) {
-        EXPECT_EQ(error.Line(), bad.line) << error.what();
+        EXPECT_EQ(error.Faults().size(), 1u) << "and what follows from it";
+        EXPECT_EQ(error.Faults()[0].place.line, bad.line) << error.what();
         EXPECT_NE(std::string(error.what()).find(bad.says), std::string::npos) << error.what();
     }
 }
@@ -82,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadSource{"UnknownArt", PORTRAIT "rows = [\"q\"]\n[art]\nfoto = \"a.png\"", 5, "portrait, landscape"},
         BadSource{"NoArt", PORTRAIT "rows = [\"q\"]\n[art]\nportrait = \"none.png\"", 5, "none.png"},
         BadSource{"ArtOfNoBoard", PORTRAIT "rows = [\"q\"]\n[art]\ndigits = \"none.png\"", 5,
-                  "digit_keyboard"},
+                  "add the keyboard"},
         BadSource{"NoGlyph", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"", 5, "U+E123"}),
     [](const auto& bad) { return std::string(bad.param.name); });
 
@@ -125,15 +130,17 @@ protected:
     Skin Read(const std::string& name, const std::string& screen = {}) const {
         return ReadSource(ReadText(Path(name)), Path(name), screen);
     }
-    // What is wrong, and where: "file:line: text".
-    std::string FaultOf(const std::string& name) const {
+    // What is wrong, and where: "file:line: text" for each fault.
+    std::string FaultsOf(const std::string& name) const {
+        std::string faults;
         try {
             (void)CompileSkin(Read(name), Font(TLK_FONT));
         } catch (const SourceError& error) {
-            return std::filesystem::path(error.Place().file).filename().string() + ":" +
-                   std::to_string(error.Line()) + ": " + error.what();
+            for (const auto& [place, text] : error.Faults())
+                faults += std::filesystem::path(place.file).filename().string() + ":" +
+                          std::to_string(place.line) + ": " + text + "\n";
         }
-        return {};
+        return faults;
     }
 
     std::filesystem::path m_Folder;
@@ -167,9 +174,9 @@ TEST_F(SourceFiles, LayTheirDifferencesOverWhatTheyAreBasedOn) {
 TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
     Write("a.toml", "based_on = \"b.toml\"\n");
     Write("b.toml", "\nbased_on = \"a.toml\"\n");
-    EXPECT_EQ(FaultOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultOf("a.toml");
+    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultsOf("a.toml");
     Write("b.toml", "[portrait]\nsize = [60, 32]\nrows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"\n");
-    EXPECT_EQ(FaultOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultOf("a.toml");
+    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultsOf("a.toml");
     // Twice as many at each step.
     Write("b.toml", "based_on = [\"b0.toml\", \"b0.toml\"]\n");
     for (int number = 0; number < 30; ++number) {
@@ -177,9 +184,53 @@ TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
         Write("b" + std::to_string(number) + ".toml", "based_on = [" + next + ", " + next + "]\n");
     }
     Write("b30.toml", "");
-    EXPECT_NE(FaultOf("a.toml").find("more than 100 sources"), std::string::npos) << FaultOf("a.toml");
+    EXPECT_NE(FaultsOf("a.toml").find("more than 100 sources"), std::string::npos) << FaultsOf("a.toml");
     Write("b.toml", "[portrait\n");
-    EXPECT_EQ(FaultOf("a.toml").find("b.toml:1: "), 0u) << FaultOf("a.toml");
+    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:1: "), 0u) << FaultsOf("a.toml");
+}
+
+// Each line says what it is for: all of them are told at once, and nothing that only follows from another.
+TEST_F(SourceFiles, AllFaultsAreToldInTheOrderOfTheirLinesWithWhatWasMeant) {
+    Write("a.toml",
+          "screens = [\"240x320\"]\npalette = \"drak\"\n[colours]\n[colors]\nleter = \"#FFFFFF\"\n"
+          "function = \"C0D0E0\"\n[screen.240x230]\n[labels]\nentre = \"E\"\nback = {icon = \"bcak\"}\n"
+          "[portrait]\nrows = [\"q sapce:x\", \n\"w:x SHIFT\"]\n[digits]\nrows = [\"1\"]\n"
+          "[[key]]\nkey = \"p\"\nfcae = \"x\"\nboard = \"digit\"\n[art]\nlang1_smal_ls = \"a.png\"\n"
+          "[language2.keys]\nqq = \"x\"\nw = \"xyz\"\n");
+    const std::string faults = FaultsOf("a.toml");
+    std::size_t at = 0;
+    for (const char* expected :
+         {"2: there is no palette 'drak': name a file such as \"mine.toml\", or did you mean 'dark'?",
+          "3: there is no table 'colours': did you mean 'colors'?", "5: there is no setting 'colors.leter'",
+          "6: 'colors.function' must be a colour such as \"#C0D0E0\": did you mean '#C0D0E0'?",
+          "7: 'screens' does not list '240x230': did you mean '240x320'?",
+          "9: there is no function key 'entre': did you mean 'enter'?",
+          "10: there is no icon 'bcak': did you mean 'back'?",
+          "12: there is no key 'sapce' here: did you mean 'space'?", "13: key 'w' needs a weight",
+          "13: there is no key 'SHIFT' here: did you mean 'shift'?",
+          "14: the digit keyboard has no key that leads back",
+          "18: there is no setting 'key.fcae': did you mean 'face'?",
+          "19: there is no keyboard 'digit': did you mean 'digits'?",
+          "21: there is no picture or mask 'lang1_smal_ls': did you mean 'lang1_small_ls'?",
+          "23: there is no key 'qq'", "24: a key must type"}) {
+        const std::size_t found = faults.find(std::string("a.toml:") + expected);
+        ASSERT_NE(found, std::string::npos) << expected << "\n" << faults;
+        EXPECT_GE(found, at) << expected;
+        at = found;
+    }
+    EXPECT_EQ(std::ranges::count(faults, '\n'), 16) << faults;
+}
+
+TEST_F(SourceFiles, ScreensCanBeNarrowed) {
+    Write("a.toml",
+          "screens = [\"240x320\", \"480x640\"]\n[screen.480x640.font]\nsize = 20\n"
+          "[portrait]\nrows = [\"q lang\", \"w\"]\n[language2.keys]\nq = \"\\uE123\"\nw = \"\\uE124\"\n");
+    Write("b.toml",
+          "based_on = \"a.toml\"\nscreens = [\"240x320\"]\n[language2.keys]\nq = \"x\"\nw = \"x\"\n");
+    EXPECT_EQ(FaultsOf("b.toml"), "");
+    EXPECT_EQ(std::ranges::count(FaultsOf("a.toml"), '\n'), 2) << "each glyph that is missing, once";
+    Write("b.toml", "based_on = \"a.toml\"\nscreens = [\"240x320\"]\n[screen.480x640.font]\nsize = 9\n");
+    EXPECT_EQ(FaultsOf("b.toml").find("b.toml:3: 'screens' does not list '480x640'"), 0u);
 }
 
 TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
@@ -193,11 +244,11 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
             EXPECT_EQ(DecodeBitmap(resource.data), picture);
         }
     Write("a.toml", source + "portrait = \"wide.png\"\n");
-    EXPECT_NE(FaultOf("a.toml").find("61x32"), std::string::npos);
+    EXPECT_NE(FaultsOf("a.toml").find("61x32"), std::string::npos);
     Write("a.toml", source + "lang1_small = \"own.png\"\n");
-    EXPECT_NE(FaultOf("a.toml").find("neither black nor white at 0, 0"), std::string::npos);
+    EXPECT_NE(FaultsOf("a.toml").find("neither black nor white at 0, 0"), std::string::npos);
     Write("a.toml", source + "lang1_small = \"a.toml\"\n");
-    EXPECT_NE(FaultOf("a.toml").find("save it as PNG"), std::string::npos);
+    EXPECT_NE(FaultsOf("a.toml").find("save it as PNG"), std::string::npos);
 }
 
 TEST(Source, SingleKeysAreMovedSizedAndMadeOfRectangles) {

@@ -64,7 +64,9 @@ std::string ArtNames() {
         AppendName(names, picture.name);
     for (std::string_view mask : kMasks)
         AppendName(names, mask);
-    return names + "; masks in landscape end with _ls";
+    for (std::string_view mask : kMasks)
+        if (mask != kMasks[0]) AppendName(names, std::string(mask) + "_ls");
+    return names;
 }
 
 Picture ReadArtPicture(const ArtFile& file, Size size) {

@@ -73,6 +73,21 @@ HitMap MapHits(const SkinModule& skin, const SkinBoard& board, Size area) {
     return hits;
 }
 
+bool KeysCoverTooMuch(const SkinBoard& board) {
+    constexpr std::int64_t kMostCover = 16;
+    const Size picture = board.picture.GetSize();
+    std::int64_t covered = 0;
+    for (const auto& [key, rects] : board.layout) {
+        const Rect bounds = BoundsOf(rects, picture);
+        covered += std::int64_t{std::max(bounds.Width(), 0)} * std::max(bounds.Height(), 0);
+    }
+    return covered > kMostCover * picture.width * picture.height;
+}
+
+bool IsMaskOf(const SkinBitmap& mask, const SkinBoard& board) {
+    return mask.depth == 1 && mask.GetSize() == board.picture.GetSize();
+}
+
 std::string Text(const Rect& rect) {
     return std::to_string(rect.left) + "," + std::to_string(rect.top) + " to " + std::to_string(rect.right) +
            "," + std::to_string(rect.bottom);
@@ -105,6 +120,7 @@ std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* p
             return remarks.Take();
     CheckStatus(skin, screen, remarks);
     CheckPlanes(skin, screen, remarks);
+    CheckContrast(skin, screen, remarks);
     return remarks.Take();
 }
 

@@ -7,6 +7,8 @@
 namespace tlk {
 namespace {
 
+constexpr std::string_view kResource = "CAPS_RECT";
+
 enum class Position { Outside, Inside, Across };
 
 // What is inverted when the key is pressed, all of it but the last column and row, against what is drawn by
@@ -26,19 +28,22 @@ bool HoldsCorner(const Rect& area, const Rect& rect) {
 }
 
 void CheckKey(const Rect& area, const Rect& rect, std::uint16_t key, bool followsShift, RemarkList& remarks) {
-    const auto add = [&](const char* text) { remarks.Add(BoardKind::Portrait, key, text); };
+    const std::string where = "the area that caps lock leaves alone" + remarks.Called(kResource);
+    const auto add = [&](std::string_view before, std::string_view after) {
+        remarks.Add(BoardKind::Portrait, key, std::string(before) + where + std::string(after));
+    };
     const Position position = Locate(area, rect);
     if (position == Position::Across)
-        add("CAPS_RECT cuts through it: with caps lock it is drawn half by one plane, half by another");
+        add("", " cuts through it: with caps lock it is drawn half by one plane, half by another");
     else if (followsShift && position == Position::Outside)
-        add("types by Shift alone but lies outside of CAPS_RECT: with caps lock it shows another character "
-            "than it types");
+        add("types by Shift alone but lies outside of ",
+            ": with caps lock it shows another character than it types");
     else if (!followsShift && position == Position::Inside)
-        add("lies inside of CAPS_RECT but is no key of the digit row: with caps lock it shows another "
-            "character than it types");
+        add("lies inside of ",
+            " but is no key of the digit row: with caps lock it shows another character than it types");
     else if (HoldsCorner(area, rect) != (position == Position::Inside))
-        add("touches CAPS_RECT with its corner: pressed with caps lock it shows the wrong plane; make the "
-            "rectangle end a pixel earlier");
+        add("touches with its corner ",
+            ": pressed with caps lock it shows the wrong plane; make the area end a pixel earlier");
 }
 
 }  // namespace
@@ -49,13 +54,14 @@ void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& rem
     const Rect& area = *skin.capsRect;
     if (area == Rect{0, 0, 0, 0}) return;
     const Size picture = skin.portrait.picture.GetSize();
+    const std::string where =
+        "what caps lock leaves alone" + remarks.Called(kResource) + ", " + Text(area) + ",";
     if (area.right <= area.left || area.bottom <= area.top) {
-        remarks.Add(BoardKind::Portrait, "CAPS_RECT " + Text(area) + " has no area");
+        remarks.Add(BoardKind::Portrait, where + " has no area");
         return;
     }
     if (area.left < 0 || area.top < 0 || area.right > picture.width || area.bottom > picture.height)
-        remarks.Add(BoardKind::Portrait,
-                    "CAPS_RECT " + Text(area) + " reaches out of the picture of " + Text(picture));
+        remarks.Add(BoardKind::Portrait, where + " reaches out of the picture of " + Text(picture));
     for (const auto& [key, rects] : skin.portrait.layout) {
         if (IsFunction(key) || key >= skin.characters.size()) continue;
         for (const Rect& rect : rects)

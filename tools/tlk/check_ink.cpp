@@ -95,11 +95,13 @@ private:
         const Kind face = m_Ink.faceShowsPicture ? Kind::One : Kind::Zero;
         Rect bounds{startX, startY, startX, startY};
         bool touchesEdge = false;
+        std::vector<Point> pixels;
         std::vector<std::pair<int, int>> open{{startX, startY}};
         m_Pixels.At(startX, startY) = face;
         while (!open.empty()) {
             const auto [x, y] = open.back();
             open.pop_back();
+            pixels.push_back({m_Bounds.left + x, m_Bounds.top + y});
             bounds = {std::min(bounds.left, x), std::min(bounds.top, y), std::max(bounds.right, x),
                       std::max(bounds.bottom, y)};
             touchesEdge =
@@ -113,6 +115,7 @@ private:
         }
         if (IsCorner(bounds) || (touchesEdge && IsLine(bounds))) return;
         m_Ink.isThere = true;
+        m_Ink.pixels.insert(m_Ink.pixels.end(), pixels.begin(), pixels.end());
         m_Ink.isCut = m_Ink.isCut || touchesEdge;
     }
 
@@ -165,10 +168,13 @@ std::vector<std::vector<Rect>> PlacesOf(const std::vector<Rect>& rects) {
 }
 
 KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects) {
-    KeyInk ink{true, false, true};
+    KeyInk ink{true, false, true, {}};
     for (const std::vector<Rect>& place : PlacesOf(rects)) {
         const KeyInk found = KeyFace(mask, place).Read();
-        ink = {ink.isThere && found.isThere, ink.isCut || found.isCut, found.faceShowsPicture};
+        ink.isThere = ink.isThere && found.isThere;
+        ink.isCut = ink.isCut || found.isCut;
+        ink.faceShowsPicture = found.faceShowsPicture;
+        ink.pixels.insert(ink.pixels.end(), found.pixels.begin(), found.pixels.end());
     }
     return ink;
 }

@@ -42,8 +42,9 @@ private:
         const SkinBitmap& picture = m_Skin.portrait.picture;
         const int width = m_Screen.upright.width;
         if (!picture.isPresent)
-            m_Remarks.Add(BoardKind::Portrait,
-                          "the picture CHAR_KEYBOARD_BITMAP is missing: the file is no skin");
+            m_Remarks.Add(BoardKind::Portrait, "the picture of the keyboard is missing" +
+                                                   m_Remarks.Called(PictureResource(BoardKind::Portrait)) +
+                                                   ": the file is no skin");
         else if (picture.IsReadable() && picture.GetSize().width != width)
             m_Remarks.Add(BoardKind::Portrait, "the picture is " + std::to_string(picture.GetSize().width) +
                                                    " pixels wide: the skin is for no screen of " +
@@ -55,10 +56,10 @@ private:
         const SkinBitmap& picture = m_Skin.landscape.picture;
         const Size screen = m_Screen.Turned();
         if (!picture.isPresent) {
-            m_Remarks.Add(BoardKind::Landscape,
-                          "the picture LANSCAPE_KEYBOARD_BITMAP is missing: the skin does not load when the "
-                          "screen is turned to " +
-                              Text(screen));
+            m_Remarks.Add(BoardKind::Landscape, "the picture of the turned keyboard is missing" +
+                                                    m_Remarks.Called(PictureResource(BoardKind::Landscape)) +
+                                                    ": the skin does not load when the screen is turned to " +
+                                                    Text(screen));
             return;
         }
         if (!picture.IsReadable()) return;
@@ -136,8 +137,9 @@ private:
         if (!board.picture.isPresent) return;
         const auto records = m_Module.Find(ResourceKind::Data, LayoutResource(board.kind));
         if (!records && board.kind == BoardKind::Landscape)
-            m_Remarks.Add(board.kind,
-                          "LNDSCP_LAYOUT_STRUCT is missing: the keys lie where portrait has them");
+            m_Remarks.Add(board.kind, "a layout of its own is missing" +
+                                          m_Remarks.Called(LayoutResource(board.kind)) +
+                                          ": the keys lie where portrait has them");
         if (board.recordCount == 0)
             m_Remarks.Add(board.kind, "the layout is missing or empty: no tap hits a key");
         if (board.readCount < board.recordCount)
@@ -154,11 +156,13 @@ private:
     void CheckSecondLanguage() {
         const auto locale = m_Module.Find(ResourceKind::Data, "LOCALE_CHARSET");
         if (locale && (locale->size() < 2 || (locale->size() - 2) % 8 != 0))
-            m_Remarks.Add("LOCALE_CHARSET has " + std::to_string(locale->size()) +
+            m_Remarks.Add("the characters of language 2" + m_Remarks.Called("LOCALE_CHARSET") + " have " +
+                          std::to_string(locale->size()) +
                           " bytes, which is not 2 and a multiple of 8: the rest is ignored");
         const auto caps = m_Module.Find(ResourceKind::Data, "CAPS_RECT");
         if (caps && caps->size() != 16)
-            m_Remarks.Add("CAPS_RECT has " + std::to_string(caps->size()) + " bytes instead of 16");
+            m_Remarks.Add("the area that caps lock leaves alone" + m_Remarks.Called("CAPS_RECT") + " has " +
+                          std::to_string(caps->size()) + " bytes instead of 16");
     }
 
     const Module& m_Module;

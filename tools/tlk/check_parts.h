@@ -21,6 +21,11 @@ public:
     void Add(BoardKind board, const PlaneSet& planes, std::string text);
     void Add(BoardKind board, const PlaneSet& planes, std::uint16_t key, std::string text);
 
+    // The name of a resource behind what it is: whoever wrote the skin as a source never meets it.
+    std::string Called(std::string_view resource) const {
+        return m_pPlaces ? "" : " (" + std::string(resource) + ")";
+    }
+
     std::vector<Remark> Take();
 
 private:
@@ -57,6 +62,11 @@ using HitMap = Grid<int>;
 // Where the keys of the board can be both seen and hit on such a panel.
 [[nodiscard]] Size UsableArea(const SkinBoard& board, Size panel);
 
+// By the bounds of each, which is what reading their ink costs. Only a damaged layout's do.
+[[nodiscard]] bool KeysCoverTooMuch(const SkinBoard& board);
+// One bit deep and as large as the board's picture.
+[[nodiscard]] bool IsMaskOf(const SkinBitmap& mask, const SkinBoard& board);
+
 [[nodiscard]] std::string Text(const Rect& rect);
 
 // Would it load: pictures, masks and data as such.
@@ -68,6 +78,7 @@ void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& rem
 void CheckStatus(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
 // What keys show in the planes that can be reached.
 void CheckPlanes(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
+void CheckContrast(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
 
 // The planes that taps can bring up on each board.
 struct Reach {
@@ -87,6 +98,8 @@ struct KeyInk {
     bool isCut = false;
     // The face is where the mask lets the picture through; else it is black.
     bool faceShowsPicture = true;
+    // All of it, in pixels of the mask.
+    std::vector<Point> pixels;
 };
 // What of the mask's area the rectangles reach over; without area when that is nothing.
 [[nodiscard]] Rect BoundsOf(const std::vector<Rect>& rects, Size mask);

@@ -42,7 +42,7 @@ public:
     void Run() {
         TellMissingMasks();
         TellIdleMasks();
-        if (!m_Board.picture.IsReadable() || KeysCoverTooMuch()) return;
+        if (!m_Board.picture.IsReadable() || KeysCoverTooMuch(m_Board)) return;
         for (const auto& [key, rects] : m_Board.layout)
             if (key < m_Skin.characters.size()) CheckKey(key, rects);
     }
@@ -54,7 +54,8 @@ private:
             if (!m_Board.masks[plane].isPresent) missing.insert(plane);
         if (!missing.empty())
             m_Remarks.Add(m_Board.kind, missing,
-                          "can be brought up but has no mask: nothing is drawn; add " + MaskNames(missing));
+                          "can be brought up but has no mask" + m_Remarks.Called(MaskNames(missing)) +
+                              ": nothing is drawn");
     }
 
     void TellIdleMasks() {
@@ -62,8 +63,9 @@ private:
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
             if (m_Board.masks[plane].isPresent && !m_Reached.contains(plane)) idle.insert(plane);
         if (!idle.empty())
-            m_Remarks.Add(m_Board.kind, idle,
-                          "no key brings this up: add one, or leave out " + MaskNames(idle));
+            m_Remarks.Add(
+                m_Board.kind, idle,
+                "no key brings this up: add one, or leave out the mask" + m_Remarks.Called(MaskNames(idle)));
     }
 
     std::string MaskNames(const PlaneSet& planes) const {
@@ -73,23 +75,11 @@ private:
         return names;
     }
 
-    // By the bounds of each, which is what reading their ink costs. Only a damaged layout's do.
-    bool KeysCoverTooMuch() const {
-        constexpr std::int64_t kMostCover = 16;
-        const Size picture = m_Board.picture.GetSize();
-        std::int64_t covered = 0;
-        for (const auto& [key, rects] : m_Board.layout) {
-            const Rect bounds = BoundsOf(rects, picture);
-            covered += std::int64_t{std::max(bounds.Width(), 0)} * std::max(bounds.Height(), 0);
-        }
-        return covered > kMostCover * picture.width * picture.height;
-    }
-
     void CheckKey(std::uint16_t key, const std::vector<Rect>& rects) {
         std::map<std::string, PlaneSet> found;
         for (std::size_t plane : m_Reached) {
             const SkinBitmap& mask = m_Board.masks[plane];
-            if (mask.depth != 1 || mask.GetSize() != m_Board.picture.GetSize()) continue;
+            if (!IsMaskOf(mask, m_Board)) continue;
             const std::string text = Compare(key, rects, plane, FindInk(mask.pixels, rects));
             if (!text.empty()) found[text].insert(plane);
         }
@@ -128,7 +118,8 @@ void CheckLanguage2(const SkinModule& skin, const Reach& reach, RemarkList& rema
         return std::ranges::any_of(planes, [](std::size_t plane) { return plane >= kSlotCount / 2; });
     };
     if ((hasLanguage2(reach.portrait) || hasLanguage2(reach.landscape)) && !skin.hasSecondLanguage)
-        remarks.Add("language 2 can be switched to but LOCALE_CHARSET is missing: its keys type nothing");
+        remarks.Add("language 2 can be switched to but has no characters" + remarks.Called("LOCALE_CHARSET") +
+                    ": its keys type nothing");
 }
 
 }  // namespace
@@ -140,8 +131,8 @@ void CheckPlanes(const SkinModule& skin, const Screen& screen, RemarkList& remar
         const SkinBoard& board = skin.Board(kind);
         if (!screen.Uses(kind)) continue;
         if (kind == BoardKind::Digits && reach.digits && !board.picture.isPresent)
-            remarks.Add(kind,
-                        "the key \"digits\" leads here but the picture DIGIT_KEYBOARD_BITMAP is missing");
+            remarks.Add(kind, "the key \"digits\" leads here but the picture is missing" +
+                                  remarks.Called(PictureResource(kind)));
         if (board.picture.isPresent) PlaneCheck(skin, board, reach.Planes(kind), remarks).Run();
     }
 }

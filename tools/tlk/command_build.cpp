@@ -26,7 +26,7 @@ struct Arguments {
     std::string output;
     std::string font = TLK_FONT;
     std::string screen;
-    std::string processor = "x86-64";
+    std::string processor = "arm";
 };
 
 const std::map<std::string, Processor>& Processors() {
@@ -62,14 +62,21 @@ void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
 void Build(const Arguments& arguments) {
     const Bytes text = ReadFile(arguments.source);
     try {
-        const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen);
-        const Font font = OpenFont(skin, arguments.font);
-        const Bytes file = WriteModule(CompileSkin(skin, font), Processors().at(arguments.processor));
+        FaultList faults;
+        const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen, faults);
+        std::vector<Resource> resources;
+        // Drawing may find more than reading did.
+        if (faults.IsEmpty() || !skin.portrait.rows.empty())
+            faults.Try([&] { resources = CompileSkin(skin, OpenFont(skin, arguments.font)); });
+        faults.Throw();
+        const Bytes file = WriteModule(std::move(resources), Processors().at(arguments.processor));
         WriteFile(arguments.output, file);
         const Module module = Module::Parse(file);
         const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
         TellUnusedLanguage(skin, std::cerr);
         TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
+        std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")
+                  << ProcessorName(module.GetFacts().machine) << '\n';
     } catch (const SourceError& error) {
         FailAt(error, arguments.source);
     }
@@ -140,7 +147,8 @@ Command DescribeBuild(CLI::App& app) {
         ->capture_default_str();
     pOptions
         ->add_option("--processor", arguments->processor,
-                     "Whose loader takes the file: x86-64 (the simulator, Windows), x86, or arm (a handheld)")
+                     "Whose loader takes the file: arm (a handheld; the simulator takes all), x86 or x86-64 "
+                     "(Windows)")
         ->check(CLI::IsMember(Processors()))
         ->capture_default_str();
     return {pOptions, [arguments] { return Run(*arguments); }};

@@ -47,14 +47,15 @@ Status Run(const Arguments& arguments) {
     Checked checked{module, arguments.skin, arguments.screen};
     const Size screen = ScreenFor(checked);
     const SourcePlaces places = ReadPlaces(arguments.source, screen);
-    checked.pPlaces = &places;
+    if (!arguments.source.empty()) checked.pPlaces = &places;
     const std::size_t count = TellRemarks(checked, "", std::cout);
     std::cout << arguments.skin << ": "
               << (count == 0   ? "good"
                   : count == 1 ? "1 remark"
                                : std::to_string(count) + " remarks")
               << " for a screen of " << screen.width << 'x' << screen.height
-              << (arguments.screen.empty() ? ", taken from its pictures" : "") << '\n';
+              << (arguments.screen.empty() ? ", taken from its pictures," : "") << " and "
+              << ProcessorName(module.GetFacts().machine) << '\n';
     return count == 0 ? kDone : kRemarks;
 }
 

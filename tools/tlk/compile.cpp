@@ -58,9 +58,13 @@ public:
         : m_Skin(skin), m_Font(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
-        AddPortrait();
-        if (m_Skin.landscape) AddLandscape(*m_Skin.landscape);
-        if (m_Skin.digits) AddDigits(*m_Skin.digits);
+        TryAll([this] { AddPortrait(); },
+               [this] {
+                   if (m_Skin.landscape) AddLandscape(*m_Skin.landscape);
+               },
+               [this] {
+                   if (m_Skin.digits) AddDigits(*m_Skin.digits);
+               });
         if (m_HasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
         // Only its presence counts.
         if (m_Skin.swipeOnly) Add(ResourceKind::Data, "SWIPE_ONLY", {1});
@@ -72,28 +76,32 @@ private:
     void AddPortrait() {
         const Layout layout = LayOut(m_Skin, m_Skin.portrait);
         Plane plane;
-        if (m_Skin.capsRect && !m_Skin.HasSquareScreen()) {
-            if (const auto area = FindCapsRect(m_Skin, layout)) {
-                Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
-                plane.backspaceFollowsShift = Holds(*area, layout, function_key::kBackspace);
-            }
-        }
-        AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout);
-        AddMasks(BoardKind::Portrait, layout, plane);
+        TryAll([&] { plane.backspaceFollowsShift = AddCapsRect(layout); },
+               [&] { AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout); },
+               [&] { AddMasks(BoardKind::Portrait, layout, plane); });
+    }
+
+    // Answers whether Backspace is drawn by Shift alone, like the keys of the CAPS rectangle.
+    bool AddCapsRect(const Layout& layout) {
+        if (!m_Skin.capsRect || m_Skin.HasSquareScreen()) return false;
+        const auto area = FindCapsRect(m_Skin, layout);
+        if (!area) return false;
+        Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
+        return Holds(*area, layout, function_key::kBackspace);
     }
 
     void AddLandscape(const Board& board) {
         const Layout layout = LayOut(m_Skin, board);
-        AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout);
-        AddMasks(BoardKind::Landscape, layout, Plane{});
+        TryAll([&] { AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout); },
+               [&] { AddMasks(BoardKind::Landscape, layout, Plane{}); });
     }
 
     void AddDigits(const Board& board) {
         const Layout layout = LayOut(m_Skin, board);
-        AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout);
         Plane plane;
         plane.digits = true;
-        AddMask(MaskResource(BoardKind::Digits, kDigitPlane), layout, plane);
+        TryAll([&] { AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout); },
+               [&] { AddMask(MaskResource(BoardKind::Digits, kDigitPlane), layout, plane); });
     }
 
     void AddBoard(const char* picture, const char* records, const Layout& layout) {
@@ -104,8 +112,10 @@ private:
     }
 
     void AddMasks(BoardKind board, const Layout& layout, Plane plane) {
+        FaultList faults;
         for (plane.slot = 0; plane.slot < kSlotCount; ++plane.slot)
-            if (CanShow(plane)) AddMask(MaskResource(board, plane.slot), layout, plane);
+            if (CanShow(plane)) faults.Try([&] { AddMask(MaskResource(board, plane.slot), layout, plane); });
+        faults.Throw();
     }
 
     // A plane that no key brings up is left out. A stroke upwards from the language key is an umlaut key.
@@ -127,12 +137,14 @@ private:
     }
 
     void RequireArtUsed() const {
-        for (const auto& [name, file] : m_Skin.art)
+        TryEach(m_Skin.art, [this](const auto& art) {
+            const auto& [name, file] = art;
             if (std::ranges::find(m_Resources, name, &Resource::name) == m_Resources.end())
-                throw SourceError(
-                    file.place,
-                    "the skin has no " + name + " that " + file.path +
-                        " could replace: add the keyboard or the key that shows it, or remove the line");
+                throw SourceError(file.place,
+                                  "the skin has nothing that " + file.path +
+                                      " could replace: add the keyboard or the key that shows it, or remove "
+                                      "the line");
+        });
     }
 
     void Add(ResourceKind kind, std::string name, Bytes data) {

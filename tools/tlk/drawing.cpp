@@ -180,11 +180,12 @@ private:
 
 Mask DrawMask(const Skin& skin, const Layout& layout, const Font& font, const Plane& plane) {
     MaskDrawing drawing(skin, font, plane, layout);
-    for (const Key& key : layout.keys)
+    TryEach(layout.keys, [&](const Key& key) {
         for (auto rect = key.rects.begin(); rect != key.rects.end(); ++rect)
             // A bent key shows its glyph once, a key in two places twice.
             if (std::none_of(key.rects.begin(), rect, [&](const Rect& r) { return r.Touches(*rect); }))
                 drawing.DrawKey(key, *rect);
+    });
     return drawing.Take();
 }
 

@@ -20,15 +20,6 @@ std::string Hex(unsigned value, int digits) {
     return text.str();
 }
 
-std::string MachineName(std::uint16_t machine) {
-    constexpr std::pair<std::uint16_t, const char*> kMachines[] = {
-        {0x014C, "x86"},   {0x0166, "MIPS R4000"}, {0x01A2, "SH3"},    {0x01A6, "SH4"},  {0x01C0, "ARM"},
-        {0x01C2, "Thumb"}, {0x0266, "MIPS16"},     {0x8664, "x86-64"}, {0xAA64, "ARM64"}};
-    for (const auto& [number, name] : kMachines)
-        if (number == machine) return name;
-    return machine == 0 ? "any machine" : "machine 0x" + Hex(machine, 4);
-}
-
 // A character as it looks, or its number where it would not show.
 std::string Show(char16_t unit) {
     const bool isInvisible = unit <= u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0xAD ||
@@ -52,7 +43,7 @@ public:
 private:
     void DumpFacts(const Module::Facts& facts) {
         m_Out << "file of " << facts.fileSize << " bytes: " << (facts.isLibrary ? "library" : "program")
-              << " for " << MachineName(facts.machine) << ", "
+              << " for " << ProcessorName(facts.machine) << ", "
               << (facts.entryPoint == 0 ? "no entry point" : "entry point 0x" + Hex(facts.entryPoint, 8))
               << ", " << (facts.timeStamp == 0 ? "no time stamp" : "time stamp 0x" + Hex(facts.timeStamp, 8))
               << '\n';

@@ -7,6 +7,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "name_list.h"
+
 namespace tlk {
 namespace {
 
@@ -89,9 +91,15 @@ void WriteFile(const std::string& path, const Bytes& bytes) {
 }
 
 void FailAt(const SourceError& error, const std::string& source) {
-    const std::string& file = error.Place().file;
-    const std::string line = error.Line() == 0 ? "" : ":" + std::to_string(error.Line());
-    throw FileError((file.empty() ? source : file) + line + ": " + error.what());
+    std::string lines;
+    for (const SourceFault& fault : error.Faults()) {
+        const auto& [file, line] = fault.place;
+        AppendName(lines,
+                   (file.empty() ? source : file) + (line == 0 ? "" : ":" + std::to_string(line)) + ": " +
+                       fault.text,
+                   "\n");
+    }
+    throw FileError(lines);
 }
 
 }  // namespace tlk

@@ -19,8 +19,8 @@ namespace tlk {
 // write-protected or begins in another way, which is no file of this kind, is not replaced. Throws FileError.
 void WriteFile(const std::string& path, const Bytes& bytes);
 
-// Throws the fault of a source as a FileError, with its file and line in front; `source` is the file when the
-// fault names none.
+// Throws the faults of a source as a FileError, a line for each with its file and line in front; `source` is
+// the file when a fault names none.
 [[noreturn]] void FailAt(const SourceError& error, const std::string& source);
 
 }  // namespace tlk

@@ -83,21 +83,29 @@ std::vector<int> RowEdges(const Board& board) {
     return edges;
 }
 
+void RequireRoom(const Skin& skin, std::uint16_t key, const Rect& rect, const SourcePlace& place) {
+    if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
+        throw SourceError(place, "key '" + NameKey(skin.characters, key) + "' would be smaller than " +
+                                     std::to_string(kSmallestCell) +
+                                     " pixels: use fewer keys or rows, or other weights");
+}
+
 void PlaceRows(const Skin& skin, Layout& layout, const std::vector<Row>& rows, const Rect& area,
                const std::vector<int>& lines) {
+    FaultList faults;
     for (std::size_t r = 0; r < rows.size(); ++r) {
         const Row& row = rows[r];
         const std::vector<int> columns = Divide(area.Width(), Weights(row));
         for (std::size_t c = 0; c < row.keys.size(); ++c) {
             const Rect rect{area.left + columns[c], area.top + lines[r], area.left + columns[c + 1] - 1,
                             area.top + lines[r + 1] - 1};
-            if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
-                throw SourceError(row.place, "key '" + NameKey(skin.characters, row.keys[c].key) +
-                                                 "' would be smaller than " + std::to_string(kSmallestCell) +
-                                                 " pixels: use fewer keys or rows, or other weights");
-            AddRect(skin, layout, row.keys[c].key, rect, row.place);
+            faults.Try([&] {
+                RequireRoom(skin, row.keys[c].key, rect, row.place);
+                AddRect(skin, layout, row.keys[c].key, rect, row.place);
+            });
         }
     }
+    faults.Throw();
 }
 
 bool Intersect(const Rect& a, const Rect& b) {
@@ -146,12 +154,19 @@ void ChangeKey(const Skin& skin, Layout& layout, std::uint16_t index, const KeyC
 Layout LayOut(const Skin& skin, const Board& board) {
     Layout layout{board.size, {}};
     const Size filled = board.filled;
-    PlaceRows(skin, layout, board.rows, {0, 0, filled.width - 1, filled.height - 1}, RowEdges(board));
-    if (!board.wide.empty())
-        PlaceRows(skin, layout, board.wide, board.WideArea(),
-                  DivideEvenly(board.WideArea().Height(), board.wide.size()));
-    for (const auto& [key, change] : board.changes)
-        ChangeKey(skin, layout, key, change);
+    TryAll(
+        [&] {
+            PlaceRows(skin, layout, board.rows, {0, 0, filled.width - 1, filled.height - 1}, RowEdges(board));
+        },
+        [&] {
+            if (!board.wide.empty())
+                PlaceRows(skin, layout, board.wide, board.WideArea(),
+                          DivideEvenly(board.WideArea().Height(), board.wide.size()));
+        },
+        [&] {
+            TryEach(board.changes,
+                    [&](const auto& change) { ChangeKey(skin, layout, change.first, change.second); });
+        });
     return layout;
 }
 

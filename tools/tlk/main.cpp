@@ -6,8 +6,34 @@
 
 #include "command.h"
 #include "errors.h"
+#include "name_list.h"
+#include "suggestion.h"
 
 namespace {
+
+// What the command line was probably meant to say; empty when nothing is near.
+std::string Suggest(const CLI::App& app, int argc, char** argv) {
+    const std::string named = argc > 1 ? argv[1] : "";
+    const CLI::App* command = nullptr;
+    std::string commands;
+    for (const CLI::App* known : app.get_subcommands({})) {
+        tlk::AppendName(commands, known->get_name());
+        if (known->get_name() == named) command = known;
+    }
+    std::string options;
+    for (const CLI::Option* option : (command ? *command : app).get_options())
+        for (const std::string& name : option->get_lnames())
+            tlk::AppendName(options, "--" + name);
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word =
+            std::string_view(argv[i]).substr(0, std::string_view(argv[i]).find('='));
+        const bool isOption = word.starts_with("--");
+        if (!isOption && (command || i > 1)) continue;
+        const auto near = tlk::FindNearest(word, isOption ? options : commands);
+        if (near && *near != word) return "did you mean '" + *near + "'?\n";
+    }
+    return {};
+}
 
 tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
     const tlk::Command commands[] = {tlk::DescribeBuild(app), tlk::DescribeCheck(app), tlk::DescribeDump(app),
@@ -15,7 +41,9 @@ tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? tlk::kDone : tlk::kFailed;
+        if (app.exit(error) == 0) return tlk::kDone;
+        std::cerr << Suggest(app, argc, argv);
+        return tlk::kFailed;
     }
     for (const tlk::Command& command : commands)
         if (*command.pOptions) return command.run();

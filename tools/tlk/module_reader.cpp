@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iomanip>
+#include <sstream>
 
 #include "errors.h"
 
@@ -151,6 +153,18 @@ std::optional<View> Module::Find(ResourceKind kind, std::string_view name) const
     for (const Entry& entry : m_Entries)
         if (EqualNames(entry.type, type) && EqualNames(entry.name, name)) return entry.data;
     return std::nullopt;
+}
+
+std::string ProcessorName(std::uint16_t machine) {
+    constexpr std::pair<std::uint16_t, const char*> kProcessors[] = {
+        {0x0000, "any processor"}, {0x014C, "x86"},  {0x0166, "MIPS R4000"}, {0x01A2, "SH3"},
+        {0x01A6, "SH4"},           {0x01C0, "ARM"},  {0x01C2, "Thumb"},      {0x0266, "MIPS16"},
+        {0x8664, "x86-64"},        {0xAA64, "ARM64"}};
+    for (const auto& [number, name] : kProcessors)
+        if (number == machine) return name;
+    std::ostringstream number;
+    number << "machine 0x" << std::hex << std::uppercase << std::setw(4) << std::setfill('0') << machine;
+    return number.str();
 }
 
 }  // namespace tlk

@@ -50,4 +50,7 @@ private:
     std::vector<Entry> m_Entries;
 };
 
+// Of a file's machine number: "ARM", "x86-64", ...
+[[nodiscard]] std::string ProcessorName(std::uint16_t machine);
+
 }  // namespace tlk

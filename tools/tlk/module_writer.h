@@ -22,6 +22,6 @@ struct Resource {
 enum class Processor { X64, X86, Arm };
 
 // A resource-only library: no code, no entry point, no time stamp. Equal resources give equal bytes.
-[[nodiscard]] Bytes WriteModule(std::vector<Resource> resources, Processor processor = Processor::X64);
+[[nodiscard]] Bytes WriteModule(std::vector<Resource> resources, Processor processor = Processor::Arm);
 
 }  // namespace tlk

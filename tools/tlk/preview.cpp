@@ -15,10 +15,20 @@ constexpr Color kLabel{0xFF, 0xFF, 0xFF};
 // Pixels per em: the smallest that can be read.
 constexpr int kLabelSize = 9;
 
-const Picture& Need(const SkinBitmap& bitmap, const std::string& name) {
-    if (!bitmap.isPresent) throw FileError("the skin has no bitmap " + name);
-    if (!bitmap.IsReadable()) throw FileError("bitmap " + name + " is of a kind that cannot be shown");
+// `what` is the thing in the words of a source, `name` what the file calls it.
+const Picture& Need(const SkinBitmap& bitmap, const std::string& what, const std::string& name) {
+    if (!bitmap.isPresent) throw FileError("the skin has no " + what + " (" + name + ")");
+    if (!bitmap.IsReadable())
+        throw FileError("the " + what + " (" + name + ") cannot be shown: it is damaged");
     return bitmap.pixels;
+}
+
+const Picture& NeedPicture(const SkinModule& skin, const SkinBoard& board) {
+    const std::string name(BoardName(board.kind));
+    const Size upright = skin.portrait.picture.GetSize();
+    if (board.kind == BoardKind::Landscape && !board.picture.isPresent && upright.width == upright.height * 4)
+        throw FileError("the skin has no [landscape]: it is for a square screen, which has none");
+    return Need(board.picture, "[" + name + "] keyboard", std::string(PictureResource(board.kind)));
 }
 
 // From the left and top edge up to the right and bottom edge, which stay out.
@@ -37,7 +47,7 @@ struct Area {
 class Composition {
 public:
     Composition(const SkinModule& skin, const View& view) : m_Board(skin.Board(view.Board())) {
-        m_pPicture = &Need(m_Board.picture, std::string(PictureResource(m_Board.kind)));
+        m_pPicture = &NeedPicture(skin, m_Board);
         m_pMask = &MaskOf(view.plane);
         if (!view.hasCapsLock || m_Board.kind != BoardKind::Portrait || !skin.capsRect) return;
         const Rect& rect = *skin.capsRect;
@@ -59,7 +69,8 @@ public:
 
 private:
     const Picture& MaskOf(std::size_t plane) const {
-        return Need(m_Board.masks[plane], MaskResource(m_Board.kind, plane));
+        return Need(m_Board.masks[plane], "plane " + std::string(PlaneName(plane)) + ": no key brings it up",
+                    MaskResource(m_Board.kind, plane));
     }
 
     static bool Shows(const Picture& mask, int x, int y) {

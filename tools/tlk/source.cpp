@@ -10,6 +10,7 @@
 #include "name_list.h"
 #include "source_boards.h"
 #include "source_files.h"
+#include "suggestion.h"
 
 namespace tlk {
 namespace {
@@ -18,6 +19,7 @@ namespace {
 constexpr double kPlainWidth = 240;
 
 constexpr int kLargestHeight = 2048;
+constexpr Size kUsualScreen{240, 320};
 
 std::optional<Size> ParseUprightScreen(std::string_view text) {
     const auto size = ParseScreen(text);
@@ -28,26 +30,33 @@ class SourceReader {
 public:
     SourceReader(toml::table& root, std::string_view screen) : m_Root(root), m_WantedScreen(screen) {}
 
-    Skin Read() {
+    Skin Read(FaultList& faults) {
         const Section file{"", &m_Root};
-        ChooseScreen(file);
-        AllowKeys(file,
-                  {"screens", "screen", "arrangement", "caps_rect", "swipe_only", "font", "palette", "colors",
-                   "labels", "portrait", "landscape", "digits", "key", "art", "language1", "language2"});
+        faults.Try([&] { ChooseScreen(file); });
+        const bool isKnown = faults.Try([&] {
+            AllowKeys(file, {"screens", "screen", "arrangement", "caps_rect", "swipe_only", "font", "palette",
+                             "colors", "labels", "portrait", "landscape", "digits", "key", "art", "language1",
+                             "language2"});
+        });
         m_Skin.characters = BuiltInCharacters();
-        ReadGeneral(file);
-        ReadFont(file);
-        ReadPalette(file);
-        ReadLabels(file);
-        ReadBoards(file, m_Skin);
-        ReadArt(file);
-        ReadLanguages(file);
+        faults.Try([&] { ReadGeneral(file); });
+        faults.Try([&] { ReadFont(file); });
+        faults.Try([&] { ReadPalette(file); });
+        faults.Try([&] { ReadLabels(file); });
+        // What follows from another fault is not told: keys of a misspelt arrangement, or [portait] as none.
+        if (m_Skin.arrangement) {
+            if (isKnown || file.Find("portrait")) faults.Try([&] { ReadKeyboards(file); });
+            faults.Try([&] { ReadLanguages(file); });
+        }
+        faults.Try([&] { ReadArt(file); });
         m_Skin.scale = std::max(1, static_cast<int>(std::lround(m_Skin.portrait.size.width / kPlainWidth)));
         return std::move(m_Skin);
     }
 
 private:
+    // Some screen is chosen even then when it has a fault, so that the rest of the source can be read.
     void ChooseScreen(const Section& file) {
+        m_Skin.screen = ParseUprightScreen(m_WantedScreen);
         const toml::array* screens = FindArray(file, "screens");
         if (!screens) {
             if (!m_WantedScreen.empty())
@@ -55,9 +64,10 @@ private:
                                                        std::string(m_WantedScreen) + "\"]");
             return;
         }
+        if (!m_Skin.screen) m_Skin.screen = kUsualScreen;
         std::string list;
         std::string chosen;
-        for (const toml::node& node : *screens) {
+        TryEach(*screens, [&](const toml::node& node) {
             const std::string_view name = ReadString(node, "each of 'screens'");
             if (!ParseUprightScreen(name))
                 Fail(node,
@@ -65,85 +75,115 @@ private:
             AppendName(list, name);
             m_Skin.screens.emplace_back(name);
             if (chosen.empty() && (m_WantedScreen.empty() || m_WantedScreen == name)) chosen = name;
-        }
+        });
         if (chosen.empty())
-            Fail(*screens, "this skin is not for the screen " + std::string(m_WantedScreen) + ": use " +
-                               list + ", or add it to 'screens'");
-        RequireListed(file, list);
+            Fail(*screens, "this skin is not for the screen " + std::string(m_WantedScreen) +
+                               ": add it to 'screens', or " + Advise(m_WantedScreen, list));
         m_Skin.screen = ParseUprightScreen(chosen);
         ApplyScreen(m_Root, chosen);
     }
 
-    // A differing screen that is never built is a slip.
-    static void RequireListed(const Section& file, const std::string& list) {
-        const auto screens = FindTable(file, "screen");
-        if (!screens) return;
-        for (const auto& [name, node] : *screens->table)
-            if ((", " + list + ",").find(" " + std::string(name.str()) + ",") == std::string::npos)
-                Fail(node, "'screens' does not list " + Quote(name.str()) + ": it lists " + list);
+    // Their faults leave none of them, as what they lack might be missed elsewhere.
+    void ReadKeyboards(const Section& file) {
+        try {
+            ReadBoards(file, m_Skin);
+        } catch (const SourceError&) {
+            m_Skin.portrait.rows.clear();
+            throw;
+        }
     }
 
     void ReadGeneral(const Section& file) {
-        m_Skin.arrangement = FindArrangement("full");
-        if (const toml::node* node = file.Find("arrangement")) {
-            m_Skin.arrangement = FindArrangement(ReadString(*node, "'arrangement'"));
-            if (!m_Skin.arrangement) Fail(*node, "'arrangement' must be one of " + ArrangementNames());
-        }
-        m_Skin.capsRect = FindBoolean(file, "caps_rect", true);
-        m_Skin.swipeOnly = FindBoolean(file, "swipe_only", false);
+        TryAll([&] { ReadArrangement(file); },
+               [&] { m_Skin.capsRect = FindBoolean(file, "caps_rect", true); },
+               [&] { m_Skin.swipeOnly = FindBoolean(file, "swipe_only", false); });
+    }
+
+    void ReadArrangement(const Section& file) {
+        const toml::node* node = file.Find("arrangement");
+        const std::string_view name = node ? ReadString(*node, "'arrangement'") : "full";
+        m_Skin.arrangement = FindArrangement(name);
+        if (!m_Skin.arrangement)
+            Fail(*node, "there is no arrangement " + Quote(name) + ": " + Advise(name, ArrangementNames()));
     }
 
     void ReadFont(const Section& file) {
         const auto font = FindTable(file, "font");
         if (!font) return;
-        AllowKeys(*font, {"file", "size", "words"});
-        for (auto [key, size] : {std::pair{"size", &m_Skin.font.characters}, {"words", &m_Skin.font.words}})
+        const auto readSize = [&font](const char* key, int& size) {
             if (const toml::node* node = font->Find(key))
-                *size = ReadInteger(*node, font->Describe(key), 7, 64);
-        // Either beside the source or, by its mere name, beside the tool's own font.
-        if (const toml::node* node = font->Find("file")) {
-            const std::string_view name = ReadString(*node, font->Describe("file"));
-            const std::string path = ResolvePath(*node, name);
-            m_Skin.fontFile =
-                FontFile{PlaceOf(*node), std::filesystem::exists(path) ? path : std::string(name)};
-        }
+                size = ReadInteger(*node, font->Describe(key), 7, 64);
+        };
+        TryAll(
+            [&] {
+                AllowKeys(*font, {"file", "size", "words"});
+            },
+            [&] { readSize("size", m_Skin.font.characters); }, [&] { readSize("words", m_Skin.font.words); },
+            [&] { ReadFontFile(*font); });
+    }
+
+    // Either beside the source or, by its mere name, beside the tool's own font.
+    void ReadFontFile(const Section& font) {
+        const toml::node* node = font.Find("file");
+        if (!node) return;
+        const std::string_view name = ReadString(*node, font.Describe("file"));
+        const std::string path = ResolvePath(*node, name);
+        m_Skin.fontFile = FontFile{PlaceOf(*node), std::filesystem::exists(path) ? path : std::string(name)};
     }
 
     void ReadPalette(const Section& file) {
         m_Skin.palette = DefaultPalette();
-        if (const toml::node* node = file.Find("palette")) {
-            const std::string_view name = ReadString(*node, "'palette'");
-            if (name.ends_with(".toml")) {
-                const toml::table colors = ReadPaletteFile(*node, name);
-                ReadColors(Section{"", &colors});
-            } else if (const auto palette = FindPalette(name)) {
-                m_Skin.palette = *palette;
-            } else {
-                Fail(*node,
-                     "'palette' must be one of " + PaletteNames() + ", or a file such as \"mine.toml\"");
-            }
+        TryAll([&] { ReadNamedPalette(file); },
+               [&] {
+                   if (const auto colors = FindTable(file, "colors")) ReadColors(*colors);
+               });
+    }
+
+    void ReadNamedPalette(const Section& file) {
+        const toml::node* node = file.Find("palette");
+        if (!node) return;
+        const std::string_view name = ReadString(*node, "'palette'");
+        if (name.ends_with(".toml")) {
+            const toml::table colors = ReadPaletteFile(*node, name);
+            ReadColors(Section{"", &colors});
+        } else if (const auto palette = FindPalette(name)) {
+            m_Skin.palette = *palette;
+        } else {
+            Fail(*node, "there is no palette " + Quote(name) + ": name a file such as \"mine.toml\", or " +
+                            Advise(name, PaletteNames()));
         }
-        if (const auto colors = FindTable(file, "colors")) ReadColors(*colors);
     }
 
     void ReadColors(const Section& colors) {
-        AllowKeys(colors, {"style", "glyphs", "background", "letter", "number", "symbol", "function"});
         Palette& palette = m_Skin.palette;
-        palette.style = ReadChoice(
-            colors, "style", palette.style,
-            {{"bevel", FaceStyle::Bevel}, {"gradient", FaceStyle::Gradient}, {"flat", FaceStyle::Flat}});
-        palette.glyphs = ReadChoice(colors, "glyphs", palette.glyphs,
-                                    {{"dark", GlyphTone::Dark}, {"light", GlyphTone::Light}});
-        if (const toml::node* node = colors.Find("background"))
-            palette.background = ReadColor(*node, colors.Describe("background"));
         const auto read = [&colors](const char* key, Shade& shade) {
             if (const toml::node* node = colors.Find(key)) shade = ReadShade(*node, colors.Describe(key));
         };
-        read("letter", palette.letter);
-        if (colors.Find("letter")) palette.number = palette.symbol = palette.letter;
-        read("number", palette.number);
-        read("symbol", palette.symbol);
-        read("function", palette.function);
+        TryAll(
+            [&] {
+                AllowKeys(colors,
+                          {"style", "glyphs", "background", "letter", "number", "symbol", "function"});
+            },
+            [&] {
+                palette.style = ReadChoice(colors, "style", palette.style,
+                                           {{"bevel", FaceStyle::Bevel},
+                                            {"gradient", FaceStyle::Gradient},
+                                            {"flat", FaceStyle::Flat}});
+            },
+            [&] {
+                palette.glyphs = ReadChoice(colors, "glyphs", palette.glyphs,
+                                            {{"dark", GlyphTone::Dark}, {"light", GlyphTone::Light}});
+            },
+            [&] {
+                if (const toml::node* node = colors.Find("background"))
+                    palette.background = ReadColor(*node, colors.Describe("background"));
+            },
+            [&] {
+                read("letter", palette.letter);
+                if (colors.Find("letter")) palette.number = palette.symbol = palette.letter;
+            },
+            [&] { read("number", palette.number); }, [&] { read("symbol", palette.symbol); },
+            [&] { read("function", palette.function); });
     }
 
     template <class Value>
@@ -157,44 +197,56 @@ private:
             if (name == text) return value;
             AppendName(names, name);
         }
-        Fail(*node, section.Describe(key) + " must be one of " + names);
+        Fail(*node, section.Describe(key) + " cannot be " + Quote(text) + ": " + Advise(text, names));
     }
 
     void ReadLabels(const Section& file) {
         const auto labels = FindTable(file, "labels");
         if (!labels) return;
-        for (const auto& [name, node] : *labels->table) {
+        TryEach(*labels->table, [&](const auto& entry) {
+            const auto& [name, node] = entry;
             const auto key = FindFunction(name.str());
             if (!key)
-                Fail(node, "there is no function key " + Quote(name.str()) + ": use " + FunctionNames());
+                Fail(node, "there is no function key " + Quote(name.str()) + ": " +
+                               Advise(name.str(), FunctionNames()));
             m_Skin.labels[*key] = ReadLabel(node, labels->Describe(name.str()));
-        }
+        });
     }
 
     void ReadArt(const Section& file) {
         const auto art = FindTable(file, "art");
         if (!art) return;
-        for (const auto& [name, node] : *art->table) {
+        TryEach(*art->table, [&](const auto& entry) {
+            const auto& [name, node] = entry;
             const std::string resource = FindArtResource(name.str());
             if (resource.empty())
-                Fail(node, "there is no picture or mask " + Quote(name.str()) + ": use " + ArtNames());
+                Fail(node, "there is no picture or mask " + Quote(name.str()) + ": " +
+                               Advise(name.str(), ArtNames()));
             m_Skin.art[resource] = {PlaceOf(node),
                                     ResolvePath(node, ReadString(node, art->Describe(name.str())))};
-        }
+        });
     }
 
     void ReadLanguages(const Section& file) {
-        if (const auto language = FindTable(file, "language1")) {
-            AllowKeys(*language, {"name"});
-            ReadLanguageName(*language, 0);
-        }
-        if (const auto language = FindTable(file, "language2")) {
-            AllowKeys(*language, {"name", "keys", "umlaut"});
-            m_Skin.language2 = PlaceOf(*language->table);
-            ReadLanguageName(*language, 1);
-            ReadCharacters(*language, "keys", 4);
-            ReadCharacters(*language, "umlaut", 6);
-        }
+        TryAll([&] { ReadLanguage1(file); }, [&] { ReadLanguage2(file); });
+    }
+
+    void ReadLanguage1(const Section& file) {
+        const auto language = FindTable(file, "language1");
+        if (!language) return;
+        TryAll([&] { AllowKeys(*language, {"name"}); }, [&] { ReadLanguageName(*language, 0); });
+    }
+
+    void ReadLanguage2(const Section& file) {
+        const auto language = FindTable(file, "language2");
+        if (!language) return;
+        m_Skin.language2 = PlaceOf(*language->table);
+        TryAll(
+            [&] {
+                AllowKeys(*language, {"name", "keys", "umlaut"});
+            },
+            [&] { ReadLanguageName(*language, 1); }, [&] { ReadCharacters(*language, "keys", 4); },
+            [&] { ReadCharacters(*language, "umlaut", 6); });
     }
 
     void ReadLanguageName(const Section& language, std::size_t index) {
@@ -208,7 +260,8 @@ private:
     void ReadCharacters(const Section& language, std::string_view name, std::size_t slot) {
         const auto section = FindTable(language, name);
         if (!section) return;
-        for (const auto& [key, node] : *section->table) {
+        TryEach(*section->table, [&](const auto& entry) {
+            const auto& [key, node] = entry;
             const std::u16string label = ToUtf16(key.str(), node);
             const auto index = label.size() == 1
                                    ? FindCharacter(m_Skin.characters, *m_Skin.arrangement, label[0])
@@ -218,7 +271,7 @@ private:
                                ": use a small character of the arrangement " +
                                Quote(m_Skin.arrangement->name));
             SetCharacters(*index, slot, ReadString(node, "key " + Quote(key.str())), node);
-        }
+        });
     }
 
     // Nothing at all leaves the key blank in this plane.
@@ -239,9 +292,16 @@ private:
 
 }  // namespace
 
+Skin ReadSource(std::string_view text, const std::string& path, std::string_view screen, FaultList& faults) {
+    toml::table root = ReadSourceFiles(text, path, faults);
+    return SourceReader(root, screen).Read(faults);
+}
+
 Skin ReadSource(std::string_view text, const std::string& path, std::string_view screen) {
-    toml::table root = ReadSourceFiles(text, path);
-    return SourceReader(root, screen).Read();
+    FaultList faults;
+    Skin skin = ReadSource(text, path, screen, faults);
+    faults.Throw();
+    return skin;
 }
 
 }  // namespace tlk

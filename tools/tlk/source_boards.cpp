@@ -5,6 +5,8 @@
 #include <charconv>
 #include <utility>
 
+#include "suggestion.h"
+
 namespace tlk {
 namespace {
 
@@ -26,19 +28,15 @@ public:
     BoardReader(const Section& file, Skin& skin) : m_File(file), m_Skin(skin) {}
 
     void Run() {
-        const auto portrait = FindTable(m_File, "portrait");
-        if (!portrait)
-            throw SourceError(PlaceOf(*m_File.table),
-                              "the keyboard is missing: add [portrait] with its rows");
-        m_Skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
-        ReadLandscape(*portrait);
-        if (const auto digits = FindTable(m_File, "digits")) {
-            m_Skin.digits = ReadBoard(BoardKind::Digits, *digits, nullptr);
-            RequireWayBack(*digits);
-        }
-        if (const toml::array* changes = FindArray(m_File, "key"))
-            for (const toml::node& change : *changes)
-                ReadChange(change);
+        FaultList faults;
+        m_IsWhole = faults.Try([this] { ReadPortrait(); });
+        m_IsWhole = faults.Try([this] { ReadLandscape(); }) && m_IsWhole;
+        m_IsWhole = faults.Try([this] { ReadDigits(); }) && m_IsWhole;
+        faults.Try([this] {
+            if (const toml::array* changes = FindArray(m_File, "key"))
+                TryEach(*changes, [this](const toml::node& change) { ReadChange(change); });
+        });
+        faults.Throw();
         SettlePlaces();
     }
 
@@ -47,14 +45,32 @@ private:
         return kind == BoardKind::Digits ? kDigitArrangement : *m_Skin.arrangement;
     }
 
-    // A known screen that can be turned always has it: without, the engine refuses the skin there.
-    void ReadLandscape(const Section& portrait) {
+    void ReadPortrait() {
+        const auto portrait = FindTable(m_File, "portrait");
+        if (!portrait)
+            throw SourceError(PlaceOf(*m_File.table),
+                              "the keyboard is missing: add [portrait] with its rows");
+        m_Skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
+    }
+
+    // A known screen that can be turned always has it: without, the engine refuses the skin there. Without
+    // rows of its own it waits for those of the upright screen to be mended.
+    void ReadLandscape() {
         if (m_Skin.HasSquareScreen()) return;
-        if (const auto landscape = FindTable(m_File, "landscape"))
+        const auto landscape = FindTable(m_File, "landscape");
+        if (!m_IsWhole && !(landscape && landscape->Find("rows"))) return;
+        if (landscape)
             m_Skin.landscape = ReadBoard(BoardKind::Landscape, *landscape, &m_Skin.portrait);
         else if (m_Skin.screen)
             m_Skin.landscape =
-                ReadBoard(BoardKind::Landscape, Section{portrait.name, &m_Nothing}, &m_Skin.portrait);
+                ReadBoard(BoardKind::Landscape, Section{"landscape", &m_Nothing}, &m_Skin.portrait);
+    }
+
+    void ReadDigits() {
+        const auto digits = FindTable(m_File, "digits");
+        if (!digits) return;
+        m_Skin.digits = ReadBoard(BoardKind::Digits, *digits, nullptr);
+        RequireWayBack(*digits);
     }
 
     void RequireWayBack(const Section& digits) const {
@@ -64,17 +80,24 @@ private:
 
     // Rows that the section leaves out are those of `usual`.
     Board ReadBoard(BoardKind kind, const Section& section, const Board* usual) const {
-        if (kind == BoardKind::Digits)
-            AllowKeys(section, {"size", "unit", "rows", "wide"});
-        else
-            AllowKeys(section, {"size", "unit", "rows"});
         Board board;
-        board.size = board.filled = ReadSize(kind, section);
-        board.rows = ReadRows(kind, section, "rows");
+        FaultList faults;
+        const bool isKnown = faults.Try([&] {
+            if (kind == BoardKind::Digits)
+                AllowKeys(section, {"size", "unit", "rows", "wide"});
+            else
+                AllowKeys(section, {"size", "unit", "rows"});
+        });
+        faults.Try([&] { board.size = board.filled = ReadSize(kind, section); });
+        faults.Try([&] { board.rows = ReadRows(kind, section, "rows"); });
         if (board.rows.empty() && usual) board.rows = usual->rows;
-        if (board.rows.empty())
-            Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
-        if (kind == BoardKind::Digits) FitOrientations(section, board);
+        // Perhaps they are there, but misspelt.
+        if (isKnown && board.rows.empty() && !section.Find("rows"))
+            faults.Try([&] {
+                Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
+            });
+        if (kind == BoardKind::Digits) faults.Try([&] { FitOrientations(section, board); });
+        faults.Throw();
         return board;
     }
 
@@ -84,8 +107,9 @@ private:
             unit = ReadInteger(*node, section.Describe("unit"), 1, kLargestSide);
         std::vector<Row> rows;
         if (const toml::array* texts = FindArray(section, name))
-            for (const toml::node& text : *texts)
+            TryEach(*texts, [&](const toml::node& text) {
                 rows.push_back(ReadRow(text, ArrangementOf(kind), unit));
+            });
         return rows;
     }
 
@@ -129,18 +153,24 @@ private:
     }
 
     Row ReadRow(const toml::node& node, const Arrangement& arrangement, double unit) const {
-        std::string_view text = ReadString(node, "a row");
+        const std::vector<std::string_view> words = SplitWords(ReadString(node, "a row"));
+        if (words.empty()) Fail(node, "a row without keys: name some, or remove it");
         Row row{PlaceOf(node), {}};
-        while (true) {
-            const std::size_t start = text.find_first_not_of(" \t\r\n");
-            if (start == std::string_view::npos) break;
-            text.remove_prefix(start);
-            const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n"));
+        TryEach(words, [&](std::string_view word) {
             row.keys.push_back(ReadRowKey(word, node, arrangement, unit));
-            text.remove_prefix(word.size());
-        }
-        if (row.keys.empty()) Fail(node, "a row without keys: name some, or remove it");
+        });
         return row;
+    }
+
+    static std::vector<std::string_view> SplitWords(std::string_view text) {
+        constexpr std::string_view kBlanks = " \t\r\n";
+        std::vector<std::string_view> words;
+        for (std::size_t start; (start = text.find_first_not_of(kBlanks)) != std::string_view::npos;) {
+            text.remove_prefix(start);
+            words.push_back(text.substr(0, text.find_first_of(kBlanks)));
+            text.remove_prefix(words.back().size());
+        }
+        return words;
     }
 
     // A character or a function's name, then perhaps ":" and a weight.
@@ -166,18 +196,31 @@ private:
     std::uint16_t RequireKey(std::string_view name, const toml::node& node,
                              const Arrangement& arrangement) const {
         if (const auto key = FindKey(name, arrangement)) return *key;
-        Fail(node, "there is no key " + Quote(name) + " here: use a small character of the arrangement " +
-                       Quote(arrangement.name) + " or one of " + FunctionNames());
+        const auto near = FindNearest(name, FunctionNames());
+        Fail(node, "there is no key " + Quote(name) + " here: " +
+                       (near ? "did you mean " + Quote(*near) + "?"
+                             : "use a small character of the arrangement " + Quote(arrangement.name) +
+                                   " or one of " + FunctionNames()));
     }
 
     void ReadChange(const toml::node& node) {
         if (!node.is_table()) Fail(node, "'key' must be a table: write [[key]]");
         const Section section{"key", node.as_table()};
-        AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "face"});
         const toml::node* key = section.Find("key");
-        if (!key) Fail(node, "[[key]] must say which: add key = \"...\"");
-        const std::string_view name = ReadString(*key, "'key.key'");
-        const KeyChange change = ReadChangeOf(section);
+        KeyChange change;
+        TryAll(
+            [&] {
+                AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "face"});
+            },
+            [&] {
+                if (!key) Fail(node, "[[key]] must say which: add key = \"...\"");
+            },
+            [&] { change = ReadChangeOf(section); }, [&] { (void)IsMeant(section, BoardKind::Portrait); });
+        Apply(section, *key, change);
+    }
+
+    void Apply(const Section& section, const toml::node& key, const KeyChange& change) {
+        const std::string_view name = ReadString(key, "'key.key'");
         bool isKnown = false;
         for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
             Board* board = FindBoard(kind);
@@ -187,9 +230,12 @@ private:
             isKnown = true;
             Merge(board->changes[*index], change);
         }
-        if (!isKnown)
-            Fail(*key, "there is no key " + Quote(name) +
-                           " on the keyboards meant: use a name from their rows, or give it its own rects");
+        // A keyboard with faults may miss the key that its rows name.
+        if (isKnown || !m_IsWhole) return;
+        const auto near = FindNearest(name, FunctionNames());
+        Fail(key, "there is no key " + Quote(name) + " on the keyboards meant: " +
+                      (near && *near != name ? "did you mean " + Quote(*near) + "?"
+                                             : "use a name from their rows, or give it its own rects"));
     }
 
     // A later entry for the same key adds to an earlier one.
@@ -205,6 +251,19 @@ private:
     KeyChange ReadChangeOf(const Section& section) const {
         KeyChange change;
         change.place = PlaceOf(*section.table);
+        TryAll([&] { ReadPlacing(section, change); },
+               [&] {
+                   if (const toml::node* node = section.Find("label"))
+                       change.label = ReadLabel(*node, "'key.label'");
+               },
+               [&] {
+                   if (const toml::node* node = section.Find("face"))
+                       change.face = ReadFace(*node, "'key.face'", m_Skin.palette);
+               });
+        return change;
+    }
+
+    static void ReadPlacing(const Section& section, KeyChange& change) {
         if (const toml::array* move = FindArray(section, "move", 2))
             change.move = {ReadInteger(*move->get(0), "each of 'key.move'", -kLargestSide, kLargestSide),
                            ReadInteger(*move->get(1), "each of 'key.move'", -kLargestSide, kLargestSide)};
@@ -214,10 +273,6 @@ private:
         if (const toml::array* rects = FindArray(section, "rects"))
             for (const toml::node& rect : *rects)
                 change.rects.push_back(ReadRect(rect));
-        if (const toml::node* node = section.Find("label")) change.label = ReadLabel(*node, "'key.label'");
-        if (const toml::node* node = section.Find("face"))
-            change.face = ReadFace(*node, "'key.face'", m_Skin.palette);
-        return change;
     }
 
     // Written as left, top, width and height; kept with all edges inside.
@@ -236,7 +291,8 @@ private:
         if (!node) return true;
         const std::string_view name = ReadString(*node, "'key.board'");
         if (name != "portrait" && name != "landscape" && name != "digits")
-            Fail(*node, "'key.board' must be portrait, landscape or digits");
+            Fail(*node,
+                 "there is no keyboard " + Quote(name) + ": " + Advise(name, "portrait, landscape, digits"));
         return name == BoardName(kind);
     }
 
@@ -276,6 +332,8 @@ private:
 
     const Section& m_File;
     Skin& m_Skin;
+    // No keyboard had a fault so far.
+    bool m_IsWhole = true;
     toml::table m_Nothing;
 };
 
@@ -287,7 +345,10 @@ Label ReadLabel(const toml::node& node, const std::string& what) {
     Label label{{}, std::nullopt, PlaceOf(node)};
     if (const toml::table* table = node.as_table()) {
         const toml::node* icon = table->get("icon");
-        if (icon && table->size() == 1) label.icon = FindIcon(ReadString(*icon, what));
+        const std::string_view name = icon ? ReadString(*icon, what) : std::string_view();
+        if (table->size() == 1) label.icon = FindIcon(name);
+        if (icon && table->size() == 1 && !label.icon)
+            Fail(*icon, "there is no icon " + Quote(name) + ": " + Advise(name, IconNames()));
         if (!label.icon) Fail(node, what + " must be a word or {icon = \"...\"}, one of " + IconNames());
         return label;
     }
@@ -304,6 +365,8 @@ Shade ReadFace(const toml::node& node, const std::string& what, const Palette& p
                                            {"symbol", &palette.symbol},
                                            {"function", &palette.function}})
             if (name == known) return *shade;
+        if (const auto near = FindNearest(name, "letter, number, symbol, function"))
+            Fail(node, "there is no face " + Quote(name) + ": did you mean " + Quote(*near) + "?");
     }
     return ReadShade(node, what);
 }

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "file.h"
+#include "name_list.h"
+#include "suggestion.h"
 
 namespace tlk {
 namespace {
@@ -61,24 +63,55 @@ std::vector<const toml::node*> BasesOf(const toml::node& value) {
     return bases;
 }
 
+// The screens that differ in one source, and where it says so.
+using Screens = std::vector<std::pair<std::string, SourcePlace>>;
+
+Screens DifferingScreens(const toml::table& source) {
+    Screens screens;
+    if (const auto* tables = source.get_as<toml::table>("screen"))
+        for (const auto& [name, node] : *tables)
+            screens.emplace_back(name.str(), PlaceOf(node));
+    return screens;
+}
+
+// A differing screen that is never built is a slip of the source that names it. A source that is based on
+// it may leave the screen out.
+void RequireListed(const Screens& differing, const toml::table& source) {
+    const auto* screens = source.get_as<toml::array>("screens");
+    if (!screens) return;
+    std::string list;
+    for (const toml::node& screen : *screens)
+        if (const auto name = screen.value<std::string_view>()) AppendName(list, *name);
+    TryEach(differing, [&list](const auto& screen) {
+        if ((", " + list + ",").find(" " + screen.first + ",") == std::string::npos)
+            throw SourceError(screen.second, "'screens' does not list " + Quote(screen.first) + ": " +
+                                                 Advise(screen.first, list));
+    });
+}
+
 class SourceChain {
 public:
-    explicit SourceChain(const std::string& path)
-        : m_Open{std::filesystem::path(path).lexically_normal().string()} {}
+    SourceChain(const std::string& path, FaultList& faults)
+        : m_Open{std::filesystem::path(path).lexically_normal().string()}, m_Faults(faults) {}
 
     // The source with those that it is based on.
     toml::table Read(toml::table own) {
-        const toml::node* bases = own.get("based_on");
-        if (!bases) return own;
+        const Screens differing = DifferingScreens(own);
+        toml::table whole = own.contains("based_on") ? LayOverBases(std::move(own)) : std::move(own);
+        m_Faults.Try([&] { RequireListed(differing, whole); });
+        return whole;
+    }
+
+private:
+    toml::table LayOverBases(toml::table own) {
         toml::table whole;
-        for (const toml::node* base : BasesOf(*bases))
+        for (const toml::node* base : BasesOf(*own.get("based_on")))
             LayOver(whole, ReadBase(*base));
         own.erase("based_on");
         LayOver(whole, std::move(own));
         return whole;
     }
 
-private:
     toml::table ReadBase(const toml::node& node) {
         const std::string path = ResolvePath(node, ReadString(node, "'based_on'"));
         if (std::ranges::find(m_Open, path) != m_Open.end())
@@ -95,12 +128,13 @@ private:
     // From the first source to the one that is being read.
     std::vector<std::string> m_Open;
     std::size_t m_Count = 1;
+    FaultList& m_Faults;
 };
 
 }  // namespace
 
-toml::table ReadSourceFiles(std::string_view text, const std::string& path) {
-    return SourceChain(path).Read(Parse(text, path));
+toml::table ReadSourceFiles(std::string_view text, const std::string& path, FaultList& faults) {
+    return SourceChain(path, faults).Read(Parse(text, path));
 }
 
 void ApplyScreen(toml::table& root, std::string_view screen) {

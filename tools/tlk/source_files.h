@@ -8,8 +8,9 @@ namespace tlk {
 
 // Every table of `text` overrides the same table of the sources that it names as `based_on`, value by value,
 // and so on; its [[key]] entries come after those. `path` tells where relative paths start. All nodes know
-// the file and the line that they come from. Throws SourceError.
-[[nodiscard]] toml::table ReadSourceFiles(std::string_view text, const std::string& path);
+// the file and the line that they come from. Throws SourceError for what cannot be read at all; other faults
+// join the list.
+[[nodiscard]] toml::table ReadSourceFiles(std::string_view text, const std::string& path, FaultList& faults);
 
 // Lays what [screen.WxH] says for this screen over the rest.
 void ApplyScreen(toml::table& root, std::string_view screen);

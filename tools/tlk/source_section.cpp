@@ -7,6 +7,7 @@
 
 #include "characters.h"
 #include "name_list.h"
+#include "suggestion.h"
 
 namespace tlk {
 
@@ -44,9 +45,12 @@ void AllowKeys(const Section& section, std::initializer_list<std::string_view> k
     std::string list;
     for (std::string_view name : known)
         AppendName(list, name);
-    for (const auto& [key, value] : *section.table)
+    TryEach(*section.table, [&](const auto& entry) {
+        const auto& [key, value] = entry;
         if (std::ranges::find(known, key.str()) == known.end())
-            Fail(value, "there is no setting " + section.Describe(key.str()) + ": use " + list);
+            Fail(value, "there is no " + std::string(value.is_table() ? "table " : "setting ") +
+                            section.Describe(key.str()) + ": " + Advise(key.str(), list));
+    });
 }
 
 std::optional<Section> FindTable(const Section& parent, std::string_view key) {
@@ -88,13 +92,33 @@ int ReadInteger(const toml::node& node, const std::string& what, int least, int 
     return static_cast<int>(value->get());
 }
 
+namespace {
+
+// What a colour without its "#", or with one digit of each two, stands for elsewhere; empty for others.
+std::string CompleteColor(std::string_view text) {
+    if (text.starts_with('#')) text.remove_prefix(1);
+    const bool isShort = text.size() == 3;
+    if ((!isShort && text.size() != 6) ||
+        text.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos)
+        return {};
+    std::string color = "#";
+    for (char digit : text)
+        color.append(isShort ? 2 : 1, digit);
+    return color;
+}
+
+}  // namespace
+
 Color ReadColor(const toml::node& node, const std::string& what) {
     const std::string_view text = ReadString(node, what);
     std::uint32_t value = 0;
     const bool hasForm = text.size() == 7 && text[0] == '#';
     const char* end = text.data() + text.size();
-    if (!hasForm || std::from_chars(text.data() + 1, end, value, 16).ptr != end)
-        Fail(node, what + " must be a colour such as \"#C0D0E0\"");
+    if (!hasForm || std::from_chars(text.data() + 1, end, value, 16).ptr != end) {
+        const std::string meant = CompleteColor(text);
+        Fail(node, what + " must be a colour such as \"#C0D0E0\"" +
+                       (meant.empty() ? "" : ": did you mean '" + meant + "'?"));
+    }
     return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
             static_cast<std::uint8_t>(value)};
 }

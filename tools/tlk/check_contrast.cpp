@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+// Can the glyphs be read on their keys? Measured on what the engine paints, at rest and pressed, so that own
+// pictures and masks are judged like drawn ones. What a picture itself draws on a key is not known as a
+// glyph.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "check_parts.h"
+#include "name_list.h"
+
+namespace tlk {
+namespace {
+
+// What the web's guidelines ask of text of usual size.
+constexpr double kLeastContrast = 4.5;
+
+// Keys of a board that are told one by one; a palette spoils many at once.
+constexpr std::size_t kMostKeys = 4;
+
+double Linear(std::uint8_t value) {
+    const double share = value / 255.0;
+    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(const Color& color) {
+    return 0.2126 * Linear(color.red) + 0.7152 * Linear(color.green) + 0.0722 * Linear(color.blue);
+}
+
+struct Contrast {
+    double ratio = 0;
+    Color ink;
+    Color face;
+};
+
+Contrast Measure(const Color& ink, const Color& face) {
+    const auto [dark, light] = std::minmax({Luminance(ink), Luminance(face)});
+    return {(light + 0.05) / (dark + 0.05), ink, face};
+}
+
+enum class Look { AtRest, Pressed };
+
+Color Paint(const Color& picture, bool maskShowsIt, Look look) {
+    const Color color = maskShowsIt ? picture : Color{};
+    if (look == Look::AtRest) return color;
+    return {static_cast<std::uint8_t>(~color.red), static_cast<std::uint8_t>(~color.green),
+            static_cast<std::uint8_t>(~color.blue)};
+}
+
+std::string Text(const Color& color) {
+    char text[8];
+    std::snprintf(text, sizeof text, "#%02X%02X%02X", color.red, color.green, color.blue);
+    return text;
+}
+
+// Truncated, so that what is too little never reads as enough.
+std::string Text(const Contrast& contrast) {
+    char ratio[16];
+    std::snprintf(ratio, sizeof ratio, "%.1f", std::floor(contrast.ratio * 10) / 10);
+    return Text(contrast.ink) + " on " + Text(contrast.face) + " has " + ratio;
+}
+
+// A key that is hard to read, with the worst that any of its planes has.
+struct FaintKey {
+    std::uint16_t key = 0;
+    PlaneSet planes;
+    Look look = Look::AtRest;
+    Contrast worst;
+};
+
+class ContrastCheck {
+public:
+    ContrastCheck(const SkinModule& skin, const SkinBoard& board, const PlaneSet& planes, RemarkList& remarks)
+        : m_Skin(skin), m_Board(board), m_Planes(planes), m_Remarks(remarks) {}
+
+    void Run() {
+        for (const auto& [key, rects] : m_Board.layout)
+            if (FaintKey faint = Read(key, rects); !faint.planes.empty()) m_Faint.push_back(std::move(faint));
+        std::ranges::stable_sort(m_Faint, {}, [](const FaintKey& key) { return key.worst.ratio; });
+        for (std::size_t i = 0; i < std::min(m_Faint.size(), kMostKeys); ++i)
+            Tell(m_Faint[i]);
+        TellOthers();
+    }
+
+private:
+    FaintKey Read(std::uint16_t key, const std::vector<Rect>& rects) const {
+        FaintKey faint{key, {}, Look::AtRest, {kLeastContrast, {}, {}}};
+        for (std::size_t plane : m_Planes) {
+            const SkinBitmap& mask = m_Board.masks[plane];
+            if (!IsMaskOf(mask, m_Board)) continue;
+            const std::vector<Point> ink = FindInk(mask.pixels, rects).pixels;
+            for (Look look : {Look::AtRest, Look::Pressed}) {
+                const auto contrast = MeasureOutline(mask.pixels, ink, look);
+                if (!contrast || contrast->ratio >= kLeastContrast) continue;
+                faint.planes.insert(plane);
+                if (contrast->ratio >= faint.worst.ratio) continue;
+                faint.worst = *contrast;
+                faint.look = look;
+            }
+        }
+        return faint;
+    }
+
+    // Where ink and face meet. A quarter of the outline may be worse: faces are shaded, and own pictures are
+    // anything.
+    std::optional<Contrast> MeasureOutline(const Picture& mask, const std::vector<Point>& ink,
+                                           Look look) const {
+        std::vector<Contrast> outline;
+        for (const auto& [x, y] : ink)
+            for (const auto& [nextX, nextY] : {Point{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}})
+                if (mask.Contains(nextX, nextY) && mask.At(nextX, nextY) != mask.At(x, y))
+                    outline.push_back(
+                        Measure(Painted(mask, {x, y}, look), Painted(mask, {nextX, nextY}, look)));
+        if (outline.empty()) return std::nullopt;
+        const auto quarter = outline.begin() + static_cast<std::ptrdiff_t>(outline.size() / 4);
+        std::ranges::nth_element(outline, quarter, {}, &Contrast::ratio);
+        return *quarter;
+    }
+
+    Color Painted(const Picture& mask, Point point, Look look) const {
+        return Paint(m_Board.picture.pixels.At(point.x, point.y), mask.At(point.x, point.y) != Color{}, look);
+    }
+
+    void Tell(const FaintKey& faint) {
+        m_Remarks.Add(m_Board.kind, faint.planes == m_Planes ? PlaneSet{} : faint.planes, faint.key,
+                      std::string("hard to read") + (faint.look == Look::Pressed ? " when pressed" : "") +
+                          ": " + Text(faint.worst) + " to 1, and 4.5 to 1 is the least; change its colours");
+    }
+
+    void TellOthers() {
+        std::string names;
+        for (std::size_t i = kMostKeys; i < m_Faint.size(); ++i)
+            AppendName(names, m_Skin.NameOf(m_Faint[i].key), " ");
+        if (!names.empty()) m_Remarks.Add(m_Board.kind, "hard to read are also the keys " + names);
+    }
+
+    const SkinModule& m_Skin;
+    const SkinBoard& m_Board;
+    const PlaneSet& m_Planes;
+    RemarkList& m_Remarks;
+    std::vector<FaintKey> m_Faint;
+};
+
+}  // namespace
+
+void CheckContrast(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+    const Reach reach = FindReach(skin, screen);
+    for (BoardKind kind : kBoards) {
+        const SkinBoard& board = skin.Board(kind);
+        if (!screen.Uses(kind) || !board.picture.IsReadable() || KeysCoverTooMuch(board)) continue;
+        ContrastCheck(skin, board, reach.Planes(kind), remarks).Run();
+    }
+}
+
+}  // namespace tlk
