@@ -47,6 +47,9 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
                   " --plane uml2-large --landscape --pressed shift,q --hit-areas -o " + Path("a.png")),
               0);
     EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
+    EXPECT_EQ(Run("show " + Path("a.tlk") + " --sheet --plane digit -o " + Path("a.png")), 2);
+    EXPECT_EQ(Run("show " + Path("a.tlk") + " --sheet -o " + Path("a.png")), 0);
+    EXPECT_GT(ReadBytes(Path("a.png")).size(), 10000u) << ReadText(Path("messages"));
 }
 
 TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {

@@ -8,6 +8,7 @@
 #include "name_list.h"
 #include "png_file.h"
 #include "preview.h"
+#include "sheet.h"
 
 namespace tlk {
 namespace {
@@ -22,6 +23,7 @@ struct Arguments {
     bool isLandscape = false;
     bool hasCapsLock = false;
     bool showsHitAreas = false;
+    bool isSheet = false;
 };
 
 // Names with commas between them; a comma by itself is the key of that name.
@@ -57,6 +59,7 @@ View MakeView(const Arguments& arguments, const SkinModule& skin) {
 }
 
 Picture Draw(const Arguments& arguments, const SkinModule& skin) {
+    if (arguments.isSheet) return DrawSheet(skin, arguments.zoom, Font(arguments.font));
     const View view = MakeView(arguments, skin);
     Picture picture = Enlarge(Compose(skin, view), arguments.zoom);
     if (arguments.showsHitAreas)
@@ -79,7 +82,8 @@ Status Show(const Arguments& arguments) {
 }  // namespace
 
 Command DescribeShow(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand("show", "Draw one plane of a skin file into a PNG file");
+    CLI::App* pOptions =
+        app.add_subcommand("show", "Draw a plane of a skin file, or all of them, into a PNG file");
     auto arguments = std::make_shared<Arguments>();
     pOptions->add_option("skin", arguments->skin, "The skin file")->required();
     pOptions
@@ -93,10 +97,14 @@ Command DescribeShow(CLI::App& app) {
                      "Keys to draw pressed: names or indices with commas between them")
         ->allow_extra_args(false);
     pOptions->add_flag("--hit-areas", arguments->showsHitAreas, "Outline and name the keys' rectangles");
+    CLI::Option* sheet = pOptions->add_flag(
+        "--sheet", arguments->isSheet,
+        "All planes of all keyboards, latched and pressed keys and hit areas, on one picture");
+    for (const char* name : {"--plane", "--landscape", "--caps", "--pressed", "--hit-areas"})
+        sheet->excludes(pOptions->get_option(name));
     pOptions->add_option("-o,--output", arguments->output, "The PNG file to write")->required();
     pOptions->add_option("--zoom", arguments->zoom, "Size of a pixel")->check(CLI::Range(1, 8));
-    pOptions->add_option("--font", arguments->font, "Font file of the names of hit areas")
-        ->capture_default_str();
+    pOptions->add_option("--font", arguments->font, "Font file of names and captions")->capture_default_str();
     return {pOptions, [arguments] { return Show(*arguments); }};
 }
 
