@@ -4,11 +4,14 @@
 #include <algorithm>
 #include <iostream>
 #include <limits>
+#include <utility>
 
 #include "script.h"
 #include "text.h"
 
 namespace {
+
+NoteHandler g_noteHandler;
 
 // Each table has the longer of two names that begin alike first.
 std::vector<std::span<const Command>> Tables() {
@@ -59,4 +62,9 @@ void RunCommand(Session& session, const std::vector<std::string>& words) {
     throw ScriptError("there is no command \"" + words[0] + (words.size() > 1 ? ' ' + words[1] : "") + "\"");
 }
 
-void Note(const std::string& text) { std::cerr << text << '\n'; }
+void Note(const std::string& text) {
+    if (g_noteHandler) return g_noteHandler(text);
+    std::cerr << text << '\n';
+}
+
+void SetNoteHandler(NoteHandler handler) { g_noteHandler = std::move(handler); }

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -40,8 +41,11 @@ constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
 // Runs the command that these words (at least one) name. Throws ScriptError.
 void RunCommand(Session& session, const std::vector<std::string>& words);
 
-// Tells the person at the terminal about a command that had nothing to act on; the script goes on.
+// Tells the person about a command that had nothing to act on; the script goes on.
 void Note(const std::string& text);
+// Where notes go; null: to the terminal.
+using NoteHandler = std::function<void(const std::string&)>;
+void SetNoteHandler(NoteHandler handler);
 
 std::span<const Command> SipCommands();
 std::span<const Command> PenCommands();

@@ -10,6 +10,7 @@
 #include "script.h"
 #include "session.h"
 #include "skin_files.h"
+#include "text.h"
 
 namespace {
 
@@ -43,7 +44,13 @@ void PreferSkins(Session& session, const Arguments& arguments) {
     }
 }
 
-void KeepSkin(Session&, const Arguments& arguments) { KeepChosenSkin(arguments.Wide(0)); }
+void KeepSkin(Session&, const Arguments& arguments) {
+    KeepChosenSkin(arguments.Wide(0));
+    const std::string present = ToUtf8(PlainSkinName(StoredSkin()));
+    if (present == arguments.Text(0)) return;
+    Note("There is no skin \"" + arguments.Text(0) + "\" for this screen" +
+         (IsSkinLoaded() ? "; \"" + present + "\" stands in for it." : "."));
+}
 
 // The keyboard puts a valid skin in the place of one that does not suit the screen: then it is the turn of
 // the one behind that.
@@ -59,8 +66,9 @@ void NextSkin(Session& session, const Arguments&) {
         if (skin == present) continue;
         StoreSkin(skin);
         session.Sip().SendSipInfo();
-        if (StoredSkin() == skin) return DrawPanelAnew(session);
+        if (StoredSkin() == skin && IsSkinLoaded()) return DrawPanelAnew(session);
     }
+    if (!IsSkinLoaded() && !present.empty()) StoreSkin(present);
     Note("There is no other skin for this screen.");
 }
 

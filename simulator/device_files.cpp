@@ -100,7 +100,7 @@ bool DeleteDeviceFile(const std::u16string& devicePath) {
     const fs::path path = host::HostPath(devicePath);
     if (!IsFile(path)) return false;
     std::error_code error;
-    if (!fs::remove(path, error)) throw ScriptError("cannot delete " + path.string());
+    if (!fs::remove(path, error)) throw ScriptError("cannot delete " + path.string() + Reason(error));
     return true;
 }
 
@@ -114,6 +114,6 @@ bool SetDeviceFileAccess(const std::u16string& devicePath, FileAccess access) {
     } else {
         fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, error);
     }
-    if (error) throw ScriptError("cannot change the attributes of " + path.string());
+    if (error) throw ScriptError("cannot change the attributes of " + path.string() + Reason(error));
     return true;
 }

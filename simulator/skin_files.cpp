@@ -107,6 +107,8 @@ std::vector<std::u16string> ListSkins() {
     return paths;
 }
 
+bool IsSkinLoaded() { return host::CountHandles().modules > 0; }
+
 std::u16string StoredSkin() {
     const std::optional<RegistryValue> value = ReadRegistryValue(settings, u"Skin");
     if (!value) return {};

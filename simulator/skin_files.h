@@ -22,6 +22,8 @@ void PutSkin(const std::filesystem::path& file);
 
 // As the keyboard discovers them: those in \Windows, then the ones that the user added.
 std::vector<std::u16string> ListSkins();
+// Has the keyboard loaded one? It takes none of a wrong size.
+bool IsSkinLoaded();
 // What the setting names; empty where there is none.
 std::u16string StoredSkin();
 void StoreSkin(const std::u16string& path);

@@ -2,12 +2,12 @@
 #include "handheld.h"
 
 #include <sip_layout.h>
+#include <unistd.h>
 
 #include <iostream>
 #include <stdexcept>
 
 #include "chosen_skin.h"
-#include "commands.h"
 #include "notes_file.h"
 #include "skin_files.h"
 #include "text.h"
@@ -29,6 +29,7 @@ Handheld::Handheld(const WindowOptions& options)
                                 : std::nullopt),
       m_session(WithReport(options.session, [this](const std::string& text) { Complain(text); })) {
     if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
+    SetNoteHandler([this](const std::string& text) { Complain(text); });
     ShowTime();
     Start(options);
     if (!options.skins.choice.empty()) RequireSkin(options.skins.choice);
@@ -37,6 +38,9 @@ Handheld::Handheld(const WindowOptions& options)
 // Without skins in the folder the keyboard has others or says that it has none, and without notes there is
 // room for new ones; nothing else can be missing.
 void Handheld::Start(const WindowOptions& options) {
+    if (access(options.session.device.c_str(), W_OK) != 0) {
+        Complain("the device " + options.session.device.string() + " cannot be written: no change is kept");
+    }
     for (const Words& act : StartActs(options.session.screen, options.skins)) {
         try {
             Do(act);
@@ -54,8 +58,8 @@ void Handheld::Start(const WindowOptions& options) {
 // The keyboard takes another skin, or none, in the place of one that does not suit the screen.
 void Handheld::RequireSkin(const std::string& choice) const {
     const std::optional<std::u16string> name = FromUtf8(choice + ".tlk");
-    const bool taken = host::CountHandles().modules > 0;
-    if (taken && PlainSkinName(StoredSkin()) == PlainSkinName(name.value_or(std::u16string()))) return;
+    if (IsSkinLoaded() && PlainSkinName(StoredSkin()) == PlainSkinName(name.value_or(std::u16string())))
+        return;
     throw std::runtime_error("the skin \"" + choice + "\" is not made for a screen of " +
                              SizeName(ScreenSize()) + "; there are: " + NamesOfSkins());
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "acts.h"
+#include "commands.h"
 #include "device_lock.h"
 #include "recorder.h"
 #include "window_mode.h"
@@ -16,6 +17,9 @@ class Handheld {
 public:
     // Brings it to where its keyboard is selected. Throws std::exception with a message for the user.
     explicit Handheld(const WindowOptions& options);
+    ~Handheld() { SetNoteHandler(nullptr); }
+    Handheld(const Handheld&) = delete;
+    Handheld& operator=(const Handheld&) = delete;
 
     Session& GetSession() { return m_session; }
     // Runs a command. Throws what it throws, and then the record is without it.

@@ -88,8 +88,6 @@ bool WindowMode::Run() {
 bool WindowMode::OnIdle() {
     m_session.GetTrace().Flush();
     if (m_quitting) return false;
-    const std::string complaint = m_handheld.TakeComplaint();
-    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
     if (m_acts.empty()) {
@@ -126,6 +124,8 @@ SDL_Event WindowMode::WaitForEvent() {
         ShowTitle();
     }
     if (StoredSkin() != m_shownSkin) ShowTitle();
+    const std::string complaint = m_handheld.TakeComplaint();
+    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
     m_window.Present();
     const bool unsaved = m_handheld.HasUnsavedNotes();
     if (!SDL_WaitEventTimeout(&event, unsaved ? millisecondsToSave : MillisecondsToNextMinute())) {
