@@ -130,7 +130,7 @@ TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
              {"--prefer german", "german-240x320"},
              {"--prefer greek", "german-240x320"},  // one has been chosen already
              {"--choose german-thumbs", "german-thumbs-240x320"},
-             {"--screen 240x240 --prefer greek", "greek-240x240"},  // there are no thumbs
+             {"--screen 240x240 --prefer greek", "german-thumbs-240x240"},
              {"--choose greek-240x320", "greek-240x320"}}) {
         const std::string trace = Trace(show, "--skins " SKINS " " + named);
         EXPECT_NE(LastLine(trace, "Reg").find("\\\\" + skin + ".tlk\""), std::string::npos) << named << trace;

@@ -118,39 +118,72 @@ TEST(Skins, NoNameIsAPartOfAnothersPath) {
     }
 }
 
-// The character table's entry of a key named by its small character of language 1.
-CharacterEntry EntryOf(const Skin& skin, char16_t key) {
-    return skin.characters[*FindCharacter(skin.characters, *skin.arrangement, key)];
+struct Language {
+    // What the full keyboard types without Shift, row by row from the key ` on.
+    std::u16string rows;
+    // Beside a to z, each letter with its capital.
+    std::u16string letters;
+};
+
+const std::map<std::string, Language>& Languages() {
+    static const std::map<std::string, Language> languages = {
+        {"czech", {u";+ěščřžýáíé=´qwertzuiopú)asdfghjklů§¨yxcvbnm,.-", u"áÁčČďĎéÉěĚíÍňŇóÓřŘšŠťŤúÚůŮýÝžŽ"}},
+        {"french",
+         {u"²&é\"'(-è_çà)=azertyuiop^$qsdfghjklmù*wxcvbn,;:!", u"àÀâÂæÆçÇéÉèÈêÊëËîÎïÏôÔœŒùÙûÛüÜÿŸ"}},
+        {"german", {u"^1234567890ß´qwertzuiopü+asdfghjklöä#yxcvbnm,.-", u"äÄöÖüÜ"}},
+        {"greek",
+         {u"`1234567890-=;ςερτυθιοπ[]ασδφγηξκλ΄'\\ζχψωβνμ,./",
+          u"αΑβΒγΓδΔεΕζΖηΗθΘιΙκΚλΛμΜνΝξΞοΟπΠρΡσΣτΤυΥφΦχΧψΨωΩςΣάΆέΈήΉίΊόΌύΎώΏϊΪϋΫ"}},
+        {"italian", {u"\\1234567890'ìqwertyuiopè+asdfghjklòàùzxcvbnm,.-", u"àÀèÈéÉìÌòÒùÙ"}},
+        {"polish", {u"`1234567890-=qwertyuiop[]asdfghjkl;'\\zxcvbnm,./", u"ąĄćĆęĘłŁńŃóÓśŚźŹżŻ"}},
+        {"russian",
+         {u"ё1234567890-=йцукенгшщзхъфывапролджэ\\ячсмитьбю.",
+          u"аАбБвВгГдДеЕёЁжЖзЗиИйЙкКлЛмМнНоОпПрРсСтТуУфФхХцЦчЧшШщЩъЪыЫьЬэЭюЮяЯ"}},
+        {"spanish", {u"º1234567890'¡qwertyuiop`+asdfghjklñ´çzxcvbnm,.-", u"áÁéÉíÍñÑóÓúÚüÜ"}},
+        {"turkish", {u"\"1234567890*-qwertyuıopğüasdfghjklşi,zxcvbnmöç.", u"çÇğĞıIiİöÖşŞüÜâÂîÎûÛ"}},
+        {"ukrainian",
+         {u"'1234567890-=йцукенгшщзхїфівапролджє\\ячсмитьбю.",
+          u"аАбБвВгГґҐдДеЕєЄжЖзЗиИіІїЇйЙкКлЛмМнНоОпПрРсСтТуУфФхХцЦчЧшШщЩьЬюЮяЯ"}},
+    };
+    return languages;
 }
 
-TEST(Skins, FullKeyboardsHaveTheNationalArrangementAndItsAccents) {
-    const Skin german = Read("240x320/german");
-    EXPECT_EQ(EntryOf(german, u'y'), (CharacterEntry{u'y', u'Y', u'å', u'Å', u'z', u'Z', u'ê', u'Ê'}));
-    EXPECT_EQ(EntryOf(german, u'[')[4], u'ü');
-    EXPECT_EQ(EntryOf(german, u'-')[4], u'ß');
-    EXPECT_EQ(EntryOf(german, u'-')[7], u'ẞ');
-    const Skin french = Read("240x320/french");
-    EXPECT_EQ(EntryOf(french, u'q')[4], u'a');
-    EXPECT_EQ(EntryOf(french, u'2')[4], u'é');
-    EXPECT_EQ(EntryOf(french, u'2')[5], u'2');
-    EXPECT_EQ(EntryOf(french, u'p')[7], u'Œ');
-    const Skin russian = Read("240x320/russian");
-    EXPECT_EQ(EntryOf(russian, u'`')[4], u'ё');
-    EXPECT_EQ(EntryOf(russian, u'q')[5], u'Й');
-    EXPECT_EQ(EntryOf(russian, u'b')[6], u'і');
-    const Skin greek = Read("240x320/greek");
-    EXPECT_EQ(EntryOf(greek, u'w')[4], u'ς');
-    EXPECT_EQ(EntryOf(greek, u'a')[7], u'Ά');
+bool Types(const Skin& skin, char16_t small, char16_t large) {
+    for (const Row& row : skin.portrait.rows)
+        for (const RowKey& key : row.keys)
+            for (const std::size_t slot : {4u, 6u})
+                if (skin.characters[key.key][slot] == small && skin.characters[key.key][slot + 1] == large)
+                    return true;
+    return false;
 }
 
-TEST(Skins, SecondLanguagesLeaveNoKeyOfTheFirstBehindUnnoticed) {
-    for (const char* name : {"240x320/german", "240x320/french", "240x320/russian", "240x320/greek",
-                             "240x320/german-thumbs", "240x320/german-swipe"}) {
+TEST(Skins, EachLanguageHasAllItsLettersInBothCasesAndNoKeyLeftBehind) {
+    for (const std::string& name : AllSkins()) {
+        if (!name.starts_with("240x320/")) continue;
         const Skin skin = Read(name);
+        const std::string language = name.substr(8, name.find('-') - 8);
+        std::u16string letters = Languages().at(language).letters;
+        if (letters.find(u'я') == std::u16string::npos && language != "greek")
+            for (char16_t letter = u'a'; letter <= u'z'; ++letter)
+                if (language != "turkish" || letter != u'i')
+                    letters += {letter, static_cast<char16_t>(letter - u'a' + u'A')};
+        for (std::size_t at = 0; at < letters.size(); at += 2)
+            EXPECT_TRUE(Types(skin, letters[at], letters[at + 1])) << name << ' ' << ToUtf8(letters[at]);
         for (const Row& row : skin.portrait.rows)
             for (const RowKey& key : row.keys)
                 EXPECT_TRUE(IsFunction(key.key) || skin.characterPlaces.contains(key.key))
-                    << name << " " << NameKey(skin.characters, key.key);
+                    << name << ' ' << NameKey(skin.characters, key.key);
+    }
+}
+
+TEST(Skins, FullKeyboardsHaveTheNationalArrangement) {
+    const std::u16string keys = u"`1234567890-=qwertyuiop[]asdfghjkl;'\\zxcvbnm,./";
+    for (const auto& [name, language] : Languages()) {
+        const Skin skin = Read("240x320/" + name);
+        std::u16string typed;
+        for (const char16_t key : keys)
+            typed += skin.characters[*FindCharacter(skin.characters, *skin.arrangement, key)][4];
+        EXPECT_EQ(typed, language.rows) << name;
     }
 }
 

@@ -35,8 +35,7 @@ protected:
 
 TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
     // From another folder: a skin holds nothing of where or when it was built.
-    for (const auto& source : std::filesystem::directory_iterator(SKIN_SOURCES))
-        std::filesystem::copy_file(source, m_Folder / source.path().filename());
+    std::filesystem::copy(SKIN_SOURCES, m_Folder, std::filesystem::copy_options::recursive);
     EXPECT_EQ(Run("build " + Path("german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
     EXPECT_NE(ReadText(Path("messages")).find("a.tlk: for a screen of 240x320 and ARM"), std::string::npos);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN));

@@ -75,6 +75,7 @@ void Build(const Arguments& arguments) {
         const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
         TellUnusedLanguage(skin, std::cerr);
         TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
+        if (arguments.all) return;
         std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")
                   << ProcessorName(module.GetFacts().machine) << '\n';
     } catch (const SourceError& error) {
