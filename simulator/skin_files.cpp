@@ -55,6 +55,13 @@ void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
     FindClose(find);
 }
 
+bool Loads(const std::u16string& path) {
+    const host::PlatformScope scope;
+    const HMODULE module = LoadLibraryW(path.c_str());
+    if (module) FreeLibrary(module);
+    return module != nullptr;
+}
+
 bool Exists(const std::u16string& path) {
     std::vector<std::u16string> matches;
     AppendMatches(path, {}, matches);
@@ -80,20 +87,19 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
     }
 }
 
+// Tried under another name first: a skin that is there already stays unless the new one is one.
 void PutSkin(const fs::path& file) {
     const std::optional<std::u16string> name = FromUtf8(file.filename().string());
     if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");
-    if (file.extension() != ".tlk")
+    if (!name->ends_with(u".tlk")) {
         throw ScriptError("the name of the skin " + file.string() + " does not end in .tlk");
-    CopyToDevice(file, Installed(*name));
-    const host::PlatformScope scope;
-    const HMODULE module = LoadLibraryW(Installed(*name).c_str());
-    if (module) {
-        FreeLibrary(module);
-        return;
     }
-    static_cast<void>(DeleteDeviceFile(Installed(*name)));
-    throw ScriptError(file.string() + " is no skin: \"tlk check\" tells what is wrong with it");
+    const std::u16string draft = Installed(*name) + u".draft";
+    CopyToDevice(file, draft);
+    const bool loads = Loads(draft);
+    static_cast<void>(DeleteDeviceFile(draft));
+    if (!loads) throw ScriptError(file.string() + " is no skin: \"tlk check\" tells what is wrong with it");
+    CopyToDevice(file, Installed(*name));
 }
 
 std::vector<std::u16string> ListSkins() {

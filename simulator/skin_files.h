@@ -17,7 +17,7 @@ std::string SizeName(SIZE screen);
 // host does not let it.
 void InstallSkins(const std::filesystem::path& folder, SIZE screen);
 
-// Puts this host file into \Windows. Throws ScriptError when it is no skin, and leaves it out.
+// Puts this host file into \Windows. Throws ScriptError when it is no skin.
 void PutSkin(const std::filesystem::path& file);
 
 // As the keyboard discovers them: those in \Windows, then the ones that the user added.

@@ -45,6 +45,7 @@ private:
     bool OnIdle();
     void RunNextAct();
     SDL_Event WaitForEvent();
+    void FollowHandheld();
     void Handle(const SDL_Event& event);
     void HandleWindow(const SDL_WindowEvent& event);
     void HandleButton(const SDL_MouseButtonEvent& event);
@@ -105,27 +106,22 @@ void WindowMode::RunNextAct() {
     try {
         m_handheld.Do(words);
         if (words[0] == "screenshot") m_handheld.Complain("the screen is in " + words[1]);
-        if (words[0] == "select" && !m_session.Sip().IsSelected())
+        if (words[0] == "select" && !m_session.Sip().IsSelected()) {
             m_handheld.Complain("the keyboard does not start");
+        }
     } catch (const std::exception& error) {
         m_handheld.Complain(error.what());
     }
 }
 
-// Everything is shown before the wait begins. The time on the screen needs a look at the end of each minute.
+// Everything is shown before the wait begins. The time on the screen needs a look at the end of each minute,
+// and what has been typed is saved when the person rests.
 SDL_Event WindowMode::WaitForEvent() {
     SDL_Event event{};
     if (SDL_PollEvent(&event)) return event;
     m_handheld.ShowTime();
     host::DeliverMessages();
-    if (!IsSameSize(ScreenSize(), m_fittedScreen)) {
-        m_fittedScreen = ScreenSize();
-        m_window.FitScreen();
-        ShowTitle();
-    }
-    if (StoredSkin() != m_shownSkin) ShowTitle();
-    const std::string complaint = m_handheld.TakeComplaint();
-    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
+    FollowHandheld();
     m_window.Present();
     const bool unsaved = m_handheld.HasUnsavedNotes();
     if (!SDL_WaitEventTimeout(&event, unsaved ? millisecondsToSave : MillisecondsToNextMinute())) {
@@ -133,6 +129,16 @@ SDL_Event WindowMode::WaitForEvent() {
         if (unsaved) m_handheld.Save();
     }
     return event;
+}
+
+// Its screen size, its skin and what it has to say may be others now.
+void WindowMode::FollowHandheld() {
+    const bool sameSize = IsSameSize(ScreenSize(), m_fittedScreen);
+    m_fittedScreen = ScreenSize();
+    if (!sameSize) m_window.FitScreen();
+    if (!sameSize || StoredSkin() != m_shownSkin) ShowTitle();
+    const std::string complaint = m_handheld.TakeComplaint();
+    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
 }
 
 void WindowMode::Handle(const SDL_Event& event) {
