@@ -165,7 +165,7 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
     EXPECT_EQ(replay.status, 0) << replay.errors;
     EXPECT_EQ(replay.trace, trace +
                                 "Text \"cd\"\nReg HKLM\\Software\\Tolka\\7.0 Skin sz "
-                                "\"\\\\windows\\\\german-480x640.tlk\"\n");
+                                "\"\\\\windows\\\\czech-thumbs-480x640.tlk\"\n");
 }
 
 // The clock of the title bar needs one look a minute.
@@ -231,7 +231,12 @@ TEST_F(WindowTest, AKeyHeldWhileTheWindowComesDoesNotQuitIt) {
 }
 
 TEST_F(WindowTest, TheChosenSkinHoldsOnEveryScreenAndInTheNextRun) {
-    Start("--screen 480x640 --choose german-thumbs --prefer greek");
+    for (const char* name : {"/480x640/german-thumbs-480x640.tlk", "/240x240/greek-240x240.tlk"}) {
+        const fs::path skin = (Folder() / "few").string() + name;
+        fs::create_directories(skin.parent_path());
+        fs::copy_file(std::string(SKINS) + name, skin);
+    }
+    Start("--screen 480x640 --skins few --choose german-thumbs --prefer greek");
     const auto shows = [this](const std::string& title) {
         return Await([&] { return m_desktop.WindowPlace("Tolka" + title).width > 0; });
     };
