@@ -49,6 +49,17 @@ void SimulatorTest::InstallSkin() {
     fs::copy_file(STANDARD_SKIN, Device() / "Windows" / "standard.tlk");
 }
 
+void SimulatorTest::MakeFewSkins() {
+    for (const std::string size : {"240x320", "480x640", "240x240"}) {
+        fs::create_directories(m_folder / "skins" / size);
+        for (const std::string skin : {"german", "greek", "german-thumbs"}) {
+            if (skin == "german-thumbs" && size == "240x240") continue;
+            const fs::path file = fs::path(size) / (skin + '-' + size + ".tlk");
+            fs::copy_file(SKINS / file, m_folder / "skins" / file);
+        }
+    }
+}
+
 std::string TapKey(const std::string& keys) {
     struct Row {
         std::string keys;

@@ -27,6 +27,10 @@ protected:
     // Puts the standard skin on the device.
     void InstallSkin();
 
+    // A folder "skins" with German, German for thumbs and Greek for two screens, and without thumbs for
+    // another.
+    void MakeFewSkins();
+
     std::filesystem::path Folder() const { return m_folder; }
     std::filesystem::path Device() const { return m_folder / "device"; }
 
