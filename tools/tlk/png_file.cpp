@@ -3,26 +3,64 @@
 
 #include <png.h>
 
+#include <array>
+#include <cstdint>
+#include <map>
 #include <string>
 
 #include "errors.h"
 
 namespace tlk {
 
-Bytes EncodePng(const Picture& picture) {
+namespace {
+
+constexpr std::size_t kMostColors = 256;
+
+void Append(Bytes& bytes, const Color& color) {
+    bytes.insert(bytes.end(), {color.red, color.green, color.blue});
+}
+
+struct Encoded {
     Bytes pixels;
-    pixels.reserve(picture.Pixels().size() * 3);
+    // Of one byte a pixel; empty when the pixels are colours themselves.
+    Bytes colors;
+};
+
+Encoded EncodeColors(const Picture& picture) {
+    Encoded encoded;
     for (const Color& color : picture.Pixels())
-        pixels.insert(pixels.end(), {color.red, color.green, color.blue});
+        Append(encoded.pixels, color);
+    return encoded;
+}
+
+// Drawn pictures have few colours: a table of them makes the file a third as large.
+Encoded EncodePixels(const Picture& picture) {
+    Encoded encoded;
+    std::map<std::array<std::uint8_t, 3>, std::size_t> known;
+    for (const Color& color : picture.Pixels()) {
+        const auto [found, isNew] = known.try_emplace({color.red, color.green, color.blue}, known.size());
+        if (known.size() > kMostColors) return EncodeColors(picture);
+        if (isNew) Append(encoded.colors, color);
+        encoded.pixels.push_back(static_cast<std::uint8_t>(found->second));
+    }
+    return encoded;
+}
+
+}  // namespace
+
+Bytes EncodePng(const Picture& picture) {
+    const Encoded encoded = EncodePixels(picture);
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(picture.GetSize().width);
     image.height = static_cast<png_uint_32>(picture.GetSize().height);
-    image.format = PNG_FORMAT_RGB;
+    image.format = encoded.colors.empty() ? PNG_FORMAT_RGB : PNG_FORMAT_RGB_COLORMAP;
+    image.colormap_entries = static_cast<png_uint_32>(encoded.colors.size() / 3);
     // An upper bound; the call says how much of it was used.
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     Bytes file(size);
-    if (png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr) == 0)
+    if (png_image_write_to_memory(&image, file.data(), &size, 0, encoded.pixels.data(), 0,
+                                  encoded.colors.data()) == 0)
         throw FileError(std::string("the picture cannot be written as PNG (") + image.message + ")");
     file.resize(size);
     return file;
