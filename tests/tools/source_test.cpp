@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "480x640"},
         BadSource{"UnknownPalette", "\npalette = \"pink\"", 2, "light, dark, contrast"},
         BadSource{"NoSuchBase", "based_on = \"none.toml\"", 1, "none.toml"},
-        BadSource{"UnknownIcon", "[labels]\nback = {icon = \"bin\"}", 2, "shift, back"},
+        BadSource{"UnknownIcon", "[labels]\nback = {icon = \"bin\"}", 2, "shift, caps, back"},
         BadSource{"LabelOfCharacter", "[labels]\nq = \"Q\"", 2, "shift, ctrl"},
         BadSource{"ChangeOfNoKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nmove = [1, 1]", 4, "add key"},
         BadSource{"ChangeOfAbsentKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nkey = \"w\"", 5, "'w'"},
@@ -109,8 +109,8 @@ TEST(Source, WeightsShareTheRow) {
     ASSERT_EQ(layout.keys.size(), 5u);
     EXPECT_EQ(layout.keys[0].key, 70);
     EXPECT_EQ(layout.keys[3].key, 83);
-    EXPECT_EQ(layout.keys[3].rects, std::vector<Rect>({{15, 16, 44, 31}}));
-    EXPECT_EQ(FindCapsRect(skin, layout), (Rect{0, 0, 59, 15}));
+    EXPECT_EQ(layout.keys[3].rects, std::vector<Rect>({{16, 17, 44, 31}}));
+    EXPECT_EQ(FindCapsRect(skin, layout), (Rect{1, 1, 59, 16}));
 }
 
 // Sources that name other files, in a folder of their own.
@@ -257,7 +257,7 @@ TEST(Source, SingleKeysAreMovedSizedAndMadeOfRectangles) {
                                  "[[key]]\nkey = \"e\"\nrects = [[0, 20, 10, 12], [10, 22, 9, 10]]\n");
     const Layout layout = LayOut(skin, skin.portrait);
     ASSERT_EQ(layout.keys.size(), 3u);
-    EXPECT_EQ(layout.keys[0].rects, std::vector<Rect>({{2, 1, 21, 10}}));
+    EXPECT_EQ(layout.keys[0].rects, std::vector<Rect>({{3, 2, 22, 11}}));
     EXPECT_EQ(layout.keys[2].rects, (std::vector<Rect>{{0, 20, 9, 31}, {10, 22, 18, 31}}));
 }
 
@@ -282,7 +282,8 @@ TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
     const Font font(TLK_FONT);
     const auto draw = [&](const std::string& text) {
         const Skin skin = ReadSource(text);
-        return DrawMask(skin, LayOut(skin, skin.portrait), font, Plane{});
+        Lettering lettering(font);
+        return DrawMasks(skin, LayOut(skin, skin.portrait), lettering, std::array{Plane{}}).front();
     };
     const Mask dark = draw(rows);
     const Mask light = draw("palette = \"dark\"\n" + rows);
@@ -294,10 +295,10 @@ TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
 
 TEST(Source, KeyInTwoRowsIsOneTallKeyOrTwoRectangles) {
     const Skin skin = ReadSource(PORTRAIT "rows = [\"q enter\", \"w enter\"]");
-    EXPECT_EQ(LayOut(skin, skin.portrait).keys[1].rects, std::vector<Rect>({{30, 0, 59, 31}}));
+    EXPECT_EQ(LayOut(skin, skin.portrait).keys[1].rects, std::vector<Rect>({{31, 1, 59, 31}}));
     const Skin bent = ReadSource(PORTRAIT "rows = [\"q enter\", \"w enter:2\"]");
     EXPECT_EQ(LayOut(bent, bent.portrait).keys[1].rects,
-              (std::vector<Rect>{{30, 0, 59, 16}, {20, 16, 59, 31}}));
+              (std::vector<Rect>{{31, 1, 59, 17}, {21, 17, 59, 31}}));
     const Picture picture = DrawPicture(bent, LayOut(bent, bent.portrait));
     EXPECT_NE(picture.At(45, 15), bent.palette.background) << "torn where its parts meet";
     EXPECT_EQ(picture.At(25, 14), picture.At(5, 14)) << "the key beside it ends above";

@@ -65,7 +65,8 @@ void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& rem
     for (const auto& [key, rects] : skin.portrait.layout) {
         if (IsFunction(key) || key >= skin.characters.size()) continue;
         for (const Rect& rect : rects)
-            CheckKey(area, rect, key, IsDigitLineCharacter(skin.characters[key][0]), remarks);
+            if (rect.HasArea())
+                CheckKey(area, rect, key, IsDigitLineCharacter(skin.characters[key][0]), remarks);
     }
 }
 

@@ -155,6 +155,7 @@ Rect BoundsOf(const std::vector<Rect>& rects, Size mask) {
 std::vector<std::vector<Rect>> PlacesOf(const std::vector<Rect>& rects) {
     std::vector<std::vector<Rect>> places;
     for (const Rect& rect : rects) {
+        if (!rect.HasArea()) continue;
         std::vector<Rect> place{rect};
         std::erase_if(places, [&](const std::vector<Rect>& known) {
             const bool isSame =
@@ -168,8 +169,9 @@ std::vector<std::vector<Rect>> PlacesOf(const std::vector<Rect>& rects) {
 }
 
 KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects) {
-    KeyInk ink{true, false, true, {}};
-    for (const std::vector<Rect>& place : PlacesOf(rects)) {
+    const std::vector<std::vector<Rect>> places = PlacesOf(rects);
+    KeyInk ink{!places.empty(), false, true, {}};
+    for (const std::vector<Rect>& place : places) {
         const KeyInk found = KeyFace(mask, place).Read();
         ink.isThere = ink.isThere && found.isThere;
         ink.isCut = ink.isCut || found.isCut;

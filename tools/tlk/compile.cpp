@@ -18,16 +18,25 @@ void PutBig16(Bytes& bytes, int value) {
     Put8(bytes, static_cast<unsigned>(value));
 }
 
-// Layout records: key index, an unused bitmap value, the rectangle, four reserved bytes; big-endian.
+// Key index, an unused bitmap value, the rectangle, four reserved bytes; big-endian.
+void PutRecord(Bytes& bytes, std::uint16_t key, const Rect& rect) {
+    PutBig16(bytes, key);
+    PutBig16(bytes, 0);
+    for (int edge : {rect.left, rect.top, rect.right, rect.bottom})
+        PutBig16(bytes, edge);
+    Put32(bytes, 0);
+}
+
 Bytes EncodeLayout(const Layout& layout) {
     Bytes bytes;
     for (const Key& key : layout.keys) {
         for (const Rect& rect : key.rects) {
-            PutBig16(bytes, key.key);
-            PutBig16(bytes, 0);
-            for (int edge : {rect.left, rect.top, rect.right, rect.bottom})
-                PutBig16(bytes, edge);
-            Put32(bytes, 0);
+            PutRecord(bytes, key.key, rect);
+            // The margin belongs to the key beside it. Rectangles without area are hit but never look
+            // pressed.
+            const int left = rect.left == kMargin ? 0 : rect.left;
+            if (rect.top == kMargin) PutRecord(bytes, key.key, {left, 0, rect.right, 0});
+            if (left < rect.left) PutRecord(bytes, key.key, {0, rect.top, 0, rect.bottom});
         }
     }
     return bytes;
@@ -55,7 +64,7 @@ Bytes EncodeSecondLanguage(const Skin& skin) {
 class Compilation {
 public:
     Compilation(const Skin& skin, const Font& font)
-        : m_Skin(skin), m_Font(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
+        : m_Skin(skin), m_Lettering(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
         TryAll([this] { AddPortrait(); },
@@ -78,7 +87,7 @@ private:
         Plane plane;
         TryAll([&] { plane.backspaceFollowsShift = AddCapsRect(layout); },
                [&] { AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout); },
-               [&] { AddMasks(BoardKind::Portrait, layout, plane); });
+               [&] { AddMasks(BoardKind::Portrait, layout, ShownPlanes(plane)); });
     }
 
     // Answers whether Backspace is drawn by Shift alone, like the keys of the CAPS rectangle.
@@ -93,7 +102,7 @@ private:
     void AddLandscape(const Board& board) {
         const Layout layout = LayOut(m_Skin, board);
         TryAll([&] { AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout); },
-               [&] { AddMasks(BoardKind::Landscape, layout, Plane{}); });
+               [&] { AddMasks(BoardKind::Landscape, layout, ShownPlanes(Plane{})); });
     }
 
     void AddDigits(const Board& board) {
@@ -101,7 +110,7 @@ private:
         Plane plane;
         plane.digits = true;
         TryAll([&] { AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout); },
-               [&] { AddMask(MaskResource(BoardKind::Digits, kDigitPlane), layout, plane); });
+               [&] { AddMasks(BoardKind::Digits, layout, {plane}); });
     }
 
     void AddBoard(const char* picture, const char* records, const Layout& layout) {
@@ -111,11 +120,11 @@ private:
         Add(ResourceKind::Data, records, EncodeLayout(layout));
     }
 
-    void AddMasks(BoardKind board, const Layout& layout, Plane plane) {
-        FaultList faults;
+    std::vector<Plane> ShownPlanes(Plane plane) const {
+        std::vector<Plane> planes;
         for (plane.slot = 0; plane.slot < kSlotCount; ++plane.slot)
-            if (CanShow(plane)) faults.Try([&] { AddMask(MaskResource(board, plane.slot), layout, plane); });
-        faults.Throw();
+            if (CanShow(plane)) planes.push_back(plane);
+        return planes;
     }
 
     // A plane that no key brings up is left out. A stroke upwards from the language key is an umlaut key.
@@ -125,10 +134,19 @@ private:
         return !plane.IsLarge() || m_Skin.HasKey(function_key::kShift) || m_Skin.HasKey(function_key::kCaps);
     }
 
-    void AddMask(const std::string& name, const Layout& layout, const Plane& plane) {
-        const ArtFile* art = FindArt(name);
-        Add(ResourceKind::Bitmap, name,
-            EncodeMask(art ? ReadArtMask(*art, layout.size) : DrawMask(m_Skin, layout, m_Font, plane)));
+    void AddMasks(BoardKind board, const Layout& layout, const std::vector<Plane>& planes) {
+        std::vector<Plane> drawn;
+        std::vector<std::string> names;
+        TryEach(planes, [&](const Plane& plane) {
+            const std::string name = MaskResource(board, plane.digits ? kDigitPlane : plane.slot);
+            if (const ArtFile* art = FindArt(name))
+                return Add(ResourceKind::Bitmap, name, EncodeMask(ReadArtMask(*art, layout.size)));
+            drawn.push_back(plane);
+            names.push_back(name);
+        });
+        const std::vector<Mask> masks = DrawMasks(m_Skin, layout, m_Lettering, drawn);
+        for (std::size_t i = 0; i < masks.size(); ++i)
+            Add(ResourceKind::Bitmap, names[i], EncodeMask(masks[i]));
     }
 
     const ArtFile* FindArt(const std::string& name) const {
@@ -160,7 +178,7 @@ private:
     }
 
     const Skin& m_Skin;
-    const Font& m_Font;
+    Lettering m_Lettering;
     bool m_HasLanguageKey;
     std::vector<Resource> m_Resources;
 };

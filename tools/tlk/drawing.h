@@ -2,24 +2,12 @@
 // Pictures carry background and key faces, masks carry the glyphs.
 #pragma once
 
-#include "font.h"
-#include "layout.h"
+#include <span>
+
+#include "lettering.h"
+#include "signs.h"
 
 namespace tlk {
-
-// Which mask is drawn. The slot names two languages, small and large, and their umlaut planes in the order of
-// the character table; digit keys are the same in all of them.
-struct Plane {
-    std::size_t slot = 0;
-    // The digit keyboard's way back is not its way in.
-    bool digits = false;
-    // The engine draws and treats Backspace by Shift alone here, so that the large planes can say Delete.
-    bool backspaceFollowsShift = false;
-
-    bool IsLarge() const { return slot % 2 == 1; }
-    bool IsUmlaut() const { return slot % 4 >= 2; }
-    std::size_t Language() const { return slot / 4; }
-};
 
 // A key's face covers its rectangle less the last column and row: these show the background between the keys,
 // and the engine's pressed look leaves them out as well.
@@ -33,8 +21,10 @@ struct Plane {
 // 0 in the black faces of light glyphs, else 1 everywhere.
 [[nodiscard]] Mask DrawFaces(const Skin& skin, const Layout& layout);
 
-// Every key's glyph, centred inside its face. Throws SourceError for a character that the font lacks or that
-// no size makes fit.
-[[nodiscard]] Mask DrawMask(const Skin& skin, const Layout& layout, const Font& font, const Plane& plane);
+// Every key's glyph in each of the planes, centred inside its face. All characters of a board have one size,
+// and all its words: the largest up to the skin's at which each of them fits. Throws SourceError for a
+// character that the font lacks or that no size makes fit.
+[[nodiscard]] std::vector<Mask> DrawMasks(const Skin& skin, const Layout& layout, Lettering& lettering,
+                                          std::span<const Plane> planes);
 
 }  // namespace tlk

@@ -57,10 +57,10 @@ Font& Font::operator=(Font&&) noexcept = default;
 
 bool Font::Has(char16_t character) const { return FT_Get_Char_Index(m_pFace->face, character) != 0; }
 
-Glyph Font::Draw(std::u16string_view word, int pixels) const {
+Glyph Font::Draw(std::u16string_view word, const Em& em) const {
     const FT_Face face = m_pFace->face;
-    if (FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixels)) != 0)
-        throw FileError(m_Path + ": has no glyphs of " + std::to_string(pixels) + " pixels");
+    if (FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(em.width), static_cast<FT_UInt>(em.height)) != 0)
+        throw FileError(m_Path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
     std::vector<Point> ink;
     int penX = 0;
     for (char16_t character : word) {
@@ -72,6 +72,6 @@ Glyph Font::Draw(std::u16string_view word, int pixels) const {
     return Crop(ink);
 }
 
-int Font::CapHeight(int pixels) const { return Draw(u"H", pixels).ascent; }
+int Font::CapHeight(int pixels) const { return Draw(u"H", {pixels}).ascent; }
 
 }  // namespace tlk

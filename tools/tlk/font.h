@@ -16,6 +16,12 @@ struct Glyph {
     int ascent = 0;
 };
 
+// Pixels per em.
+struct Em {
+    int height = 0;
+    int width = height;
+};
+
 // A font file, drawn in one bit per pixel with its own hints. Throws FileError.
 class Font {
 public:
@@ -25,8 +31,8 @@ public:
     Font& operator=(Font&&) noexcept;
 
     bool Has(char16_t character) const;
-    // `pixels` is the size of the em. The glyph is cropped to its ink.
-    [[nodiscard]] Glyph Draw(std::u16string_view word, int pixels) const;
+    // The glyph is cropped to its ink.
+    [[nodiscard]] Glyph Draw(std::u16string_view word, const Em& em) const;
     // Height of the flat capitals.
     [[nodiscard]] int CapHeight(int pixels) const;
 

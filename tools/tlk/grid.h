@@ -29,6 +29,8 @@ struct Rect {
 
     int Width() const { return right - left + 1; }
     int Height() const { return bottom - top + 1; }
+    // Without it, a rectangle is hit but never looks pressed: the last column and row stay out there.
+    bool HasArea() const { return right > left && bottom > top; }
     // Neighbours by an edge or a corner, or on top of each other.
     bool Touches(const Rect& other) const {
         return left <= other.right + 1 && other.left <= right + 1 && top <= other.bottom + 1 &&

@@ -21,8 +21,8 @@ struct Drawing {
     InkRows large = {};
 };
 
-const std::array<Drawing, 7>& Drawings() {
-    static const std::array<Drawing, 7> drawings{{
+const std::array<Drawing, 8>& Drawings() {
+    static const std::array<Drawing, 8> drawings{{
         {Icon::Shift,
          {"....#....",  //
           "...#.#...",  //
@@ -44,13 +44,46 @@ const std::array<Drawing, 7>& Drawings() {
           "...##...##...",  //
           "...#######...",  //
           "...#######..."}},
-        {Icon::ShiftFilled,
+        {Icon::Caps,
+         {"....#....",  //
+          "...#.#...",  //
+          "..#...#..",  //
+          ".#.....#.",  //
+          "###...###",  //
+          "..#...#..",  //
+          "..#####..",  //
+          ".........",  //
+          "..#####..",  //
+          "..#####.."},
+         {"......#......",  //
+          ".....###.....",  //
+          "....##.##....",  //
+          "...##...##...",  //
+          "..##.....##..",  //
+          ".##.......##.",  //
+          "#####...#####",  //
+          "...##...##...",  //
+          "...#######...",  //
+          "...#######...",  //
+          ".............",  //
+          "...#######...",  //
+          "...#######..."},
+         {"...#...",  //
+          "..#.#..",  //
+          ".#...#.",  //
+          "##...##",  //
+          ".#####.",  //
+          ".......",  //
+          ".#####."}},
+        {Icon::CapsFilled,
          {"....#....",  //
           "...###...",  //
           "..#####..",  //
           ".#######.",  //
           "#########",  //
           "..#####..",  //
+          "..#####..",  //
+          ".........",  //
           "..#####..",  //
           "..#####.."},
          {"......#......",  //
@@ -63,8 +96,16 @@ const std::array<Drawing, 7>& Drawings() {
           "...#######...",  //
           "...#######...",  //
           "...#######...",  //
+          ".............",  //
           "...#######...",  //
-          "...#######..."}},
+          "...#######..."},
+         {"...#...",  //
+          "..###..",  //
+          ".#####.",  //
+          "#######",  //
+          ".#####.",  //
+          ".......",  //
+          ".#####."}},
         {Icon::Backspace,
          {"....#########",  //
           "...#........#",  //
@@ -209,9 +250,9 @@ constexpr int kLargeFrom = 15;
 constexpr int kDoubledFrom = 20;
 
 constexpr std::pair<std::string_view, Icon> kNames[] = {
-    {"shift", Icon::Shift}, {"back", Icon::Backspace}, {"delete", Icon::Delete}, {"enter", Icon::Enter},
-    {"space", Icon::Space}, {"tab", Icon::Tab},        {"left", Icon::Left},     {"up", Icon::Up},
-    {"right", Icon::Right}, {"down", Icon::Down}};
+    {"shift", Icon::Shift}, {"caps", Icon::Caps},   {"back", Icon::Backspace}, {"delete", Icon::Delete},
+    {"enter", Icon::Enter}, {"space", Icon::Space}, {"tab", Icon::Tab},        {"left", Icon::Left},
+    {"up", Icon::Up},       {"right", Icon::Right}, {"down", Icon::Down}};
 
 Mask Mirror(const Mask& ink) {
     const Size size = ink.GetSize();

@@ -9,7 +9,7 @@
 
 namespace tlk {
 
-enum class Icon { Shift, ShiftFilled, Backspace, Delete, Enter, Space, Tab, Left, Up, Right, Down };
+enum class Icon { Shift, Caps, CapsFilled, Backspace, Delete, Enter, Space, Tab, Left, Up, Right, Down };
 
 // Ink is 1. The size goes with characters whose capitals are so many pixels high.
 [[nodiscard]] Mask DrawIcon(Icon icon, int capHeight);

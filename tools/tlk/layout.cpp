@@ -67,19 +67,25 @@ std::vector<double> Weights(const Row& row) {
     return weights;
 }
 
+// The upper rows are the higher ones: their characters may need the room for accents.
 std::vector<int> DivideEvenly(int length, std::size_t count) {
-    return Divide(length, std::vector<double>(count, 1.0));
+    const int parts = static_cast<int>(count);
+    std::vector<int> edges;
+    for (int part = 0; part <= parts; ++part)
+        edges.push_back((length * part + parts - 1) / parts);
+    return edges;
 }
 
-// The edges of the board's rows from the top. A row ends at the seam.
+// The edges of the board's rows below the margin. A row ends at the seam.
 std::vector<int> RowEdges(const Board& board) {
+    const int height = board.filled.height - kMargin;
     const std::size_t above = board.RowsAboveSeam();
-    if (board.seam == 0 || above == board.rows.size())
-        return DivideEvenly(board.filled.height, board.rows.size());
-    std::vector<int> edges = DivideEvenly(board.seam, above);
+    if (board.seam == 0 || above == board.rows.size()) return DivideEvenly(height, board.rows.size());
+    const int seam = board.seam - kMargin;
+    std::vector<int> edges = DivideEvenly(seam, above);
     edges.pop_back();
-    for (int edge : DivideEvenly(board.filled.height - board.seam, board.rows.size() - above))
-        edges.push_back(board.seam + edge);
+    for (int edge : DivideEvenly(height - seam, board.rows.size() - above))
+        edges.push_back(seam + edge);
     return edges;
 }
 
@@ -154,14 +160,16 @@ void ChangeKey(const Skin& skin, Layout& layout, std::uint16_t index, const KeyC
 Layout LayOut(const Skin& skin, const Board& board) {
     Layout layout{board.size, {}};
     const Size filled = board.filled;
+    Rect wide = board.WideArea();
+    wide.top += kMargin;
     TryAll(
         [&] {
-            PlaceRows(skin, layout, board.rows, {0, 0, filled.width - 1, filled.height - 1}, RowEdges(board));
+            PlaceRows(skin, layout, board.rows, {kMargin, kMargin, filled.width - 1, filled.height - 1},
+                      RowEdges(board));
         },
         [&] {
             if (!board.wide.empty())
-                PlaceRows(skin, layout, board.wide, board.WideArea(),
-                          DivideEvenly(board.WideArea().Height(), board.wide.size()));
+                PlaceRows(skin, layout, board.wide, wide, DivideEvenly(wide.Height(), board.wide.size()));
         },
         [&] {
             TryEach(board.changes,

@@ -22,9 +22,12 @@ struct Layout {
     std::vector<Key> keys;
 };
 
-// The keys tile the whole picture: a key's right edge is its neighbour's left edge less one. A key named in
-// two rows at the same place becomes one tall key. What the board changes of single keys comes after that.
-// Throws SourceError.
+// Background left of the keys and above them, in pixels, as wide as it is right of each and below.
+inline constexpr int kMargin = 1;
+
+// The keys tile the picture but for the margin: a key's right edge is its neighbour's left edge less one. A
+// key named in two rows at the same place becomes one tall key. What the board changes of single keys comes
+// after that. Throws SourceError.
 [[nodiscard]] Layout LayOut(const Skin& skin, const Board& board);
 
 // The digit row, whose keys caps lock leaves alone, as the skin's CAPS rectangle: right and bottom edge are

@@ -121,7 +121,7 @@ std::u16string LabelOf(const SkinModule& skin, std::uint16_t key, const Font& fo
 }
 
 void Write(Picture& picture, const Rect& rect, std::u16string_view word, const Font& font) {
-    const Mask ink = font.Draw(word, kLabelSize).ink;
+    const Mask ink = font.Draw(word, {kLabelSize}).ink;
     for (int y = 0; y < ink.GetSize().height + 2; ++y)
         for (int x = 0; x < ink.GetSize().width + 2; ++x) {
             const int pixelX = rect.left + x;
@@ -182,7 +182,7 @@ void DrawHitAreas(Picture& enlarged, int zoom, const SkinModule& skin, BoardKind
         for (const Rect& rect : rects) {
             const Rect area{rect.left * zoom, rect.top * zoom, (rect.right + 1) * zoom - 1,
                             (rect.bottom + 1) * zoom - 1};
-            Write(enlarged, area, LabelOf(skin, key, font), font);
+            if (rect.HasArea()) Write(enlarged, area, LabelOf(skin, key, font), font);
             Outline(enlarged, area);
         }
 }

@@ -18,7 +18,7 @@ constexpr int kDrawnFor = 8;
 constexpr std::u16string_view kRings = u"\u00A9\u00AE";
 constexpr int kFilledRings = 9;
 
-// What goes with the upper edge of the capitals moves up with it; some fit one height only.
+// What goes with the upper edge of the capitals moves up with it; some fit capitals of their own height only.
 enum class Align { Baseline, Capitals, Exact };
 
 struct HandDrawn {
@@ -32,6 +32,11 @@ const std::vector<HandDrawn>& HandDrawnMarks() {
     using enum Align;
     static const std::vector<HandDrawn> marks{
         {u'0', Exact, 8, {".###.", "#...#", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."}},
+        {u'\u1E9E',
+         Exact,
+         8,
+         {".####.", "#....#", "#...#.", "#..#..", "#...#.", "#....#", "#....#", "#.###."}},
+        {u'\u1E9E', Exact, 7, {".####.", "#....#", "#...#.", "#..#..", "#...#.", "#....#", "#.###."}},
         {u'.', Baseline, 2, {"##", "##"}},
         {u',', Baseline, 2, {"##", "##", ".#", "#."}},
         {u':', Baseline, 6, {"##", "##", "..", "..", "##", "##"}},
@@ -81,6 +86,7 @@ const std::vector<Accent>& Accents() {
         {{".##.#", "#..#."}, u"ÃÑÕãñõ", u"ANOano"},
         {{"#.#.", "#.#."}, u"ŐŰőű", u"OUou"},
         {{".#.", "#.#", ".#."}, u"Å", u"A", 0},
+        {{".#.", "#.#", ".#."}, u"å", u"a"},
         {{"#..#", ".##."}, u"ЙЎĂĞйўăğ", u"ИУAGиуag"},
         {{"..#..", "..#..", "#...#"}, u"ΐΰ", u"ιυ"},
     };
@@ -110,26 +116,25 @@ Glyph SetAccentBeside(const Glyph& letter, const Mask& accent) {
 
 }  // namespace
 
-std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, int pixels) {
-    const int capHeight = font.CapHeight(pixels);
+std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const Em& em) {
+    const int capHeight = font.CapHeight(em.height);
     if (capHeight > kTallestRetouched) return std::nullopt;
     // The marks of bold faces are clear enough as they are.
-    if (font.Draw(u"l", pixels).ink.GetSize().width == 1) {
+    if (font.Draw(u"l", em).ink.GetSize().width == 1) {
         for (const HandDrawn& mark : HandDrawnMarks())
-            if (mark.character == character && (mark.align != Align::Exact || capHeight == kDrawnFor))
+            if (mark.character == character && (mark.align != Align::Exact || capHeight == mark.ascent))
                 return Glyph{ToInk(mark.rows),
                              mark.ascent + (mark.align == Align::Capitals ? capHeight - kDrawnFor : 0)};
         if (capHeight == kFilledRings && kRings.find(character) != std::u16string_view::npos)
-            return font.Draw({&character, 1}, pixels - 1);
+            return font.Draw({&character, 1}, {em.height - 1});
     }
     if (character == kAlphaWithTonos && font.Has(u'\u0391'))
-        return SetAccentBeside(font.Draw(u"\u0391", pixels), ToInk({".#", "#."}));
+        return SetAccentBeside(font.Draw(u"\u0391", em), ToInk({".#", "#."}));
     for (const Accent& accent : Accents()) {
         const std::size_t place = accent.accented.find(character);
         if (place == std::u16string_view::npos) continue;
         const char16_t letter = accent.letters[place];
-        if (font.Has(letter))
-            return SetAccent(font.Draw({&letter, 1}, pixels), ToInk(accent.rows), accent.gap);
+        if (font.Has(letter)) return SetAccent(font.Draw({&letter, 1}, em), ToInk(accent.rows), accent.gap);
     }
     return std::nullopt;
 }

@@ -32,7 +32,7 @@ void Stamp(Picture& page, const Picture& picture, int left, int top) {
 
 // Captions are ASCII. What is wider than its picture is cut off there.
 void Write(Picture& page, std::string_view text, int left, int baseline, int width, const Font& font) {
-    const Glyph glyph = font.Draw(std::u16string(text.begin(), text.end()), kCaptionSize);
+    const Glyph glyph = font.Draw(std::u16string(text.begin(), text.end()), {kCaptionSize});
     for (int y = 0; y < glyph.ink.GetSize().height; ++y)
         for (int x = 0; x < std::min(glyph.ink.GetSize().width, width); ++x)
             if (glyph.ink.At(x, y) && page.Contains(left + x, baseline - glyph.ascent + y))

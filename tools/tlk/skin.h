@@ -104,6 +104,8 @@ struct Skin {
     bool capsRect = true;
     bool swipeOnly = false;
     std::map<std::uint16_t, Label> labels;
+    // In the planes of one language only.
+    std::array<std::map<std::uint16_t, Label>, 2> languageLabels;
     Board portrait;
     std::optional<Board> landscape;
     std::optional<Board> digits;

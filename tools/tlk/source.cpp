@@ -42,7 +42,7 @@ public:
         faults.Try([&] { ReadGeneral(file); });
         faults.Try([&] { ReadFont(file); });
         faults.Try([&] { ReadPalette(file); });
-        faults.Try([&] { ReadLabels(file); });
+        faults.Try([&] { ReadLabels(file, m_Skin.labels); });
         // What follows from another fault is not told: keys of a misspelt arrangement, or [portait] as none.
         if (m_Skin.arrangement) {
             if (isKnown || file.Find("portrait")) faults.Try([&] { ReadKeyboards(file); });
@@ -200,8 +200,8 @@ private:
         Fail(*node, section.Describe(key) + " cannot be " + Quote(text) + ": " + Advise(text, names));
     }
 
-    void ReadLabels(const Section& file) {
-        const auto labels = FindTable(file, "labels");
+    static void ReadLabels(const Section& section, std::map<std::uint16_t, Label>& found) {
+        const auto labels = FindTable(section, "labels");
         if (!labels) return;
         TryEach(*labels->table, [&](const auto& entry) {
             const auto& [name, node] = entry;
@@ -209,7 +209,7 @@ private:
             if (!key)
                 Fail(node, "there is no function key " + Quote(name.str()) + ": " +
                                Advise(name.str(), FunctionNames()));
-            m_Skin.labels[*key] = ReadLabel(node, labels->Describe(name.str()));
+            found[*key] = ReadLabel(node, labels->Describe(name.str()));
         });
     }
 
@@ -234,7 +234,12 @@ private:
     void ReadLanguage1(const Section& file) {
         const auto language = FindTable(file, "language1");
         if (!language) return;
-        TryAll([&] { AllowKeys(*language, {"name"}); }, [&] { ReadLanguageName(*language, 0); });
+        TryAll(
+            [&] {
+                AllowKeys(*language, {"name", "labels"});
+            },
+            [&] { ReadLabels(*language, m_Skin.languageLabels[0]); },
+            [&] { ReadLanguageName(*language, 0); });
     }
 
     void ReadLanguage2(const Section& file) {
@@ -243,10 +248,10 @@ private:
         m_Skin.language2 = PlaceOf(*language->table);
         TryAll(
             [&] {
-                AllowKeys(*language, {"name", "keys", "umlaut"});
+                AllowKeys(*language, {"name", "labels", "keys", "umlaut"});
             },
-            [&] { ReadLanguageName(*language, 1); }, [&] { ReadCharacters(*language, "keys", 4); },
-            [&] { ReadCharacters(*language, "umlaut", 6); });
+            [&] { ReadLabels(*language, m_Skin.languageLabels[1]); }, [&] { ReadLanguageName(*language, 1); },
+            [&] { ReadCharacters(*language, "keys", 4); }, [&] { ReadCharacters(*language, "umlaut", 6); });
     }
 
     void ReadLanguageName(const Section& language, std::size_t index) {

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "lettering.h"
+
+#include "retouch.h"
+
+namespace tlk {
+
+const Glyph* Lettering::Fit(std::u16string_view text, int pixels, Size room, double narrowest) {
+    for (int width = pixels; width >= pixels * narrowest; --width) {
+        const Glyph& glyph = Draw(text, {pixels, width});
+        const Size ink = glyph.ink.GetSize();
+        if (ink.height > room.height) return nullptr;
+        if (ink.width <= room.width) return &glyph;
+    }
+    return nullptr;
+}
+
+const Glyph& Lettering::Draw(std::u16string_view text, const Em& em) {
+    const auto [known, isNew] = m_Drawn.try_emplace({std::u16string(text), em.height, em.width});
+    if (isNew) {
+        auto retouched = text.size() == 1 ? DrawRetouched(m_Font, text[0], em) : std::nullopt;
+        known->second = retouched ? std::move(*retouched) : m_Font.Draw(text, em);
+    }
+    return known->second;
+}
+
+}  // namespace tlk
