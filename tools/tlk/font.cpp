@@ -61,10 +61,12 @@ Glyph Font::Draw(std::u16string_view word, const Em& em) const {
     const FT_Face face = m_pFace->face;
     if (FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(em.width), static_cast<FT_UInt>(em.height)) != 0)
         throw FileError(m_Path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
+    // A bold font's own hints leave some of its letters lighter than others.
+    const FT_Int32 hints = face->style_flags & FT_STYLE_FLAG_BOLD ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_DEFAULT;
     std::vector<Point> ink;
     int penX = 0;
     for (char16_t character : word) {
-        if (FT_Load_Char(face, character, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0)
+        if (FT_Load_Char(face, character, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | hints) != 0)
             throw FileError(m_Path + ": damaged glyph");
         CollectInk(*face->glyph, penX, ink);
         penX += static_cast<int>(face->glyph->advance.x / 64);

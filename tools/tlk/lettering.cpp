@@ -4,13 +4,21 @@
 #include "retouch.h"
 
 namespace tlk {
+namespace {
+
+// An accent above a long letter, or a tail below, must not make a whole keyboard smaller.
+constexpr double kLowest = 0.84;
+
+}  // namespace
 
 const Glyph* Lettering::Fit(std::u16string_view text, int pixels, Size room, double narrowest) {
-    for (int width = pixels; width >= pixels * narrowest; --width) {
-        const Glyph& glyph = Draw(text, {pixels, width});
-        const Size ink = glyph.ink.GetSize();
-        if (ink.height > room.height) return nullptr;
-        if (ink.width <= room.width) return &glyph;
+    for (int height = pixels; height >= pixels * kLowest; --height) {
+        for (int width = pixels; width >= pixels * narrowest; --width) {
+            const Glyph& glyph = Draw(text, {height, width});
+            const Size ink = glyph.ink.GetSize();
+            if (ink.height > room.height) break;
+            if (ink.width <= room.width) return &glyph;
+        }
     }
     return nullptr;
 }

@@ -18,7 +18,8 @@ public:
     const Font& GetFont() const { return m_Font; }
 
     // What is too wide for the room is made narrower, at most to this share of its width: beside others of
-    // its height it looks as heavy as they do. Null when it does not fit at this size.
+    // its size it looks as heavy as they do. What is too tall becomes a little lower. Null when that does not
+    // do.
     const Glyph* Fit(std::u16string_view text, int pixels, Size room, double narrowest);
 
 private:

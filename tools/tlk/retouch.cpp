@@ -37,6 +37,7 @@ const std::vector<HandDrawn>& HandDrawnMarks() {
          8,
          {".####.", "#....#", "#...#.", "#..#..", "#...#.", "#....#", "#....#", "#.###."}},
         {u'\u1E9E', Exact, 7, {".####.", "#....#", "#...#.", "#..#..", "#...#.", "#....#", "#.###."}},
+        {u'\u00AE', Exact, 7, {".#####.", "#.##..#", "#.#.#.#", "#.##..#", "#.#.#.#", "#.....#", ".#####."}},
         {u'.', Baseline, 2, {"##", "##"}},
         {u',', Baseline, 2, {"##", "##", ".#", "#."}},
         {u':', Baseline, 6, {"##", "##", "..", "..", "##", "##"}},
@@ -75,6 +76,7 @@ struct Accent {
     std::u16string_view accented;
     std::u16string_view letters;
     int gap = 1;
+    bool inBoldOnly = false;
 };
 
 const std::vector<Accent>& Accents() {
@@ -85,10 +87,11 @@ const std::vector<Accent>& Accents() {
         {{"#.#", ".#."}, u"ČĎĚŇŘŠŤŽčěňřšž", u"CDENRSTZcenrsz"},
         {{".##.#", "#..#."}, u"ÃÑÕãñõ", u"ANOano"},
         {{"#.#.", "#.#."}, u"ŐŰőű", u"OUou"},
-        {{".#.", "#.#", ".#."}, u"Å", u"A", 0},
-        {{".#.", "#.#", ".#."}, u"å", u"a"},
+        {{".#.", "#.#", ".#."}, u"ÅŮ", u"AU", 0},
+        {{".#.", "#.#", ".#."}, u"åů", u"au"},
         {{"#..#", ".##."}, u"ЙЎĂĞйўăğ", u"ИУAGиуag"},
         {{"..#..", "..#..", "#...#"}, u"ΐΰ", u"ιυ"},
+        {{"##.##", "##.##"}, u"ÄËÏÖÜŸЁЇäëïöüÿёї", u"AEIOUYЕІaeıouyеı", 1, true},
     };
     return accents;
 }
@@ -120,7 +123,8 @@ std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const E
     const int capHeight = font.CapHeight(em.height);
     if (capHeight > kTallestRetouched) return std::nullopt;
     // The marks of bold faces are clear enough as they are.
-    if (font.Draw(u"l", em).ink.GetSize().width == 1) {
+    const bool isBold = font.Draw(u"l", em).ink.GetSize().width > 1;
+    if (!isBold) {
         for (const HandDrawn& mark : HandDrawnMarks())
             if (mark.character == character && (mark.align != Align::Exact || capHeight == mark.ascent))
                 return Glyph{ToInk(mark.rows),
@@ -132,7 +136,7 @@ std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const E
         return SetAccentBeside(font.Draw(u"\u0391", em), ToInk({".#", "#."}));
     for (const Accent& accent : Accents()) {
         const std::size_t place = accent.accented.find(character);
-        if (place == std::u16string_view::npos) continue;
+        if (place == std::u16string_view::npos || (accent.inBoldOnly && !isBold)) continue;
         const char16_t letter = accent.letters[place];
         if (font.Has(letter)) return SetAccent(font.Draw({&letter, 1}, em), ToInk(accent.rows), accent.gap);
     }
