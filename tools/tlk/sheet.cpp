@@ -114,11 +114,20 @@ private:
             view.pressed = {function_key::kControl};
             Add("ctrl", view);
         }
+        if (m_Board.kind == BoardKind::Digits) AddTurnedDigits();
         if (m_Board.kind == BoardKind::Digits || !m_Board.masks[1].IsReadable()) return;
         View view = ViewOf(1);
         view.hasCapsLock = true;
         if (Has(function_key::kCaps)) view.pressed = {function_key::kCaps};
         Add("caps lock", view);
+    }
+
+    // The same picture, of which the turned screen shows more.
+    void AddTurnedDigits() {
+        if (!m_Skin.Board(BoardKind::Landscape).picture.IsReadable()) return;
+        View view = ViewOf(kDigitPlane);
+        view.isLandscape = true;
+        Add("on the turned screen", view);
     }
 
     void AddPressed(std::size_t plane) {
