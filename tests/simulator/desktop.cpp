@@ -125,11 +125,12 @@ int Process::Wait() {
     return StatusOf(status);
 }
 
-// The server picks a free display number itself and says which once it can be used.
+// The server picks a free display number itself and says which once it can be used. It would begin anew when
+// its last program ends, and shake off the one that starts at that moment.
 Desktop::Desktop(const fs::path& folder)
     : m_folder(folder),
       m_server({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-fbdir", folder.string(),
-                "-nolisten", "tcp"},
+                "-noreset", "-nolisten", "tcp"},
                folder, folder / "display", folder / "server") {
     Await([this] { return ReadText(m_folder / "display").ends_with('\n'); });
     std::istringstream(ReadText(m_folder / "display")) >> m_display;

@@ -28,9 +28,11 @@ protected:
         for (std::string word; rest >> word;) {
             words.push_back(word);
         }
+        fs::remove(Folder() / "out");  // of the last run
         m_simulator = std::make_unique<Process>(words, Folder(), Folder() / "out", Folder() / "err");
         ASSERT_TRUE(AwaitTrace("Showing 0x0\n")) << ReadText(Folder() / "err");
-        ASSERT_TRUE(Await([this] { return Place().width > 0; }));
+        // The title is complete when the window has its place.
+        ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka[ :]").width > 0; }));
         m_desktop.Act("search --onlyvisible --name '^Tolka' windowfocus --sync");
     }
 
