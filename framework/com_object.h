@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include <new>
-#include <utility>
 
 #include "framework/lock.h"
 #include "framework/module.h"

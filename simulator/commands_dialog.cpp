@@ -5,7 +5,6 @@
 
 #include "commands.h"
 #include "png_file.h"
-#include "script.h"
 #include "session.h"
 #include "text.h"
 

@@ -2,6 +2,7 @@
 #include "edit_text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text.h"
 

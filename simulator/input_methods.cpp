@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "input_methods.h"
 
+#include <utility>
+
 #include "registry_value.h"
 
 namespace {

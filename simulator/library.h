@@ -5,7 +5,7 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <string>
+#include <utility>
 
 // The one class that the library offers.
 extern const CLSID inputMethodClass;

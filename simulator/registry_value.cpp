@@ -3,6 +3,7 @@
 
 #include <host_control.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "script.h"

@@ -2,7 +2,6 @@
 // The keys of the PC that mean something to the window. They type nothing: the handheld has no keyboard.
 #pragma once
 
-#include <optional>
 #include <span>
 
 enum class WindowAction { ShowHelp, Rotate, NextSize, NextSkin, TakeScreenshot, Quit };

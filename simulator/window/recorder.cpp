@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "recorder.h"
 
+#include <cstdint>
 #include <iostream>
 #include <stdexcept>
 

@@ -5,6 +5,7 @@
 #include <sip_layout.h>
 
 #include <deque>
+#include <exception>
 
 #include "acts.h"
 #include "chosen_skin.h"

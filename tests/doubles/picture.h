@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <random>
-#include <utility>
 #include <vector>
 
 namespace test {

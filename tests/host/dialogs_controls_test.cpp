@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "control_combo.h"
 #include "control_list.h"
 #include "control_paint.h"
 #include "dialogs_fixture.h"

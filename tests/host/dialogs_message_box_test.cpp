@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <cstdlib>
+
 #include "dialogs_fixture.h"
 
 namespace {

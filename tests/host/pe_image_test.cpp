@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <ios>
+#include <utility>
 
 namespace {
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ios>
+
 namespace {
 
 using namespace test;

@@ -4,6 +4,8 @@
 #include <differences.h>
 #include <test_support.h>
 
+#include <utility>
+
 namespace {
 
 LONG Open(HKEY key, LPCWSTR path, REGSAM access, HKEY& result) {

@@ -6,7 +6,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 
 #include "framework/module.h"
 #include "keyboard/key_codes.h"

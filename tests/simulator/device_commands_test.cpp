@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The registry, the files and the edit field of the device.
-#include <fstream>
 
 #include "simulator_run.h"
 

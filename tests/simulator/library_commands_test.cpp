@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Installing, registering, the class factory and unloading.
-#include <fstream>
 
 #include "simulator_run.h"
 

@@ -2,7 +2,9 @@
 // Every skin that was built, typed through by the real engine: each plane is brought up by tapping the status
 // keys, each key tapped in its middle, and what arrives compared with the tables of the library and the skin,
 // which are read here from their resources.
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <filesystem>
 #include <set>
 

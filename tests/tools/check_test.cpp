@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
+#include <ostream>
 
 #include "bitmap.h"
 #include "dump.h"

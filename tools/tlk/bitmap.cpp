@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "bitmap.h"
 
-#include <algorithm>
 #include <map>
 
 namespace tlk {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 
-#include "bitmap.h"
 #include "check_parts.h"
 
 namespace tlk {

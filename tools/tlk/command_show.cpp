@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 
 #include "command.h"

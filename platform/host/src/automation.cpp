@@ -2,7 +2,6 @@
 // Type libraries: loading one in order to register it.
 #include "automation_typelib.h"
 #include "com.h"
-#include "device.h"
 #include "faults.h"
 #include "files.h"
 #include "modules.h"
@@ -11,6 +10,7 @@
 #include <oleauto.h>
 
 #include <cstdio>
+#include <utility>
 
 namespace host {
 namespace {

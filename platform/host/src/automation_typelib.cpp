@@ -14,6 +14,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <utility>
 
 namespace host {
 namespace {

@@ -3,6 +3,7 @@
 #include "control_combo.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "control_list.h"
 #include "control_paint.h"

@@ -2,11 +2,9 @@
 // The dialog's window and its state.
 #include "dialog.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "control_combo.h"
-#include "control_paint.h"
 #include "gdi.h"
 #include "message_queue.h"
 

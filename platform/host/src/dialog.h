@@ -3,7 +3,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "control.h"
 #include "dialog_template.h"

@@ -6,7 +6,6 @@
 #include "faults.h"
 #include "handles.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <utility>
 

@@ -4,6 +4,7 @@
 // except when a bitmap is copied onto itself.
 #include "gdi_blit.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "faults.h"

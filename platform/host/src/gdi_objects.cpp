@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "gdi_objects.h"
 
-#include "faults.h"
 #include "gdi.h"
 #include "gdi_brushes.h"
 #include "gdi_contexts.h"

@@ -2,8 +2,6 @@
 // Image lists. They keep pixels of their own, no bitmaps, so nothing but the list counts as a handle.
 #include <commctrl.h>
 
-#include <algorithm>
-
 #include "device.h"
 #include "faults.h"
 #include "gdi_blit.h"

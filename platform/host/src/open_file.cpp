@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // GetOpenFileNameW: checks the request, shows the dialog and fills in what was chosen.
 #include <algorithm>
+#include <utility>
 
 #include "device.h"
 #include "faults.h"

@@ -17,6 +17,7 @@
 #include <commdlg.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "open_file_list.h"

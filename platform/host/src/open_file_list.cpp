@@ -2,6 +2,7 @@
 #include "open_file_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "control_paint.h"
 

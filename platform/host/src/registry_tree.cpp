@@ -4,6 +4,7 @@
 #include "device.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host {
 namespace {

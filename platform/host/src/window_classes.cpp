@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "control.h"
 #include "faults.h"

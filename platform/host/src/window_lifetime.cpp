@@ -2,7 +2,6 @@
 // Creation and destruction of windows.
 #include <memory>
 
-#include "control.h"
 #include "device.h"
 #include "dialog.h"
 #include "faults.h"

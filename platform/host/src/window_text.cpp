@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A window's text and its class's name.
 #include <algorithm>
+#include <string_view>
 
 #include "window.h"
 

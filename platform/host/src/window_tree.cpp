@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "control.h"
-#include "pen.h"
 #include "window.h"
 
 namespace host {

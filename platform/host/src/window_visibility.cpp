@@ -2,7 +2,6 @@
 // Which part of the screen a window shows in. Windows always clip their children and siblings here, as on the
 // handheld, whatever WS_CLIPCHILDREN and WS_CLIPSIBLINGS say.
 #include <algorithm>
-#include <utility>
 
 #include "gdi.h"
 #include "window.h"

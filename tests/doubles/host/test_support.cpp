@@ -7,6 +7,7 @@
 #include <objbase.h>
 
 #include <cstdlib>
+#include <utility>
 
 #include "device_side.h"
 
