@@ -40,10 +40,11 @@ std::string TakePlainWord(std::string_view& line) {
     return word;
 }
 
+// -1 for what is no hexadecimal digit.
 int DigitValue(char digit) {
-    int value = -1;
-    std::from_chars(&digit, &digit + 1, value, 16);
-    return value;
+    if (digit >= '0' && digit <= '9') return digit - '0';
+    const int letter = digit | 0x20;
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 }  // namespace
