@@ -10,11 +10,8 @@ if(WIN32)
     target_include_directories(gtest SYSTEM PUBLIC ${TOLKA_GOOGLETEST}/include PRIVATE ${TOLKA_GOOGLETEST})
     target_compile_options(gtest PRIVATE -w -fno-sanitize=all)
     add_library(GTest::gtest ALIAS gtest)
-    # Unix paths, as Wine's programs see them.
-    set(TOLKA_DRIVE Z:)
 else()
     find_package(GTest REQUIRED)
-    set(TOLKA_DRIVE "")
 endif()
 
 function(add_device_tests target)
@@ -24,4 +21,16 @@ function(add_device_tests target)
     else()
         gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
     endif()
+endfunction()
+
+# define_paths(TARGET [NAME PATH]...): defines each NAME as the path by which the target's tests open a file. On
+# Windows the project is drive R:, so that no letter of the folder's own name has to be in the code page.
+function(define_paths target)
+    while(ARGN)
+        list(POP_FRONT ARGN name path)
+        if(WIN32)
+            set(path "R:/$<PATH:RELATIVE_PATH,${path},${CMAKE_SOURCE_DIR}>")
+        endif()
+        target_compile_definitions(${target} PRIVATE "${name}=\"${path}\"")
+    endwhile()
 endfunction()

@@ -136,6 +136,9 @@ Desktop::Desktop(const fs::path& folder)
     std::istringstream(ReadText(m_folder / "display")) >> m_display;
 }
 
+// Given the time, it removes its socket and its lock.
+Desktop::~Desktop() { m_server.End(SIGTERM); }
+
 void Desktop::Enter() const { setenv("DISPLAY", (":" + m_display).c_str(), 1); }
 
 // The file is the server's memory: the header's size, the picture's, the length of a row, the number of

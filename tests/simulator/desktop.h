@@ -54,6 +54,9 @@ private:
 class Desktop {
 public:
     explicit Desktop(const std::filesystem::path& folder);
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
 
     bool IsReady() const { return !m_display.empty(); }
     Pixels Picture() const;  // of all of it

@@ -318,7 +318,7 @@ TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
         chosen += "choose 202 " + name + '\n' + Get(settings + "Skin");
         expected += shownAgain + Setting("Skin", "sz \"\\\\windows\\\\" + name + ".tlk\"");
     }
-    const std::string select = "skins " SKINS "\nselect\n";
+    const std::string select = "skins \"" SKINS "\"\nselect\n";
     EXPECT_NE(Trace(select + "options\n" + chosen).find(expected), std::string::npos);
     Trace(select + "options\nchoose 202 german-240x320\nclick 221\nclick 1\n");
     for (const auto& entry : fs::directory_iterator(SKINS "/240x320")) {

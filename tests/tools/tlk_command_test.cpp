@@ -25,7 +25,7 @@ protected:
     // Returns the exit status; messages go to Path("messages"). `before` is run by the same shell.
     int Run(const std::string& arguments, const std::string& before = {}) const {
         const std::string command =
-            before + std::string(TLK_COMMAND) + " " + arguments + " >" + Path("messages") + " 2>&1";
+            before + "'" TLK_COMMAND "' " + arguments + " >" + Path("messages") + " 2>&1";
         const int status = std::system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -52,7 +52,7 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
 }
 
 TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
-    EXPECT_EQ(Run("build --all " + Path("none.toml") + " " STANDARD_SOURCE " -o " + Path("new/skins")), 2);
+    EXPECT_EQ(Run("build --all " + Path("none.toml") + " '" STANDARD_SOURCE "' -o " + Path("new/skins")), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(Path("none.toml") + ": "), 0u);
     std::size_t count = 0;
     for (const auto& built : std::filesystem::recursive_directory_iterator(SKINS_FOLDER)) {
@@ -62,7 +62,7 @@ TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
         ++count;
     }
     EXPECT_EQ(count, 5u);
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " " STANDARD_SOURCE " -o " + Path("a.tlk")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' '" STANDARD_SOURCE "' -o " + Path("a.tlk")), 2);
 }
 
 TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {
@@ -93,30 +93,30 @@ TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyByAWholeOne) {
     EXPECT_EQ(ReadText(Path("a.toml")), source);
     EXPECT_EQ(Run("show " + Path("a.tlk") + " -o " + Path("a.tlk")), 2);
     std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_read);
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("a.tlk")), 2);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
     std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_all);
     // A disk that is full after four kilobytes.
     const std::string full = "trap '' XFSZ; ulimit -f 8; ";
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("a.tlk"), full), 2);
-    EXPECT_EQ(Run("show " STANDARD_SKIN " --zoom 8 -o " + Path("a.png"), full), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("a.tlk"), full), 2);
+    EXPECT_EQ(Run("show '" STANDARD_SKIN "' --zoom 8 -o " + Path("a.png"), full), 2);
     EXPECT_FALSE(std::filesystem::exists(Path("a.png")));
-    EXPECT_EQ(Run("dump " STANDARD_SKIN, full), 2);
+    EXPECT_EQ(Run("dump '" STANDARD_SKIN "'", full), 2);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
     for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
         EXPECT_NE(entry.path().extension(), ".part");
 }
 
 TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
-    EXPECT_EQ(Run("check " STANDARD_SKIN), 0);
+    EXPECT_EQ(Run("check '" STANDARD_SKIN "'"), 0);
     EXPECT_NE(
         ReadText(Path("messages")).find("good for a screen of 240x320, taken from its pictures, and ARM"),
         std::string::npos);
-    EXPECT_EQ(Run("check " STANDARD_SKIN " --screen 480x640 --source " STANDARD_SOURCE), 1);
-    EXPECT_EQ(Run("check " STANDARD_SKIN " --screen 480"), 2);
-    EXPECT_EQ(Run("check " STANDARD_SOURCE), 2);
+    EXPECT_EQ(Run("check '" STANDARD_SKIN "' --screen 480x640 --source '" STANDARD_SOURCE "'"), 1);
+    EXPECT_EQ(Run("check '" STANDARD_SKIN "' --screen 480"), 2);
+    EXPECT_EQ(Run("check '" STANDARD_SOURCE "'"), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(STANDARD_SOURCE ": not a library file"), 0u);
-    EXPECT_EQ(Run("dump " STANDARD_SKIN), 0);
+    EXPECT_EQ(Run("dump '" STANDARD_SKIN "'"), 0);
     EXPECT_NE(ReadText(Path("messages")).find("\n     87 y: z Z "), std::string::npos);
 }
 
@@ -128,7 +128,7 @@ TEST_F(TlkCommand, WarnsOfNamesThatTheKeyboardTakesForOneAnother) {
         {"theirs", ""}};
     std::filesystem::copy_file(STANDARD_SKIN, Path("mine-vga.tlk"));
     for (const auto& [name, warning] : warnings) {
-        EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path(name + ".tlk")), 0);
+        EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path(name + ".tlk")), 0);
         const std::string built = ReadText(Path("messages"));
         EXPECT_EQ(Run("check " + Path(name + ".tlk")), warning.empty() ? 0 : 1);
         for (const std::string& text : {built, ReadText(Path("messages"))})
@@ -143,14 +143,14 @@ TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
     EXPECT_EQ(Run("build " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(Path("bad.toml") + ":2: "), 0u) << ReadText(Path("messages"));
     EXPECT_FALSE(std::filesystem::exists(Path("bad.tlk")));
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " --screen 640x480 -o " + Path("bad.tlk")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' --screen 640x480 -o " + Path("bad.tlk")), 2);
     EXPECT_NE(ReadText(Path("messages")).find("full.toml:3: "), std::string::npos)
         << ReadText(Path("messages"));
     EXPECT_EQ(Run("build " + Path("none.toml") + " -o " + Path("bad.tlk")), 2);
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " -o " + Path("no/folder.tlk")), 2);
-    EXPECT_EQ(Run("build " STANDARD_SOURCE " --font " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("no/folder.tlk")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SOURCE "' --font " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
     EXPECT_EQ(Run("show " + Path("bad.toml") + " -o " + Path("a.png")), 2);
-    EXPECT_EQ(Run("show " STANDARD_SKIN " --plane klingon -o " + Path("a.png")), 2);
+    EXPECT_EQ(Run("show '" STANDARD_SKIN "' --plane klingon -o " + Path("a.png")), 2);
     EXPECT_EQ(Run("chekc"), 2);
     EXPECT_NE(ReadText(Path("messages")).find("did you mean 'check'?"), std::string::npos);
     EXPECT_EQ(Run("build a.toml --sceen=240x320 -o a.tlk"), 2);
