@@ -36,6 +36,7 @@ struct CommandLine {
     std::string record;
     int scale = 0;
     bool trace = false;
+    bool commands = false;
 };
 
 SIZE ParseScreen(const std::string& text) {
@@ -92,6 +93,7 @@ int RunWindow(const CommandLine& line) {
     if (!line.record.empty()) options.record = line.record;
     options.scale = line.scale;
     if (line.trace) options.trace = WindowOptions::Trace::Shown;
+    if (line.commands) options.commands = WindowOptions::Commands::FromStandardInput;
     return RunInWindow(options) ? succeeded : notSaved;
 }
 
@@ -117,6 +119,8 @@ void Describe(CLI::App& app, CommandLine& line) {
     ofWindow(app.add_option("--scale", line.scale, "enlargement; without it what fits the monitor")
                  ->check(CLI::Range(1, 20)));
     ofWindow(app.add_flag("--trace", line.trace, "print every call and key as it happens"));
+    ofWindow(app.add_flag("--commands", line.commands,
+                          "do the commands of the standard input as they come; their end closes the window"));
     ofWindow(app.add_option("--record", line.record, "file that gets a script of everything you do"));
 }
 

@@ -4,11 +4,13 @@
 #include <SDL.h>
 #include <sip_layout.h>
 
+#include <algorithm>
 #include <deque>
 #include <exception>
 
 #include "acts.h"
 #include "chosen_skin.h"
+#include "command_input.h"
 #include "device_window.h"
 #include "display.h"
 #include "handheld.h"
@@ -16,6 +18,7 @@
 #include "keys.h"
 #include "pen_stroke.h"
 #include "scale.h"
+#include "script.h"
 #include "skin_files.h"
 #include "text.h"
 #include "time_of_day.h"
@@ -33,6 +36,7 @@ bool CoversScreen(HWND dialog) {
 // moment.
 constexpr Uint32 takingOver = 10;  // milliseconds
 constexpr int millisecondsToSave = 1000;
+constexpr int millisecondsToCommands = 50;  // until commands of another program are looked for
 
 // The person at the window: the platform's idle time goes into waiting for them, also inside modal windows.
 // What they do becomes a command, and runs as a command of a script does: when everything before has been
@@ -44,6 +48,7 @@ public:
 
 private:
     bool OnIdle();
+    void TakeCommands();
     void RunNextAct();
     SDL_Event WaitForEvent();
     void FollowHandheld();
@@ -59,6 +64,7 @@ private:
     void ShowTitle();
 
     const SkinOptions m_skins;
+    std::optional<CommandInput> m_commands;
     Handheld m_handheld;
     Session& m_session = m_handheld.GetSession();
     DeviceWindow m_window;
@@ -75,6 +81,7 @@ private:
 WindowMode::WindowMode(const WindowOptions& options)
     : m_skins(options.skins), m_handheld(options), m_window(options.scale) {
     ShowTitle();
+    if (options.commands == WindowOptions::Commands::FromStandardInput) m_commands.emplace();
     if (options.scale > m_window.Scale()) {
         m_handheld.Complain("the monitor has no room for --scale " + std::to_string(options.scale) +
                             ": the picture is as large as fits");
@@ -92,6 +99,7 @@ bool WindowMode::OnIdle() {
     if (m_quitting) return false;
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
+    if (m_acts.empty()) TakeCommands();
     if (m_acts.empty()) {
         Handle(WaitForEvent());
     } else {
@@ -100,13 +108,27 @@ bool WindowMode::OnIdle() {
     return true;
 }
 
+void WindowMode::TakeCommands() {
+    if (!m_commands) return;
+    while (const std::optional<std::string> line = m_commands->TakeLine()) {
+        try {
+            const Words words = SplitWords(*line);
+            if (!words.empty()) m_acts.push_back(words);
+        } catch (const std::exception& error) {
+            m_handheld.Complain(error.what());
+        }
+    }
+    if (m_commands->HasEnded() && m_acts.empty()) m_quitting = true;
+}
+
 // Nothing is thrown on, as the code of the library may lie between here and the main loop.
 void WindowMode::RunNextAct() {
     const Words words = m_acts.front();
     m_acts.pop_front();
     try {
         m_handheld.Do(words);
-        if (words[0] == "screenshot") m_handheld.Complain("the screen is in " + words[1]);
+        if (words[0] == "screenshot" && words.size() == 2)
+            m_handheld.Complain("the screen is in " + words[1]);
         if (words[0] == "select" && !m_session.Sip().IsSelected()) {
             m_handheld.Complain("the keyboard does not start");
         }
@@ -125,7 +147,9 @@ SDL_Event WindowMode::WaitForEvent() {
     FollowHandheld();
     m_window.Present();
     const bool unsaved = m_handheld.HasUnsavedNotes();
-    if (!SDL_WaitEventTimeout(&event, unsaved ? millisecondsToSave : MillisecondsToNextMinute())) {
+    int wait = unsaved ? millisecondsToSave : MillisecondsToNextMinute();
+    if (m_commands) wait = std::min(wait, millisecondsToCommands);
+    if (!SDL_WaitEventTimeout(&event, wait)) {
         event.type = SDL_FIRSTEVENT;
         if (unsaved) m_handheld.Save();
     }

@@ -14,6 +14,7 @@ struct WindowOptions {
     SkinOptions skins;
     std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
     int scale = 0;                                // 0: the greatest that fits the monitor
+    enum class Commands { None, FromStandardInput } commands = Commands::None;  // their end closes the window
     enum class Trace { Hidden, Shown } trace = Trace::Hidden;
 };
 

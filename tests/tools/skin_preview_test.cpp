@@ -5,6 +5,7 @@
 #include "bitmap.h"
 #include "files.h"
 #include "keyboard_fixture.h"
+#include "keyboard_state.h"
 #include "picture.h"
 
 namespace {
@@ -85,6 +86,39 @@ TEST_F(SkinPreview, SparesTheDigitRowFromCapsLock) {
         EXPECT_TRUE(Painted(240) == Composed({1, false, true, {key}})) << key;
         Up({m_keyboard->m_ptSwipeBegin.x, m_keyboard->m_ptSwipeBegin.y});
     }
+}
+
+// Found by the picture that the engine paints, and brought up again by the taps that the state asks for.
+TEST_F(SkinPreview, TellsWhatIsLatched) {
+    Start(240, 320);
+    const auto painted = [this] {
+        test::Picture target(test::MakeSection(24, 240, 80));
+        m_keyboard->Paint(target, &m_window);
+        tlk::Picture picture({240, 80}, tlk::Color{});
+        const Pixels pixels = target.Pixels();
+        for (int i = 0; i < 240 * 80; ++i) {
+            const COLORREF color = pixels[static_cast<std::size_t>(i)];
+            picture.At(i % 240, i / 240) = {static_cast<BYTE>(color), static_cast<BYTE>(color >> 8),
+                                            static_cast<BYTE>(color >> 16)};
+        }
+        return picture;
+    };
+    for (const WORD key : {test::KeyControl, test::KeyUmlaut, test::KeyShift, test::KeyLanguage}) {
+        Tap(key);
+        const auto state = tlk::FindState(m_skin, painted());
+        ASSERT_TRUE(state) << key;
+        const KbStatus& status = m_keyboard->m_stKbStatus;
+        EXPECT_EQ(state->hasShift, status.m_bShift != 0) << key;
+        EXPECT_EQ(state->hasUmlauts, !status.m_bCtrl && status.m_bUml) << key;
+        EXPECT_EQ(state->isLanguage2, status.m_bLng1 == 0) << key;
+        if (key == test::KeyControl) Tap(key);
+    }
+    Press(test::KeyQ);
+    EXPECT_FALSE(tlk::FindState(m_skin, painted())) << "while a key is pressed";
+    tlk::KeyboardState all{true, false, true, true, true, true, false};
+    EXPECT_EQ(tlk::CommandsFor(m_skin, all).size(), 5u);
+    all.hasCapsLock = true;
+    EXPECT_EQ(tlk::CommandsFor(m_skin, all)[1].find("double "), 0u);
 }
 
 // Unlike the loaders of devices, the host's takes the skins of all of them.

@@ -58,15 +58,22 @@ std::string FindArtResource(std::string_view name) {
     return resource + "_MASK" + (isLandscape ? "_LS" : "");
 }
 
-std::string ArtNames() {
-    std::string names;
+std::vector<std::string> AllArtNames() {
+    std::vector<std::string> names;
     for (const PictureName& picture : kPictures)
-        AppendName(names, picture.name);
+        names.emplace_back(picture.name);
     for (std::string_view mask : kMasks)
-        AppendName(names, mask);
+        names.emplace_back(mask);
     for (std::string_view mask : kMasks)
-        if (mask != kMasks[0]) AppendName(names, std::string(mask) + "_ls");
+        if (mask != kMasks[0]) names.push_back(std::string(mask) + "_ls");
     return names;
+}
+
+std::string ArtNames() {
+    std::string list;
+    for (const std::string& name : AllArtNames())
+        AppendName(list, name);
+    return list;
 }
 
 Picture ReadArtPicture(const ArtFile& file, Size size) {

@@ -4,7 +4,11 @@
 // glyph.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "check_parts.h"
 #include "name_list.h"

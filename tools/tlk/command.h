@@ -25,10 +25,12 @@ struct Command {
     std::function<Status()> run;
 };
 
+[[nodiscard]] Command DescribeArt(CLI::App& app);
 [[nodiscard]] Command DescribeBuild(CLI::App& app);
 [[nodiscard]] Command DescribeCheck(CLI::App& app);
 [[nodiscard]] Command DescribeDump(CLI::App& app);
 [[nodiscard]] Command DescribeShow(CLI::App& app);
+[[nodiscard]] Command DescribeWatch(CLI::App& app);
 
 // A skin to be checked, and what is known of it.
 struct Checked {

@@ -8,7 +8,7 @@
 
 #include "check.h"
 #include "command.h"
-#include "compile.h"
+#include "compile_source.h"
 #include "errors.h"
 #include "file.h"
 #include "source.h"
@@ -35,22 +35,6 @@ const std::map<std::string, Processor>& Processors() {
     return processors;
 }
 
-// The source's own font lies where it says, or beside the usual one.
-Font OpenFont(const Skin& skin, const std::string& usual) {
-    namespace fs = std::filesystem;
-    if (!skin.fontFile) return Font(usual);
-    const fs::path own = skin.fontFile->path;
-    const fs::path beside = fs::path(usual).parent_path() / own;
-    try {
-        if (!fs::exists(own) && !fs::exists(beside))
-            throw FileError("there is no font " + own.string() + ", neither beside the source nor in " +
-                            beside.parent_path().string() + ": name another one");
-        return Font((fs::exists(own) ? own : beside).string());
-    } catch (const FileError& error) {
-        throw SourceError(skin.fontFile->place, error.what());
-    }
-}
-
 void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
     if (!skin.language2 || skin.HasKey(function_key::kLanguage)) return;
     Remark remark;
@@ -60,27 +44,16 @@ void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
 }
 
 void Build(const Arguments& arguments) {
-    const Bytes text = ReadFile(arguments.source);
-    try {
-        FaultList faults;
-        const Skin skin = ReadSource(AsText(text), arguments.source, arguments.screen, faults);
-        std::vector<Resource> resources;
-        // Drawing may find more than reading did.
-        if (faults.IsEmpty() || !skin.portrait.rows.empty())
-            faults.Try([&] { resources = CompileSkin(skin, OpenFont(skin, arguments.font)); });
-        faults.Throw();
-        const Bytes file = WriteModule(std::move(resources), Processors().at(arguments.processor));
-        WriteFile(arguments.output, file);
-        const Module module = Module::Parse(file);
-        const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
-        TellUnusedLanguage(skin, std::cerr);
-        TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
-        if (arguments.all) return;
-        std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")
-                  << ProcessorName(module.GetFacts().machine) << '\n';
-    } catch (const SourceError& error) {
-        FailAt(error, arguments.source);
-    }
+    auto [skin, resources] = CompileSource(arguments.source, arguments.screen, arguments.font);
+    const Bytes file = WriteModule(std::move(resources), Processors().at(arguments.processor));
+    WriteFile(arguments.output, file);
+    const Module module = Module::Parse(file);
+    const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
+    TellUnusedLanguage(skin, std::cerr);
+    TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
+    if (arguments.all) return;
+    std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")
+              << ProcessorName(module.GetFacts().machine) << '\n';
 }
 
 std::vector<std::string> ReadScreens(const std::string& source) {

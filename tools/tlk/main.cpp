@@ -36,8 +36,9 @@ std::string Suggest(const CLI::App& app, int argc, char** argv) {
 }
 
 tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
-    const tlk::Command commands[] = {tlk::DescribeBuild(app), tlk::DescribeCheck(app), tlk::DescribeDump(app),
-                                     tlk::DescribeShow(app)};
+    const tlk::Command commands[] = {tlk::DescribeArt(app),   tlk::DescribeBuild(app),
+                                     tlk::DescribeCheck(app), tlk::DescribeDump(app),
+                                     tlk::DescribeShow(app),  tlk::DescribeWatch(app)};
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

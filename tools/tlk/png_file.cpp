@@ -66,4 +66,21 @@ Bytes EncodePng(const Picture& picture) {
     return file;
 }
 
+Picture DecodePng(const Bytes& file) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_memory(&image, file.data(), file.size()))
+        throw FileError(std::string("not a PNG picture (") + image.message + ")");
+    image.format = PNG_FORMAT_RGB;
+    Bytes pixels(PNG_IMAGE_SIZE(image));
+    if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr))
+        throw FileError(std::string("a damaged PNG picture (") + image.message + ")");
+    Picture picture({static_cast<int>(image.width), static_cast<int>(image.height)}, Color{});
+    const std::uint8_t* pixel = pixels.data();
+    for (int y = 0; y < picture.GetSize().height; ++y)
+        for (int x = 0; x < picture.GetSize().width; ++x, pixel += 3)
+            picture.At(x, y) = {pixel[0], pixel[1], pixel[2]};
+    return picture;
+}
+
 }  // namespace tlk

@@ -2,6 +2,10 @@
 #include "sheet.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "errors.h"
 #include "name_list.h"

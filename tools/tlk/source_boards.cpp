@@ -3,7 +3,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "suggestion.h"
 

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// `tlk watch`, which builds a source and shows it in a window of the simulator whenever it is saved.
+#include <csignal>
+#include <fstream>
+
+#include "desktop.h"
+#include "simulator_run.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kSource =
+    "screens = [\"240x320\"]\n[portrait]\nrows = [\"q w shift space back enter\"]\n";
+
+TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
+    Desktop desktop(Folder());
+    desktop.Enter();
+    ASSERT_TRUE(desktop.IsReady());
+    const fs::path source = Folder() / "mine.toml";
+    // As editors do: another file takes its place.
+    const auto save = [&](const std::string& text) {
+        std::ofstream(Folder() / "new") << text;
+        fs::rename(Folder() / "new", source);
+    };
+    const auto awaits = [this](const std::string& text) {
+        return Await([&] { return ReadText(Folder() / "out").find(text) != std::string::npos; });
+    };
+    save(kSource);
+    setenv("TMPDIR", Folder().c_str(), 1);
+    Process watch({TLK, "watch", source.string(), "--simulator", SIMULATOR}, Folder(), Folder() / "out",
+                  Folder() / "err");
+    unsetenv("TMPDIR");
+    ASSERT_TRUE(awaits("mine.toml: built")) << ReadText(Folder() / "out") << ReadText(Folder() / "err");
+    EXPECT_TRUE(Await([&] { return desktop.WindowPlace("Tolka").width > 0; }));
+    save(std::string(kSource) + "[labels]\nentr = \"E\"\n");
+    EXPECT_TRUE(awaits("mine.toml:5: there is no function key 'entr': did you mean 'enter'?"));
+    EXPECT_TRUE(awaits("not built, the last good skin stays"));
+    save("palette = \"mine-colours.toml\"\n" + std::string(kSource));
+    EXPECT_TRUE(awaits("mine-colours.toml: cannot be read"));
+    std::ofstream(Folder() / "mine-colours.toml") << "letter = \"#707070\"\n";
+    EXPECT_TRUE(awaits("hard to read")) << "a file that the source uses";
+    EXPECT_EQ(watch.End(SIGINT), 0);
+    for (const auto& entry : fs::directory_iterator(Folder()))
+        EXPECT_EQ(entry.path().filename().string().find("tlk-watch"), std::string::npos);
+}
+
+}  // namespace

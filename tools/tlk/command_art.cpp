@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "art.h"
+#include "bitmap.h"
+#include "command.h"
+#include "compile_source.h"
+#include "errors.h"
+#include "file.h"
+#include "png_file.h"
+
+namespace tlk {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSourceName = "art.toml";
+
+struct Arguments {
+    std::string skin;
+    std::string output;
+    std::string font = TLK_FONT;
+    std::string screen;
+};
+
+// What a source says of the pictures applies to this screen alone, when it has several.
+struct Subject {
+    Module module;
+    std::string table;
+};
+
+Subject Open(const Arguments& arguments) {
+    if (AsText(ReadFile(arguments.skin)).starts_with("MZ")) return {OpenModule(arguments.skin), "[art]"};
+    const CompiledSource compiled = CompileSource(arguments.skin, arguments.screen, arguments.font);
+    const Skin& skin = compiled.skin;
+    return {Module::Parse(WriteModule(compiled.resources)),
+            skin.screens.size() > 1 ? "[screen." + Text(*skin.screen) + ".art]" : "[art]"};
+}
+
+void MakeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error)
+        throw FileError(folder.string() + ": cannot be made (" + error.message() + "): name another folder");
+}
+
+struct Output {
+    fs::path path;
+    Bytes bytes;
+};
+
+// Somebody may have painted on it since it was written.
+void RequireUnpainted(const Output& output) {
+    if (fs::exists(output.path) && ReadFile(output.path.string()) != output.bytes)
+        throw FileError(
+            output.path.string() +
+            ": is there already and differs; nothing was written: name another folder, or remove it");
+}
+
+std::vector<Output> MakeOutputs(const Subject& subject, const fs::path& folder) {
+    std::vector<Output> outputs;
+    std::string lines =
+        "# Paint on these pictures; lines of those that you leave alone can go.\n" + subject.table + "\n";
+    for (const std::string& name : AllArtNames()) {
+        const auto data = subject.module.Find(ResourceKind::Bitmap, FindArtResource(name));
+        if (!data) continue;
+        const auto picture = DecodeBitmap(*data);
+        if (!picture) {
+            std::cerr << "warning: " << name << " is left out: it is damaged or compressed\n";
+            continue;
+        }
+        outputs.push_back({folder / (name + ".png"), EncodePng(*picture)});
+        lines += name + " = \"" + name + ".png\"\n";
+    }
+    if (outputs.empty()) throw FileError("there is no picture in it");
+    outputs.push_back({folder / kSourceName, {lines.begin(), lines.end()}});
+    return outputs;
+}
+
+Status Run(const Arguments& arguments) {
+    const fs::path folder = arguments.output;
+    const std::vector<Output> outputs = MakeOutputs(Open(arguments), folder);
+    MakeFolder(folder);
+    for (const Output& output : outputs)
+        RequireUnpainted(output);
+    for (const Output& output : outputs)
+        WriteFile(output.path.string(), output.bytes);
+    std::cout << AsText(outputs.back().bytes) << "\nThese lines are in " << outputs.back().path.string()
+              << ": name it last in 'based_on' of the skin, or copy them and add the folder to the names.\n";
+    return kDone;
+}
+
+}  // namespace
+
+Command DescribeArt(CLI::App& app) {
+    CLI::App* pOptions =
+        app.add_subcommand("art", "Write the pictures and masks of a skin as PNG files to paint on");
+    auto arguments = std::make_shared<Arguments>();
+    pOptions->add_option("skin", arguments->skin, "A skin's source, or a skin file")->required();
+    pOptions->add_option("-o,--output", arguments->output, "The folder for them; it is made")->required();
+    pOptions->add_option("--screen", arguments->screen,
+                         "Of a source: the upright screen, such as 240x320; without it the first one");
+    pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+        ->capture_default_str();
+    return {pOptions, [arguments] { return Run(*arguments); }};
+}
+
+}  // namespace tlk

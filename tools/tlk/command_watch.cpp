@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: MIT
+#include <poll.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "command.h"
+#include "compile_source.h"
+#include "errors.h"
+#include "file.h"
+#include "file_watch.h"
+#include "keyboard_state.h"
+#include "png_file.h"
+#include "running_simulator.h"
+
+namespace tlk {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Editors write a file in several steps.
+constexpr int kMillisecondsOfQuiet = 60;
+// A signal may come just before a wait begins.
+constexpr int kMillisecondsToLook = 1000;
+
+struct Arguments {
+    std::string source;
+    std::string screen;
+    std::string simulator;
+    std::string font = TLK_FONT;
+};
+
+volatile std::sig_atomic_t g_isInterrupted = 0;
+
+void Interrupt(int) { g_isInterrupted = 1; }
+
+// Waiting calls return then, and nothing else happens: the simulator's pipes may break at any time.
+void HandleSignals() {
+    struct sigaction action {};
+    action.sa_handler = Interrupt;
+    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaction(signal, &action, nullptr);
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name = (fs::temp_directory_path() / "tlk-watch-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw FileError(name + ": no folder can be made there");
+        m_Path = name;
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        fs::remove_all(m_Path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return (m_Path / name).string(); }
+
+private:
+    fs::path m_Path;
+};
+
+class Watcher {
+public:
+    explicit Watcher(const Arguments& arguments)
+        : m_Arguments(arguments),
+          m_SkinPath(m_Folder.Path(fs::path(arguments.source).stem().string() + ".tlk")) {}
+
+    Status Run() {
+        m_Watch.Add({m_Arguments.source});
+        Rebuild();
+        while (!g_isInterrupted && !m_HasEnded)
+            WaitForChange();
+        return kDone;
+    }
+
+private:
+    void WaitForChange() {
+        pollfd waits[] = {{m_Watch.Descriptor(), POLLIN, 0},
+                          {m_Simulator ? m_Simulator->Output() : -1, POLLIN, 0}};
+        if (poll(waits, 2, kMillisecondsToLook) <= 0) return;
+        if (waits[1].revents != 0) m_HasEnded = !m_Simulator->IsRunning();
+        if (waits[0].revents == 0 || !m_Watch.TakeChange()) return;
+        while (poll(waits, 1, kMillisecondsOfQuiet) > 0)
+            static_cast<void>(m_Watch.TakeChange());
+        if (!g_isInterrupted) Rebuild();
+    }
+
+    // Mistakes are told, and the last good skin stays.
+    void Rebuild() {
+        const ReadFiles files;
+        try {
+            const CompiledSource compiled =
+                CompileSource(m_Arguments.source, m_Arguments.screen, m_Arguments.font);
+            const Bytes file = WriteModule(compiled.resources);
+            WriteFile(m_SkinPath, file);
+            const Module module = Module::Parse(file);
+            const std::string screen = compiled.skin.screen ? Text(*compiled.skin.screen) : std::string();
+            TellRemarks({module, m_Arguments.source, screen, &compiled.skin.places}, "warning: ", std::cout);
+            Show(ReadSkin(module), screen);
+            std::cout << m_Arguments.source << ": built; waiting for changes, Ctrl-C ends" << std::endl;
+        } catch (const FileError& error) {
+            std::cout << error.what() << '\n'
+                      << m_Arguments.source << ": "
+                      << (m_Simulator ? "not built, the last good skin stays"
+                                      : "not built; waiting for changes")
+                      << std::endl;
+        }
+        m_Watch.Add(files.Paths());
+    }
+
+    void Show(SkinModule skin, const std::string& screen) {
+        // Another screen is another handheld.
+        if (screen != m_Screen) m_Simulator.reset();
+        m_Screen = screen;
+        if (!m_Simulator) {
+            std::vector<std::string> options{
+                "--device", m_Folder.Path("device"), "--skin", m_SkinPath, "--trace", "--commands"};
+            if (!screen.empty()) options.insert(options.end(), {"--screen", screen});
+            m_Simulator = std::make_unique<RunningSimulator>(m_Arguments.simulator, options);
+            m_HasEnded = !m_Simulator->Do({});
+        } else {
+            const KeyboardState state = TakeState().value_or(KeyboardState{});
+            std::vector<std::string> commands{"deselect", "skin put " + m_SkinPath, "select"};
+            for (const std::string& command : CommandsFor(skin, state))
+                commands.push_back(command);
+            m_HasEnded = !m_Simulator->Do(commands);
+        }
+        m_Skin = std::move(skin);
+    }
+
+    // Leaves the keyboard with its first language, as a language that stays is not seen on its key later.
+    std::optional<KeyboardState> TakeState() {
+        std::optional<KeyboardState> state = PresentState();
+        if (!state) return std::nullopt;
+        // The digit keyboard does not show what else is latched.
+        const bool showsDigits = state->showsDigits;
+        if (showsDigits) {
+            static_cast<void>(m_Simulator->Do(TapOn(m_Skin, *state, function_key::kDigits)));
+            state = PresentState();
+            if (!state) return std::nullopt;
+        }
+        if (state->isLanguage2)
+            static_cast<void>(m_Simulator->Do(TapOn(m_Skin, *state, function_key::kLanguage)));
+        state->showsDigits = showsDigits;
+        return state;
+    }
+
+    std::optional<KeyboardState> PresentState() {
+        const std::string picture = m_Folder.Path("panel.png");
+        std::error_code ignored;
+        fs::remove(picture, ignored);
+        if (!m_Simulator->Do({"screenshot panel " + picture}) || !fs::exists(picture)) return std::nullopt;
+        return FindState(m_Skin, DecodePng(ReadFile(picture)));
+    }
+
+    const Arguments& m_Arguments;
+    const TemporaryFolder m_Folder;
+    const std::string m_SkinPath;
+    FileWatch m_Watch;
+    // The one that the simulator shows.
+    SkinModule m_Skin;
+    std::string m_Screen;
+    std::unique_ptr<RunningSimulator> m_Simulator;
+    bool m_HasEnded = false;
+};
+
+// The one of the build that this program belongs to.
+std::string BuiltSimulator() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return (program.parent_path().parent_path().parent_path() / "simulator" / "simulator").string();
+}
+
+}  // namespace
+
+Command DescribeWatch(CLI::App& app) {
+    CLI::App* pOptions = app.add_subcommand(
+        "watch", "Show a source in a simulator and build it anew whenever one of its files is saved");
+    auto arguments = std::make_shared<Arguments>();
+    pOptions->add_option("source", arguments->source, "The skin's TOML text")
+        ->required()
+        ->check(CLI::ExistingFile);
+    pOptions->add_option(
+        "--screen", arguments->screen,
+        "The upright screen, such as 240x320; without it the first one that the source lists");
+    pOptions->add_option("--simulator", arguments->simulator,
+                         "The simulator's program; without it the one that was built with tlk");
+    pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+        ->capture_default_str();
+    return {pOptions, [arguments] {
+                if (arguments->simulator.empty()) arguments->simulator = BuiltSimulator();
+                HandleSignals();
+                return Watcher(*arguments).Run();
+            }};
+}
+
+}  // namespace tlk

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "file_watch.h"
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "errors.h"
+
+namespace tlk {
+namespace {
+
+ReadFiles* g_pReadFiles = nullptr;
+
+}  // namespace
+
+ReadFiles::ReadFiles() { g_pReadFiles = this; }
+ReadFiles::~ReadFiles() { g_pReadFiles = nullptr; }
+
+void ReadFiles::Note(const std::string& path) {
+    if (g_pReadFiles) g_pReadFiles->m_Paths.insert(path);
+}
+
+FileWatch::FileWatch() : m_Descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    if (m_Descriptor < 0)
+        throw FileError(std::string("files cannot be watched (") + std::strerror(errno) +
+                        "): end other programs that do");
+}
+
+FileWatch::~FileWatch() { close(m_Descriptor); }
+
+void FileWatch::Add(const std::set<std::string>& paths) {
+    for (const std::string& path : paths) {
+        const std::filesystem::path file = std::filesystem::absolute(path);
+        const int folder =
+            inotify_add_watch(m_Descriptor, file.parent_path().c_str(), IN_CLOSE_WRITE | IN_MOVED_TO);
+        if (folder >= 0) m_Names[folder].insert(file.filename().string());
+    }
+}
+
+bool FileWatch::TakeChange() {
+    bool concerns = false;
+    alignas(inotify_event) char events[4096];
+    for (ssize_t size; (size = read(m_Descriptor, events, sizeof events)) > 0;)
+        for (ssize_t at = 0; at < size;) {
+            inotify_event event;
+            std::memcpy(&event, events + at, sizeof event);
+            const char* const name = events + at + sizeof event;
+            if (event.mask & IN_Q_OVERFLOW) concerns = true;
+            if (event.len > 0 && m_Names[event.wd].contains(name)) concerns = true;
+            at += static_cast<ssize_t>(sizeof event + event.len);
+        }
+    return concerns;
+}
+
+}  // namespace tlk
