@@ -2,7 +2,7 @@
 #include "input_method/keyb_input.h"
 
 #include "input_method/button_images.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 #include "keyboard/skin_resources.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

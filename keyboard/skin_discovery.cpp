@@ -5,7 +5,7 @@
 #include "framework/handles.h"
 #include "framework/memory.h"
 #include "keyboard/keyboard.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "settings/settings_dlg.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

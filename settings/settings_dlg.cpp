@@ -10,7 +10,7 @@
 #include "framework/memory.h"
 #include "settings/resource_string.h"
 #include "settings/skin_combo.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

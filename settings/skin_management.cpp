@@ -6,7 +6,7 @@
 #include "settings/resource_string.h"
 #include "settings/settings_dlg.h"
 #include "settings/skin_combo.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 
 #include "library.h"
 #include "registry_value.h"
-#include "resources/initial_settings.h"
 #include "script.h"
+#include "store/registry_names.h"
 
 void SetUpDevice(Library& library) {
     library.EnsureRegistered();
-    const KeyPath settings{HKEY_LOCAL_MACHINE, kInitialSettingsKey};
+    const KeyPath settings{HKEY_LOCAL_MACHINE, kSettingsKey};
     for (const InitialSetting& setting : kInitialSettings) {
         if (ReadRegistryValue(settings, setting.name)) continue;
         const RegistryValue value = RegistryValue::FromNumber(setting.value);

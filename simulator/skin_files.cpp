@@ -11,13 +11,14 @@
 #include "device_files.h"
 #include "registry_value.h"
 #include "script.h"
+#include "store/registry_names.h"
 #include "text.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-const KeyPath settings{HKEY_LOCAL_MACHINE, u"Software\\Tolka\\7.0"};
+const KeyPath settings{HKEY_LOCAL_MACHINE, kSettingsKey};
 
 // Skins by their names.
 std::map<std::u16string, fs::path> SkinsIn(const fs::path& folder) {
@@ -105,7 +106,7 @@ void PutSkin(const fs::path& file) {
 std::vector<std::u16string> ListSkins() {
     std::vector<std::u16string> paths;
     AppendMatches(u"\\windows\\*.tlk", u"\\windows\\", paths);
-    const std::optional<RegistryValue> added = ReadRegistryValue(settings, u"UserSkins");
+    const std::optional<RegistryValue> added = ReadRegistryValue(settings, kUserSkinsValue);
     if (!added) return paths;
     for (const std::u16string& path : added->Texts()) {
         if (Exists(path)) paths.push_back(path);
@@ -116,14 +117,14 @@ std::vector<std::u16string> ListSkins() {
 bool IsSkinLoaded() { return host::CountHandles().modules > 0; }
 
 std::u16string StoredSkin() {
-    const std::optional<RegistryValue> value = ReadRegistryValue(settings, u"Skin");
+    const std::optional<RegistryValue> value = ReadRegistryValue(settings, kSkinValue);
     if (!value) return {};
     const std::u16string text = value->Text();
     return text.substr(0, text.find(u'\0'));
 }
 
 void StoreSkin(const std::u16string& path) {
-    if (WriteRegistryValue(settings, u"Skin", RegistryValue::FromText(path)) != ERROR_SUCCESS) {
+    if (WriteRegistryValue(settings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS) {
         throw ScriptError("the setting of the skin cannot be written");
     }
 }

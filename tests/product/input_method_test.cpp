@@ -2,7 +2,7 @@
 // The input method's operations in every state of it, as the SIP may call them.
 #include "fault_sweep.h"
 #include "input_method_fixture.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "keyboard/keyboard.h"
 #include "recording_callback.h"
 #include "rectangles.h"
-#include "settings/store.h"
+#include "store/settings_key.h"
 #include "test_skin.h"
 #include "test_support.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 namespace {
 

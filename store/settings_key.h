@@ -1,26 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Everything that outlives a run: key paths, value names, typed reads and writes. There is no cache; whoever
-// needs a value opens the key at that moment, and the key closes with the CSettingsKey.
+// Typed reads and writes of what outlives a run. There is no cache; whoever needs a value opens the key at
+// that moment, and the key closes with the CSettingsKey.
 #pragma once
 
 #include <windows.h>
 
 #include "framework/handles.h"
 #include "framework/wide_string.h"
-
-// The settings key, under HKEY_LOCAL_MACHINE, and its values.
-inline constexpr WCHAR kSettingsKey[] = TEXT("Software\\Tolka\\7.0");
-inline constexpr WCHAR kSkinValue[] = TEXT("Skin");                    // REG_SZ, path of the chosen skin
-inline constexpr WCHAR kSwipeValue[] = TEXT("Swipe");                  // REG_DWORD, see CKeyboard::m_dwSwipe
-inline constexpr WCHAR kSwipeOnlySkinValue[] = TEXT("SwipeOnlySkin");  // REG_DWORD, zero or not
-inline constexpr WCHAR kExtSymValue[] = TEXT("ExtSym");                // REG_DWORD, extended symbols on
-inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");  // REG_MULTI_SZ, skins outside "\windows"
-
-// The platform's key of its input methods, under HKEY_CURRENT_USER. Both values are class identifiers as
-// text.
-inline constexpr WCHAR kSipKey[] = TEXT("ControlPanel\\Sip");
-inline constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");     // REG_SZ, what the platform starts with
-inline constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");  // REG_SZ, what it started with before
+#include "store/registry_names.h"
 
 // What a string read can hold at most, its terminating null included; longer values count as absent.
 inline constexpr DWORD kStringCharacters = 260;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "settings/store.h"
+#include "store/settings_key.h"
 
 #include <algorithm>
 #include <string>
