@@ -68,12 +68,12 @@ TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
 TEST_F(TlkCommand, UnpaintedArtMakesTheSameSkinAndPaintedArtIsKept) {
     const std::string art = Path("art/art.toml");
     for (const char* skin : {STANDARD_SOURCE, STANDARD_SKIN}) {
-        ASSERT_EQ(Run("art " + std::string(skin) + " -o " + Path("art")), 0) << ReadText(Path("messages"));
+        ASSERT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 0) << ReadText(Path("messages"));
         std::ofstream(Path("a.toml")) << "based_on = [\"" STANDARD_SOURCE "\", \"art/art.toml\"]\n";
         EXPECT_EQ(Run("build " + Path("a.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
         EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN)) << skin;
         std::ofstream(Path("art/digit.png"), std::ios::app) << "paint";
-        EXPECT_EQ(Run("art " + std::string(skin) + " -o " + Path("art")), 2);
+        EXPECT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 2);
         EXPECT_NE(ReadText(Path("messages")).find("digit.png: is there already"), std::string::npos);
         EXPECT_NE(ReadText(art).find("uml2_large_ls = \"uml2_large_ls.png\"\n"), std::string::npos);
         std::filesystem::remove_all(Path("art"));
