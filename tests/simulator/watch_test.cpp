@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // `tlk watch`, which builds a source and shows it in a window of the simulator whenever it is saved.
+#include <chrono>
 #include <csignal>
 #include <fstream>
+#include <regex>
+#include <thread>
 
 #include "desktop.h"
 #include "simulator_run.h"
@@ -26,6 +29,11 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     const auto awaits = [this](const std::string& text) {
         return Await([&] { return ReadText(Folder() / "out").find(text) != std::string::npos; });
     };
+    const auto countBuilt = [this] {
+        const std::string out = ReadText(Folder() / "out");
+        const std::regex built("mine.toml: built");
+        return std::distance(std::sregex_iterator(out.begin(), out.end(), built), {});
+    };
     save(kSource);
     setenv("TMPDIR", Folder().c_str(), 1);
     Process watch({TLK, "watch", source.string(), "--simulator", SIMULATOR}, Folder(), Folder() / "out",
@@ -40,7 +48,12 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     EXPECT_TRUE(awaits("mine-colours.toml: cannot be read"));
     std::ofstream(Folder() / "mine-colours.toml") << "letter = \"#707070\"\n";
     EXPECT_TRUE(awaits("hard to read")) << "a file that the source uses";
+    // What a build reads and writes of its own is no reason for another one.
+    save(kSource);
+    EXPECT_TRUE(Await([&] { return countBuilt() == 3; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
     EXPECT_EQ(watch.End(SIGINT), 0);
+    EXPECT_EQ(countBuilt(), 3);
     for (const auto& entry : fs::directory_iterator(Folder()))
         EXPECT_EQ(entry.path().filename().string().find("tlk-watch"), std::string::npos);
 }

@@ -80,7 +80,6 @@ public:
           m_SkinPath(m_Folder.Path(fs::path(arguments.source).stem().string() + ".tlk")) {}
 
     Status Run() {
-        m_Watch.Add({m_Arguments.source});
         Rebuild();
         while (!g_isInterrupted && !m_HasEnded)
             WaitForChange();
@@ -99,12 +98,15 @@ private:
         if (!g_isInterrupted) Rebuild();
     }
 
+    CompiledSource Compile() {
+        const ReadsWatched watched(m_Watch);
+        return CompileSource(m_Arguments.source, m_Arguments.screen, m_Arguments.font);
+    }
+
     // Mistakes are told, and the last good skin stays.
     void Rebuild() {
-        const ReadFiles files;
         try {
-            const CompiledSource compiled =
-                CompileSource(m_Arguments.source, m_Arguments.screen, m_Arguments.font);
+            const CompiledSource compiled = Compile();
             const Bytes file = WriteModule(compiled.resources);
             WriteFile(m_SkinPath, file);
             const Module module = Module::Parse(file);
@@ -119,7 +121,6 @@ private:
                                       : "not built; waiting for changes")
                       << std::endl;
         }
-        m_Watch.Add(files.Paths());
     }
 
     void Show(SkinModule skin, const std::string& screen) {

@@ -6,6 +6,7 @@
 #include "compile.h"
 #include "errors.h"
 #include "file.h"
+#include "file_watch.h"
 #include "source.h"
 
 namespace tlk {
@@ -16,6 +17,7 @@ Font OpenFont(const Skin& skin, const std::string& usual) {
     namespace fs = std::filesystem;
     if (!skin.fontFile) return Font(usual);
     const fs::path own = skin.fontFile->path;
+    ReadsWatched::Note(own.string());
     const fs::path beside = fs::path(usual).parent_path() / own;
     try {
         if (!fs::exists(own) && !fs::exists(beside))

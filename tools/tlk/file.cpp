@@ -59,7 +59,7 @@ std::error_code Replace(const fs::path& target, const Bytes& bytes) {
 }  // namespace
 
 Bytes ReadFile(const std::string& path) {
-    ReadFiles::Note(path);
+    ReadsWatched::Note(path);
     std::error_code error;
     const std::uintmax_t size = fs::file_size(path, error);
     if (error) throw FileError(path + ": cannot be read (" + error.message() + ")");

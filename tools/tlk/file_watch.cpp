@@ -14,15 +14,15 @@
 namespace tlk {
 namespace {
 
-ReadFiles* g_pReadFiles = nullptr;
+FileWatch* g_pWatch = nullptr;
 
 }  // namespace
 
-ReadFiles::ReadFiles() { g_pReadFiles = this; }
-ReadFiles::~ReadFiles() { g_pReadFiles = nullptr; }
+ReadsWatched::ReadsWatched(FileWatch& watch) { g_pWatch = &watch; }
+ReadsWatched::~ReadsWatched() { g_pWatch = nullptr; }
 
-void ReadFiles::Note(const std::string& path) {
-    if (g_pReadFiles) g_pReadFiles->m_Paths.insert(path);
+void ReadsWatched::Note(const std::string& path) {
+    if (g_pWatch) g_pWatch->Add(path);
 }
 
 FileWatch::FileWatch() : m_Descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
@@ -33,13 +33,11 @@ FileWatch::FileWatch() : m_Descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
 
 FileWatch::~FileWatch() { close(m_Descriptor); }
 
-void FileWatch::Add(const std::set<std::string>& paths) {
-    for (const std::string& path : paths) {
-        const std::filesystem::path file = std::filesystem::absolute(path);
-        const int folder =
-            inotify_add_watch(m_Descriptor, file.parent_path().c_str(), IN_CLOSE_WRITE | IN_MOVED_TO);
-        if (folder >= 0) m_Names[folder].insert(file.filename().string());
-    }
+void FileWatch::Add(const std::string& path) {
+    const std::filesystem::path file = std::filesystem::absolute(path);
+    const int folder =
+        inotify_add_watch(m_Descriptor, file.parent_path().c_str(), IN_CLOSE_WRITE | IN_MOVED_TO);
+    if (folder >= 0) m_Names[folder].insert(file.filename().string());
 }
 
 bool FileWatch::TakeChange() {

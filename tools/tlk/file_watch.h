@@ -7,22 +7,6 @@
 
 namespace tlk {
 
-// The files that are read while it lives, also those that are looked for and not there. One at a time.
-class ReadFiles {
-public:
-    ReadFiles();
-    ~ReadFiles();
-    ReadFiles(const ReadFiles&) = delete;
-    ReadFiles& operator=(const ReadFiles&) = delete;
-
-    const std::set<std::string>& Paths() const { return m_Paths; }
-    // Called by whatever opens a file.
-    static void Note(const std::string& path);
-
-private:
-    std::set<std::string> m_Paths;
-};
-
 // Tells when a file of a set is written, or another one is put in its place, as many editors save: folders
 // are watched for that.
 class FileWatch {
@@ -33,8 +17,8 @@ public:
     FileWatch(const FileWatch&) = delete;
     FileWatch& operator=(const FileWatch&) = delete;
 
-    // Adds to what is watched.
-    void Add(const std::set<std::string>& paths);
+    // Adds to the set a file, which need not be there yet.
+    void Add(const std::string& path);
     // Readable when something has happened in a folder.
     int Descriptor() const { return m_Descriptor; }
     // Takes what has happened; true when it concerns a file of the set.
@@ -44,6 +28,18 @@ private:
     int m_Descriptor;
     // Names of files by the watch of their folder.
     std::map<int, std::set<std::string>> m_Names;
+};
+
+// While it lives, files come into the watch's set before they are read. One at a time.
+class ReadsWatched {
+public:
+    explicit ReadsWatched(FileWatch& watch);
+    ~ReadsWatched();
+    ReadsWatched(const ReadsWatched&) = delete;
+    ReadsWatched& operator=(const ReadsWatched&) = delete;
+
+    // Called by whatever opens a file or looks for one.
+    static void Note(const std::string& path);
 };
 
 }  // namespace tlk

@@ -47,7 +47,7 @@ struct Font::Face {
 };
 
 Font::Font(const std::string& path) : m_Path(path), m_pFace(std::make_unique<Face>()) {
-    ReadFiles::Note(path);
+    ReadsWatched::Note(path);
     if (FT_Init_FreeType(&m_pFace->library) != 0) throw FileError("FreeType does not start");
     if (FT_New_Face(m_pFace->library, path.c_str(), 0, &m_pFace->face) != 0)
         throw FileError(path + ": not a font that can be read: name another one");
