@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Any bytes as a library file, and as a type library.
-#include <automation_typelib.h>
-#include <pe_image.h>
+#include "com/type_library.h"
+#include "modules/pe_image.h"
 
 #include <cstdlib>
 

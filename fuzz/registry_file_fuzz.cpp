@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any text as a registry file: it is refused, or written and read again it stays the same.
-#include <registry_file.h>
+#include "registry/file.h"
 
 #include <cstdlib>
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "version_block.h"
+#include "modules/version_block.h"
 
 // Reads a value to its end, so that a sanitizer sees one that reaches out of the block.
 static void ReadValue(std::span<const BYTE> block, std::u16string_view path) {

@@ -5,7 +5,7 @@ cmake_minimum_required(VERSION 3.25)
 # layer(PREFIX KIND PATTERN...): files whose path begins with PREFIX include, in quotes, only what matches one of
 # the patterns from its begin on; KIND says which headers in angle brackets. The first match counts.
 #   product  the platform's SDK and what of the standard library is fit for a handheld; no #if either
-#   device   everything but the product
+#   device   everything but the product; a room of the host layer knows those before it
 #   neutral  neither the product nor the platform
 #   test     everything but the driver's side of the device
 set(layer_count 0)
@@ -25,6 +25,12 @@ layer(keyboard/       product keyboard/ store/ framework/ ${strings})
 layer(input_method/   product input_method/ settings/ keyboard/ store/ framework/ ${strings})
 layer(server/         product server/ input_method/ framework/ ${strings})
 layer(resources/      product resource[.]h$ resource_values[.]h$ character_tables[.]rc$)
+set(rooms "")
+foreach(room device registry modules graphics com windows controls)
+    list(APPEND rooms ${room}/)
+    layer(platform/host/${room}/ device ${rooms})
+endforeach()
+layer(platform/host/  device  ${rooms})
 layer(platform/       device  ${own})
 layer(simulator/      device  ${own} store/registry_names[.]h$)
 layer(tools/tlk/      neutral ${own})

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/control.h"
+
+namespace host {
+
+// A push button or a check box that checks itself. Pressed by the pen, by the space bar and by BM_CLICK.
+class Button final : public Control {
+public:
+    using Control::Control;
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool IsPushButton() const override { return !IsCheckBox(); }
+    bool IsDefault() const;
+
+private:
+    void Paint(ControlPainter& painter) override;
+    void PaintPushButton(ControlPainter& painter) const;
+    void PaintCheckBox(ControlPainter& painter) const;
+    bool IsCheckBox() const;
+    void OnPenDown(POINT point);
+    void OnPenUp(POINT point);
+    void Press(bool pressed);
+    // Checks or unchecks a check box and tells the parent. Nothing of the button may be used afterwards.
+    void Click();
+    void SetCheck(bool checked);
+
+    bool m_checked = false;
+    bool m_pressed = false;   // shown so
+    bool m_tracking = false;  // the pen went down here
+};
+
+}  // namespace host

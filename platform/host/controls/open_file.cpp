@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+// GetOpenFileNameW: checks the request, shows the dialog and fills in what was chosen.
+#include <algorithm>
+#include <utility>
+
+#include "controls/open_file_dialog.h"
+#include "device/faults.h"
+#include "device/files.h"
+
+namespace host {
+namespace {
+
+constexpr std::u16string_view kUsualFolder = u"\\My Documents";
+
+OpenFileHandler g_handler;
+DWORD g_extendedError = 0;
+
+// The strings before the empty one that ends them.
+std::vector<std::u16string> SplitStrings(LPCWSTR strings) {
+    std::vector<std::u16string> split;
+    while (strings && *strings) {
+        split.emplace_back(strings);
+        strings += split.back().size() + 1;
+    }
+    return split;
+}
+
+std::vector<std::u16string> SplitPatterns(std::u16string_view patterns) {
+    std::vector<std::u16string> split;
+    while (!patterns.empty()) {
+        const std::size_t end = std::min(patterns.find(u';'), patterns.size());
+        if (end > 0) split.emplace_back(patterns.substr(0, end));
+        patterns.remove_prefix(std::min(end + 1, patterns.size()));
+    }
+    return split;
+}
+
+std::u16string JoinStrings(const std::vector<std::u16string>& strings) {
+    std::u16string joined;
+    for (const std::u16string& string : strings) {
+        if (!joined.empty()) joined += u'|';
+        joined += string;
+    }
+    return joined;
+}
+
+std::u16string TextOf(LPCWSTR text) { return text ? text : u""; }
+
+DWORD CheckRequest(const OPENFILENAMEW& request) {
+    constexpr DWORD known = OFN_EXPLORER | OFN_ENABLEHOOK;
+    if (request.lStructSize != sizeof request) return CDERR_STRUCTSIZE;
+    if ((request.Flags & ~known) != 0 || request.lpstrCustomFilter || request.lpTemplateName ||
+        !request.lpstrFile || (request.hwndOwner && !IsWindow(request.hwndOwner))) {
+        return CDERR_INITIALIZATION;
+    }
+    return 0;
+}
+
+// Without a filter everything is listed.
+OpenFileDialog::Setup MakeSetup(const OPENFILENAMEW& request) {
+    OpenFileDialog::Setup setup;
+    setup.title = request.lpstrTitle ? request.lpstrTitle : u"Open";
+    const std::vector<std::u16string> filters = SplitStrings(request.lpstrFilter);
+    const std::size_t pair = 2 * (std::max<std::size_t>(request.nFilterIndex, 1) - 1);
+    if (pair + 1 < filters.size()) {
+        setup.filterText = filters[pair];
+        setup.patterns = SplitPatterns(filters[pair + 1]);
+    }
+    if (setup.patterns.empty()) setup.patterns = {u"*"};
+    setup.defaultExtension = TextOf(request.lpstrDefExt);
+    for (const std::u16string& folder : {TextOf(request.lpstrInitialDir), std::u16string(kUsualFolder)}) {
+        if (setup.folder.empty() && !folder.empty() && IsFolder(folder)) setup.folder = folder;
+    }
+    return setup;
+}
+
+void CopyText(std::u16string_view text, LPWSTR target) {
+    text.copy(target, text.size());
+    target[text.size()] = u'\0';
+}
+
+// Nothing of a choice that does not fit is given away.
+DWORD FillIn(OPENFILENAMEW& request, const std::u16string& path) {
+    const std::u16string_view name = SplitDevicePath(path).name;
+    const bool titleFits = !request.lpstrFileTitle || name.size() < request.nMaxFileTitle;
+    if (path.size() >= request.nMaxFile || !titleFits) {
+        if (request.nMaxFile > 0) request.lpstrFile[0] = static_cast<WCHAR>(path.size() + 1);
+        return FNERR_BUFFERTOOSMALL;
+    }
+    CopyText(path, request.lpstrFile);
+    if (request.lpstrFileTitle) CopyText(name, request.lpstrFileTitle);
+    const std::size_t nameStart = path.size() - name.size();
+    const std::size_t dot = name.rfind(u'.');
+    request.nFileOffset = static_cast<WORD>(nameStart);
+    request.nFileExtension = dot == name.npos ? WORD{0} : static_cast<WORD>(nameStart + dot + 1);
+    return 0;
+}
+
+}  // namespace
+
+void SetOpenFileHandler(OpenFileHandler handler) { g_handler = std::move(handler); }
+
+bool AnswerOpenFile(const std::u16string& name) {
+    OpenFileDialog* dialog = OpenFileDialog::Topmost();
+    if (!dialog || name.empty()) return false;
+    dialog->Answer(name);
+    return true;
+}
+
+bool CancelOpenFile() {
+    OpenFileDialog* dialog = OpenFileDialog::Topmost();
+    if (dialog) dialog->Cancel();
+    return dialog != nullptr;
+}
+
+void ResetOpenFile() {
+    g_handler = nullptr;
+    g_extendedError = 0;
+}
+
+}  // namespace host
+
+using namespace host;
+
+BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request) {
+    g_extendedError = request ? CheckRequest(*request) : DWORD{CDERR_INITIALIZATION};
+    if (g_extendedError != 0) return FALSE;
+    if (g_handler) g_handler(TextOf(request->lpstrDefExt), JoinStrings(SplitStrings(request->lpstrFilter)));
+    if (CallFails(Call::GetOpenFileName)) {
+        g_extendedError = CDERR_DIALOGFAILURE;
+        return FALSE;
+    }
+    OpenFileDialog dialog(*request, MakeSetup(*request));
+    const OpenFileDialog::Outcome outcome = dialog.Run();
+    if (outcome == OpenFileDialog::Outcome::Chosen) {
+        g_extendedError = FillIn(*request, dialog.Path());
+        return g_extendedError == 0;
+    }
+    g_extendedError = outcome == OpenFileDialog::Outcome::Failed ? CDERR_DIALOGFAILURE : 0;
+    return FALSE;
+}
+
+DWORD WINAPI CommDlgExtendedError() { return g_extendedError; }

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// The window of GetOpenFileNameW. It covers what the panel leaves of the screen:
+//
+//     +--------------------------+
+//     | caption                  |
+//     | \folder                  |
+//     | +----------------------+ |
+//     | | ..                   | |
+//     | | folder               | |
+//     | | file                 | |
+//     | +----------------------+ |
+//     | filter                   |
+//     |      [  OK  ] [Cancel]   |
+//     +--------------------------+
+#pragma once
+
+#include <commdlg.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "controls/file_list.h"
+
+namespace host {
+
+// What the list shows of a folder: the way up, the folders, then the files that match one of the patterns.
+// The root is the empty path.
+std::vector<FileItem> ListFiles(const std::u16string& folder, const std::vector<std::u16string>& patterns);
+bool IsFolder(const std::u16string& devicePath);
+
+class OpenFileDialog {
+public:
+    struct Setup {
+        std::u16string title;
+        std::u16string folder;  // to begin with
+        std::u16string filterText;
+        std::vector<std::u16string> patterns;
+        std::u16string defaultExtension;  // without the dot
+    };
+    // The request stays the caller's; the hook is told of it.
+    OpenFileDialog(OPENFILENAMEW& request, Setup setup) : m_request(request), m_setup(std::move(setup)) {}
+    OpenFileDialog(const OpenFileDialog&) = delete;
+    OpenFileDialog& operator=(const OpenFileDialog&) = delete;
+
+    enum class Outcome { Chosen, Cancelled, Failed };
+    Outcome Run();
+    // The full path that was chosen.
+    const std::u16string& Path() const { return m_path; }
+
+    // The dialog that is the topmost modal window; null when that is another or there is none.
+    static OpenFileDialog* Topmost();
+    // As a name that a person types: it may lack the folder and the extension.
+    void Answer(const std::u16string& name);
+    void Cancel();
+
+private:
+    static INT_PTR CALLBACK HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnInit();
+    void OnCommand(WORD id, WORD code);
+    void Paint() const;
+    void Enter(const std::u16string& folder);
+    // Opens the selected folder or ends with the selected file.
+    void Take();
+    void Choose(std::u16string path);
+
+    OPENFILENAMEW& m_request;
+    const Setup m_setup;
+    HWND m_dialog = nullptr;
+    HFONT m_captionFont = nullptr;
+    int m_captionHeight = 0;
+    std::u16string m_folder;  // without the separator behind it
+    std::u16string m_path;
+};
+
+}  // namespace host

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// The virtual clock: it moves only when told to, so a replayed script always sees the same times.
+#include "device/device.h"
+
+namespace host {
+
+namespace {
+DWORD now = 0;
+}
+
+DWORD Now() { return now; }
+
+// Wraps after 49.7 days, as the platform's counter does.
+void AdvanceClock(DWORD milliseconds) { now += milliseconds; }
+
+void ResetClock() { now = 0; }
+
+}  // namespace host
+
+void WINAPI Sleep(DWORD milliseconds) { host::AdvanceClock(milliseconds); }
+
+DWORD WINAPI GetTickCount() { return host::Now(); }

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "device/device.h"
+
+#include <utility>
+
+#include "device/handles.h"
+
+namespace host {
+namespace {
+
+DeviceOptions g_options;
+// Nested PlatformScopes of this thread.
+thread_local int t_platformDepth = 0;
+
+}  // namespace
+
+const DeviceOptions& Options() { return g_options; }
+
+void SetOptions(DeviceOptions options) { g_options = std::move(options); }
+
+PlatformScope::PlatformScope() { ++t_platformDepth; }
+PlatformScope::~PlatformScope() { --t_platformDepth; }
+
+ProductScope::ProductScope() : m_platformDepth(t_platformDepth) { t_platformDepth = 0; }
+ProductScope::~ProductScope() { t_platformDepth = m_platformDepth; }
+
+HandleOwner CurrentOwner() { return t_platformDepth > 0 ? HandleOwner::Platform : HandleOwner::Product; }
+
+}  // namespace host

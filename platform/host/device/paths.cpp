@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "device/files.h"
+
+#include "device/device.h"
+#include "device/strings.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include <dirent.h>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::u16string_view separators = u"\\/";
+
+// The names from the root on, without "." and "..".
+std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
+    std::vector<std::u16string_view> names;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find_first_of(separators), path.size());
+        const std::u16string_view name = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (name == u"..") {
+            if (!names.empty()) names.pop_back();
+        } else if (!name.empty() && name != u".") {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+// Does this existing file or folder, links followed, lie inside the device?
+bool LiesInDevice(const fs::path& path) {
+    std::error_code error;
+    const fs::path target = fs::canonical(path, error);
+    if (error) return false;
+    const fs::path& root = Options().folder;
+    return std::mismatch(root.begin(), root.end(), target.begin(), target.end()).first == root.end();
+}
+
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+// Calls visit(name, type) for each entry; for none when the folder cannot be read. The file system's own
+// call, which tells the type along with the name: so looking through a folder of many skins is quick.
+template <typename Visitor>
+void ForEachEntry(const fs::path& folder, Visitor visit) {
+    const std::unique_ptr<DIR, FolderCloser> stream(opendir(folder.c_str()));
+    while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        visit(name, entry->d_type);
+    }
+}
+
+// The entry of this name; an exact match wins over one that differs in case. Empty when there is none.
+fs::path FindEntry(const fs::path& folder, std::u16string_view name) {
+    const std::optional<std::string> exactName = ToStrictUtf8(name);
+    if (!exactName) return {};
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(folder / *exactName, error))) return folder / *exactName;
+    // Of several that differ in case alone, the first in byte order, so that the choice does not vary.
+    std::string best;
+    ForEachEntry(folder, [&](std::string_view entry, unsigned char) {
+        const std::optional<std::u16string> entryName = FromStrictUtf8(entry);
+        if (!entryName || !EqualIgnoringCase(*entryName, name)) return;
+        if (best.empty() || entry < best) best = entry;
+    });
+    return best.empty() ? fs::path() : folder / best;
+}
+
+}  // namespace
+
+SplitPath SplitDevicePath(std::u16string_view devicePath) {
+    const std::size_t last = devicePath.find_last_of(separators);
+    if (last == std::u16string_view::npos) return {{}, devicePath};
+    return {devicePath.substr(0, last), devicePath.substr(last + 1)};
+}
+
+ResolvedPath ResolvePath(std::u16string_view devicePath) {
+    fs::path path = Options().folder;
+    if (path.empty()) return {};
+    const std::vector<std::u16string_view> names = SplitNames(devicePath);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const fs::path entry = FindEntry(path, names[i]);
+        if (entry.empty()) {
+            const std::optional<std::string> name = ToStrictUtf8(names[i]);
+            std::error_code error;
+            if (i + 1 < names.size() || !name || !fs::is_directory(path, error)) return {};
+            return {ERROR_FILE_NOT_FOUND, path / *name};
+        }
+        // Judged at each step: behind a link that leads out nothing is even looked up.
+        std::error_code error;
+        if (fs::is_symlink(entry, error) && !LiesInDevice(entry)) return {};
+        path = entry;
+    }
+    return {ERROR_SUCCESS, path};
+}
+
+fs::path HostPath(const std::u16string& devicePath) { return ResolvePath(devicePath).path; }
+
+std::vector<DirectoryEntry> ListFolder(const fs::path& folder,
+                                       const std::function<bool(std::u16string_view)>& wanted) {
+    struct Sortable {
+        std::u16string key;
+        DirectoryEntry entry;
+    };
+    std::vector<std::unique_ptr<Sortable>> found;
+    ForEachEntry(folder, [&](std::string_view hostName, unsigned char type) {
+        std::optional<std::u16string> name = FromStrictUtf8(hostName);
+        if (!name || name->size() >= MAX_PATH || name->find(u'\\') != std::u16string::npos) return;
+        if (!wanted(*name)) return;
+        bool isFolder = type == DT_DIR;
+        if (type == DT_LNK || type == DT_UNKNOWN) {
+            const fs::path path = folder / hostName;
+            std::error_code error;
+            if (fs::is_symlink(path, error) && !LiesInDevice(path)) return;
+            isFolder = fs::is_directory(path, error);
+        }
+        std::u16string key = FoldCase(*name);
+        found.push_back(std::make_unique<Sortable>(Sortable{std::move(key), {std::move(*name), isFolder}}));
+    });
+    std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+        const int order = a->key.compare(b->key);
+        return order != 0 ? order < 0 : a->entry.name < b->entry.name;
+    });
+    std::vector<DirectoryEntry> entries;
+    entries.reserve(found.size());
+    for (const auto& sortable : found) {
+        entries.push_back(std::move(sortable->entry));
+    }
+    return entries;
+}
+
+}  // namespace host

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include <cstdlib>
+#include <string_view>
+
+#include "device/faults.h"
+#include "graphics/blit.h"
+#include "graphics/fonts.h"
+
+namespace host {
+namespace {
+
+constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits also hold TA_RIGHT
+constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits also hold TA_BOTTOM
+constexpr BYTE kHalf = 128;
+
+// Takes the next character; a lone half of a surrogate pair counts as itself.
+char32_t TakeCharacter(std::u16string_view& text) {
+    const char16_t first = text.front();
+    text.remove_prefix(1);
+    if ((first & 0xFC00) != 0xD800 || text.empty() || (text.front() & 0xFC00) != 0xDC00) return first;
+    const char32_t character = 0x10000 + ((char32_t{first} & 0x3FF) << 10) + (text.front() & 0x3FF);
+    text.remove_prefix(1);
+    return character;
+}
+
+// Calls visit(glyph, pen offset) for each character; the spacing, when given, has an advance for each unit of
+// the text. Returns the width.
+template <typename Visitor>
+std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, const INT* spacing, Visitor visit) {
+    std::int64_t pen = 0;
+    while (!text.empty()) {
+        const std::size_t before = text.size();
+        const Glyph& glyph = glyphs.Find(TakeCharacter(text));
+        visit(glyph, pen);
+        if (!spacing) {
+            pen += glyph.advance;
+            continue;
+        }
+        for (std::size_t unit = text.size(); unit < before; ++unit) {
+            pen += *spacing++;
+        }
+    }
+    return pen;
+}
+
+std::int64_t WidthOf(Glyphs& glyphs, std::u16string_view text, const INT* spacing = nullptr) {
+    return WalkText(glyphs, text, spacing, [](const Glyph&, std::int64_t) {});
+}
+
+DWORD Mix(DWORD under, DWORD over, DWORD coverage) {
+    DWORD mixed = 0;
+    for (const int shift : {0, 8, 16}) {
+        const DWORD sum = ((under >> shift) & 0xFF) * (255 - coverage) + ((over >> shift) & 0xFF) * coverage;
+        mixed |= ((sum + 127) / 255) << shift;
+    }
+    return mixed;
+}
+
+// Draws what lies inside the part; the glyph's box and the part are in surface pixels.
+void DrawGlyphPart(const Surface& surface, const Glyph& glyph, const RECT& box, const RECT& part,
+                   DWORD color) {
+    for (int y = part.top; y < part.bottom; ++y) {
+        const BYTE* coverage = glyph.coverage.data() + std::ptrdiff_t{y - box.top} * glyph.width - box.left;
+        for (int x = part.left; x < part.right; ++x) {
+            if (coverage[x] == 0) continue;
+            DWORD word = color;
+            if (surface.HasBits()) {
+                if (coverage[x] < kHalf) continue;
+            } else {
+                ReadWords(surface, x, y, 1, kBitsAsWords, &word);
+                word = Mix(word, color, coverage[x]);
+            }
+            WriteWords(surface, x, y, 1, &word);
+        }
+    }
+}
+
+struct Line {
+    std::u16string_view text;
+    const INT* spacing = nullptr;
+    std::int64_t left = 0;  // of the text cell, in surface pixels
+    std::int64_t top = 0;
+};
+
+// Draws one line inside the clip (surface pixels): its cell in the background colour when that is opaque,
+// then the ink.
+void DrawLine(const Context& context, Glyphs& glyphs, const Line& line, const RECT& clip) {
+    if (context.attributes.backMode == OPAQUE) {
+        const RECT cell =
+            MakeArea(line.left, line.top, WidthOf(glyphs, line.text, line.spacing), glyphs.CellHeight());
+        FillArea(context, Intersect(cell, clip), context.attributes.backColor);
+    }
+    const Surface& surface = context.bitmap->surface;
+    const DWORD color = WordFor(surface, context.attributes.textColor);
+    WalkText(glyphs, line.text, line.spacing, [&](const Glyph& glyph, std::int64_t pen) {
+        const RECT box = MakeArea(line.left + pen + glyph.left, line.top + glyphs.ascent - glyph.top,
+                                  glyph.width, glyph.height);
+        ForEachVisible(context, Intersect(box, clip),
+                       [&](const RECT& part) { DrawGlyphPart(surface, glyph, box, part, color); });
+    });
+}
+
+// The distance from the reference point to the cell's corner.
+std::int64_t AlignedLeft(UINT align, std::int64_t width) {
+    switch (align & kHorizontalAlign) {
+        case TA_RIGHT:
+            return -width;
+        case TA_CENTER:
+            return -(width / 2);
+        default:
+            return 0;
+    }
+}
+
+int AlignedTop(UINT align, const Glyphs& glyphs) {
+    switch (align & kVerticalAlign) {
+        case TA_BOTTOM:
+            return -glyphs.CellHeight();
+        case TA_BASELINE:
+            return -glyphs.ascent;
+        default:
+            return 0;
+    }
+}
+
+// Takes the text up to the next line break, and the break with it.
+std::u16string_view TakeLine(std::u16string_view& text, UINT format) {
+    const std::size_t end = (format & DT_SINGLELINE) ? text.npos : text.find(u'\n');
+    std::u16string_view line = text.substr(0, end);
+    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+    if (!(format & DT_SINGLELINE) && line.ends_with(u'\r')) line.remove_suffix(1);
+    return line;
+}
+
+template <typename Visitor>
+void ForEachLine(std::u16string_view text, UINT format, Visitor visit) {
+    do {
+        visit(TakeLine(text, format));
+    } while (!text.empty());
+}
+
+SIZE MeasureLines(Glyphs& glyphs, std::u16string_view text, UINT format) {
+    SIZE size{};
+    ForEachLine(text, format, [&](std::u16string_view line) {
+        size.cx = std::max(size.cx, static_cast<LONG>(WidthOf(glyphs, line)));
+        size.cy += glyphs.CellHeight();
+    });
+    return size;
+}
+
+void DrawLines(const Context& context, Glyphs& glyphs, std::u16string_view text, const RECT& rectangle,
+               std::int64_t shift, UINT format) {
+    const RECT area = PlaceRectangle(context, rectangle);
+    const RECT clip = (format & DT_NOCLIP) ? context.bitmap->surface.Bounds() : area;
+    std::int64_t lineTop = area.top + shift;
+    ForEachLine(text, format, [&](std::u16string_view line) {
+        const std::int64_t room = std::int64_t{area.right} - area.left - WidthOf(glyphs, line);
+        const std::int64_t indent = (format & DT_CENTER) ? room / 2 : (format & DT_RIGHT) ? room : 0;
+        DrawLine(context, glyphs, {.text = line, .left = area.left + indent, .top = lineTop}, clip);
+        lineTop += glyphs.CellHeight();
+    });
+}
+
+// The text of a caller: -1 stands for a text that ends with a null. False when there is none.
+bool ReadText(LPCWSTR text, int length, std::u16string_view& view) {
+    if ((!text && length != 0) || length < -1) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return false;
+    }
+    if (length == -1) {
+        view = text;
+    } else if (length > 0) {
+        view = {text, static_cast<std::size_t>(length)};
+    }
+    return true;
+}
+
+}  // namespace
+}  // namespace host
+
+using namespace host;
+
+BOOL WINAPI ExtTextOutW(HDC dc, int x, int y, UINT options, const RECT* rectangle, LPCWSTR text, UINT length,
+                        const INT* spacing) {
+    const Context* context = FindObject<Context>(dc);
+    if (!context) return FALSE;
+    if ((!text && length != 0) || (!rectangle && (options & ETO_OPAQUE))) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    Glyphs* glyphs = GlyphsOf(*context->font);
+    if (!glyphs) return FALSE;
+    RECT clip = context->bitmap->surface.Bounds();
+    if (rectangle) {
+        const RECT area = PlaceRectangle(*context, *rectangle);
+        if (options & ETO_OPAQUE) FillArea(*context, area, context->attributes.backColor);
+        if (options & ETO_CLIPPED) clip = area;
+    }
+    if (length == 0) return TRUE;
+    const std::u16string_view view(text, length);
+    const std::int64_t width = WidthOf(*glyphs, view, spacing);
+    const UINT align = context->attributes.align;
+    DrawLine(*context, *glyphs,
+             {.text = view,
+              .spacing = spacing,
+              .left = std::int64_t{x} + context->origin.x + AlignedLeft(align, width),
+              .top = std::int64_t{y} + context->origin.y + AlignedTop(align, *glyphs)},
+             clip);
+    return TRUE;
+}
+
+BOOL WINAPI GetTextExtentPoint32W(HDC dc, LPCWSTR text, int length, SIZE* size) {
+    const Context* context = FindObject<Context>(dc);
+    if (!context) return FALSE;
+    std::u16string_view view;
+    if (!size || length < 0) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    Glyphs* glyphs = ReadText(text, length, view) ? GlyphsOf(*context->font) : nullptr;
+    if (!glyphs) return FALSE;
+    *size = {static_cast<LONG>(WidthOf(*glyphs, view)), glyphs->CellHeight()};
+    return TRUE;
+}
+
+// An ampersand is drawn as it stands: no control of this layer has a shortcut to underline, so text behaves
+// as with DT_NOPREFIX. The context's text alignment plays no part.
+int WINAPI DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rectangle, UINT format) {
+    if (CallFails(Call::DrawText, ERROR_NOT_ENOUGH_MEMORY)) return 0;
+    const Context* context = FindObject<Context>(dc);
+    if (!context) return 0;
+    std::u16string_view view;
+    if (!rectangle) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    Glyphs* glyphs = ReadText(text, length, view) ? GlyphsOf(*context->font) : nullptr;
+    if (!glyphs) return 0;
+    const SIZE size = MeasureLines(*glyphs, view, format);
+    if (format & DT_CALCRECT) {
+        rectangle->right = rectangle->left + size.cx;
+        rectangle->bottom = rectangle->top + size.cy;
+        return size.cy;
+    }
+    const bool centred = (format & DT_VCENTER) && (format & DT_SINGLELINE);
+    const std::int64_t room = std::int64_t{rectangle->bottom} - rectangle->top - size.cy;
+    const std::int64_t shift = centred ? room / 2 : 0;
+    DrawLines(*context, *glyphs, view, *rectangle, shift, format);
+    return static_cast<int>(size.cy + shift);
+}

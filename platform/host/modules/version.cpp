@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+// The version resource of files. Each call reads the file anew, so that it tells what lies on the device now.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "device/faults.h"
+#include "device/files.h"
+#include "modules/modules.h"
+#include "modules/version_block.h"
+
+namespace host {
+namespace {
+
+// The resource of an open file, or why there is none.
+DWORD FindBlock(const FileImage& file, std::vector<BYTE>& block) {
+    const std::optional<PeImage> image = PeImage::Parse(file.Bytes());
+    if (!image) return ERROR_BAD_EXE_FORMAT;
+    const ResourceId type = ResourceId::FromArgument(RT_VERSION);
+    const ResourceId name = ResourceId::FromArgument(MAKEINTRESOURCEW(VS_VERSION_INFO));
+    if (!image->HasType(type)) return ERROR_RESOURCE_TYPE_NOT_FOUND;
+    const Resource* resource = image->Find(type, name);
+    if (!resource) return ERROR_RESOURCE_NAME_NOT_FOUND;
+    if (!resource->data || resource->data->size() < sizeof(WORD)) return ERROR_RESOURCE_DATA_NOT_FOUND;
+    block.assign(resource->data->begin(), resource->data->end());
+    return ERROR_SUCCESS;
+}
+
+// False, with the last error, when there is no block of at least two bytes.
+bool ReadBlock(LPCWSTR path, std::vector<BYTE>& block) {
+    DWORD error = ERROR_INVALID_PARAMETER;
+    if (path) {
+        const ResolvedPath resolved = ResolvePath(path);
+        error = resolved.error;
+        if (error == ERROR_SUCCESS) {
+            const std::optional<FileImage> file = FileImage::Read(resolved.path);
+            error = file ? FindBlock(*file, block) : ERROR_BAD_EXE_FORMAT;
+        }
+    }
+    if (error != ERROR_SUCCESS) SetLastError(error);
+    return error == ERROR_SUCCESS;
+}
+
+WORD ReadLength(const void* block) {
+    WORD length;
+    std::memcpy(&length, block, sizeof length);
+    return length;
+}
+
+}  // namespace
+}  // namespace host
+
+using namespace host;
+
+DWORD WINAPI GetFileVersionInfoSizeW(LPCWSTR path, LPDWORD ignored) {
+    if (ignored) *ignored = 0;
+    std::vector<BYTE> block;
+    if (CallFails(Call::GetVersionInfoSize, ERROR_NOT_ENOUGH_MEMORY) || !ReadBlock(path, block)) return 0;
+    return static_cast<DWORD>(block.size());
+}
+
+BOOL WINAPI GetFileVersionInfoW(LPCWSTR path, DWORD, DWORD size, LPVOID target) {
+    if (CallFails(Call::GetVersionInfo, ERROR_NOT_ENOUGH_MEMORY)) return FALSE;
+    std::vector<BYTE> block;
+    if (!target || size < sizeof(WORD)) {
+        SetLastError(target ? ERROR_INSUFFICIENT_BUFFER : ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    if (!ReadBlock(path, block)) return FALSE;
+    const std::size_t copied = std::min<std::size_t>(block.size(), size);
+    // Later queries know the buffer's size from the block's first word alone.
+    const auto length = static_cast<WORD>(std::min<std::size_t>(ReadLength(block.data()), copied));
+    std::memcpy(target, block.data(), copied);
+    std::memcpy(target, &length, sizeof length);
+    return TRUE;
+}
+
+BOOL WINAPI VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* size) {
+    if (value) *value = nullptr;
+    if (size) *size = 0;
+    if (CallFails(Call::QueryVersion, ERROR_RESOURCE_TYPE_NOT_FOUND)) return FALSE;
+    if (!block || !path || !value) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    const auto* bytes = static_cast<const BYTE*>(block);
+    const std::optional<VersionValue> found = FindVersionValue({bytes, ReadLength(block)}, path);
+    if (!found) {
+        SetLastError(ERROR_RESOURCE_TYPE_NOT_FOUND);
+        return FALSE;
+    }
+    // The SDK's pointer has no const, though the block is read only.
+    *value = const_cast<BYTE*>(bytes + found->offset);
+    if (size) *size = static_cast<UINT>(found->size);
+    return TRUE;
+}

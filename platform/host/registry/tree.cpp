@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "registry/tree.h"
+
+#include "device/strings.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+namespace {
+
+bool IsLine(std::u16string_view text) {
+    const bool hasControl = std::any_of(text.begin(), text.end(), [](WCHAR unit) { return unit < 0x20; });
+    return !hasControl && ToStrictUtf8(text).has_value();
+}
+
+void MarkDeleted(RegistryKey& key) {
+    key.deleted = true;
+    for (auto& [name, subkey] : key.subkeys) {
+        MarkDeleted(*subkey);
+    }
+}
+
+}  // namespace
+
+bool IsKeyName(std::u16string_view name) {
+    return !name.empty() && name.size() <= maxKeyNameLength &&
+           name.find(u'\\') == std::u16string_view::npos && IsLine(name);
+}
+
+bool IsValueName(std::u16string_view name) { return name.size() <= maxValueNameLength && IsLine(name); }
+
+std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path) {
+    std::vector<std::u16string_view> names;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find(u'\\'), path.size());
+        if (end > 0) names.push_back(path.substr(0, end));
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return names;
+}
+
+RegistryTree::RegistryTree() {
+    for (std::size_t i = 0; i < m_roots.size(); ++i) {
+        m_roots[i] = std::make_shared<RegistryKey>();
+        m_roots[i]->name = registryRootNames[i];
+    }
+}
+
+std::shared_ptr<RegistryKey> FindKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path) {
+    std::shared_ptr<RegistryKey> current = key;
+    for (const std::u16string_view name : SplitKeyPath(path)) {
+        const auto found = current->subkeys.find(FoldCase(name));
+        if (found == current->subkeys.end()) return nullptr;
+        current = found->second;
+    }
+    return current;
+}
+
+std::shared_ptr<RegistryKey> MakeKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path,
+                                     bool& created) {
+    created = false;
+    const std::vector<std::u16string_view> names = SplitKeyPath(path);
+    if (key->depth + names.size() > maxKeyDepth || !std::all_of(names.begin(), names.end(), IsKeyName)) {
+        return nullptr;
+    }
+    std::shared_ptr<RegistryKey> current = key;
+    for (const std::u16string_view name : names) {
+        std::shared_ptr<RegistryKey>& subkey = current->subkeys[FoldCase(name)];
+        if (!subkey) {
+            subkey = std::make_shared<RegistryKey>();
+            subkey->name = name;
+            subkey->depth = current->depth + 1;
+            created = true;
+        }
+        current = subkey;
+    }
+    return current;
+}
+
+bool DeleteKey(RegistryKey& key, std::u16string_view path) {
+    const std::vector<std::u16string_view> names = SplitKeyPath(path);
+    RegistryKey* parent = &key;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto found = parent->subkeys.find(FoldCase(names[i]));
+        if (found == parent->subkeys.end()) return false;
+        if (i + 1 == names.size()) {
+            MarkDeleted(*found->second);
+            parent->subkeys.erase(found);
+            return true;
+        }
+        parent = found->second.get();
+    }
+    return false;
+}
+
+const RegistryValue* FindValue(const RegistryKey& key, std::u16string_view name) {
+    const auto found = key.values.find(FoldCase(name));
+    return found != key.values.end() ? &found->second : nullptr;
+}
+
+bool SetValue(RegistryKey& key, RegistryValue value) {
+    const auto [place, added] = key.values.try_emplace(FoldCase(value.name), value);
+    if (added) return true;
+    value.name = place->second.name;
+    if (place->second == value) return false;
+    place->second = std::move(value);
+    return true;
+}
+
+}  // namespace host

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "device/faults.h"
+#include "device/strings.h"
+#include "registry/handles.h"
+#include "registry/keys.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace host {
+namespace {
+
+std::u16string_view NameOf(LPCWSTR name) { return name ? name : u""; }
+
+// Never more than the caller's buffer; the needed size either way.
+LSTATUS CopyData(const std::vector<BYTE>& stored, LPBYTE data, DWORD& size) {
+    const DWORD capacity = size;
+    size = static_cast<DWORD>(stored.size());
+    if (!data) return ERROR_SUCCESS;
+    if (capacity < stored.size()) return ERROR_MORE_DATA;
+    std::copy(stored.begin(), stored.end(), data);
+    return ERROR_SUCCESS;
+}
+
+template <typename Items, typename Length>
+DWORD Longest(const Items& items, Length length) {
+    std::size_t longest = 0;
+    for (const auto& [foldedName, item] : items) {
+        longest = std::max(longest, length(item));
+    }
+    return static_cast<DWORD>(longest);
+}
+
+void Store(LPDWORD target, std::size_t value) {
+    if (target) *target = static_cast<DWORD>(value);
+}
+
+}  // namespace
+
+std::u16string ReadRegistryText(RegistryRoot root, std::u16string_view key, std::u16string_view name) {
+    const std::shared_ptr<RegistryKey> found = FindKey(Registry().Root(root), key);
+    const RegistryValue* value = found ? FindValue(*found, name) : nullptr;
+    if (!value || (value->type != REG_SZ && value->type != REG_EXPAND_SZ)) return {};
+    std::u16string text(value->data.size() / sizeof(WCHAR), u'\0');
+    std::memcpy(text.data(), value->data.data(), text.size() * sizeof(WCHAR));
+    return text.substr(0, text.find(u'\0'));
+}
+
+bool WriteRegistryText(RegistryRoot root, std::u16string_view key, std::u16string_view name,
+                       std::u16string_view text) {
+    bool created = false;
+    const std::shared_ptr<RegistryKey> made = MakeKey(Registry().Root(root), key, created);
+    if (!made) return false;
+    const std::u16string terminated(text);
+    const auto* bytes = reinterpret_cast<const BYTE*>(terminated.c_str());
+    std::vector<BYTE> data(bytes, bytes + (terminated.size() + 1) * sizeof(WCHAR));
+    const bool changed = SetValue(*made, {std::u16string(name), REG_SZ, std::move(data)});
+    if (created || changed) MarkRegistryChanged();
+    return true;
+}
+
+}  // namespace host
+
+using namespace host;
+
+LSTATUS WINAPI RegQueryValueExW(HKEY handle, LPCWSTR name, LPDWORD, LPDWORD type, LPBYTE data, LPDWORD size) {
+    if (CallFails(Call::RegQueryValue)) return ERROR_NOT_ENOUGH_MEMORY;
+    OpenKey opened;
+    if (const LSTATUS error = UseKey(handle, KEY_QUERY_VALUE, opened)) return error;
+    if (data && !size) return ERROR_INVALID_PARAMETER;
+    const RegistryValue* value = FindValue(*opened.key, NameOf(name));
+    if (!value) return ERROR_FILE_NOT_FOUND;
+    if (type) *type = value->type;
+    return size ? CopyData(value->data, data, *size) : ERROR_SUCCESS;
+}
+
+LSTATUS WINAPI RegSetValueExW(HKEY handle, LPCWSTR name, DWORD, DWORD type, const BYTE* data, DWORD size) {
+    if (CallFails(Call::RegSetValue)) return ERROR_NOT_ENOUGH_MEMORY;
+    OpenKey opened;
+    if (const LSTATUS error = UseKey(handle, KEY_SET_VALUE, opened)) return error;
+    if ((!data && size > 0) || !IsValueName(NameOf(name))) return ERROR_INVALID_PARAMETER;
+    RegistryValue value{std::u16string(NameOf(name)), type, {}};
+    if (size > 0) value.data.assign(data, data + size);
+    if (SetValue(*opened.key, std::move(value))) MarkRegistryChanged();
+    return ERROR_SUCCESS;
+}
+
+LSTATUS WINAPI RegDeleteValueW(HKEY handle, LPCWSTR name) {
+    if (CallFails(Call::RegDelete)) return ERROR_ACCESS_DENIED;
+    OpenKey opened;
+    if (const LSTATUS error = UseKey(handle, KEY_SET_VALUE, opened)) return error;
+    if (opened.key->values.erase(FoldCase(NameOf(name))) == 0) return ERROR_FILE_NOT_FOUND;
+    MarkRegistryChanged();
+    return ERROR_SUCCESS;
+}
+
+// Lengths of names in characters without the null, of data in bytes.
+LSTATUS WINAPI RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classCharacters, LPDWORD,
+                                LPDWORD subkeys, LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
+                                LPDWORD longestName, LPDWORD longestValue, LPDWORD securityDescriptor,
+                                FILETIME* lastWrite) {
+    if (CallFails(Call::RegQueryInfo)) return ERROR_NOT_ENOUGH_MEMORY;
+    OpenKey opened;
+    if (const LSTATUS error = UseKey(handle, KEY_QUERY_VALUE, opened)) return error;
+    const RegistryKey& key = *opened.key;
+    if (keyClass && classCharacters && *classCharacters > 0) keyClass[0] = u'\0';
+    Store(classCharacters, 0);
+    Store(longestClass, 0);
+    Store(securityDescriptor, 0);
+    if (lastWrite) *lastWrite = {};
+    Store(subkeys, key.subkeys.size());
+    Store(longestSubkey, Longest(key.subkeys, [](const auto& subkey) { return subkey->name.size(); }));
+    Store(values, key.values.size());
+    Store(longestName, Longest(key.values, [](const auto& value) { return value.name.size(); }));
+    Store(longestValue, Longest(key.values, [](const auto& value) { return value.data.size(); }));
+    return ERROR_SUCCESS;
+}

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+// The pen, the keys, the capture and the focus.
+#include "windows/pen.h"
+
+#include <algorithm>
+#include <bitset>
+#include <cstdlib>
+#include <utility>
+
+#include "device/faults.h"
+#include "windows/queue.h"
+
+namespace host {
+
+namespace {
+
+constexpr DWORD kDoubleTapTime = 500;  // milliseconds between the two pen-downs
+constexpr int kDoubleTapReach = 4;     // pixels in either direction
+
+HWND capture = nullptr;
+CaptureHandler captureHandler;
+HWND focus = nullptr;
+bool penIsDown = false;
+POINT penPosition{};
+std::bitset<256> pressedKeys;
+
+// The last pen-down that may turn out to be the first half of a double tap.
+struct Tap {
+    HWND window = nullptr;
+    POINT point{};
+    DWORD time = 0;
+} firstTap;
+
+void ChangeCapture(HWND window) {
+    if (capture == window) return;
+    capture = window;
+    if (captureHandler) captureHandler(window);
+}
+
+bool Contains(const RECT& bounds, POINT point) {
+    return point.x >= bounds.left && point.x < bounds.right && point.y >= bounds.top &&
+           point.y < bounds.bottom;
+}
+
+// A disabled child lets the pen through to what lies below it.
+const Window* ChildAt(const Window& window, POINT point) {
+    for (const Window* child : window.children) {
+        if (!HasStyle(*child, WS_VISIBLE) || HasStyle(*child, WS_DISABLED)) continue;
+        if (!Contains(child->bounds, point)) continue;
+        return ChildAt(*child, {point.x - child->bounds.left, point.y - child->bounds.top});
+    }
+    return &window;
+}
+
+// A disabled top-level window swallows the pen: while a modal window is open its owner gets nothing, and
+// neither does what lies below the owner.
+const Window* WindowAt(POINT point) {
+    for (const Window* window : TopLevelWindows()) {
+        if (!HasStyle(*window, WS_VISIBLE) || !Contains(window->bounds, point)) continue;
+        if (HasStyle(*window, WS_DISABLED)) return nullptr;
+        return ChildAt(*window, {point.x - window->bounds.left, point.y - window->bounds.top});
+    }
+    return nullptr;
+}
+
+const Window* PenTarget(POINT point) { return capture ? FindWindow(capture) : WindowAt(point); }
+
+// One half of a message's position; what lies beyond 16 bits stays at their end.
+WORD PositionHalf(LONG coordinate, LONG origin) {
+    const std::int64_t position = std::int64_t{coordinate} - origin;
+    return static_cast<WORD>(std::clamp<std::int64_t>(position, -0x8000, 0x7FFF));
+}
+
+UINT PenMessage(Pen event) {
+    switch (event) {
+        case Pen::Down:
+            return WM_LBUTTONDOWN;
+        case Pen::Up:
+            return WM_LBUTTONUP;
+        case Pen::DoubleClick:
+            return WM_LBUTTONDBLCLK;
+        case Pen::Move:
+            break;
+    }
+    return WM_MOUSEMOVE;
+}
+
+void PostInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (Enqueue(window, message, wParam, lParam, Origin::Device)) return;
+    NoteKey(message, wParam);
+    Report(
+        "The message queue is full: a message of the pen or a key is lost. Deliver the messages that wait.");
+}
+
+bool CompletesDoubleTap(const Window& window, POINT point) {
+    if (firstTap.window != window.handle || !(window.windowClass->style & CS_DBLCLKS)) return false;
+    return Now() - firstTap.time <= kDoubleTapTime &&
+           std::llabs(std::int64_t{point.x} - firstTap.point.x) <= kDoubleTapReach &&
+           std::llabs(std::int64_t{point.y} - firstTap.point.y) <= kDoubleTapReach;
+}
+
+// Repeat count 1; the device has no scan codes, so the virtual key stands in their place. The two top bits
+// tell that the key was down before and that it is going up.
+LPARAM KeyData(UINT virtualKey, bool wasDown, bool goingUp) {
+    return static_cast<LPARAM>(1u | ((virtualKey & 0xFFu) << 16) | (wasDown ? 0x40000000u : 0u) |
+                               (goingUp ? 0x80000000u : 0u));
+}
+
+}  // namespace
+
+void PostPen(Pen event, POINT point) {
+    penPosition = point;
+    if (event != Pen::Move) penIsDown = event != Pen::Up;
+    const Window* target = PenTarget(point);
+    if (!target) return;
+    const POINT origin = ScreenOrigin(*target);
+    const LPARAM position = MAKELPARAM(PositionHalf(point.x, origin.x), PositionHalf(point.y, origin.y));
+    PostInput(target->handle, PenMessage(event), penIsDown ? MK_LBUTTON : 0, position);
+}
+
+// A third tap starts anew: the pen-down that completed a double tap is no first half of another.
+Pen RecognizePen(Pen event, POINT point) {
+    if (event != Pen::Down) return event;
+    const Window* target = PenTarget(point);
+    if (target && CompletesDoubleTap(*target, point)) {
+        firstTap = {};
+        return Pen::DoubleClick;
+    }
+    firstTap = {target ? target->handle : nullptr, point, Now()};
+    return event;
+}
+
+void MovePen(Pen event, POINT point) { PostPen(RecognizePen(event, point), point); }
+
+void SetCaptureHandler(CaptureHandler handler) { captureHandler = std::move(handler); }
+
+// GetKeyState changes when the message is taken from the queue, so that a handler sees the keys as they were
+// when its own key was pressed. Without a focus there is nothing to wait for.
+void PostKey(UINT virtualKey, bool down) {
+    const UINT message = down ? WM_KEYDOWN : WM_KEYUP;
+    if (!focus) return NoteKey(message, virtualKey);
+    const bool wasDown = !down || (virtualKey < pressedKeys.size() && pressedKeys[virtualKey]);
+    PostInput(focus, message, virtualKey, KeyData(virtualKey, wasDown, !down));
+}
+
+// WM_CHAR alone: the driver posts the key's own messages around it.
+void PostCharacter(UINT virtualKey, WCHAR character) {
+    if (focus) PostInput(focus, WM_CHAR, character, KeyData(virtualKey, false, false));
+}
+
+void ReleaseInput(HWND handle) {
+    const Window* captured = FindWindow(capture);
+    if (captured && IsInside(*captured, handle)) ReleaseCapture();
+    const Window* focused = FindWindow(focus);
+    if (focused && IsInside(*focused, handle)) SetFocus(nullptr);
+}
+
+void ForgetInput(HWND handle) {
+    if (capture == handle) ChangeCapture(nullptr);
+    if (focus == handle) focus = nullptr;
+}
+
+void NoteKey(UINT message, WPARAM virtualKey) {
+    if (message != WM_KEYDOWN && message != WM_KEYUP) return;
+    if (virtualKey < pressedKeys.size()) pressedKeys[virtualKey] = message == WM_KEYDOWN;
+}
+
+POINT PenPosition() { return penPosition; }
+
+void ResetInput() {
+    capture = focus = nullptr;
+    captureHandler = nullptr;
+    penIsDown = false;
+    penPosition = {};
+    pressedKeys.reset();
+    firstTap = {};
+}
+
+}  // namespace host
+
+using namespace host;
+
+// Null lets go of the capture.
+HWND WINAPI SetCapture(HWND handle) {
+    if (handle && !RequireWindow(handle)) return nullptr;
+    const HWND previous = capture;
+    if (previous == handle) return previous;
+    ChangeCapture(handle);
+    const Window* loser = FindWindow(previous);
+    if (loser) CallProcedure(*loser, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(handle));
+    return previous;
+}
+
+BOOL WINAPI ReleaseCapture() {
+    SetCapture(nullptr);
+    return TRUE;
+}
+
+HWND WINAPI GetCapture() { return capture; }
+
+// Null takes the focus away. A handler of WM_KILLFOCUS may move the focus on: then WM_SETFOCUS is not sent.
+HWND WINAPI SetFocus(HWND handle) {
+    const Window* window = handle ? RequireWindow(handle) : nullptr;
+    if (handle && !window) return nullptr;
+    if (window && HasStyle(*window, WS_DISABLED)) return SetLastError(ERROR_INVALID_PARAMETER), nullptr;
+    const HWND previous = focus;
+    if (previous == handle) return previous;
+    focus = handle;
+    const Window* loser = FindWindow(previous);
+    if (loser) CallProcedure(*loser, WM_KILLFOCUS, reinterpret_cast<WPARAM>(handle), 0);
+    window = focus == handle ? FindWindow(handle) : nullptr;
+    if (window) CallProcedure(*window, WM_SETFOCUS, reinterpret_cast<WPARAM>(previous), 0);
+    return previous;
+}
+
+HWND WINAPI GetFocus() { return focus; }
+
+// Disabling tells the window first that its pen and its focus are gone.
+BOOL WINAPI EnableWindow(HWND handle, BOOL enable) {
+    Window* window = RequireWindow(handle);
+    if (!window) return FALSE;
+    const bool wasDisabled = HasStyle(*window, WS_DISABLED);
+    if (wasDisabled == !enable) return wasDisabled;
+    window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
+    if (!enable) {
+        const Window* captured = FindWindow(capture);
+        if (captured && IsInside(*captured, handle)) ReleaseCapture();
+        if (focus == handle) SetFocus(window->parent ? TopLevelOf(*window).handle : nullptr);
+    }
+    window = FindWindow(handle);
+    if (window) CallProcedure(*window, WM_ENABLE, enable ? TRUE : FALSE, 0);
+    return wasDisabled;
+}
+
+BOOL WINAPI IsWindowEnabled(HWND handle) {
+    const Window* window = RequireWindow(handle);
+    return window && !HasStyle(*window, WS_DISABLED);
+}
+
+SHORT WINAPI GetKeyState(int virtualKey) {
+    const auto key = static_cast<std::size_t>(virtualKey);
+    const bool pressed = key < pressedKeys.size() && pressedKeys[key];
+    return static_cast<SHORT>(pressed ? -0x8000 : 0);
+}
