@@ -293,6 +293,19 @@ TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
     EXPECT_EQ(light.At(59, 5), 1) << "the line between two keys";
 }
 
+// What hints make bars of would be other letters.
+TEST(Source, MarksAboveBoldLettersAreNoBars) {
+    const Font font(std::filesystem::path(TLK_FONT).replace_filename("DejaVuSans-Bold.ttf").string());
+    for (const int pixels : {11, 14, 16, 27, 30})
+        for (const std::u16string text : {u"ñ", u"ğ", u"й", u"ëï"}) {
+            const Mask ink = Lettering(font).Fit(text, pixels, {200, 200}, 1)->ink;
+            std::size_t parts = 0;
+            for (int x = 0; x < ink.GetSize().width; ++x)
+                if (ink.At(x, 0) && (x == 0 || !ink.At(x - 1, 0))) ++parts;
+            EXPECT_GE(parts, 2 * text.size()) << pixels << ", U+" << std::hex << int{text[0]};
+        }
+}
+
 TEST(Source, KeyInTwoRowsIsOneTallKeyOrTwoRectangles) {
     const Skin skin = ReadSource(PORTRAIT "rows = [\"q enter\", \"w enter\"]");
     EXPECT_EQ(LayOut(skin, skin.portrait).keys[1].rects, std::vector<Rect>({{31, 1, 59, 31}}));

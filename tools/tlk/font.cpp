@@ -63,8 +63,10 @@ Glyph Font::Draw(std::u16string_view word, const Em& em) const {
     const FT_Face face = m_pFace->face;
     if (FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(em.width), static_cast<FT_UInt>(em.height)) != 0)
         throw FileError(m_Path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
-    // A bold font's own hints leave some of its letters lighter than others.
-    const FT_Int32 hints = face->style_flags & FT_STYLE_FLAG_BOLD ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_DEFAULT;
+    // A bold font's own hints leave some of its letters lighter than others; the hints instead of them make a
+    // bar of the two dots above small letters, as words have them.
+    const bool isBoldLetter = (face->style_flags & FT_STYLE_FLAG_BOLD) && word.size() == 1;
+    const FT_Int32 hints = isBoldLetter ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_DEFAULT;
     std::vector<Point> ink;
     int penX = 0;
     for (char16_t character : word) {

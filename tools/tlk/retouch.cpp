@@ -117,13 +117,34 @@ Glyph SetAccentBeside(const Glyph& letter, const Mask& accent) {
     return glyph;
 }
 
+// Above small bold letters of any size these become bars; alone they are clear.
+struct Bar {
+    char16_t mark;
+    std::u16string_view accented;
+    std::u16string_view letters;
+};
+
+constexpr Bar kBars[] = {{u'\u02DC', u"ãñõ", u"ano"}, {u'\u02D8', u"йўăğ", u"иуag"}};
+
+std::optional<Glyph> DrawUnderMark(const Font& font, char16_t character, const Em& em) {
+    for (const Bar& bar : kBars) {
+        const std::size_t place = bar.accented.find(character);
+        if (place == std::u16string_view::npos) continue;
+        const char16_t letter = bar.letters[place];
+        if (font.Has(letter) && font.Has(bar.mark))
+            return SetAccent(font.Draw({&letter, 1}, em), font.Draw({&bar.mark, 1}, em).ink,
+                             font.CapHeight(em.height) / kDrawnFor);
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const Em& em) {
     const int capHeight = font.CapHeight(em.height);
-    if (capHeight > kTallestRetouched) return std::nullopt;
-    // The marks of bold faces are clear enough as they are.
     const bool isBold = font.Draw(u"l", em).ink.GetSize().width > 1;
+    if (capHeight > kTallestRetouched) return isBold ? DrawUnderMark(font, character, em) : std::nullopt;
+    // The marks of bold faces are clear enough as they are.
     if (!isBold) {
         for (const HandDrawn& mark : HandDrawnMarks())
             if (mark.character == character && (mark.align != Align::Exact || capHeight == mark.ascent))
