@@ -17,6 +17,10 @@ const KeyPath choice{HKEY_CURRENT_USER, u"Software\\Simulator"};
 constexpr char16_t chosenName[] = u"ChosenSkin";
 constexpr char16_t standInPath[] = u"StandIn";
 
+bool AreSame(const std::u16string& name, const std::u16string& other) {
+    return lstrcmpiW(name.c_str(), other.c_str()) == 0;
+}
+
 // The file's name without its extension.
 std::u16string FileName(std::u16string_view path) {
     path.remove_prefix(path.find_last_of(u'\\') + 1);
@@ -51,6 +55,7 @@ std::u16string PlainSkinName(std::u16string_view path) {
 std::string NamesOfSkins() {
     std::string names;
     for (const std::u16string& path : ListSkins()) {
+        if (!SuitsScreen(path)) continue;
         names += (names.empty() ? "" : ", ") + ToUtf8(PlainSkinName(path));
     }
     return names.empty() ? "none" : names;
@@ -68,18 +73,21 @@ std::u16string ChosenSkin() {
 bool ChooseSkin(const std::u16string& name) {
     const std::u16string sized = name + u'-' + FromUtf8(SizeName(ScreenSize())).value_or(std::u16string());
     std::vector<std::u16string> skins = ListSkins();
-    std::erase_if(
-        skins, [&](const std::u16string& path) { return FileName(path) != name && FileName(path) != sized; });
+    std::erase_if(skins, [&](const std::u16string& path) {
+        const std::u16string file = FileName(path);
+        return (!AreSame(file, name) && !AreSame(file, sized)) || !SuitsScreen(path);
+    });
     if (skins.empty()) return false;
     if (std::find(skins.begin(), skins.end(), StoredSkin()) == skins.end()) StoreSkin(skins.front());
     return true;
 }
 
-void KeepChosenSkin(const std::u16string& name) {
+bool KeepChosenSkin(const std::u16string& name) {
     const std::u16string stored = StoredSkin();
-    if (PlainSkinName(stored) == name) return ForgetStandIn();
+    if (AreSame(PlainSkinName(stored), name)) return ForgetStandIn(), false;
     Write(chosenName, name);
     Write(standInPath, stored);
+    return true;
 }
 
 void ForgetStandIn() {

@@ -9,14 +9,14 @@
 
 // Of a skin's path or file name: without folder, extension and size.
 std::u16string PlainSkinName(std::u16string_view path);
-// For a list in a message.
+// Of those that suit the screen, for a message.
 std::string NamesOfSkins();
 
 // What the person chose, wherever it is; empty when nothing has been chosen.
 std::u16string ChosenSkin();
 // Stores the skin of this name that is made for the present screen; false when there is none.
 [[nodiscard]] bool ChooseSkin(const std::u16string& name);
-// What the setting names now stands in for the skin of this name, unless it is that.
-void KeepChosenSkin(const std::u16string& name);
+// What the setting names now stands in for the skin of this name; false when it is that skin.
+bool KeepChosenSkin(const std::u16string& name);
 // What the setting names is what the person chose.
 void ForgetStandIn();

@@ -45,11 +45,10 @@ void PreferSkins(Session& session, const Arguments& arguments) {
 }
 
 void KeepSkin(Session&, const Arguments& arguments) {
-    KeepChosenSkin(arguments.Wide(0));
-    const std::string present = ToUtf8(PlainSkinName(StoredSkin()));
-    if (present == arguments.Text(0)) return;
+    if (!KeepChosenSkin(arguments.Wide(0))) return;
+    const std::string standIn = ToUtf8(PlainSkinName(StoredSkin()));
     Note("There is no skin \"" + arguments.Text(0) + "\" for this screen" +
-         (IsSkinLoaded() ? "; \"" + present + "\" stands in for it." : "."));
+         (IsSkinLoaded() ? "; \"" + standIn + "\" stands in for it." : "."));
 }
 
 // The keyboard puts a valid skin in the place of one that does not suit the screen: then it is the turn of

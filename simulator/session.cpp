@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "chosen_skin.h"
 #include "script.h"
 #include "text.h"
 
@@ -35,6 +36,7 @@ Session::Session(const Options& options)
     m_sipTrace.SetInfoHandler([this](const IMINFO& info) {
         m_application->SetKeyboardPicture(host::PictureOf(info.hImageNarrow, info.iNarrow));
     });
+    m_sipTrace.SetChoiceHandler(ForgetStandIn);
     host::SetCaptureHandler([this](HWND window) { OnCapture(window); });
     host::SetMessageBoxHandler([this](UINT type, const std::u16string& caption, const std::u16string& text) {
         m_trace.Write("MessageBox type=" + Hexadecimal(type) + " caption=" + Quoted(caption) +

@@ -37,6 +37,7 @@ std::string HexadecimalList(const UINT* values, UINT count) {
 void SipTrace::OnCall(SipCall call, HRESULT result) {
     // The trace has no line for this one.
     if (call == SipCall::RegisterCallback) return m_trace.NoteResult(result);
+    if (call == SipCall::UserOptionsDlg) m_optionsOpen = false;
     m_trace.WriteCall(CallName(call), result);
 }
 
@@ -54,7 +55,13 @@ void SipTrace::OnReceiveSipInfo(HRESULT result, const SIPINFO& info) {
                           std::to_string(r.right) + ',' + std::to_string(r.bottom));
 }
 
-void SipTrace::OnShowIM(DWORD flags) { m_trace.Write("SipShowIM flags=" + Hexadecimal(flags)); }
+// The options dialog shows the panel anew when it opens, and then with each skin that is chosen.
+void SipTrace::OnShowIM(DWORD flags) {
+    m_trace.Write("SipShowIM flags=" + Hexadecimal(flags));
+    if (flags != SIPF_ON) return;
+    if (m_optionsOpen && m_choiceHandler) m_choiceHandler();
+    m_optionsOpen = true;
+}
 
 void SipTrace::OnSetCurrentIM(REFCLSID clsid) { m_trace.Write("SipSetCurrentIM " + GuidText(clsid)); }
 

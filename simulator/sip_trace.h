@@ -15,6 +15,9 @@ public:
     // Gets what GetInfo answered, when it succeeded.
     void SetInfoHandler(std::function<void(const IMINFO&)> handler) { m_infoHandler = std::move(handler); }
 
+    // Hears when the person has chosen a skin in the options dialog, also the one that is in use.
+    void SetChoiceHandler(std::function<void()> handler) { m_choiceHandler = std::move(handler); }
+
     void OnCall(SipCall call, HRESULT result) override;
     void OnGetInfo(HRESULT result, const IMINFO& info) override;
     void OnReceiveSipInfo(HRESULT result, const SIPINFO& info) override;
@@ -27,4 +30,6 @@ public:
 private:
     Trace& m_trace;
     std::function<void(const IMINFO&)> m_infoHandler;
+    std::function<void()> m_choiceHandler;
+    bool m_optionsOpen = false;
 };

@@ -2,6 +2,7 @@
 #include "skin_files.h"
 
 #include <host_control.h>
+#include <sip_layout.h>
 
 #include <algorithm>
 #include <map>
@@ -20,13 +21,18 @@ namespace {
 
 const KeyPath settings{HKEY_LOCAL_MACHINE, kSettingsKey};
 
+// Names compare without regard to case.
+bool IsSkinName(const std::u16string& name) {
+    return name.size() > 4 && lstrcmpiW(name.c_str() + name.size() - 4, u".tlk") == 0;
+}
+
 // Skins by their names.
 std::map<std::u16string, fs::path> SkinsIn(const fs::path& folder) {
     std::map<std::u16string, fs::path> skins;
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
         const std::optional<std::u16string> name = FromUtf8(entry.path().filename().string());
-        if (name && entry.path().extension() == ".tlk") skins[*name] = entry.path();
+        if (name && IsSkinName(*name)) skins[*name] = entry.path();
     }
     return skins;
 }
@@ -56,11 +62,18 @@ void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
     FindClose(find);
 }
 
-bool Loads(const std::u16string& path) {
+// In pixels; 0 where the file is no skin.
+LONG WidthOfSkin(const std::u16string& path) {
     const host::PlatformScope scope;
     const HMODULE module = LoadLibraryW(path.c_str());
-    if (module) FreeLibrary(module);
-    return module != nullptr;
+    if (!module) return 0;
+    BITMAP picture{};
+    if (const HBITMAP bitmap = LoadBitmapW(module, u"char_keyboard_bitmap")) {
+        GetObjectW(bitmap, sizeof picture, &picture);
+        DeleteObject(bitmap);
+    }
+    FreeLibrary(module);
+    return picture.bmWidth;
 }
 
 bool Exists(const std::u16string& path) {
@@ -92,15 +105,20 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
 void PutSkin(const fs::path& file) {
     const std::optional<std::u16string> name = FromUtf8(file.filename().string());
     if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");
-    if (!name->ends_with(u".tlk")) {
+    if (!IsSkinName(*name)) {
         throw ScriptError("the name of the skin " + file.string() + " does not end in .tlk");
     }
     const std::u16string draft = Installed(*name) + u".draft";
     CopyToDevice(file, draft);
-    const bool loads = Loads(draft);
+    const bool isSkin = WidthOfSkin(draft) > 0;
     static_cast<void>(DeleteDeviceFile(draft));
-    if (!loads) throw ScriptError(file.string() + " is no skin: \"tlk check\" tells what is wrong with it");
+    if (!isSkin) throw ScriptError(file.string() + " is no skin: \"tlk check\" tells what is wrong with it");
     CopyToDevice(file, Installed(*name));
+}
+
+bool SuitsScreen(const std::u16string& path) {
+    const SIZE screen = ScreenSize();
+    return WidthOfSkin(path) == std::min(screen.cx, screen.cy);
 }
 
 std::vector<std::u16string> ListSkins() {

@@ -12,14 +12,15 @@
 std::string SizeName(SIZE screen);
 
 // Puts the skins made for this screen into \Windows, in the place of those for other screens. `folder` holds
-// a folder of skins for each screen, named as SizeName does; what only the others hold
-// is taken away. Throws ScriptError, having done nothing, when there are none for this screen; also when the
-// host does not let it.
+// a folder of skins for each screen, named as SizeName does; what only the others hold is taken away. Throws
+// ScriptError, having done nothing, when there are none for this screen; also when the host does not let it.
 void InstallSkins(const std::filesystem::path& folder, SIZE screen);
 
 // Puts this host file into \Windows. Throws ScriptError when it is no skin.
 void PutSkin(const std::filesystem::path& file);
 
+// Would the keyboard take this one? It wants a picture as wide as the screen's narrow side.
+bool SuitsScreen(const std::u16string& path);
 // As the keyboard discovers them: those in \Windows, then the ones that the user added.
 std::vector<std::u16string> ListSkins();
 // Has the keyboard loaded one? It takes none of a wrong size.

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "handheld.h"
 
-#include <sip_layout.h>
 #include <unistd.h>
 
 #include <iostream>
-#include <stdexcept>
 
-#include "chosen_skin.h"
 #include "notes_file.h"
-#include "skin_files.h"
 #include "text.h"
 #include "time_of_day.h"
 
@@ -32,7 +28,6 @@ Handheld::Handheld(const WindowOptions& options)
     SetNoteHandler([this](const std::string& text) { Complain(text); });
     ShowTime();
     Start(options);
-    if (!options.skins.choice.empty()) RequireSkin(options.skins.choice);
 }
 
 // Without skins in the folder the keyboard has others or says that it has none, and without notes there is
@@ -53,15 +48,6 @@ void Handheld::Start(const WindowOptions& options) {
         host::DeliverMessages();
     }
     if (!m_session.Sip().IsSelected()) Complain("the keyboard does not start");
-}
-
-// The keyboard takes another skin, or none, in the place of one that does not suit the screen.
-void Handheld::RequireSkin(const std::string& choice) const {
-    const std::optional<std::u16string> name = FromUtf8(choice + ".tlk");
-    if (IsSkinLoaded() && PlainSkinName(StoredSkin()) == PlainSkinName(name.value_or(std::u16string())))
-        return;
-    throw std::runtime_error("the skin \"" + choice + "\" is not made for a screen of " +
-                             SizeName(ScreenSize()) + "; there are: " + NamesOfSkins());
 }
 
 void Handheld::Do(const Words& words) {

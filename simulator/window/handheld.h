@@ -37,7 +37,6 @@ public:
 
 private:
     void Start(const WindowOptions& options);
-    void RequireSkin(const std::string& choice) const;
     bool SaveNotes();
 
     std::string m_complaint;

@@ -35,7 +35,7 @@ bool CoversScreen(HWND dialog) {
 // The desktop hands a key that is held over to the window that it goes to, as if it were pressed at that
 // moment.
 constexpr Uint32 takingOver = 10;  // milliseconds
-constexpr int millisecondsToSave = 1000;
+constexpr Uint32 millisecondsToSave = 1000;
 constexpr int millisecondsToCommands = 50;  // until commands of another program are looked for
 
 // The person at the window: the platform's idle time goes into waiting for them, also inside modal windows.
@@ -48,6 +48,7 @@ public:
 
 private:
     bool OnIdle();
+    void SaveInTime();
     void TakeCommands();
     void RunNextAct();
     SDL_Event WaitForEvent();
@@ -75,6 +76,7 @@ private:
     SDL_Keycode m_quitKey = SDLK_UNKNOWN;  // has been pressed
     Uint32 m_focused = 0;                  // when the window got the keys
     Uint32 m_ticks = SDL_GetTicks();
+    Uint32 m_saved = SDL_GetTicks();  // when nothing was unsaved last
     bool m_quitting = false;
 };
 
@@ -97,6 +99,7 @@ bool WindowMode::Run() {
 bool WindowMode::OnIdle() {
     m_session.GetTrace().Flush();
     if (m_quitting) return false;
+    SaveInTime();
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
     if (m_acts.empty()) TakeCommands();
@@ -137,8 +140,16 @@ void WindowMode::RunNextAct() {
     }
 }
 
-// Everything is shown before the wait begins. The time on the screen needs a look at the end of each minute,
-// and what has been typed is saved when the person rests.
+// What is typed is saved once a second.
+void WindowMode::SaveInTime() {
+    const Uint32 now = SDL_GetTicks();
+    const bool unsaved = m_handheld.HasUnsavedNotes();
+    if (unsaved && now - m_saved < millisecondsToSave) return;
+    if (unsaved) m_handheld.Save();
+    m_saved = now;
+}
+
+// Everything is shown before the wait begins. The time on the screen needs a look at the end of each minute.
 SDL_Event WindowMode::WaitForEvent() {
     SDL_Event event{};
     if (SDL_PollEvent(&event)) return event;
@@ -146,13 +157,10 @@ SDL_Event WindowMode::WaitForEvent() {
     host::DeliverMessages();
     FollowHandheld();
     m_window.Present();
-    const bool unsaved = m_handheld.HasUnsavedNotes();
-    int wait = unsaved ? millisecondsToSave : MillisecondsToNextMinute();
+    int wait = MillisecondsToNextMinute();
+    if (m_handheld.HasUnsavedNotes()) wait = std::min(wait, static_cast<int>(millisecondsToSave));
     if (m_commands) wait = std::min(wait, millisecondsToCommands);
-    if (!SDL_WaitEventTimeout(&event, wait)) {
-        event.type = SDL_FIRSTEVENT;
-        if (unsaved) m_handheld.Save();
-    }
+    if (!SDL_WaitEventTimeout(&event, wait)) event.type = SDL_FIRSTEVENT;
     return event;
 }
 

@@ -3,136 +3,80 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <utility>
+
 namespace {
 
-EditText Typed(std::u16string_view text) {
+// Arrows move, brackets select in their direction.
+struct Key {
+    char16_t key;
+    void (*press)(EditText& edit);
+};
+const Key keys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }},
+                    {u'>', [](EditText& edit) { edit.MoveRight(Selecting::No); }},
+                    {u'(', [](EditText& edit) { edit.MoveLeft(Selecting::Yes); }},
+                    {u')', [](EditText& edit) { edit.MoveRight(Selecting::Yes); }},
+                    {u'W', [](EditText& edit) { edit.MoveWordLeft(Selecting::No); }},
+                    {u'}', [](EditText& edit) { edit.MoveWordRight(Selecting::Yes); }},
+                    {u'H', [](EditText& edit) { edit.MoveTo(0, Selecting::No); }},
+                    {u'A', [](EditText& edit) { edit.SelectAll(); }},
+                    {u'B', [](EditText& edit) { edit.DeleteBackward(); }},
+                    {u'D', [](EditText& edit) { edit.DeleteForward(); }},
+                    {u'X', [](EditText& edit) { edit.Cut(); }},
+                    {u'C', [](EditText& edit) { edit.Copy(); }},
+                    {u'V', [](EditText& edit) { edit.Paste(); }},
+                    {u'Z', [](EditText& edit) { edit.Undo(); }}};
+
+// With a line at the caret, or at both ends of the selection.
+std::u16string Shown(std::u16string_view pressed) {
     EditText edit;
-    for (const char16_t unit : text) {
-        edit.Insert({&unit, 1});
+    for (const char16_t unit : pressed) {
+        const auto* key = std::find_if(std::begin(keys), std::end(keys),
+                                       [unit](const Key& one) { return one.key == unit; });
+        key == std::end(keys) ? edit.Insert({&unit, 1}) : key->press(edit);
     }
-    return edit;
+    std::u16string text = edit.Text();
+    text.insert(edit.SelectionEnd(), 1, u'|');
+    if (edit.HasSelection()) text.insert(edit.SelectionStart(), 1, u'|');
+    return text;
 }
 
-TEST(EditTextTest, TypingReplacesTheSelection) {
-    EditText edit = Typed(u"abcd");
-    edit.MoveTo(1, Selecting::No);
-    edit.MoveRight(Selecting::Yes);
-    edit.MoveRight(Selecting::Yes);
-    edit.Insert(u"X");
-    EXPECT_EQ(edit.Text(), u"aXd");
-    EXPECT_EQ(edit.Caret(), 2u);
-    EXPECT_FALSE(edit.HasSelection());
-}
-
-TEST(EditTextTest, DeletingStopsAtTheEnds) {
-    EditText edit = Typed(u"ab");
-    edit.DeleteForward();
-    EXPECT_EQ(edit.Text(), u"ab");
-    edit.MoveTo(0, Selecting::No);
-    edit.DeleteBackward();
-    EXPECT_EQ(edit.Text(), u"ab");
-    edit.DeleteForward();
-    EXPECT_EQ(edit.Text(), u"b");
-}
-
-TEST(EditTextTest, DeletingEitherWayTakesTheSelectionAlone) {
-    EditText edit = Typed(u"abc");
-    edit.MoveLeft(Selecting::Yes);
-    edit.DeleteBackward();
-    EXPECT_EQ(edit.Text(), u"ab");
-    edit.MoveLeft(Selecting::Yes);
-    edit.DeleteForward();
-    EXPECT_EQ(edit.Text(), u"a");
-}
-
-TEST(EditTextTest, ArrowsLeaveASelectionAtTheirSide) {
-    EditText edit = Typed(u"abcdef");
-    edit.MoveTo(2, Selecting::No);
-    edit.MoveTo(4, Selecting::Yes);
-    EditText other = edit;
-    edit.MoveLeft(Selecting::No);
-    EXPECT_EQ(edit.Caret(), 2u);
-    other.MoveRight(Selecting::No);
-    EXPECT_EQ(other.Caret(), 4u);
-}
-
-TEST(EditTextTest, ASurrogatePairIsOneCharacter) {
-    EditText edit = Typed(u"a\U0001F600b");
-    edit.MoveLeft(Selecting::No);
-    edit.MoveLeft(Selecting::No);
-    EXPECT_EQ(edit.Caret(), 1u);
-    edit.DeleteForward();
-    EXPECT_EQ(edit.Text(), u"ab");
-    // Its halves come one by one, and one alone is a character of its own.
-    EditText half = Typed(u"a\xD83D");
-    half.DeleteBackward();
-    EXPECT_EQ(half.Text(), u"a");
-}
-
-TEST(EditTextTest, WordsAreSteppedOverWithTheirBlanks) {
-    EditText edit = Typed(u"one  two\nthree");
-    edit.MoveWordLeft(Selecting::No);
-    EXPECT_EQ(edit.Caret(), 9u);
-    edit.MoveWordLeft(Selecting::No);
-    EXPECT_EQ(edit.Caret(), 5u);
-    edit.MoveTo(0, Selecting::No);
-    edit.MoveWordRight(Selecting::Yes);
-    EXPECT_EQ(edit.SelectionEnd(), 5u);
-}
-
-TEST(EditTextTest, CutCopyAndPasteGoThroughOneClipboard) {
-    EditText edit = Typed(u"abc");
-    edit.SelectAll();
-    edit.Cut();
-    EXPECT_EQ(edit.Text(), u"");
-    edit.Paste();
-    edit.Paste();
-    EXPECT_EQ(edit.Text(), u"abcabc");
-    // Nothing selected: the clipboard keeps what it has.
-    edit.Copy();
-    edit.Cut();
-    edit.Paste();
-    EXPECT_EQ(edit.Text(), u"abcabcabc");
-}
-
-TEST(EditTextTest, UndoTakesBackWhatWasDoneInOneGo) {
-    EditText edit = Typed(u"abc");
-    edit.MoveTo(1, Selecting::No);
-    edit.Insert(u"X");
-    edit.Insert(u"Y");
-    edit.DeleteBackward();
-    edit.DeleteBackward();
-    EXPECT_EQ(edit.Text(), u"abc");
-    edit.Undo();
-    EXPECT_EQ(edit.Text(), u"aXYbc");
-    EXPECT_EQ(edit.Caret(), 3u);
-    edit.Undo();
-    EXPECT_EQ(edit.Text(), u"abc");
-    edit.Undo();
-    edit.Undo();
-    EXPECT_EQ(edit.Text(), u"");
-}
-
-TEST(EditTextTest, UndoBringsTheSelectionBack) {
-    EditText edit = Typed(u"abc");
-    edit.SelectAll();
-    edit.Insert(u"X");
-    edit.Insert(u"Y");
-    edit.Undo();
-    EXPECT_EQ(edit.Text(), u"abc");
-    EXPECT_EQ(edit.SelectionStart(), 0u);
-    EXPECT_EQ(edit.SelectionEnd(), 3u);
-}
-
-TEST(EditTextTest, UndoOfForwardDeletionsKeepsTheirOrder) {
-    EditText edit = Typed(u"abcd");
-    edit.MoveTo(1, Selecting::No);
-    edit.DeleteForward();
-    edit.DeleteForward();
-    EXPECT_EQ(edit.Text(), u"ad");
-    edit.Undo();
-    EXPECT_EQ(edit.Text(), u"abcd");
-    EXPECT_EQ(edit.Caret(), 1u);
+TEST(EditTextTest, KeysEdit) {
+    for (const auto& [pressed, shown] : std::initializer_list<std::pair<std::u16string, std::u16string>>{
+             {u"abcdH>))x", u"ax|d"},
+             {u"abD", u"ab|"},
+             {u"abHB", u"|ab"},
+             {u"abHD", u"|b"},
+             {u"abc(B", u"ab|"},
+             {u"abc(D", u"ab|"},
+             {u"abcdH>))<", u"a|bcd"},
+             {u"abcdH>))>", u"abc|d"},
+             // A surrogate pair is one character. Its halves come one by one, and one alone is a character
+             // too.
+             {u"a\U0001F600b<<", u"a|\U0001F600b"},
+             {u"a\U0001F600b<<D", u"a|b"},
+             {u"a\xD83D"
+              u"B",
+              u"a|"},
+             // Words are stepped over with their blanks.
+             {u"one  two\nthreeW", u"one  two\n|three"},
+             {u"one  two\nthreeWW", u"one  |two\nthree"},
+             {u"one  two\nthreeH}", u"|one  |two\nthree"},
+             {u"abcAX", u"|"},
+             {u"abcAXVV", u"abcabc|"},
+             {u"abcAXVVCXV", u"abcabcabc|"},  // nothing selected: the clipboard keeps what it has
+             // What was done in one go is taken back in one go, the selection included.
+             {u"abcH>xyBBZ", u"axy|bc"},
+             {u"abcH>xyBBZZ", u"a|bc"},
+             {u"abcH>xyBBZZZZ", u"|"},
+             {u"abcAxyZ", u"|abc|"},
+             {u"abcdH>DD", u"a|d"},
+             {u"abcdH>DDZ", u"a|bcd"}}) {
+        EXPECT_EQ(Shown(pressed), shown) << std::string(pressed.begin(), pressed.end());
+    }
 }
 
 }  // namespace

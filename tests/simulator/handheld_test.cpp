@@ -126,16 +126,29 @@ TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
 
 TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
     MakeFewSkins();
+    fs::copy_file(STANDARD_SKIN, Folder() / "X.TLK");
     const std::string show = "select\nreg get HKLM\\Software\\Tolka\\7.0 Skin\n";
     for (const auto& [named, skin] : std::initializer_list<std::pair<std::string, std::string>>{
              {"--prefer german", "german-240x320"},
              {"--prefer greek", "german-240x320"},  // one has been chosen already
              {"--choose german-thumbs", "german-thumbs-240x320"},
              {"--screen 240x240 --prefer greek", "greek-240x240"},  // there are no thumbs
-             {"--choose greek-240x320", "greek-240x320"}}) {
+             {"--choose greek-240x320", "greek-240x320"},
+             {"--choose GERMAN", "german-240x320"},
+             {"--skin X.TLK --choose x", "X"},
+             {"--screen 480x640 --prefer greek", "greek-480x640"}}) {  // "X" suits another screen only
         const std::string trace = Trace(show, "--skins skins " + named);
-        EXPECT_NE(LastLine(trace, "Reg").find("\\\\" + skin + ".tlk\""), std::string::npos) << named << trace;
+        EXPECT_NE(LastLine(trace, "Reg").find("\\\\" + skin + '.'), std::string::npos) << named << trace;
     }
+}
+
+TEST_F(HandheldTest, AStandInThatIsPickedInTheOptionsIsChosen) {
+    const std::string show = "reg get HKCU\\Software\\Simulator ChosenSkin\n";
+    const std::string trace = Run("select\nskin keep other\noptions\nclick 1\n" + show +
+                                  "options\nchoose 202 standard\nclick 1\n" + show)
+                                  .trace;
+    EXPECT_NE(trace.find("ChosenSkin sz \"other\"\n"), std::string::npos) << trace;
+    EXPECT_TRUE(trace.ends_with("ChosenSkin absent\n")) << trace;
 }
 
 TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {

@@ -13,8 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kSource =
-    "screens = [\"240x320\"]\n[portrait]\nrows = [\"q w shift space back enter\"]\n";
+const std::string kSource = "screens = [\"240x320\"]\n[portrait]\nrows = [\"q w shift space back enter\"]\n";
 
 TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     Desktop desktop(Folder());
@@ -41,10 +40,10 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     unsetenv("TMPDIR");
     ASSERT_TRUE(awaits("mine.toml: built")) << ReadText(Folder() / "out") << ReadText(Folder() / "err");
     EXPECT_TRUE(Await([&] { return desktop.WindowPlace("Tolka").width > 0; }));
-    save(std::string(kSource) + "[labels]\nentr = \"E\"\n");
+    save(kSource + "[labels]\nentr = \"E\"\n");
     EXPECT_TRUE(awaits("mine.toml:5: there is no function key 'entr': did you mean 'enter'?"));
     EXPECT_TRUE(awaits("not built, the last good skin stays"));
-    save("palette = \"mine-colours.toml\"\n" + std::string(kSource));
+    save("palette = \"mine-colours.toml\"\n" + kSource);
     EXPECT_TRUE(awaits("mine-colours.toml: cannot be read"));
     std::ofstream(Folder() / "mine-colours.toml") << "letter = \"#707070\"\n";
     EXPECT_TRUE(awaits("hard to read")) << "a file that the source uses";
