@@ -35,6 +35,7 @@ void ChooseSkinNamed(Session& session, const Arguments& arguments) {
         throw ScriptError("there is no skin \"" + arguments.Text(0) + "\" for a screen of " +
                           SizeName(ScreenSize()) + "; there are: " + NamesOfSkins());
     }
+    ForgetStandIn();
     ApplySkin(session);
 }
 

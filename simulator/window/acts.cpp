@@ -31,10 +31,8 @@ void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin()
 Acts SelectActs(const SkinOptions& skins) {
     Acts acts = SkinActs(skins);
     acts.push_back({"select"});
-    const std::u16string chosen =
-        skins.choice.empty() ? ChosenSkin()
-                             : PlainSkinName(FromUtf8(skins.choice + ".tlk").value_or(std::u16string()));
-    if (!chosen.empty()) acts.push_back({"skin", "keep", ToUtf8(chosen)});
+    const std::u16string chosen = ChosenSkin();
+    if (skins.choice.empty() && !chosen.empty()) acts.push_back({"skin", "keep", ToUtf8(chosen)});
     return acts;
 }
 

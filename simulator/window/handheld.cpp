@@ -23,9 +23,9 @@ Handheld::Handheld(const WindowOptions& options)
       m_recorder(options.record ? std::optional<Recorder>(std::in_place, *options.record,
                                                           options.session.device.string())
                                 : std::nullopt),
-      m_session(WithReport(options.session, [this](const std::string& text) { Complain(text); })) {
+      m_session(WithReport(options.session, [this](const std::string& text) { Tell(text); })) {
     if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
-    SetNoteHandler([this](const std::string& text) { Complain(text); });
+    SetNoteHandler([this](const std::string& text) { Tell(text); });
     ShowTime();
     Start(options);
 }
@@ -34,7 +34,7 @@ Handheld::Handheld(const WindowOptions& options)
 // room for new ones; nothing else can be missing.
 void Handheld::Start(const WindowOptions& options) {
     if (access(options.session.device.c_str(), W_OK) != 0) {
-        Complain("the device " + options.session.device.string() + " cannot be written: no change is kept");
+        Tell("the device " + options.session.device.string() + " cannot be written: no change is kept");
     }
     for (const Words& act : StartActs(options.session.screen, options.skins)) {
         try {
@@ -42,12 +42,11 @@ void Handheld::Start(const WindowOptions& options) {
             if (act[0] == "notes") m_notes = m_session.GetApplication().Text();
         } catch (const std::exception& error) {
             if (act[0] != "skins" && act[0] != "notes") throw;
-            Complain(error.what());
+            Tell(error.what());
         }
         m_session.LayOutApplication();
         host::DeliverMessages();
     }
-    if (!m_session.Sip().IsSelected()) Complain("the keyboard does not start");
 }
 
 void Handheld::Do(const Words& words) {
@@ -56,6 +55,7 @@ void Handheld::Do(const Words& words) {
     if (m_recorder) m_recorder->Write(words);
     try {
         RunCommand(m_session, words);
+        if (words[0] == "select" && !m_session.Sip().IsSelected()) Tell("the keyboard does not start");
     } catch (const std::exception&) {
         if (m_recorder) m_recorder->TakeBack();
         throw;
@@ -70,9 +70,9 @@ void Handheld::ShowTime() {
     m_session.GetApplication().SetTime(FromUtf8(time).value_or(std::u16string()));
 }
 
-void Handheld::Complain(const std::string& text) {
+void Handheld::Tell(const std::string& text) {
     std::cerr << "simulator: " << text << '\n';
-    m_complaint = text;
+    m_message = text;
 }
 
 bool Handheld::HasUnsavedNotes() const { return m_notes && *m_notes != m_session.GetApplication().Text(); }
@@ -89,7 +89,7 @@ bool Handheld::SaveNotes() {
         WriteNotes(*m_notes);
         m_notesWritten = true;
     } catch (const std::exception& error) {
-        Complain(error.what());
+        Tell(error.what());
         m_notesWritten = false;
     }
     return m_notesWritten;

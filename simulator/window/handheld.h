@@ -27,9 +27,9 @@ public:
     // A record hears of it with the next command, so that a handheld nobody touches writes nothing.
     void ShowTime();
 
-    // Tells the person, at the terminal at once; empty when there is nothing that the window has not told.
-    void Complain(const std::string& text);
-    std::string TakeComplaint() { return std::exchange(m_complaint, {}); }
+    // Tells the person, at the terminal at once and in the title of the window, which takes the last message.
+    void Tell(const std::string& text);
+    std::string TakeMessage() { return std::exchange(m_message, {}); }
 
     bool HasUnsavedNotes() const;
     // Writes what has changed. False when something of the device could not be written.
@@ -39,7 +39,7 @@ private:
     void Start(const WindowOptions& options);
     bool SaveNotes();
 
-    std::string m_complaint;
+    std::string m_message;
     DeviceLock m_lock;
     std::optional<Recorder> m_recorder;
     Session m_session;

@@ -85,8 +85,8 @@ WindowMode::WindowMode(const WindowOptions& options)
     ShowTitle();
     if (options.commands == WindowOptions::Commands::FromStandardInput) m_commands.emplace();
     if (options.scale > m_window.Scale()) {
-        m_handheld.Complain("the monitor has no room for --scale " + std::to_string(options.scale) +
-                            ": the picture is as large as fits");
+        m_handheld.Tell("the monitor has no room for --scale " + std::to_string(options.scale) +
+                        ": the picture is as large as fits");
     }
 }
 
@@ -118,7 +118,7 @@ void WindowMode::TakeCommands() {
             const Words words = SplitWords(*line);
             if (!words.empty()) m_acts.push_back(words);
         } catch (const std::exception& error) {
-            m_handheld.Complain(error.what());
+            m_handheld.Tell(error.what());
         }
     }
     if (m_commands->HasEnded() && m_acts.empty()) m_quitting = true;
@@ -130,13 +130,9 @@ void WindowMode::RunNextAct() {
     m_acts.pop_front();
     try {
         m_handheld.Do(words);
-        if (words[0] == "screenshot" && words.size() == 2)
-            m_handheld.Complain("the screen is in " + words[1]);
-        if (words[0] == "select" && !m_session.Sip().IsSelected()) {
-            m_handheld.Complain("the keyboard does not start");
-        }
+        if (words[0] == "screenshot" && words.size() == 2) m_handheld.Tell("the screen is in " + words[1]);
     } catch (const std::exception& error) {
-        m_handheld.Complain(error.what());
+        m_handheld.Tell(error.what());
     }
 }
 
@@ -170,8 +166,8 @@ void WindowMode::FollowHandheld() {
     m_fittedScreen = ScreenSize();
     if (!sameSize) m_window.FitScreen();
     if (!sameSize || StoredSkin() != m_shownSkin) ShowTitle();
-    const std::string complaint = m_handheld.TakeComplaint();
-    if (!complaint.empty()) m_window.SetTitle("Tolka: " + complaint);
+    const std::string message = m_handheld.TakeMessage();
+    if (!message.empty()) m_window.SetTitle("Tolka: " + message);
 }
 
 void WindowMode::Handle(const SDL_Event& event) {
@@ -237,13 +233,13 @@ void WindowMode::Perform(const WindowKey& key, Uint32 pressed) {
         case WindowAction::ShowHelp:
             return ToggleHelp();
         case WindowAction::Rotate:
-            if (dialog && !CoversScreen(dialog)) return m_handheld.Complain("close the dialog first");
+            if (dialog && !CoversScreen(dialog)) return m_handheld.Tell("close the dialog first");
             return Add(TurnActs(m_session, ScreenSize()));
         case WindowAction::NextSize:
-            if (dialog) return m_handheld.Complain("close the dialog first");
+            if (dialog) return m_handheld.Tell("close the dialog first");
             return Add(ChangeSizeActs(NextScreenSize(ScreenSize()), m_skins));
         case WindowAction::NextSkin:
-            if (dialog) return m_handheld.Complain("close the dialog first");
+            if (dialog) return m_handheld.Tell("close the dialog first");
             return Add(Words{"skin", "next"});
         case WindowAction::TakeScreenshot:
             return Add(ScreenshotAct());
