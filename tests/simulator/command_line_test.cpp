@@ -39,11 +39,10 @@ TEST_F(CommandLineTest, ACallThatFailsGivesStatusOneAndTheScriptGoesOn) {
 }
 
 TEST_F(CommandLineTest, WrongOptionsGiveStatusTwo) {
-    EXPECT_EQ(Run("", "--screen 240").status, 2);
-    EXPECT_EQ(Run("", "--screen 0x320").status, 2);
-    EXPECT_EQ(Run("", "--screen 240x320x1").status, 2);
-    EXPECT_EQ(Run("", "--nonsense").status, 2);
-    EXPECT_EQ(Run("", "--skin missing.tlk").status, 2);
+    for (const char* options :
+         {"--screen 240", "--screen 0x320", "--screen 240x320x1", "--nonsense", "--skin missing.tlk"}) {
+        EXPECT_EQ(Run("", options).status, 2) << options;
+    }
     EXPECT_EQ(Run("", "--help").status, 0);
 }
 

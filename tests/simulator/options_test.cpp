@@ -52,8 +52,10 @@ std::string Place(const std::string& trace, int id) {
     return x + ' ' + y + ' ' + width + ' ' + height;
 }
 
+// With the skin "A".
 class OptionsTest : public SimulatorTest {
 protected:
+    OptionsTest() { InstallSkins({"A"}); }
     // Puts copies of the standard skin under these names into the folder of built-in skins.
     void InstallSkins(const std::vector<std::string>& names, const std::string& folder = "Windows") {
         fs::create_directories(Device() / folder);
@@ -81,7 +83,6 @@ protected:
 };
 
 TEST_F(OptionsTest, OkHidesThePanelAndCancelLeavesIt) {
-    InstallSkins({"A"});
     EXPECT_EQ(AfterSelect("options\nclick 1\nwindows\n"),
               shownAgain + leftByOk + "Window sip 0 214 240 80 shown=0\nWindow panel 0 0 240 80 shown=1\n");
     EXPECT_EQ(
@@ -90,7 +91,6 @@ TEST_F(OptionsTest, OkHidesThePanelAndCancelLeavesIt) {
 }
 
 TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndComesBackWithOkOnly) {
-    InstallSkins({"A"});
     const std::string opened =
         "Create 0x0\nSipShowIM flags=0x0\nSipSetCurrentIM " + own + "\nSipShowIM flags=0x1\nShowing 0x0\n";
     EXPECT_EQ(Trace("create\noptions\nclick 1\n"),
@@ -99,7 +99,6 @@ TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndComesBackWithOkOnly) {
 }
 
 TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
-    InstallSkins({"A"});
     const std::string portrait = InDialog("dialog\n", "240x320");
     EXPECT_EQ(LastLine(portrait, "Dialog"), "Dialog 0 0 240 320 \"\"");
     EXPECT_EQ(Place(portrait, 213), "0 24 240 1");
@@ -119,7 +118,6 @@ TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
 }
 
 TEST_F(OptionsTest, TheFocusLeavesTheTextOfASmallButtonReadable) {
-    InstallSkins({"A"});
     InDialog("screenshot before.png\nclick 219\nfile cancel\nscreenshot after.png\n");
     const Pixels before = ReadPng(Folder() / "before.png");
     const Pixels after = ReadPng(Folder() / "after.png");
@@ -133,7 +131,6 @@ TEST_F(OptionsTest, TheFocusLeavesTheTextOfASmallButtonReadable) {
 }
 
 TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {
-    InstallSkins({"A"});
     const std::string trace = InDialog("screen 320 240\ndialog\n");
     EXPECT_EQ(LastLine(trace, "Dialog"), "Dialog 0 0 320 240 \"\"") << trace;
     EXPECT_EQ(Place(trace, 213), "0 24 320 1");
@@ -141,7 +138,6 @@ TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {
 }
 
 TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
-    InstallSkins({"A"});
     const std::string values =
         Get(settings + "Swipe") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
     const std::string first = InDialog("dialog\nclick 212\nclick 211\nclick 2\n" + values);
@@ -161,7 +157,6 @@ TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
 }
 
 TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
-    InstallSkins({"A"});
     const std::string trace =
         Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + tapUmlaut + TapKey("[") + "text\n");
     EXPECT_TRUE(Control(trace, 211).ends_with("checked=1")) << trace;
@@ -172,7 +167,7 @@ TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
 }
 
 TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string prepared =
         Set(settings + "Swipe", "dword 0") + Set(settings + "SwipeOnlySkin", "dword 0x3000");
     const std::string locked =
@@ -184,7 +179,7 @@ TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
 }
 
 TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string values =
         Get(settings + "Skin") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
     const std::string saved = Setting("Skin", "sz \"\\\\windows\\\\B.tlk\"") + Setting("ExtSym", "dword 1") +
@@ -196,7 +191,7 @@ TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
 }
 
 TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
-    InstallSkins({"A", "Blue", "Blue2"});
+    InstallSkins({"Blue", "Blue2"});
     const std::string trace =
         InDialog("choose 202 Blue\n" + Get(settings + "Skin") + "click 2\noptions\ndialog\n");
     EXPECT_NE(trace.find(Setting("Skin", "sz \"\\\\windows\\\\Blue2.tlk\"")), std::string::npos) << trace;
@@ -204,7 +199,7 @@ TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
 }
 
 TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     InstallSkins({"A"}, "More");
     const std::string trace = AfterSelect(Set(settings + "UserSkins", R"(multi \More\A.tlk)") +
                                           "options\ndialog\nclick 221\nclick 1\nclick 2\n");
@@ -214,7 +209,7 @@ TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
 }
 
 TEST_F(OptionsTest, AnUnlistedSkinSelectsNothingAndOkSavesTheLastOne) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string trace = AfterSelect(Set(settings + "Skin", R"(sz \gone\C.tlk)") +
                                           "options\ndialog\nclick 221\nclick 1\n" + Get(settings + "Skin"));
     EXPECT_NE(trace.find("selected=\"\" index=-1"), std::string::npos) << trace;
@@ -223,7 +218,6 @@ TEST_F(OptionsTest, AnUnlistedSkinSelectsNothingAndOkSavesTheLastOne) {
 }
 
 TEST_F(OptionsTest, ARejectedSkinWritesTheBoxesAndNotTheSkins) {
-    InstallSkins({"A"});
     InstallJunk("Junk");
     const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "ExtSym") +
                                Get(settings + "UserSkins");
@@ -238,7 +232,7 @@ TEST_F(OptionsTest, ARejectedSkinWritesTheBoxesAndNotTheSkins) {
 }
 
 TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "UserSkins");
     const std::string trace = InDialog(
         "choose 202 B\nclick 1\n" + values + "click 221\nclick 1\ndialog\nclick 1\n" + values, "480x640");
@@ -251,7 +245,7 @@ TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
 }
 
 TEST_F(OptionsTest, AnAddedSkinIsListedAndStoredAtTheNextSaveWhenItLiesElsewhere) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     InstallSkins({"Own"}, "My Skins");
     const std::string add = R"(click 219
 file "\\My Skins\\Own.tlk"
@@ -274,14 +268,12 @@ click 1
 }
 
 TEST_F(OptionsTest, NothingIsAddedWithoutAFile) {
-    InstallSkins({"A"});
     const std::string trace = InDialog("click 219\nfile cancel\ndialog\nclick 1\n");
     EXPECT_TRUE(trace.starts_with(openFile + "Dialog")) << trace;
     EXPECT_NE(trace.find("items=\"A\" selected=\"A\" index=0"), std::string::npos) << trace;
 }
 
 TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
-    InstallSkins({"A"});
     const std::string values = Get(settings + "UserSkins");
     const std::string trace =
         AfterSelect(Set(settings + "UserSkins", R"(multi \gone\C.tlk)") + "options\ndialog\nclick 2\n" +
@@ -292,7 +284,7 @@ TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
 }
 
 TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
-    InstallSkins({"A", "B", "C"});
+    InstallSkins({"B", "C"});
     // The first item gives way to the one after it, any other to the first.
     const std::string first = InDialog("click 221\nclick 1\ndialog\n" + Get(settings + "Skin"));
     EXPECT_TRUE(first.starts_with(Question("A") + shownAgain + "Dialog ")) << first;
@@ -328,7 +320,7 @@ TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
 }
 
 TEST_F(OptionsTest, ARefusedQuestionChangesNothing) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string trace =
         InDialog("objects\nclick 221\nclick 2\nobjects\ndialog\nclick 2\n" + Get(settings + "UserSkins"));
     const std::string counts = LastLine(trace, "Objects") + '\n';
@@ -339,7 +331,7 @@ TEST_F(OptionsTest, ARefusedQuestionChangesNothing) {
 }
 
 TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string trace = InDialog(
         "readonly \\Windows\\A.tlk\nclick 221\nclick 1\nclick 2\ndialog\nclick 2\noptions\ndialog\n");
     EXPECT_TRUE(trace.starts_with(Question("A") + shownAgain +
@@ -351,7 +343,6 @@ TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
 }
 
 TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
-    InstallSkins({"A"});
     const std::string values = Get(sip + "DefaultIm") + Get(sip + "PrevIMClsid");
     const auto pair = [](const std::string& now, const std::string& before) {
         return "Reg " + sip + "DefaultIm sz \"" + now + "\"\nReg " + sip + "PrevIMClsid " + before + '\n';
@@ -371,7 +362,6 @@ TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
 }
 
 TEST_F(OptionsTest, TheDefaultIsComparedAsAnIdentifier) {
-    InstallSkins({"A"});
     const auto box = [this](const std::string& text) {
         return Control(AfterSelect(Set(sip + "DefaultIm", "sz " + text) + "options\ndialog\n"), 214);
     };
@@ -380,7 +370,6 @@ TEST_F(OptionsTest, TheDefaultIsComparedAsAnIdentifier) {
 }
 
 TEST_F(OptionsTest, TheAboutTextIsReadAtEachOpeningAndShowsOnce) {
-    InstallSkins({"A"});
     const std::string opening = "options\ndialog\nclick 2\n";
     const std::string trace = AfterSelect(opening + opening);
     const std::string about = Control(trace, 217);
@@ -392,7 +381,6 @@ TEST_F(OptionsTest, TheAboutTextIsReadAtEachOpeningAndShowsOnce) {
 }
 
 TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreBare) {
-    InstallSkins({"A"});
     const std::string trace =
         AfterSelect("delete \\Windows\\tolka.dll\noptions\ndialog\nclick 221\nclick 1\nclick 2\n");
     EXPECT_NE(Control(trace, 217).find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << trace;
@@ -401,7 +389,7 @@ TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreBare) {
 }
 
 TEST_F(OptionsTest, FiftyOpeningsLeaveWhatOneLeaves) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const std::string twice =
         "options\nchoose 202 B\nchoose 202 A\nclick 1\noptions\nclick 221\nclick 2\nclick 2\n";
     std::string script = twice + "objects\n";
@@ -418,7 +406,7 @@ TEST_F(OptionsTest, FiftyOpeningsLeaveWhatOneLeaves) {
 }
 
 TEST_F(OptionsTest, ASecondDialogInsideTheFirstIsRefused) {
-    InstallSkins({"A", "B"});
+    InstallSkins({"B"});
     const SimulatorResult result = Run("select\noptions\nclick 221\noptions\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.errors.find("s:4: "), std::string::npos) << result.errors;
