@@ -55,7 +55,6 @@ void KeepSkin(Session&, const Arguments& arguments) {
 // The keyboard puts a valid skin in the place of one that does not suit the screen: then it is the turn of
 // the one behind that.
 void NextSkin(Session& session, const Arguments&) {
-    ForgetStandIn();
     std::vector<std::u16string> skins = ListSkins();
     const std::u16string present = StoredSkin();
     const auto current = std::find_if(skins.begin(), skins.end(), [&present](const std::u16string& path) {
@@ -66,7 +65,9 @@ void NextSkin(Session& session, const Arguments&) {
         if (skin == present) continue;
         StoreSkin(skin);
         session.Sip().SendSipInfo();
-        if (StoredSkin() == skin && IsSkinLoaded()) return DrawPanelAnew(session);
+        if (StoredSkin() != skin || !IsSkinLoaded()) continue;
+        ForgetStandIn();
+        return DrawPanelAnew(session);
     }
     if (!IsSkinLoaded() && !present.empty()) StoreSkin(present);
     Note("There is no other skin for this screen.");

@@ -144,7 +144,7 @@ TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
 
 TEST_F(HandheldTest, AStandInThatIsPickedInTheOptionsIsChosen) {
     const std::string show = "reg get HKCU\\Software\\Simulator ChosenSkin\n";
-    const std::string trace = Run("select\nskin keep other\noptions\nclick 1\n" + show +
+    const std::string trace = Run("select\nskin keep other\nskin next\noptions\nclick 1\n" + show +
                                   "options\nchoose 202 standard\nclick 1\n" + show)
                                   .trace;
     EXPECT_NE(trace.find("ChosenSkin sz \"other\"\n"), std::string::npos) << trace;
