@@ -16,16 +16,11 @@ namespace {
 
 void Skins(Session&, const Arguments& arguments) { InstallSkins(arguments.Text(0), ScreenSize()); }
 
-// A keyboard that has been given another skin waits until it is shown again.
-void DrawPanelAnew(Session& session) {
-    if (const HWND panel = session.Sip().Panel()) InvalidateRect(panel, nullptr, TRUE);
-}
-
-// A keyboard at work takes the skin that is stored now.
+// A keyboard at work takes the skin that is stored now, and would draw it when it is shown again.
 void ApplySkin(Session& session) {
     if (!session.Sip().IsSelected()) return;
     session.Sip().SendSipInfo();
-    DrawPanelAnew(session);
+    if (const HWND panel = session.Sip().Panel()) InvalidateRect(panel, nullptr, TRUE);
 }
 
 void PutSkinFile(Session&, const Arguments& arguments) { PutSkin(arguments.Text(0)); }
@@ -52,25 +47,17 @@ void KeepSkin(Session&, const Arguments& arguments) {
          (IsSkinLoaded() ? "; \"" + standIn + "\" stands in for it." : "."));
 }
 
-// The keyboard puts a valid skin in the place of one that does not suit the screen: then it is the turn of
-// the one behind that.
 void NextSkin(Session& session, const Arguments&) {
     std::vector<std::u16string> skins = ListSkins();
+    std::erase_if(skins, [](const std::u16string& path) { return !SuitsScreen(path); });
     const std::u16string present = StoredSkin();
-    const auto current = std::find_if(skins.begin(), skins.end(), [&present](const std::u16string& path) {
-        return path.find(present) != std::u16string::npos;
-    });
-    if (!present.empty() && current != skins.end()) std::rotate(skins.begin(), current + 1, skins.end());
-    for (const std::u16string& skin : skins) {
-        if (skin == present) continue;
-        StoreSkin(skin);
-        session.Sip().SendSipInfo();
-        if (StoredSkin() != skin || !IsSkinLoaded()) continue;
-        ForgetStandIn();
-        return DrawPanelAnew(session);
-    }
-    if (!IsSkinLoaded() && !present.empty()) StoreSkin(present);
-    Note("There is no other skin for this screen.");
+    auto next = std::find(skins.begin(), skins.end(), present);
+    if (next != skins.end()) ++next;
+    if (next == skins.end()) next = skins.begin();
+    if (skins.empty() || *next == present) return Note("There is no other skin for this screen.");
+    StoreSkin(*next);
+    ForgetStandIn();
+    ApplySkin(session);
 }
 
 void Notes(Session& session, const Arguments&) { session.GetApplication().SetText(ReadNotes()); }
