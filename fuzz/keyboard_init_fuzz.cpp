@@ -39,6 +39,7 @@ public:
         fs::copy_file(TOLKA_RESOURCES, m_folder / "Windows/Tolka.DLL");
         host::DeviceOptions options;
         options.folder = m_folder;
+        options.durable = false;
         options.screen = {kNarrow, kWide};
         options.report = [](const std::string&) {};
         host::StartDevice(options);

@@ -18,6 +18,8 @@ struct DeviceOptions {
     SIZE screen{240, 320};         // pixels
     // Receives what a person has to know (a damaged registry file, a full disk), one line each, UTF-8.
     std::function<void(const std::string&)> report;
+    // What is written waits until it is on the disk, so that it outlasts a loss of power.
+    bool durable = true;
 };
 
 // Starts the one device of this process: an empty screen, the registry of its folder ("device.reg"), the

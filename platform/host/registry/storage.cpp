@@ -69,7 +69,7 @@ bool WriteAll(int descriptor, std::string_view text) {
         if (count < 0) return false;
         text.remove_prefix(static_cast<std::size_t>(count));
     }
-    return fsync(descriptor) == 0;
+    return !Options().durable || fsync(descriptor) == 0;
 }
 
 // errno tells why when it is false.
@@ -99,7 +99,7 @@ bool ReplaceFile(std::string_view text) {
     }
     const fs::path temporary = File().string() + ".new";
     if (WriteFile(temporary, text) && rename(temporary.c_str(), File().c_str()) == 0) {
-        SyncFolder(Options().folder);
+        if (Options().durable) SyncFolder(Options().folder);
         return true;
     }
     const int error = errno;

@@ -22,6 +22,7 @@ std::vector<std::string> g_reports;
 void Start() {
     host::DeviceOptions options;
     options.folder = g_folder;
+    options.durable = false;  // the simulator's tests wait for the disk
     options.report = [](const std::string& line) { g_reports.push_back(line); };
     host::StartDevice(options);
 }
