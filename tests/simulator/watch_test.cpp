@@ -34,6 +34,7 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
         return std::distance(std::sregex_iterator(out.begin(), out.end(), built), {});
     };
     save(kSource);
+    std::ofstream(Folder() / "mine.tlk") << "an older skin of this source";
     setenv("TMPDIR", Folder().c_str(), 1);
     Process watch({TLK, "watch", source.string(), "--simulator", SIMULATOR}, Folder(), Folder() / "out",
                   Folder() / "err");
@@ -53,6 +54,8 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     EXPECT_EQ(watch.End(SIGINT), 0);
     EXPECT_EQ(countBuilt(), 3);
+    EXPECT_EQ(ReadText(Folder() / "out").find("is a part of"), std::string::npos)
+        << "a source has no such name";
     for (const auto& entry : fs::directory_iterator(Folder()))
         EXPECT_EQ(entry.path().filename().string().find("tlk-watch"), std::string::npos);
 }

@@ -54,6 +54,7 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
 TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
     EXPECT_EQ(Run("build --all " + Path("none.toml") + " '" STANDARD_SOURCE "' -o " + Path("new/skins")), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(Path("none.toml") + ": "), 0u);
+    EXPECT_NE(ReadText(Path("messages")).find("480x800 and ARM, in " + Path("new/skins")), std::string::npos);
     std::size_t count = 0;
     for (const auto& built : std::filesystem::recursive_directory_iterator(SKINS_FOLDER)) {
         const std::string file = built.path().lexically_relative(SKINS_FOLDER).string();
@@ -130,7 +131,9 @@ TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
     EXPECT_EQ(Run("check '" STANDARD_SKIN "' --screen 480x640 --source '" STANDARD_SOURCE "'"), 1);
     EXPECT_EQ(Run("check '" STANDARD_SKIN "' --screen 480"), 2);
     EXPECT_EQ(Run("check '" STANDARD_SOURCE "'"), 2);
-    EXPECT_EQ(ReadText(Path("messages")).find(STANDARD_SOURCE ": not a library file"), 0u);
+    EXPECT_EQ(
+        ReadText(Path("messages")).find(STANDARD_SOURCE ": not a library file, as skins are: 'tlk build' "),
+        0u);
     EXPECT_EQ(Run("dump '" STANDARD_SKIN "'"), 0);
     EXPECT_NE(ReadText(Path("messages")).find("\n     87 y: z Z "), std::string::npos);
 }
@@ -166,6 +169,8 @@ TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
     EXPECT_EQ(Run("build '" STANDARD_SOURCE "' --font " + Path("bad.toml") + " -o " + Path("bad.tlk")), 2);
     EXPECT_EQ(Run("show " + Path("bad.toml") + " -o " + Path("a.png")), 2);
     EXPECT_EQ(Run("show '" STANDARD_SKIN "' --plane klingon -o " + Path("a.png")), 2);
+    EXPECT_EQ(Run("build '" STANDARD_SKIN "' -o " + Path("bad.tlk")), 2);
+    EXPECT_NE(ReadText(Path("messages")).find("name the source"), std::string::npos);
     EXPECT_EQ(Run("chekc"), 2);
     EXPECT_NE(ReadText(Path("messages")).find("did you mean 'check'?"), std::string::npos);
     EXPECT_EQ(Run("build a.toml --sceen=240x320 -o a.tlk"), 2);

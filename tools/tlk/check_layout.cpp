@@ -229,8 +229,9 @@ private:
         for (std::uint16_t key : {function_key::kSpace, function_key::kBackspace, function_key::kEnter})
             if (!has(key))
                 Add(key,
-                    "is missing: only a stroke types it, and strokes can be switched off unless the "
-                    "skin has SWIPE_ONLY");
+                    "is missing: only a stroke types it, and strokes can be switched off: add it, or make "
+                    "the "
+                    "skin one for strokes only (swipe_only = true)");
     }
 
     static std::uint16_t AsKey(int owner) { return static_cast<std::uint16_t>(owner); }

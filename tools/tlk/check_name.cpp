@@ -46,6 +46,8 @@ std::vector<std::string> SkinsBeside(const fs::path& file) {
 std::vector<Remark> CheckName(const std::string& path) {
     const std::string name = fs::path(path).stem().string();
     std::vector<Remark> remarks;
+    // A source that is watched stands among the skins that came of it.
+    if (fs::path(path).extension() == ".toml") return remarks;
     const auto add = [&remarks](std::string text) { remarks.emplace_back().text = std::move(text); };
     if (Contains("\\windows\\", Folded(name)) || Contains(".tlk", name))
         add("the name " + Quoted(name) +

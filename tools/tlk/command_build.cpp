@@ -11,6 +11,7 @@
 #include "compile_source.h"
 #include "errors.h"
 #include "file.h"
+#include "name_list.h"
 #include "source.h"
 
 namespace tlk {
@@ -43,7 +44,8 @@ void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
     out << FormatRemark(remark, {}, kWarning) << '\n';
 }
 
-void Build(const Arguments& arguments) {
+// Returns the name of its processor.
+std::string Build(const Arguments& arguments) {
     auto [skin, resources] = CompileSource(arguments.source, arguments.screen, arguments.font);
     const Bytes file = WriteModule(std::move(resources), Processors().at(arguments.processor));
     WriteFile(arguments.output, file);
@@ -51,9 +53,11 @@ void Build(const Arguments& arguments) {
     const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
     TellUnusedLanguage(skin, std::cerr);
     TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
-    if (arguments.all) return;
+    const std::string processor = ProcessorName(module.GetFacts().machine);
+    if (arguments.all) return processor;
     std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")
-              << ProcessorName(module.GetFacts().machine) << '\n';
+              << processor << '\n';
+    return processor;
 }
 
 std::vector<std::string> ReadScreens(const std::string& source) {
@@ -71,6 +75,8 @@ std::vector<std::string> ReadScreens(const std::string& source) {
 void BuildEachScreen(const Arguments& arguments) {
     namespace fs = std::filesystem;
     Arguments one = arguments;
+    std::string built;
+    std::string processor;
     for (const std::string& screen : ReadScreens(arguments.source)) {
         const fs::path folder = fs::path(arguments.output) / screen;
         std::error_code error;
@@ -80,8 +86,11 @@ void BuildEachScreen(const Arguments& arguments) {
                             "): name another folder");
         one.screen = screen;
         one.output = (folder / fs::path(one.source).stem()).string() + '-' + screen + ".tlk";
-        Build(one);
+        processor = Build(one);
+        AppendName(built, screen);
     }
+    std::cout << arguments.source << ": for screens of " << built << " and " << processor << ", in "
+              << arguments.output << '\n';
 }
 
 // A source that cannot be built keeps no other from it.
@@ -92,7 +101,10 @@ Status Run(Arguments arguments) {
     for (const std::string& source : arguments.sources) {
         arguments.source = source;
         try {
-            arguments.all ? BuildEachScreen(arguments) : Build(arguments);
+            if (arguments.all)
+                BuildEachScreen(arguments);
+            else
+                Build(arguments);
         } catch (const FileError& error) {
             std::cerr << error.what() << '\n';
             status = kFailed;

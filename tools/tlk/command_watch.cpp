@@ -9,6 +9,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -133,6 +134,9 @@ private:
             if (!screen.empty()) options.insert(options.end(), {"--screen", screen});
             m_Simulator = std::make_unique<RunningSimulator>(m_Arguments.simulator, options);
             m_HasEnded = !m_Simulator->Do({});
+            // It has said why.
+            if (m_HasEnded && !g_isInterrupted)
+                throw std::runtime_error(m_Arguments.simulator + ": ended before it showed the skin");
         } else {
             const KeyboardState state = TakeState().value_or(KeyboardState{});
             std::vector<std::string> commands{"deselect", "skin put " + m_SkinPath, "select"};

@@ -36,11 +36,15 @@ struct Section {
 
 constexpr std::uint16_t kLibraryFlag = 0x2000;
 
+[[noreturn]] void FailAsNoLibrary() {
+    throw FileError("not a library file, as skins are: 'tlk build' makes one of a source");
+}
+
 // Where the "PE" signature stands, with the file header behind it.
 std::size_t FindHeader(View file) {
-    if (Need16(file, 0) != 0x5A4D) throw FileError("not a library file");
+    if (Need16(file, 0) != 0x5A4D) FailAsNoLibrary();
     const std::size_t header = Need32(file, 0x3C);
-    if (Need32(file, header) != 0x00004550) throw FileError("not a library file");
+    if (Need32(file, header) != 0x00004550) FailAsNoLibrary();
     return header;
 }
 

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <stdexcept>
 
 #include "errors.h"
 
@@ -56,8 +57,8 @@ RunningSimulator::RunningSimulator(const std::string& program, const std::vector
     if (error == 0) return;
     close(m_Input);
     close(m_Output);
-    throw FileError(program + ": cannot be started (" + std::strerror(error) +
-                    "): build it, or name it with --simulator");
+    throw std::runtime_error(program + ": cannot be started (" + std::strerror(error) +
+                             "): build it, or name it with --simulator");
 }
 
 // The end of its commands ends it.

@@ -11,7 +11,7 @@ namespace tlk {
 // A simulator in its window that takes commands from here, on a device of its own.
 class RunningSimulator {
 public:
-    // Throws FileError.
+    // Throws std::runtime_error, not FileError: it is no file of the author's that is at fault.
     RunningSimulator(const std::string& program, const std::vector<std::string>& options);
     // Ends it and waits for that.
     ~RunningSimulator();

@@ -17,15 +17,24 @@ namespace {
 // Far more than anybody overlooks; each may be a call deeper.
 constexpr std::size_t kMostSources = 100;
 
+// What the reader's reasons mean to an author. It stopped where it tells, which is often behind the slip.
+std::string Explain(std::string_view reason) {
+    constexpr std::pair<std::string_view, const char*> kAdvice[] = {
+        {"expected", ": look for a missing quote, comma or bracket, here or in the line above"},
+        {"cannot redefine", ": write it once"},
+        {"utf-8", ": save the file as UTF-8"}};
+    for (const auto& [part, advice] : kAdvice)
+        if (reason.find(part) != std::string_view::npos) return std::string(reason) + advice;
+    return std::string(reason);
+}
+
 toml::table Parse(std::string_view text, const std::string& path) {
+    if (text.starts_with("MZ"))
+        throw SourceError({path, 0}, "this is a skin file: name the source that it was built from");
     try {
         return toml::parse(text, path);
     } catch (const toml::parse_error& error) {
-        // Told where the reader stopped, which is often behind the slip.
-        std::string reason(error.description());
-        if (reason.find("expected") != std::string::npos)
-            reason += ": look for a missing quote, comma or bracket, here or in the line above";
-        throw SourceError({path, error.source().begin.line}, reason);
+        throw SourceError({path, error.source().begin.line}, Explain(error.description()));
     }
 }
 
