@@ -105,7 +105,7 @@ Process::Process(const std::vector<std::string>& words, const fs::path& folder, 
     Redirect(STDOUT_FILENO, output);
     Redirect(STDERR_FILENO, errors);
     setenv("XDG_CACHE_HOME", folder.c_str(), 1);  // for what graphics drivers keep
-    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" KNOWN_LEAKS, 1);
+    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions='" KNOWN_LEAKS "'", 1);  // quoted: it may hold blanks
     if (chdir(folder.c_str()) == 0) execvp(arguments[0], arguments.data());
     _exit(127);
 }
