@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "keyboard/keyboard.h"
 
+#include <iterator>
+
 #include "keyboard/skin_resources.h"
 
 CKeyboard::~CKeyboard() {
@@ -10,15 +12,7 @@ CKeyboard::~CKeyboard() {
     ReleaseContext(m_hExtMaskDC);
     ReleaseContext(m_hMaskDC);
     ReleaseContext(m_hKbDC);
-    ReleaseBitmap(m_hUml2LrgKbMask);
-    ReleaseBitmap(m_hUml2SmlKbMask);
-    ReleaseBitmap(m_hUml1LrgKbMask);
-    ReleaseBitmap(m_hUml1SmlKbMask);
-    ReleaseBitmap(m_hLng2LrgKbMask);
-    ReleaseBitmap(m_hLng2SmlKbMask);
-    ReleaseBitmap(m_hLng1LrgKbMask);
-    ReleaseBitmap(m_hLng1SmlKbMask);
-    ReleaseBitmap(m_hDigitMask);
-    ReleaseBitmap(m_hKbBitmap);
-    ReleaseBitmap(m_hDigitKbBitmap);
+    for (auto bitmap = std::rbegin(kSkinBitmaps); bitmap != std::rend(kSkinBitmaps); ++bitmap) {
+        ReleaseBitmap(this->*bitmap->field);
+    }
 }

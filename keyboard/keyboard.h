@@ -166,6 +166,16 @@ public:
     WideString m_strSkinPath;
 
 private:
+    // A bitmap that a skin brings: its field, its plane (PlaneCount for a picture), and its resource's names.
+    // Without a landscape name both orientations share the portrait one.
+    struct SkinBitmap {
+        HBITMAP CKeyboard::*field;
+        Plane plane;
+        LPCWSTR portrait;
+        LPCWSTR landscape;
+    };
+    static const SkinBitmap kSkinBitmaps[PlaneCount + 2];
+
     bool InitFromSkinList(LONG width, LONG height);
     void CreateDeviceContexts();
     void ResetInteraction();

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Checking, loading and unloading a skin file.
-#include <algorithm>
-#include <iterator>
-
 #include "framework/handles.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -11,24 +8,10 @@
 
 namespace {
 
-struct MaskResource {
-    HBITMAP CKeyboard::*field;
-    LPCWSTR portrait;
-    LPCWSTR landscape;
-};
-
-constexpr MaskResource kLanguageMasks[] = {
-    {&CKeyboard::m_hLng1SmlKbMask, TEXT("LANG1_SMALL_MASK"), TEXT("LANG1_SMALL_MASK_LS")},
-    {&CKeyboard::m_hLng1LrgKbMask, TEXT("LANG1_LARGE_MASK"), TEXT("LANG1_LARGE_MASK_LS")},
-    {&CKeyboard::m_hLng2SmlKbMask, TEXT("LANG2_SMALL_MASK"), TEXT("LANG2_SMALL_MASK_LS")},
-    {&CKeyboard::m_hLng2LrgKbMask, TEXT("LANG2_LARGE_MASK"), TEXT("LANG2_LARGE_MASK_LS")},
-};
-constexpr MaskResource kUmlautMasks[] = {
-    {&CKeyboard::m_hUml1SmlKbMask, TEXT("UML1_SMALL_MASK"), TEXT("UML1_SMALL_MASK_LS")},
-    {&CKeyboard::m_hUml1LrgKbMask, TEXT("UML1_LARGE_MASK"), TEXT("UML1_LARGE_MASK_LS")},
-    {&CKeyboard::m_hUml2SmlKbMask, TEXT("UML2_SMALL_MASK"), TEXT("UML2_SMALL_MASK_LS")},
-    {&CKeyboard::m_hUml2LrgKbMask, TEXT("UML2_LARGE_MASK"), TEXT("UML2_LARGE_MASK_LS")},
-};
+bool IsUmlautPlane(Plane plane) {
+    return (plane >= PlaneUml1Sml && plane <= PlaneUml1Lrg) ||
+           (plane >= PlaneUml2Sml && plane <= PlaneUml2Lrg);
+}
 
 // The handle's value may be an address; only zero or not matters to readers, so its low 32 bits must not turn
 // a handle into nothing.
@@ -46,6 +29,22 @@ RECT ReadCapsRect(HMODULE skin) {
 }
 
 }  // namespace
+
+// In the order in which they are deleted; the destructor goes backwards. What both orientations share has one
+// name.
+constinit const CKeyboard::SkinBitmap CKeyboard::kSkinBitmaps[] = {
+    {&CKeyboard::m_hDigitKbBitmap, PlaneCount, TEXT("digit_keyboard_bitmap"), nullptr},
+    {&CKeyboard::m_hKbBitmap, PlaneCount, TEXT("char_keyboard_bitmap"), TEXT("LANSCAPE_KEYBOARD_BITMAP")},
+    {&CKeyboard::m_hDigitMask, PlaneDigit, TEXT("DIGIT_MASK"), nullptr},
+    {&CKeyboard::m_hLng1SmlKbMask, PlaneLng1Sml, TEXT("LANG1_SMALL_MASK"), TEXT("LANG1_SMALL_MASK_LS")},
+    {&CKeyboard::m_hLng1LrgKbMask, PlaneLng1Lrg, TEXT("LANG1_LARGE_MASK"), TEXT("LANG1_LARGE_MASK_LS")},
+    {&CKeyboard::m_hLng2SmlKbMask, PlaneLng2Sml, TEXT("LANG2_SMALL_MASK"), TEXT("LANG2_SMALL_MASK_LS")},
+    {&CKeyboard::m_hLng2LrgKbMask, PlaneLng2Lrg, TEXT("LANG2_LARGE_MASK"), TEXT("LANG2_LARGE_MASK_LS")},
+    {&CKeyboard::m_hUml1SmlKbMask, PlaneUml1Sml, TEXT("UML1_SMALL_MASK"), TEXT("UML1_SMALL_MASK_LS")},
+    {&CKeyboard::m_hUml1LrgKbMask, PlaneUml1Lrg, TEXT("UML1_LARGE_MASK"), TEXT("UML1_LARGE_MASK_LS")},
+    {&CKeyboard::m_hUml2SmlKbMask, PlaneUml2Sml, TEXT("UML2_SMALL_MASK"), TEXT("UML2_SMALL_MASK_LS")},
+    {&CKeyboard::m_hUml2LrgKbMask, PlaneUml2Lrg, TEXT("UML2_LARGE_MASK"), TEXT("UML2_LARGE_MASK_LS")},
+};
 
 bool CKeyboard::IsValidSkin(const WideString& path) {
     const LONG width = GetSystemMetrics(SM_CXSCREEN);
@@ -90,17 +89,14 @@ void CKeyboard::LoadLayouts(bool bLandscape) {
 // Resources that the skin lacks leave null fields. Without extended symbols the umlaut fields are left alone:
 // one may still hold the mask that was selected when the last skin was unloaded.
 void CKeyboard::LoadBitmaps(bool bLandscape) {
-    const auto load = [&](HBITMAP& field, LPCWSTR name) {
-        ReplaceBitmap(field, LoadBitmapW(m_hSkinLib, name));
-    };
-    const auto loadMask = [&](const MaskResource& mask) {
-        load(this->*mask.field, bLandscape ? mask.landscape : mask.portrait);
-    };
-    load(m_hKbBitmap, bLandscape ? TEXT("LANSCAPE_KEYBOARD_BITMAP") : TEXT("char_keyboard_bitmap"));
-    std::for_each(std::begin(kLanguageMasks), std::end(kLanguageMasks), loadMask);
-    if (m_bExtSym) std::for_each(std::begin(kUmlautMasks), std::end(kUmlautMasks), loadMask);
-    load(m_hDigitKbBitmap, TEXT("digit_keyboard_bitmap"));
-    load(m_hDigitMask, TEXT("DIGIT_MASK"));
+    for (const bool shared : {false, true}) {
+        for (const SkinBitmap& bitmap : kSkinBitmaps) {
+            if ((bitmap.landscape == nullptr) != shared || (IsUmlautPlane(bitmap.plane) && !m_bExtSym))
+                continue;
+            const LPCWSTR name = bLandscape && !shared ? bitmap.landscape : bitmap.portrait;
+            ReplaceBitmap(this->*bitmap.field, LoadBitmapW(m_hSkinLib, name));
+        }
+    }
 }
 
 void CKeyboard::UnloadSkin() {
@@ -111,17 +107,9 @@ void CKeyboard::UnloadSkin() {
     m_CharLayout.clear();
     m_DigitLayout.clear();
     m_PressedRects.clear();
-    ReleaseBitmap(m_hDigitKbBitmap);
-    ReleaseBitmap(m_hKbBitmap);
-    ReleaseBitmap(m_hDigitMask);
-    ReleaseBitmap(m_hLng1SmlKbMask);
-    ReleaseBitmap(m_hLng1LrgKbMask);
-    ReleaseBitmap(m_hLng2SmlKbMask);
-    ReleaseBitmap(m_hLng2LrgKbMask);
-    ReleaseBitmap(m_hUml1SmlKbMask);
-    ReleaseBitmap(m_hUml1LrgKbMask);
-    ReleaseBitmap(m_hUml2SmlKbMask);
-    ReleaseBitmap(m_hUml2LrgKbMask);
+    for (const SkinBitmap& bitmap : kSkinBitmaps) {
+        ReleaseBitmap(this->*bitmap.field);
+    }
     ReleaseBitmap(m_hOrigMaskBmp);
     ReleaseBitmap(m_hOrigExtMaskBmp);
     ReleaseContext(m_hKbDC);

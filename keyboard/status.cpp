@@ -8,6 +8,9 @@
 //   language   m_bLng1    none
 //   digits     m_bDigit   none; takes Control back
 //   umlaut     m_bUml     none; one-shot
+#include <algorithm>
+#include <iterator>
+
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 
@@ -37,11 +40,9 @@ bool CKeyboard::IsFunctionalKeyEntry(WCHAR code) const {
 }
 
 HBITMAP CKeyboard::MaskOf(Plane plane) const {
-    static constexpr HBITMAP CKeyboard::*kMasks[PlaneCount] = {
-        &CKeyboard::m_hLng1SmlKbMask, &CKeyboard::m_hLng1LrgKbMask, &CKeyboard::m_hUml1SmlKbMask,
-        &CKeyboard::m_hUml1LrgKbMask, &CKeyboard::m_hLng2SmlKbMask, &CKeyboard::m_hLng2LrgKbMask,
-        &CKeyboard::m_hUml2SmlKbMask, &CKeyboard::m_hUml2LrgKbMask, &CKeyboard::m_hDigitMask};
-    return this->*kMasks[plane];
+    const auto* const mask = std::find_if(std::begin(kSkinBitmaps), std::end(kSkinBitmaps),
+                                          [&](const SkinBitmap& bitmap) { return bitmap.plane == plane; });
+    return this->*mask->field;
 }
 
 Plane CKeyboard::PlaneOfStatus(bool bWithCaps) const {
@@ -56,8 +57,8 @@ Plane CKeyboard::PlaneOfStatus(bool bWithCaps) const {
 // A skin that lacks the plane's mask leaves another bitmap selected; the status then says what is typed.
 Plane CKeyboard::ActivePlane() const {
     const HGDIOBJ selected = GetCurrentObject(m_hMaskDC, OBJ_BITMAP);
-    for (int plane = PlaneLng1Sml; selected && plane < PlaneCount; ++plane) {
-        if (MaskOf(static_cast<Plane>(plane)) == selected) return static_cast<Plane>(plane);
+    for (const SkinBitmap& bitmap : kSkinBitmaps) {
+        if (bitmap.plane != PlaneCount && selected && this->*bitmap.field == selected) return bitmap.plane;
     }
     return PlaneOfStatus(true);
 }
