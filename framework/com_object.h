@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // COM objects: reference counts, the plain, the aggregatable and the cached form, and their creation.
 //
-// A class offers `void* FindInterface(REFIID)`: the pointer of the interface without a reference, or null.
+// A class has `void* FindInterface(REFIID)`, which returns the interface without adding a reference, or null.
 #pragma once
 
 #include <objbase.h>
@@ -12,7 +12,7 @@
 #include "framework/lock.h"
 #include "framework/module.h"
 
-// Counts change with interlocked operations, as the free threading model wants.
+// Counts change with interlocked operations, as the free threading model requires.
 struct CComMultiThreadModel {
     static ULONG Increment(LONG* value) { return static_cast<ULONG>(InterlockedIncrement(value)); }
     static ULONG Decrement(LONG* value) { return static_cast<ULONG>(InterlockedDecrement(value)); }
@@ -44,7 +44,7 @@ public:
     static const CLSID& GetObjectCLSID() { return *clsid; }
 };
 
-// Answers QueryInterface from the pointer that FindInterface gave; `counted` is whose AddRef counts.
+// QueryInterface for the pointer that FindInterface returned; the reference is added to `counted`.
 template <typename Counted>
 HRESULT AnswerQueryInterface(Counted* counted, void* found, void** object) {
     if (!object) return E_POINTER;
@@ -54,14 +54,14 @@ HRESULT AnswerQueryInterface(Counted* counted, void* found, void** object) {
     return S_OK;
 }
 
-// Keeps the library loaded while an object lives. As the first base it is the last part to be destroyed: the
-// object's own destruction still runs in a loaded library.
+// Keeps the library loaded while an object lives. It is the first base, so destroyed last: the object's own
+// destructor still runs in a loaded library.
 struct CLibraryLock {
     CLibraryLock() { _Module.Lock(); }
     ~CLibraryLock() { _Module.Unlock(); }
 };
 
-// The plain form: lives until its own count reaches 0.
+// The plain form: lives until its reference count reaches 0.
 template <typename Class>
 class CComObject final : private CLibraryLock, public Class {
 public:
@@ -96,7 +96,7 @@ private:
     IUnknown* m_pOuterUnknown;  // not counted: it outlives the object that it aggregates
 };
 
-// The aggregatable form: its own IUnknown holds the object, every other interface belongs to the outer one.
+// The aggregatable form: its own IUnknown keeps the object alive, all other interfaces delegate to the outer one.
 template <typename Class>
 class CComAggObject final : private CLibraryLock,
                             public IUnknown,
@@ -124,7 +124,7 @@ private:
     CComContainedObject<Class> m_contained;
 };
 
-// The cached form: one reference is the cache's. The library stays loaded while a client holds another.
+// The cached form: the cache holds one reference. Further ones, those of clients, keep the library loaded.
 template <typename Class>
 class CComObjectCached final : public Class {
 public:
@@ -148,8 +148,8 @@ public:
     }
 };
 
-// Makes the object, initialises it under a reference of its own and asks it for the interface. The object is
-// destroyed again when any of that fails.
+// Creates the object, initialises it while holding a reference, and queries the interface. Destroys the object
+// if any step fails.
 template <typename Object, typename Argument>
 HRESULT CreateComObject(Argument argument, REFIID iid, void** result) {
     if (!result) return E_POINTER;
@@ -169,7 +169,7 @@ HRESULT CreateComObject(Argument argument, REFIID iid, void** result) {
     return answer;
 }
 
-// The instance creator of a class: plain without an outer unknown, aggregated with one.
+// Creates an instance: the plain form, or with an outer unknown the aggregatable one.
 template <typename Class>
 HRESULT CreateInstanceOf(IUnknown* outer, REFIID iid, void** object) {
     return outer ? CreateComObject<CComAggObject<Class>>(outer, iid, object)

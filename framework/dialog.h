@@ -14,7 +14,7 @@ public:
     // Called after the dialog's last message, when the handle is null again.
     virtual void OnFinalMessage(HWND) {}
 
-    // The procedure of the template's dialog: binds it to its object at the first message.
+    // The first procedure of the dialog: binds it to its object at the first message.
     static INT_PTR CALLBACK StartDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
         auto* object = static_cast<CDialogImplBaseT*>(Root::Bind(dialog));
         if (!object) return FALSE;
@@ -26,7 +26,7 @@ public:
 private:
     using Root = CWindowImplRoot<Base>;
 
-    // WM_INITDIALOG answers with its result; other messages leave theirs with the dialog and answer whether
+    // Returns the result of WM_INITDIALOG; for other messages stores the result in the dialog and returns whether
     // they were handled.
     static INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
         auto* object = static_cast<CDialogImplBaseT*>(Root::ObjectOf(dialog));
@@ -44,11 +44,11 @@ private:
     }
 };
 
-// Class names its dialog resource IDD.
+// Class::IDD is the identifier of its dialog resource.
 template <typename Class, typename Base>
 class CDialogImpl : public CDialogImplBaseT<Base> {
 public:
-    // The value given to EndDialog; -1 when the dialog could not be made.
+    // The value passed to EndDialog; -1 when the dialog could not be created.
     INT_PTR DoModal(HWND parent, LPARAM parameter) {
         CreateWindowRecord record{};
         _Module.AddCreateWindowRecord(&record, static_cast<CWindowImplRoot<Base>*>(this));
@@ -62,7 +62,7 @@ public:
 // The platform's dialog for opening one file.
 class CFileDialog {
 public:
-    // The filter is pairs of a display text and a pattern, each with its null, and one further null.
+    // The filter is a list of pairs, display text and pattern, each null-terminated, with one more null at the end.
     CFileDialog(LPCWSTR defaultExtension, DWORD flags, LPCWSTR filter) {
         m_ofn.lStructSize = sizeof m_ofn;
         m_ofn.lpstrFilter = filter;
@@ -77,7 +77,7 @@ public:
     CFileDialog(const CFileDialog&) = delete;
     CFileDialog& operator=(const CFileDialog&) = delete;
 
-    // IDOK when a file was chosen. The owner is the active window.
+    // IDOK when the user chose a file. The owner is the active window.
     INT_PTR DoModal() {
         m_ofn.hwndOwner = GetActiveWindow();
         return GetOpenFileNameW(&m_ofn) ? IDOK : IDCANCEL;

@@ -74,7 +74,7 @@ using CModuleOwner = CHandleOwner<ModuleTraits>;
 using CRegistryKeyOwner = CHandleOwner<RegistryKeyTraits>;
 using CFindOwner = CHandleOwner<FindTraits>;
 
-// An object in a device context, which outlives the selection; at the end the one before is put back.
+// Selects an object into a device context and restores the previous one at the end. The context lives longer.
 class CSelection {
 public:
     CSelection(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(SelectObject(dc, object)) {}

@@ -4,12 +4,11 @@
 
 #include <windows.h>
 
-// Initialised and deleted by hand, because the module record outlives no constructor of its own; deleting one
-// that was never initialised does nothing.
+// Initialised and deleted by hand: the module record lives from process attach to detach, not as long as its
+// constructor and destructor would have it. Deleting a section that was never initialised does nothing.
 class CComCriticalSection {
 public:
-    // Always S_OK: InitializeCriticalSection has no result, so it can tell of no failure. Creation asks all
-    // the same.
+    // Always S_OK: InitializeCriticalSection has no result. Callers check it as the framework's contract asks.
     HRESULT Init() {
         InitializeCriticalSection(&m_sec);
         m_bInitialized = true;

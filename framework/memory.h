@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Where a lack of memory ends: no operation that others call lets an exception out.
+// Catches std::bad_alloc at the edges: no operation that others call lets an exception out.
 #pragma once
 
-// Runs something that allocates. False when memory ran out on the way; what was done before stays done.
+// Runs something that allocates. False when memory ran out; what was done before that stays done.
 template <typename Operation>
 bool EnoughMemory(Operation&& operation) noexcept {
     try {

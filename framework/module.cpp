@@ -42,8 +42,8 @@ HRESULT CComModule::GetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     return CLASS_E_CLASSNOTAVAILABLE;
 }
 
-// Two threads may ask at the same time; only one of them makes the factory. Without the lock the other could
-// see the pointer before the object.
+// Two threads may ask at the same time; only one of them makes the factory. The lock keeps the other from seeing
+// the pointer before the object is complete.
 HRESULT CComModule::CreateFactory(CComClassEntry& entry) {
     CComCritSecLock lock(m_csFactory);
     if (entry.m_pFactory) return S_OK;
@@ -96,7 +96,7 @@ ATOM CComModule::RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom) {
     if (atom && std::find(m_WindowClasses.begin(), m_WindowClasses.end(), atom) != m_WindowClasses.end()) {
         return atom;
     }
-    // Room first, so that a registered class is never forgotten.
+    // Reserved first, so that a registered class can always be recorded and unregistered.
     if (!EnoughMemory([&] { m_WindowClasses.reserve(m_WindowClasses.size() + 1); })) return 0;
     windowClass.hInstance = m_hInst;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The module record: one for each process that loads the library.
+// The module record, one per process that loads the library.
 #pragma once
 
 #include <objbase.h>
@@ -46,7 +46,7 @@ public:
     LONG Unlock() { return InterlockedDecrement(&m_nLockCnt); }
     LONG GetLockCount() const { return m_nLockCnt; }
 
-    // What DllGetClassObject answers: the cached factory of the class, made at the first request. Any thread.
+    // Implements DllGetClassObject: the cached factory of the class, made at the first request. Any thread.
     HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** object);
     // Stops at the first failure and returns it.
     HRESULT UpdateRegistry(RegistryAction action);
@@ -55,11 +55,11 @@ public:
     void AddCreateWindowRecord(CreateWindowRecord* record, void* object);
     // The object of the window that this thread is creating; null when there is none.
     void* ExtractCreateWindowRecord();
-    // Takes a record back whose window never sent a message.
+    // Removes the record of a window that never got a message.
     void RemoveCreateWindowRecord(CreateWindowRecord* record);
 
-    // Registers the class, unless this record holds its atom already, and returns the atom: 0 when that
-    // fails. Fills in the instance and the cursor. Any thread.
+    // Registers the class unless `atom` is set already, and returns the atom, 0 on failure. Fills in the
+    // instance and the cursor. Any thread.
     ATOM RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom);
 
 private:

@@ -15,13 +15,13 @@ bool IsBlank(WCHAR c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; 
 
 bool IsBrace(const WideString& token, WCHAR brace) { return token.size() == 1 && token[0] == brace; }
 
-// An empty name would stand for the parent, and removing that takes everybody else's keys along.
+// An empty name would mean the parent, and removing that would remove the keys of all others, too.
 bool IsKeyName(const WideString& token) {
     return !token.empty() && token[0] != '\'' && !IsBrace(token, '{') && !IsBrace(token, '}');
 }
 
-// Deletes a key with everything under it. Subkeys go first: RegDeleteKeyW takes them along on the handheld
-// alone. A key that is not there is no error.
+// Deletes a key with everything under it, subkeys first: only the handheld's RegDeleteKeyW deletes them as well.
+// A missing key is no error.
 LONG DeleteTree(HKEY parent, const WideString& name) {
     CRegistryKeyOwner key;
     const LONG opened = RegOpenKeyExW(parent, name.c_str(), 0, KEY_ALL_ACCESS, key.Receive());
@@ -124,7 +124,7 @@ HRESULT CRegistrar::RegisterKey(HKEY parent, const Entry& entry) {
     return IsBrace(PeekToken(), '{') ? RunBlock(key.Get()) : S_OK;
 }
 
-// Listed subkeys go first; the key itself goes when no subkey is left, whatever values it holds.
+// Removes the listed subkeys, then the key itself unless it has other subkeys; its values do not matter.
 HRESULT CRegistrar::UnregisterKey(HKEY parent, const Entry& entry) {
     CRegistryKeyOwner key;
     LONG error = RegOpenKeyExW(parent, entry.name.c_str(), 0, KEY_ALL_ACCESS, key.Receive());
@@ -166,7 +166,7 @@ HRESULT CRegistrar::ReadData(DWORD& type, WideString& text) {
     return S_OK;
 }
 
-// A quote is a token of its own; what it opens is read with NextQuoted.
+// A quote is a token of its own; NextQuoted reads the text that it opens.
 WideString CRegistrar::NextToken() {
     const WideString& script = *m_script;
     while (m_position < script.size() && IsBlank(script[m_position])) {

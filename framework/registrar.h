@@ -12,7 +12,7 @@
 //         ForceRemove {...} = s '%MODULE%'    removed with all under it before it is written
 //     }
 //
-// Strings double a quote that they contain. %MODULE% stands for the library's path.
+// A quote within a string is doubled. %MODULE% stands for the library's path.
 #pragma once
 
 #include "framework/module.h"
@@ -22,8 +22,8 @@ class CRegistrar {
 public:
     explicit CRegistrar(LPCWSTR modulePath) : m_modulePath(modulePath) {}
 
-    // Writes or removes the script's entries in the order of the script. Stops at the first failure and
-    // returns it; what was done before stays. E_FAIL for a script that cannot be understood.
+    // Writes or removes the script's entries in their order. Stops at the first failure and returns it; earlier
+    // changes stay. E_FAIL for a script that cannot be parsed.
     HRESULT Run(const WideString& script, RegistryAction action);
 
 private:

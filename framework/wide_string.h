@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Strings of the platform's UTF-16 code units.
+// Strings of UTF-16 code units, as the platform has them.
 #pragma once
 
 #include <windows.h>

@@ -24,17 +24,16 @@ protected:
     ~CMessageMap() = default;
 };
 
-// What windows and dialogs share: a handle that is bound at the first message and forgotten after the last,
-// WM_DESTROY. The handheld sends no nonclient messages; what other platforms send after that one reaches no
-// object any more.
+// The common part of windows and dialogs: a handle that is bound at the first message and forgotten after
+// WM_DESTROY, the last one on the handheld. Messages that other platforms send later reach no object.
 template <typename Base>
 class CWindowImplRoot : public Base, public CMessageMap {
 public:
     virtual ~CWindowImplRoot() = default;
 
 protected:
-    // The object for which this thread is creating the window, from now on bound to it; null when there is
-    // none.
+    // Binds the window to the object for which this thread is creating it, and returns that object; null when
+    // there is none.
     static CWindowImplRoot* Bind(HWND window) {
         auto* object = static_cast<CWindowImplRoot*>(_Module.ExtractCreateWindowRecord());
         if (!object) return nullptr;
@@ -47,7 +46,7 @@ protected:
         return reinterpret_cast<CWindowImplRoot*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     }
 
-    // No exception may reach the platform; a message whose handling ran out of memory counts as handled.
+    // No exception may reach the platform: a message whose handler ran out of memory counts as handled.
     bool Process(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         try {
             return this->ProcessWindowMessage(window, message, wParam, lParam, result, 0) != FALSE;
@@ -57,7 +56,7 @@ protected:
     }
 };
 
-// Styles that Create takes where its caller gives 0.
+// The styles that Create uses when its caller passes 0.
 template <DWORD style, DWORD extendedStyle>
 struct CWinTraits {
     static DWORD GetWndStyle(DWORD given) { return given ? given : style; }
@@ -92,7 +91,7 @@ public:
             Traits::GetWndStyle(style), rectangle.left, rectangle.top, rectangle.right - rectangle.left,
             rectangle.bottom - rectangle.top, parent, nullptr, _Module.GetModuleInstance(), nullptr);
         _Module.RemoveCreateWindowRecord(&record);
-        if (!window) this->m_hWnd = nullptr;  // refused after it was bound
+        if (!window) this->m_hWnd = nullptr;  // creation failed after the binding
         return window;
     }
 
@@ -122,7 +121,7 @@ private:
     }
 };
 
-// Class gives its description through a static GetWndClassInfo.
+// Class describes its window class in a static GetWndClassInfo.
 template <typename Class, typename Base, typename Traits>
 class CWindowImpl : public CWindowImplBaseT<Base, Traits> {
 public:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Making this keyboard the input method that the platform starts with, and undoing it. Only the stored
-// default changes; the current input method stays.
+// Makes this keyboard the input method that the platform starts with, and undoes that. Only the stored default
+// changes; the current input method stays.
 #include <iterator>
 
 #include "settings/settings_dlg.h"
@@ -8,13 +8,13 @@
 
 namespace {
 
-// Without the source value nothing is written.
+// Writes nothing if the source value is missing.
 void CopyString(const CSettingsKey& key, LPCWSTR from, LPCWSTR to) {
     StoredText text;
     if (key.ReadString(from, text)) key.WriteString(to, text);
 }
 
-// "Error: 0x" and the code. A failure's code always has its highest digit.
+// "Error: 0x" and the code, which for a failure always has 8 digits.
 void WriteError(const CSettingsKey& key, LPCWSTR name, HRESULT result) {
     WCHAR text[] = TEXT("Error: 0x00000000");
     WCHAR* digit = std::end(text) - 1;

@@ -34,7 +34,7 @@ bool CModuleVersion::ReadBlock(LPCWSTR path) {
     DWORD ignored = 0;
     const DWORD size = GetFileVersionInfoSizeW(path, &ignored);
     if (size == 0) return false;
-    // Never written to, the bytes behind the block end a text that a damaged one leaves open.
+    // The zero bytes behind the block terminate the text of a damaged block that lacks its null.
     m_pVersionData.reset(new (std::nothrow) BYTE[size + kGuardBytes]());
     return m_pVersionData && GetFileVersionInfoW(path, 0, size, m_pVersionData.get());
 }
@@ -48,7 +48,7 @@ bool CModuleVersion::ReadFixedPart() {
     return true;
 }
 
-// Language and code page are the lower and the upper half of a little-endian word.
+// The language is the lower, the code page the upper half of a little-endian word.
 void CModuleVersion::ReadTranslation() {
     void* translation = nullptr;
     UINT size = 0;

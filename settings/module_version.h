@@ -15,11 +15,10 @@ public:
     CModuleVersion(const CModuleVersion&) = delete;
     CModuleVersion& operator=(const CModuleVersion&) = delete;
 
-    // Reads the file's version block; true when its fixed part carries the right signature. A block read
-    // before stays when the file has none.
+    // Reads the file's version block; true when its fixed part has the right signature. If the file has no block,
+    // the one read before stays.
     bool Load(LPCWSTR path);
-    // The string of this name in the table of the block's language; empty when there is none, or no memory
-    // for it.
+    // The string of this name in the table of the block's language; empty when there is none or memory runs out.
     WideString QueryString(LPCWSTR name) const;
 
     struct Translation {
@@ -34,6 +33,6 @@ private:
     WideString PathOf(LPCWSTR name) const;
 
     std::unique_ptr<BYTE[]> m_pVersionData;
-    // Selects the string table. Until a translation was read the language is US English.
+    // Selects the string table. The language is US English until a translation has been read.
     Translation m_Translation{0x0409, 1252};
 };

@@ -128,7 +128,7 @@ void CSettingsDlg::FetchControls() {
     m_hDeleteButton = GetDlgItem(m_hWnd, IDC_DELETE_SKIN);
 }
 
-// A message that comes before the next WM_INITDIALOG must not find the controls of this opening.
+// A message before the next WM_INITDIALOG must not find the controls of this opening.
 INT_PTR CSettingsDlg::DoModal(HWND parent, LPARAM parameter) {
     const INT_PTR result = CDialogImpl::DoModal(parent, parameter);
     ForgetControls();
@@ -140,7 +140,7 @@ void CSettingsDlg::ForgetControls() {
     m_hAboutText = m_hSkinCombo = m_hAddButton = m_hDeleteButton = nullptr;
 }
 
-// The file of the installed library is read, not the running module.
+// Reads the installed library's file, not the running module.
 void CSettingsDlg::ShowAboutText() {
     m_Version.Load(kInstalledLibrary);
     EnoughMemory([&] {
@@ -153,7 +153,7 @@ void CSettingsDlg::ShowAboutText() {
     SetWindowTextW(m_hAboutText, m_strAbout.c_str());
 }
 
-// Skins that could not all be listed for want of memory must not count as all there are.
+// If memory ran out, the list is incomplete and must not be saved as the list of user skins.
 void CSettingsDlg::ListSkins() {
     m_Skins.clear();
     m_bSkinsListed = CKeyboard::ListSkins(m_Skins);
@@ -164,7 +164,7 @@ void CSettingsDlg::ListSkins() {
     });
 }
 
-// A value that does not read leaves its control as the template made it.
+// A value that cannot be read leaves its control as the template created it.
 void CSettingsDlg::ShowSettings() {
     const CSettingsKey settings(SettingsAccess::Read);
     DWORD value = 0;
@@ -181,7 +181,7 @@ void CSettingsDlg::ShowSwipeOnlySkin(DWORD swipeOnly) {
     EnableWindow(m_hSwipeCheck, swipeOnly == 0);
 }
 
-// Of several items with the skin's name the last one stays selected.
+// If several items have the skin's name, the last one stays selected.
 void CSettingsDlg::SelectSkin(const WideString& path) {
     const WideString name = SkinDisplayName(path);
     for (int index = 0; index < ItemCount(m_hSkinCombo); ++index) {
@@ -236,8 +236,8 @@ WideString CSettingsDlg::SelectedSkinName() const {
     return ItemText(m_hSkinCombo, SelectedItem(m_hSkinCombo));
 }
 
-// Items and paths are matched by text alone: every path that contains the selected name is validated and
-// written, and the last one stays. An empty name occurs in every path.
+// Items and paths are matched by text alone: each path that contains the selected name is validated and written,
+// so the last one stays. Every path contains an empty name.
 bool CSettingsDlg::SaveSettings() {
     const CSettingsKey settings(SettingsAccess::Create);
     bool valid = true;

@@ -14,20 +14,20 @@
 
 class CSettingsKey;
 
-// A skin's path without its last 4 characters, then only what follows the last "\".
+// A skin's path without its last 4 characters and without everything up to the last "\".
 WideString SkinDisplayName(const WideString& path);
 
 class CSettingsDlg : public CDialogImpl<CSettingsDlg, CWindow> {
 public:
     enum { IDD = IDD_OPTIONS };
 
-    // The identifier is this input method's.
+    // The class identifier of this input method.
     explicit CSettingsDlg(REFCLSID ownIM) : m_OwnIM(ownIM) {}
     ~CSettingsDlg() override;
 
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override;
-    // As CDialogImpl's. Afterwards no control is known any more.
+    // As in CDialogImpl; afterwards forgets the controls.
     INT_PTR DoModal(HWND parent, LPARAM parameter);
 
 private:
@@ -48,8 +48,7 @@ private:
     void ShowSwipeOnlySkin(DWORD swipeOnly);
     void SelectSkin(const WideString& path);
     void InitShellDialog();
-    // False when the chosen skin fails validation; what was written before it stays written, also when memory
-    // runs out.
+    // False when the chosen skin fails validation. Values written before that, or before memory runs out, stay.
     bool SaveSettings();
     bool WriteSettings(const CSettingsKey& settings);
     WideString SelectedSkinName() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the options dialog's controls lie. Divisions truncate.
+// Places the options dialog's controls. Divisions truncate.
 #include <algorithm>
 
 #include "settings/settings_dlg.h"
@@ -35,7 +35,7 @@ void CSettingsDlg::WidenAboutText() const {
     MoveControl(m_hAboutText, place);
 }
 
-// In landscape it begins just below "Use gestures", in portrait at half the height; its bottom stays.
+// In landscape its top is just below "Use gestures", in portrait at half the height; its bottom stays.
 void CSettingsDlg::PlaceAboutText() const {
     RECT place = ControlRect(m_hAboutText);
     if (m_Screen.cx > m_Screen.cy) {
@@ -47,7 +47,7 @@ void CSettingsDlg::PlaceAboutText() const {
     MoveControl(m_hAboutText, place);
 }
 
-// Taller by twice the height that it drops down to.
+// Adds twice the height of the drop-down list.
 void CSettingsDlg::HeightenSkinCombo() const {
     RECT place = ControlRect(m_hSkinCombo);
     RECT dropped{};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A combo box by its items' texts.
+// A combo box, by the texts of its items.
 #pragma once
 
 #include <windows.h>
@@ -15,12 +15,12 @@ inline int ItemCount(HWND combo) { return static_cast<int>(SendMessageW(combo, C
 // -1 when nothing is selected.
 inline int SelectedItem(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
 
-// Notifies nobody.
+// Sends no notification.
 inline void SelectItem(HWND combo, int index) {
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }
 
-// Empty for an index that there is not.
+// Empty for an index without an item.
 inline WideString ItemText(HWND combo, int index) {
     const auto item = static_cast<WPARAM>(index);
     const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, item, 0);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Changing, adding and deleting skins. What these commands do takes effect at once, whatever the user does
-// with the dialog afterwards.
+// Changes, adds and deletes skins. These commands take effect at once, however the user closes the dialog.
 #include <algorithm>
 
 #include "settings/resource_string.h"
@@ -14,10 +13,10 @@ constexpr WCHAR kSkinFilter[] = TEXT("Tolka 7 Skin (*.tlk)\0*.tlk\0");
 constexpr std::size_t kExtensionLength = 4;
 constexpr std::size_t kMessageCharacters = 260;  // with the terminating null
 constexpr WCHAR kEllipsis = 0x2026;
-constexpr DWORD kDeleteDelay = 1000;  // milliseconds; lets go what may still hold the file
+constexpr DWORD kDeleteDelay = 1000;  // milliseconds, in which others can release the file
 
-// The question with the name in the place of "%s". A name that is too long is cut with an ellipsis, so that
-// the question itself still stands at the end of the buffer.
+// The question with the name in place of "%s". A name that is too long is cut with an ellipsis, so that the whole
+// question fits into the buffer.
 WideString DeleteQuestion(WideString name) {
     WideString text = LoadResourceString(IDS_CONFIRM_DELETE);
     const std::size_t place = text.find(TEXT("%s"));
@@ -54,7 +53,7 @@ bool CSettingsDlg::ApplySkin() {
     const LONG height = GetSystemMetrics(SM_CYSCREEN);
     if (!SaveSettings()) return false;
     if (!m_pKeyboard->Init(width, height)) return true;
-    SipShowIM(SIPF_OFF);  // so that the panel is laid out and drawn again
+    SipShowIM(SIPF_OFF);  // off and on lays the panel out and redraws it
     SipShowIM(SIPF_ON);
     DWORD swipeOnly = 0;
     if (CSettingsKey(SettingsAccess::Read).ReadDword(kSwipeOnlySkinValue, swipeOnly))
@@ -62,7 +61,7 @@ bool CSettingsDlg::ApplySkin() {
     return true;
 }
 
-// Nothing is validated or written yet: that happens when the user selects the skin.
+// Validates and writes nothing: that happens when the user selects the skin.
 LRESULT CSettingsDlg::OnAddSkin() {
     CFileDialog dialog(TEXT("tlk"), 0, kSkinFilter);
     if (dialog.DoModal() != IDOK) return 0;
@@ -73,8 +72,7 @@ LRESULT CSettingsDlg::OnAddSkin() {
     return 0;
 }
 
-// The path stays in m_Skins for the rest of this opening; discovery skips it from now on, as the file is
-// gone.
+// The path stays in m_Skins until the dialog opens again. Discovery skips it from now on, as its file is gone.
 LRESULT CSettingsDlg::OnDeleteSkin() {
     if (ItemCount(m_hSkinCombo) <= 1) {
         ShowMessage(LoadResourceString(IDS_LAST_SKIN), MB_OK | MB_ICONHAND);

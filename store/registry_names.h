@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every key and value of the registry that the keyboard reads or writes, and what a device begins with.
+// Every registry key and value that the keyboard reads or writes, and the settings of a new device.
 #pragma once
 
 #include <windows.h>
@@ -12,20 +12,18 @@ inline constexpr WCHAR kSwipeOnlySkinValue[] = TEXT("SwipeOnlySkin");  // REG_DW
 inline constexpr WCHAR kExtSymValue[] = TEXT("ExtSym");                // REG_DWORD, extended symbols on
 inline constexpr WCHAR kUserSkinsValue[] = TEXT("UserSkins");  // REG_MULTI_SZ, skins outside "\windows"
 
-// The platform's key of its input methods, under HKEY_CURRENT_USER. Both values are class identifiers as
-// text.
+// The platform's key for input methods, under HKEY_CURRENT_USER. Both values are class identifiers as text.
 inline constexpr WCHAR kSipKey[] = TEXT("ControlPanel\\Sip");
-inline constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");     // REG_SZ, what the platform starts with
-inline constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");  // REG_SZ, what it started with before
+inline constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");     // REG_SZ, the platform starts with this one
+inline constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");  // REG_SZ, the default before
 
-// What a device gets along with the registered library, in the settings key. The keyboard takes these
-// settings as on while they are absent, the options dialog shows them as off, and its OK would then switch
-// them off: so whatever sets a device up writes them. Values that are there stay as they are.
+// The settings that an installer writes beside registering the library; existing values stay. The keyboard treats
+// them as on while they are absent, but the options dialog shows them as off and its OK would turn them off.
 struct InitialSetting {
     LPCWSTR name;
     DWORD value;  // a REG_DWORD
 };
 inline constexpr InitialSetting kInitialSettings[] = {
-    {kSwipeValue, 1},   // strokes, on any key
-    {kExtSymValue, 1},  // the planes of accented letters
+    {kSwipeValue, 1},
+    {kExtSymValue, 1},
 };

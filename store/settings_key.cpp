@@ -17,7 +17,7 @@ CSettingsKey::CSettingsKey(HKEY root, LPCWSTR path, SettingsAccess access) {
 }
 
 bool CSettingsKey::ReadDword(LPCWSTR name, DWORD& value) const {
-    DWORD stored = value;  // a value of fewer bytes replaces as many as it has
+    DWORD stored = value;  // a shorter value replaces only its first bytes
     DWORD size = sizeof stored;
     if (!Read(name, &stored, size)) return false;
     value = stored;
