@@ -96,7 +96,8 @@ private:
     IUnknown* m_pOuterUnknown;  // not counted: it outlives the object that it aggregates
 };
 
-// The aggregatable form: its own IUnknown keeps the object alive, all other interfaces delegate to the outer one.
+// The aggregatable form: its own IUnknown keeps the object alive, all other interfaces delegate to the outer
+// one.
 template <typename Class>
 class CComAggObject final : private CLibraryLock,
                             public IUnknown,
@@ -148,8 +149,8 @@ public:
     }
 };
 
-// Creates the object, initialises it while holding a reference, and queries the interface. Destroys the object
-// if any step fails.
+// Creates the object, initialises it while holding a reference, and queries the interface. Destroys the
+// object if any step fails.
 template <typename Object, typename Argument>
 HRESULT CreateComObject(Argument argument, REFIID iid, void** result) {
     if (!result) return E_POINTER;

@@ -26,8 +26,8 @@ public:
 private:
     using Root = CWindowImplRoot<Base>;
 
-    // Returns the result of WM_INITDIALOG; for other messages stores the result in the dialog and returns whether
-    // they were handled.
+    // Returns the result of WM_INITDIALOG; for other messages stores the result in the dialog and returns
+    // whether they were handled.
     static INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
         auto* object = static_cast<CDialogImplBaseT*>(Root::ObjectOf(dialog));
         LRESULT result = 0;
@@ -62,7 +62,8 @@ public:
 // The platform's dialog for opening one file.
 class CFileDialog {
 public:
-    // The filter is a list of pairs, display text and pattern, each null-terminated, with one more null at the end.
+    // The filter is a list of pairs, display text and pattern, each null-terminated, with one more null at
+    // the end.
     CFileDialog(LPCWSTR defaultExtension, DWORD flags, LPCWSTR filter) {
         m_ofn.lStructSize = sizeof m_ofn;
         m_ofn.lpstrFilter = filter;

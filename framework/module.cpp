@@ -42,8 +42,8 @@ HRESULT CComModule::GetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     return CLASS_E_CLASSNOTAVAILABLE;
 }
 
-// Two threads may ask at the same time; only one of them makes the factory. The lock keeps the other from seeing
-// the pointer before the object is complete.
+// Two threads may ask at the same time; only one of them makes the factory. The lock keeps the other from
+// seeing the pointer before the object is complete.
 HRESULT CComModule::CreateFactory(CComClassEntry& entry) {
     CComCritSecLock lock(m_csFactory);
     if (entry.m_pFactory) return S_OK;

@@ -20,8 +20,8 @@ bool IsKeyName(const WideString& token) {
     return !token.empty() && token[0] != '\'' && !IsBrace(token, '{') && !IsBrace(token, '}');
 }
 
-// Deletes a key with everything under it, subkeys first: only the handheld's RegDeleteKeyW deletes them as well.
-// A missing key is no error.
+// Deletes a key with everything under it, subkeys first: only the handheld's RegDeleteKeyW deletes them as
+// well. A missing key is no error.
 LONG DeleteTree(HKEY parent, const WideString& name) {
     CRegistryKeyOwner key;
     const LONG opened = RegOpenKeyExW(parent, name.c_str(), 0, KEY_ALL_ACCESS, key.Receive());

@@ -22,8 +22,8 @@ class CRegistrar {
 public:
     explicit CRegistrar(LPCWSTR modulePath) : m_modulePath(modulePath) {}
 
-    // Writes or removes the script's entries in their order. Stops at the first failure and returns it; earlier
-    // changes stay. E_FAIL for a script that cannot be parsed.
+    // Writes or removes the script's entries in their order. Stops at the first failure and returns it;
+    // earlier changes stay. E_FAIL for a script that cannot be parsed.
     HRESULT Run(const WideString& script, RegistryAction action);
 
 private:

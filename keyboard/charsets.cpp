@@ -21,7 +21,7 @@ CharsetEntry SameInAllPlanes(WCHAR code) {
     return entry;
 }
 
-// Copies groups of four code units into the entries from `first` on, which are made where they are missing.
+// Copies groups of four code units into the entries from `first` on, adding entries that are missing.
 void CopyGroups(const BYTE* bytes, DWORD size, std::vector<CharsetEntry>& entries, std::size_t first,
                 std::size_t slot) {
     const std::size_t groups = size / kGroupBytes;
@@ -51,7 +51,7 @@ void CKeyboard::BuildCharset() {
         m_nDigitFirst = 0;
         m_nDigitLast = static_cast<DWORD>(m_Charset.size()) - 1;
     }
-    // Unlike the other tables the function codes are stored most significant byte first.
+    // Unlike the other tables, function codes are stored most significant byte first.
     if (const DataResource functions = FindDataResource(own, TEXT("funcset")); functions.bytes) {
         m_nFuncFirst = m_nDigitLast + 1;
         for (std::size_t i = 0; i < functions.size / 2; ++i) {

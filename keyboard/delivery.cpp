@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sending keys through the SIP's callback, whose results are ignored.
+// Sends keys through the SIP's callback, whose results are ignored.
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 
@@ -19,15 +19,14 @@ struct CharacterKey {
     WCHAR character;  // small, language 1
     UINT virtualKey;
 };
-// The hyphen and what follows it are the platform's usual virtual keys for these characters; no key of the
-// keyboard depends on them but Control combinations.
+// From the hyphen on these are the platform's usual virtual keys; only Control combinations depend on them.
 constexpr CharacterKey kPunctuationKeys[] = {
     {'\'', VK_OEM_7},   {',', VK_OEM_COMMA}, {'.', VK_OEM_PERIOD}, {'/', VK_OEM_2},
     {';', VK_OEM_1},    {'[', VK_OEM_4},     {']', VK_OEM_6},      {'-', VK_OEM_MINUS},
     {'=', VK_OEM_PLUS}, {'`', VK_OEM_3},     {'\\', VK_OEM_5},
 };
 
-// From the language-1 characters, whichever plane is active: a key keeps its identity as a physical key.
+// By the language-1 characters, whichever plane is active: a key is the same physical key in all planes.
 UINT VirtualKeyOf(const CharsetEntry& record) {
     const WCHAR small = record.m_Slots[0];
     const WCHAR large = record.m_Slots[1];
@@ -49,7 +48,7 @@ void CKeyboard::SendKeyToApp(CharsetEntry record, bool bShifted) {
     }
 }
 
-// Function keys ignore the plane; codes without an action, the status codes among them, send nothing.
+// Function keys ignore the plane. Codes without an action, and status codes, send nothing.
 void CKeyboard::SendFunctionKey(WCHAR code, bool bShifted) {
     if (code == kEscapeCode) {
         m_pCallback->SendVirtualKey(VK_ESCAPE, 0);
@@ -90,8 +89,8 @@ void CKeyboard::SendCharacterKey(const CharsetEntry& record, bool bShifted) {
     SendCharEvent(virtualKey, KeyShiftNoCharacterFlag | shiftFlag, character);
 }
 
-// An upward stroke takes the other case. So does a key of the digit row while caps lock selects a plane that
-// Shift alone would not: the row ignores caps lock. Both together take it once.
+// An upward stroke types the other case. So does a key of the digit row while caps lock selects a plane that
+// Shift alone would not, as the row ignores caps lock. Both together still change the case once.
 WCHAR CKeyboard::CharacterOf(const CharsetEntry& record, bool bShifted) const {
     const Plane plane = ActivePlane();
     if (plane == PlaneDigit) return record.m_Slots[PlaneUml2Lrg];

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From any state to a keyboard that is ready for a screen size.
+// Prepares the keyboard for a screen size.
 #include "framework/memory.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -11,7 +11,7 @@ namespace {
 constexpr DWORD kDefaultSwipe = 1;
 constexpr DWORD kDefaultExtSym = 1;
 
-// The bitmap that a context holds becomes the field's; a different one kept from before is deleted first.
+// Stores the context's bitmap in the field and deletes a different one that the field still holds.
 void RememberBitmap(HBITMAP& field, HDC dc) {
     ReplaceBitmap(field, static_cast<HBITMAP>(GetCurrentObject(dc, OBJ_BITMAP)));
 }
@@ -24,10 +24,10 @@ bool CKeyboard::Init(LONG width, LONG height) {
     ResetInteraction();
     bool ready = false;
     EnoughMemory([&] { ready = InitFromSkinList(width, height); });
-    return ready;  // out of memory: the next Init starts afresh
+    return ready;  // after running out of memory the next Init starts afresh
 }
 
-// A context that could not be deleted by UnloadSkin still serves.
+// A context that UnloadSkin could not delete is used again.
 void CKeyboard::CreateDeviceContexts() {
     for (HDC* dc : {&m_hKbDC, &m_hMaskDC, &m_hExtMaskDC}) {
         if (!*dc) *dc = CreateCompatibleDC(nullptr);
@@ -78,7 +78,7 @@ bool CKeyboard::InitFromSkinList(LONG width, LONG height) {
     return true;
 }
 
-// The stored text may be a part of a path, a bare file name for instance. It is kept as it is stored.
+// The stored text may be a part of a path, for instance a bare file name. It stays as it is.
 bool CKeyboard::ChooseStoredSkin(const WideStringList& skins, LPCWSTR stored) {
     if (!*stored) return false;
     for (const WideString& path : skins) {

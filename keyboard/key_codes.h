@@ -12,7 +12,7 @@ inline constexpr WCHAR kLanguageCode = 0xF003;
 inline constexpr WCHAR kDigitCode = 0xF004;
 inline constexpr WCHAR kUmlautCode = 0xF005;
 
-// Function keys with an action. The block goes on with codes that have none.
+// Function keys with an action; the block's remaining codes have none.
 inline constexpr WCHAR kEscapeCode = 0xF010;
 inline constexpr WCHAR kBackspaceCode = 0xF011;
 inline constexpr WCHAR kEnterCode = 0xF012;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The keyboard engine's one object and its records. The model is read and written by all sources of this
-// folder; CKeyboard is used on the panel's thread alone and takes no lock.
+// The keyboard engine's one object and its records. All sources of this folder read and write its fields.
+// CKeyboard is used on the panel's thread only and takes no lock.
 //
 //   press.cpp, swipe.cpp   decide which key a gesture means
 //   status.cpp             Shift, Control, caps lock, language, digits, umlauts; which plane they select
@@ -62,8 +62,8 @@ public:
     CKeyboard& operator=(const CKeyboard&) = delete;
 
     // --- Skins ---
-    // Brings the keyboard from any state into a usable one for a screen of this size in pixels. True also
-    // when there is no usable skin (m_bNoSkin); false when the chosen skin does not load or fit.
+    // Prepares the keyboard, in whatever state it is, for a screen of this size in pixels. True also when
+    // there is no usable skin (m_bNoSkin); false when the chosen skin does not load or fit.
     bool Init(LONG width, LONG height);
     // Reads the skin in m_hSkinLib. False when its picture is missing or as wide as neither screen side.
     bool LoadSkin(LONG width, LONG height);
@@ -73,11 +73,11 @@ public:
     // Rebuilds m_Charset from the library's tables and the skin's second language. False when memory runs
     // out: the table is then empty, and no key is hit.
     bool LoadCharsets();
-    // Does this file hold a picture as wide as the screen's narrow side?
+    // Is there a picture in this file that is as wide as the screen's narrow side?
     static bool IsValidSkin(const WideString& path);
-    // The skins of "\windows", then the existing ones of "UserSkins"; what memory has room for.
+    // The skins of "\windows", then those of "UserSkins" that exist; fewer when memory runs out.
     static WideStringList GetSkinList();
-    // Appends the same. False when memory runs out: the list then has a part of them.
+    // Appends the same. False when memory runs out: the list is then incomplete.
     static bool ListSkins(WideStringList& skins);
     // Full paths of the files of "\windows" with this extension, in the order of the file system.
     static WideStringList FindSkinFiles(const WideString& extension);
@@ -87,7 +87,8 @@ public:
     void MoveMouse(POINT point, CWindow* window);
     // The second pen-down of a double tap; false when it is to be treated as an ordinary one.
     bool DblPressKey(POINT point, CWindow* window);
-    // The key index hit, all four edges inclusive; -1 for none. Keys beyond m_Charset are never hit.
+    // The index of the key at this point, all four edges included; -1 for none. Keys beyond m_Charset do not
+    // count.
     LONG FindKeyIndex(LONG x, LONG y, bool bCharLayout) const;
     // Interprets a stroke for the pen-down key of this record.
     void Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window,
@@ -100,7 +101,8 @@ public:
     void SetKbStatus(const WCHAR* pCode, CWindow* window);
     // Clears the one-shot flags after a key. The window may be null.
     void ResetKbStatus(CWindow* window);
-    // Key-up or key-down of the latched Shift and Control, for a panel that hides or shows; flags stay.
+    // Sends key-up or key-down of the latched Shift and Control when the panel hides or shows; the flags
+    // stay.
     void ReleaseModifierKeys();
     void PressModifierKeys();
     bool IsDigitalLineEntry(WCHAR code) const;
@@ -112,13 +114,13 @@ public:
     void SendKeyToApp(CharsetEntry record, bool bShifted);
 
     // --- Rendering ---
-    // Draws the keyboard, or without a skin a message into the window.
+    // Draws the keyboard, or a message into the window if there is no skin.
     void Paint(HDC dc, CWindow* window);
-    // Toggles the pressed look of the key's rectangles. Without a window nothing happens.
+    // Toggles the pressed look of the key's rectangles. Does nothing without a window.
     void DrawButton(CWindow* window, const KeyEntry& entry, bool bInvalidate);
     // Toggles the pressed look of the keys of the active statuses.
     void PaintStatusButtons(CWindow* window);
-    // The key with this function code in the active layout; a key of one empty rectangle when there is none.
+    // The key with this function code in the active layout; if there is none, a key with one empty rectangle.
     KeyEntry GetFunctionKeyRects(WCHAR code) const;
 
     std::vector<CharsetEntry> m_Charset;  // indexed by key index; digit, function and character block
@@ -194,9 +196,9 @@ private:
     const KeyLayout& ActiveLayout() const { return m_stKbStatus.m_bDigit ? m_DigitLayout : m_CharLayout; }
 
     HBITMAP MaskOf(Plane plane) const;
-    // The plane that the status asks for, caps lock counted or not.
+    // The plane that the status asks for, with or without caps lock.
     Plane PlaneOfStatus(bool bWithCaps) const;
-    // The plane whose mask is selected; the one that the status asks for when it is none of the skin's.
+    // The plane whose mask is selected; if that is no mask of the skin, the plane that the status asks for.
     Plane ActivePlane() const;
     void ToggleShift();
     void ToggleControl();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which key the pen means, the look of that key meanwhile, and taps.
+// Finds the key under the pen, shows it pressed, and handles taps.
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 
@@ -20,7 +20,7 @@ bool Contains(const RECT& r, LONG x, LONG y) {
 
 LONG CKeyboard::FindKeyIndex(LONG x, LONG y, bool bCharLayout) const {
     for (const auto& [index, entry] : bCharLayout ? m_CharLayout : m_DigitLayout) {
-        if (index >= m_Charset.size()) break;  // a key without a record is as good as absent
+        if (index >= m_Charset.size()) break;  // a key without a record counts as absent
         for (const RECT& r : entry.m_Rects) {
             if (Contains(r, x, y)) return static_cast<LONG>(index);
         }
@@ -90,7 +90,7 @@ bool CKeyboard::DblPressKey(POINT point, CWindow* window) {
     return true;
 }
 
-// The layout may have changed since the pen went down on this key; then there is nothing to toggle.
+// Does nothing if the layout has changed since the pen went down and lacks the key.
 void CKeyboard::ToggleButton(CWindow* window, LONG index) {
     const KeyLayout& layout = ActiveLayout();
     const auto found = layout.find(static_cast<DWORD>(index));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Drawing. The picture shows through the active mask; pressed rectangles show it inverted.
+// Drawing: the picture through the active mask, inverted in pressed rectangles.
 #include <algorithm>
 
 #include "framework/memory.h"
@@ -18,7 +18,7 @@ constexpr UINT kSkinsNotFoundString = 103;
 
 bool HasArea(const RECT& r) { return r.right != r.left && r.bottom != r.top; }
 
-// Both edges inclusive, as hit testing counts them.
+// All edges included, as in hit testing.
 bool ContainsCorner(const RECT& r, const RECT& other) {
     return r.left <= other.left && other.left <= r.right && r.top <= other.top && other.top <= r.bottom;
 }
@@ -31,7 +31,7 @@ struct Picture {
     HDC source;
     SIZE size;
 
-    // Rectangles come from the skin and may say anything: only what lies in the picture is drawn.
+    // Rectangles come from the skin and can be anything: only the part inside the picture is drawn.
     void Draw(const RECT& r, HBITMAP mask, DWORD rop) const {
         const LONG left = std::max<LONG>(r.left, 0);
         const LONG top = std::max<LONG>(r.top, 0);
@@ -55,7 +55,7 @@ void CKeyboard::Paint(HDC dc, CWindow* window) {
     DrawPressedRects(dc, size);
 }
 
-// Does caps lock leave some part of the picture alone?
+// Is there a part of the picture that ignores caps lock?
 bool CKeyboard::CapsSplitsPicture() const {
     return m_bPortrait && m_stKbStatus.m_bCAPS && !m_stKbStatus.m_bCtrl && !m_stKbStatus.m_bDigit;
 }
@@ -115,7 +115,7 @@ void CKeyboard::DrawButton(CWindow* window, const KeyEntry& entry, bool bInvalid
     }
 }
 
-// Without memory for one more rectangle the key is just not shown pressed.
+// If memory runs out, the key is merely not shown pressed.
 void CKeyboard::TogglePressedRect(const RECT& r) {
     const auto found = std::find_if(m_PressedRects.begin(), m_PressedRects.end(),
                                     [&](const RECT& pressed) { return EqualRect(&pressed, &r) != FALSE; });

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which skins there are.
+// Lists the skins.
 #include <utility>
 
 #include "framework/handles.h"
@@ -26,8 +26,8 @@ void AppendSkinFiles(const WideString& extension, WideStringList& files) {
     } while (FindNextFileW(find.Get(), &data));
 }
 
-// Paths whose file is gone are skipped; they stay stored until the settings are next saved. False when memory
-// runs out.
+// Skips paths whose file is gone; they stay stored until the settings are saved again. False when memory runs
+// out.
 bool AppendUserSkins(WideStringList& skins) {
     WideStringList stored;
     const bool all = CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);

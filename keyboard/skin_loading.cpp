@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Checking, loading and unloading a skin file.
+// Checks, loads and unloads a skin file.
 #include "framework/handles.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -13,8 +13,8 @@ bool IsUmlautPlane(Plane plane) {
            (plane >= PlaneUml2Sml && plane <= PlaneUml2Lrg);
 }
 
-// The handle's value may be an address; only zero or not matters to readers, so its low 32 bits must not turn
-// a handle into nothing.
+// The handle may be an address. Readers only ask whether the mark is 0, so a handle whose low 32 bits are 0
+// gives 1.
 DWORD MarkFromHandle(HRSRC resource) {
     const auto mark = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(resource) & 0xFFFFFFFFu);
     return resource && mark == 0 ? 1 : mark;
@@ -30,8 +30,7 @@ RECT ReadCapsRect(HMODULE skin) {
 
 }  // namespace
 
-// In the order in which they are deleted; the destructor goes backwards. What both orientations share has one
-// name.
+// In the order of deletion, which the destructor reverses. A bitmap for both orientations has one name.
 constinit const CKeyboard::SkinBitmap CKeyboard::kSkinBitmaps[] = {
     {&CKeyboard::m_hDigitKbBitmap, PlaneCount, TEXT("digit_keyboard_bitmap"), nullptr},
     {&CKeyboard::m_hKbBitmap, PlaneCount, TEXT("char_keyboard_bitmap"), TEXT("LANSCAPE_KEYBOARD_BITMAP")},
@@ -68,7 +67,7 @@ bool CKeyboard::LoadSkin(LONG width, LONG height) {
     return GetBitmapSize(m_hKbBitmap, picture) && (picture.cx == width || picture.cx == height);
 }
 
-// A skin made for strokes turns them on, and the options dialog learns of it.
+// A skin made for strokes turns them on, and tells the options dialog by a registry value.
 void CKeyboard::LoadSwipeOnlyMark() {
     const HRSRC mark = FindResourceW(m_hSkinLib, TEXT("SWIPE_ONLY"), TEXT("RC_DATA"));
     if (mark) m_dwSwipe |= 1;
@@ -86,8 +85,8 @@ void CKeyboard::LoadLayouts(bool bLandscape) {
     ReadLayout(FindDataResource(m_hSkinLib, TEXT("DIGIT_LAYOUT_STRUCT")), m_DigitLayout);
 }
 
-// Resources that the skin lacks leave null fields. Without extended symbols the umlaut fields are left alone:
-// one may still hold the mask that was selected when the last skin was unloaded.
+// A missing resource leaves a null field. Without extended symbols the umlaut fields are left alone: one may
+// still hold the mask that was selected when the last skin was unloaded.
 void CKeyboard::LoadBitmaps(bool bLandscape) {
     for (const bool shared : {false, true}) {
         for (const SkinBitmap& bitmap : kSkinBitmaps) {

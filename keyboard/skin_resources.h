@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Reading a skin's resources, and the release of the handle fields that they fill.
+// Reads a skin's resources, and releases the handle fields that they fill.
 #pragma once
 
 #include <windows.h>
 
 #include "keyboard/keyboard.h"
 
-// Bytes of a raw data resource (type "RC_DATA"), valid while the module is loaded. Null when there is none.
+// The bytes of a data resource (type "RC_DATA"), valid while the module is loaded. Null when there is none.
 struct DataResource {
     const BYTE* bytes = nullptr;
     DWORD size = 0;
@@ -17,16 +17,16 @@ WORD ReadBigEndian16(const BYTE* bytes);
 WORD ReadLittleEndian16(const BYTE* bytes);
 LONG ReadLittleEndian32(const BYTE* bytes);
 
-// Adds the layout's records (16 bytes each, big-endian 16-bit fields) to an empty layout. A remainder that
-// does not fill a record is ignored. Without memory for all of them the layout stays empty.
+// Adds the records of 16 bytes, with big-endian 16-bit fields, to an empty layout. Bytes that do not fill a
+// record are ignored. If memory runs out, the layout stays empty.
 void ReadLayout(const DataResource& resource, KeyLayout& layout);
 
 // Width and height in pixels; false when the handle is not a bitmap.
 bool GetBitmapSize(HBITMAP bitmap, SIZE& size);
 
-// A field becomes null when its handle could be deleted. A bitmap that is still selected cannot; it stays in
-// its field, to be tried again.
+// Set the field to null if the handle could be deleted. A bitmap that is still selected cannot; it stays in
+// its field, to be deleted later.
 void ReleaseBitmap(HBITMAP& field);
 void ReleaseContext(HDC& field);
-// Stores the new handle, null included; an old one that differs is deleted first.
+// Stores the new handle, even null, and deletes an old one that differs.
 void ReplaceBitmap(HBITMAP& field, HBITMAP bitmap);

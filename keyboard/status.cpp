@@ -6,7 +6,7 @@
 //   Control    m_bCtrl    VK_CONTROL down when set, up when cleared; one-shot
 //   caps lock  m_bCAPS    none
 //   language   m_bLng1    none
-//   digits     m_bDigit   none; takes Control back
+//   digits     m_bDigit   none; releases Control
 //   umlaut     m_bUml     none; one-shot
 #include <algorithm>
 #include <iterator>
@@ -16,7 +16,7 @@
 
 namespace {
 
-// The character table counts as loaded from these sizes on.
+// The sizes from which the character table counts as loaded.
 constexpr std::size_t kLeastForStatus = 7;
 constexpr std::size_t kLeastForClassification = 11;
 
@@ -54,7 +54,7 @@ Plane CKeyboard::PlaneOfStatus(bool bWithCaps) const {
     return static_cast<Plane>(family + umlaut + (large ? 1 : 0));
 }
 
-// A skin that lacks the plane's mask leaves another bitmap selected; the status then says what is typed.
+// If the skin lacks the plane's mask, another bitmap stays selected, and the status decides what is typed.
 Plane CKeyboard::ActivePlane() const {
     const HGDIOBJ selected = GetCurrentObject(m_hMaskDC, OBJ_BITMAP);
     for (const SkinBitmap& bitmap : kSkinBitmaps) {
@@ -63,7 +63,7 @@ Plane CKeyboard::ActivePlane() const {
     return PlaneOfStatus(true);
 }
 
-// Both mask contexts let go of their masks first, as a bitmap can be selected into one context alone.
+// Deselects both masks first: a bitmap can be selected into one context only.
 void CKeyboard::GetKeyboardMask() {
     SelectObject(m_hKbDC, m_hKbBitmap);
     SelectObject(m_hMaskDC, m_hOrigMaskBmp);
@@ -78,7 +78,7 @@ void CKeyboard::GetKeyboardMask() {
 
 void CKeyboard::SetKbStatus(const WCHAR* pCode, CWindow* window) {
     if (m_Charset.size() < kLeastForStatus) return;
-    PaintStatusButtons(window);  // takes the look of the old status off
+    PaintStatusButtons(window);  // toggles the old status off
     switch (*pCode) {
         case kShiftCode:
             ToggleShift();
@@ -94,7 +94,7 @@ void CKeyboard::SetKbStatus(const WCHAR* pCode, CWindow* window) {
             break;
         case kDigitCode:
             Toggle(m_stKbStatus.m_bDigit);
-            // The system's Control must not stay down after the keyboard shows it released.
+            // Control must not stay down in the system when the keyboard shows it released.
             if (m_stKbStatus.m_bDigit && m_stKbStatus.m_bCtrl) ToggleControl();
             break;
         case kUmlautCode:
@@ -108,7 +108,7 @@ void CKeyboard::SetKbStatus(const WCHAR* pCode, CWindow* window) {
     if (window) InvalidateRect(window->m_hWnd, nullptr, TRUE);
 }
 
-// Without a caps-lock key, Shift is what releases caps lock, and does nothing else then.
+// Without a caps lock key, Shift releases caps lock and does nothing else.
 void CKeyboard::ToggleShift() {
     if (!m_bHasCapsKey && m_stKbStatus.m_bCAPS) {
         m_stKbStatus.m_bCAPS = 0;
@@ -132,7 +132,7 @@ void CKeyboard::ResetKbStatus(CWindow* window) {
     m_stKbStatus.m_bCtrl = 0;
     m_stKbStatus.m_bUml = 0;
     GetKeyboardMask();
-    PaintStatusButtons(window ? window : m_pWnd);  // puts the locking statuses back
+    PaintStatusButtons(window ? window : m_pWnd);  // toggles the locking statuses on again
     if (window) InvalidateRect(window->m_hWnd, nullptr, TRUE);
 }
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::int64_t kStrokeDistance = 15;  // pixels; a stroke is longer
+constexpr std::int64_t kStrokeDistance = 15;  // pixels that a stroke must exceed
 constexpr DWORD kTypeThenStroke = 2;
 
 }  // namespace
@@ -30,7 +30,7 @@ void CKeyboard::FinishStroke(CWindow* window) {
 void CKeyboard::Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window,
                       CharsetEntry record) {
     if (!callback || !window) return;
-    const std::int64_t right = std::int64_t{x2} - x1;  // wide enough for any two points
+    const std::int64_t right = std::int64_t{x2} - x1;  // 64 bits hold the distance of any two points
     const std::int64_t down = std::int64_t{y2} - y1;
     if (right > kStrokeDistance && right > std::abs(down)) {
         if (m_dwSwipe) callback->SendVirtualKey(VK_SPACE, 0);

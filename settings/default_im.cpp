@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes this keyboard the input method that the platform starts with, and undoes that. Only the stored default
-// changes; the current input method stays.
+// Makes this keyboard the input method that the platform starts with, and undoes that. Only the stored
+// default changes; the current input method stays.
 #include <iterator>
 
 #include "settings/settings_dlg.h"

@@ -236,8 +236,8 @@ WideString CSettingsDlg::SelectedSkinName() const {
     return ItemText(m_hSkinCombo, SelectedItem(m_hSkinCombo));
 }
 
-// Items and paths are matched by text alone: each path that contains the selected name is validated and written,
-// so the last one stays. Every path contains an empty name.
+// Items and paths are matched by text alone: each path that contains the selected name is validated and
+// written, so the last one stays. Every path contains an empty name.
 bool CSettingsDlg::SaveSettings() {
     const CSettingsKey settings(SettingsAccess::Create);
     bool valid = true;

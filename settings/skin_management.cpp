@@ -15,8 +15,8 @@ constexpr std::size_t kMessageCharacters = 260;  // with the terminating null
 constexpr WCHAR kEllipsis = 0x2026;
 constexpr DWORD kDeleteDelay = 1000;  // milliseconds, in which others can release the file
 
-// The question with the name in place of "%s". A name that is too long is cut with an ellipsis, so that the whole
-// question fits into the buffer.
+// The question with the name in place of "%s". A name that is too long is cut with an ellipsis, so that the
+// whole question fits into the buffer.
 WideString DeleteQuestion(WideString name) {
     WideString text = LoadResourceString(IDS_CONFIRM_DELETE);
     const std::size_t place = text.find(TEXT("%s"));
@@ -72,7 +72,8 @@ LRESULT CSettingsDlg::OnAddSkin() {
     return 0;
 }
 
-// The path stays in m_Skins until the dialog opens again. Discovery skips it from now on, as its file is gone.
+// The path stays in m_Skins until the dialog opens again. Discovery skips it from now on, as its file is
+// gone.
 LRESULT CSettingsDlg::OnDeleteSkin() {
     if (ItemCount(m_hSkinCombo) <= 1) {
         ShowMessage(LoadResourceString(IDS_LAST_SKIN), MB_OK | MB_ICONHAND);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Typed reads and writes of registry values. There is no cache: whoever needs a value opens the key at that moment,
-// and the key closes with the CSettingsKey.
+// Typed reads and writes of registry values. There is no cache: whoever needs a value opens the key at that
+// moment, and the key closes with the CSettingsKey.
 #pragma once
 
 #include <windows.h>
