@@ -96,8 +96,7 @@ private:
     IUnknown* m_pOuterUnknown;  // not counted: it outlives the object that it aggregates
 };
 
-// The aggregatable form: its own IUnknown keeps the object alive, all other interfaces delegate to the outer
-// one.
+// The aggregatable form: its own IUnknown keeps the object alive, the others delegate to the outer one.
 template <typename Class>
 class CComAggObject final : private CLibraryLock,
                             public IUnknown,

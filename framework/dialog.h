@@ -62,8 +62,7 @@ public:
 // The platform's dialog for opening one file.
 class CFileDialog {
 public:
-    // The filter is a list of pairs, display text and pattern, each null-terminated, with one more null at
-    // the end.
+    // The filter: pairs of display text and pattern, each null-terminated, and one more null at the end.
     CFileDialog(LPCWSTR defaultExtension, DWORD flags, LPCWSTR filter) {
         m_ofn.lStructSize = sizeof m_ofn;
         m_ofn.lpstrFilter = filter;

@@ -8,8 +8,7 @@
 // constructor and destructor would have it. Deleting a section that was never initialised does nothing.
 class CComCriticalSection {
 public:
-    // Always S_OK: InitializeCriticalSection has no result. Callers check it as the framework's contract
-    // asks.
+    // Always S_OK: InitializeCriticalSection has no result. Callers check it all the same.
     HRESULT Init() {
         InitializeCriticalSection(&m_sec);
         m_bInitialized = true;

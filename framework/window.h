@@ -79,8 +79,7 @@ public:
     // Called after the window's last message, when the handle is null again. The object may destroy itself.
     virtual void OnFinalMessage(HWND) {}
 
-    // Null on failure. The rectangle is in the parent's client coordinates; the window belongs to this
-    // object.
+    // Null on failure. The rectangle is in the parent's client coordinates. This object owns the window.
     HWND Create(CWndClassInfo& classInfo, HWND parent, const RECT& rectangle, LPCWSTR title, DWORD style,
                 DWORD extendedStyle) {
         if (!classInfo.Register()) return nullptr;

@@ -20,7 +20,7 @@ constexpr LONG kPixelsPerMetre = 3780;  // 96 dots per inch
 
 constexpr LONG RowBytes(LONG width) { return (kPixelBytes * width + 3) / 4 * 4; }
 
-// Rows of 24-bit pixels as they lie in memory, which the bitmap owns.
+// Rows of 24-bit pixels in the order of memory, which the bitmap owns.
 struct Pixels {
     BYTE* bits = nullptr;
     LONG width = 0;
@@ -38,7 +38,7 @@ struct Section {
     Pixels pixels;
 };
 
-// Bottom-up, as the positive height says.
+// Bottom-up: the height is positive.
 BITMAPINFO SectionInfo(LONG width, LONG height) {
     BITMAPINFO info{};
     BITMAPINFOHEADER& header = info.bmiHeader;
@@ -72,8 +72,8 @@ bool CopyBitmap(HBITMAP target, HBITMAP source, LONG width, LONG height) {
            BitBlt(targetDC.Get(), 0, 0, width, height, sourceDC.Get(), 0, 0, SRCCOPY);
 }
 
-// The bitmap's own pixels when it is a section of this depth, else those of a copy, which the section then
-// owns. No bits when that fails.
+// The pixels of the bitmap itself if it is a section of this depth, else those of a copy, which `copy` then
+// owns. Null bits on failure.
 Pixels ReadPixels(HBITMAP bitmap, Section& copy) {
     DIBSECTION section{};
     const int size = GetObjectW(bitmap, sizeof section, &section);

@@ -10,12 +10,12 @@ constexpr DWORD kInfoSize = 40;  // the handheld's size of IMINFO, on every buil
 
 SIZE ScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
 
-// Without an image the index is -1.
+// -1 if the list has no image.
 int LastImage(HIMAGELIST list) { return ImageList_GetImageCount(list) - 1; }
 
 }  // namespace
 
-// The keyboard works without its button images, so their absence is no failure.
+// The keyboard works without its button images: if they are missing, that is no failure.
 HRESULT CKeybInput::FinalConstruct() {
     if (m_hImageNarrow && m_hImageWide) return S_OK;
     m_hImageNarrow = CreateNarrowImages();
@@ -31,8 +31,8 @@ void* CKeybInput::FindInterface(REFIID iid) {
     return nullptr;
 }
 
-// The panel keeps its first place, the SIP window's screen rectangle, until ReceiveSipInfo moves it to the
-// SIP window's origin.
+// The panel first gets the SIP window's screen rectangle; ReceiveSipInfo then moves it to the SIP window's
+// origin.
 STDMETHODIMP CKeybInput::Select(HWND sip) {
     if (m_MainWnd.m_hWnd) return S_OK;
     m_MainWnd.m_pKbd = &m_Kbd;
@@ -55,8 +55,8 @@ STDMETHODIMP CKeybInput::Deselect() {
     return S_OK;
 }
 
-// The SIP window is a third of a landscape screen high and a quarter of any other; either height is left
-// alone.
+// The SIP window's height is a third of a landscape screen and a quarter of any other; either of them may
+// stay.
 STDMETHODIMP CKeybInput::Showing() {
     if (!m_MainWnd.m_hWnd) return S_OK;
     RECT place{};
@@ -102,7 +102,7 @@ STDMETHODIMP CKeybInput::ReceiveSipInfo(SIPINFO* info) {
     return S_OK;
 }
 
-// Also true when the stored text differs in letter case alone.
+// Also true when only the case of letters differs.
 bool CKeybInput::HasSkinChanged() const {
     StoredText stored;
     return CSettingsKey(SettingsAccess::Write).ReadString(kSkinValue, stored) && *stored &&

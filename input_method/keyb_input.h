@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The input method: what the SIP drives.
+// The input method, the object that the SIP drives.
 #pragma once
 
 #include <windows.h>
@@ -49,7 +49,7 @@ protected:
 private:
     bool HasSkinChanged() const;
 
-    CMainWnd m_MainWnd;  // its handle is set exactly while the input method is selected
+    CMainWnd m_MainWnd;  // has a handle exactly while the input method is selected
     HWND m_hSipWnd = nullptr;
     CKeyboard m_Kbd;
     // The button images that GetInfo reports; null when a list could not be made. They outlive the object.

@@ -7,7 +7,7 @@ namespace {
 
 constexpr WCHAR kPanelClass[] = TEXT("3E8B6D14-C2A7-4F90-8B5E-71D0A9C4E26F-PanelHost");
 
-// Client coordinates; they are negative left of and above the panel, while the keyboard holds the capture.
+// Client coordinates; negative to the left of and above the panel while the keyboard has the capture.
 POINT PointOf(LPARAM lParam) {
     return {static_cast<SHORT>(LOWORD(lParam)), static_cast<SHORT>(HIWORD(lParam))};
 }
@@ -28,7 +28,7 @@ CMainWnd::CMainWnd() {
     info.m_wc.style |= CS_DBLCLKS;
 }
 
-// The keyboard may be gone already: the messages of the destruction must not reach it.
+// The keyboard may be gone already: messages during destruction must not reach it.
 CMainWnd::~CMainWnd() {
     m_pKbd = nullptr;
     if (m_hWnd) DestroyWindow(m_hWnd);

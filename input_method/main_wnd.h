@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The panel: the child of the SIP's window that shows the keyboard and takes the pen. It decides nothing
-// about keys; it only keeps the rest of a double tap from the keyboard once the keyboard has consumed it.
+// The panel: the child of the SIP's window that shows the keyboard and receives the pen. It passes everything
+// on, except the rest of a double tap that the keyboard has handled.
 #pragma once
 
 #include "framework/window.h"

@@ -87,8 +87,7 @@ public:
     void MoveMouse(POINT point, CWindow* window);
     // The second pen-down of a double tap; false when it is to be treated as an ordinary one.
     bool DblPressKey(POINT point, CWindow* window);
-    // The index of the key at this point, all four edges included; -1 for none. Keys beyond m_Charset do not
-    // count.
+    // The key at this point, all four edges included; -1 for none. Keys beyond m_Charset do not count.
     LONG FindKeyIndex(LONG x, LONG y, bool bCharLayout) const;
     // Interprets a stroke for the pen-down key of this record.
     void Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback, CWindow* window,
@@ -101,8 +100,7 @@ public:
     void SetKbStatus(const WCHAR* pCode, CWindow* window);
     // Clears the one-shot flags after a key. The window may be null.
     void ResetKbStatus(CWindow* window);
-    // Sends key-up or key-down of the latched Shift and Control when the panel hides or shows; the flags
-    // stay.
+    // Send key-up or key-down of the latched Shift and Control when the panel hides or shows; flags stay.
     void ReleaseModifierKeys();
     void PressModifierKeys();
     bool IsDigitalLineEntry(WCHAR code) const;

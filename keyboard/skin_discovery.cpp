@@ -26,8 +26,7 @@ void AppendSkinFiles(const WideString& extension, WideStringList& files) {
     } while (FindNextFileW(find.Get(), &data));
 }
 
-// Skips paths whose file is gone; they stay stored until the settings are saved again. False when memory runs
-// out.
+// Skips paths whose file is gone; the next save of the settings drops them. False when memory runs out.
 bool AppendUserSkins(WideStringList& skins) {
     WideStringList stored;
     const bool all = CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);

@@ -13,8 +13,7 @@ bool IsUmlautPlane(Plane plane) {
            (plane >= PlaneUml2Sml && plane <= PlaneUml2Lrg);
 }
 
-// The handle may be an address. Readers only ask whether the mark is 0, so a handle whose low 32 bits are 0
-// gives 1.
+// Readers only ask whether the mark is 0. The handle may be an address whose low 32 bits are 0.
 DWORD MarkFromHandle(HRSRC resource) {
     const auto mark = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(resource) & 0xFFFFFFFFu);
     return resource && mark == 0 ? 1 : mark;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The platform's published values that the resource script names. The resource compiler alone brings no SDK,
-// so that these stand here; no source includes this header.
+// Published values of the platform that the resource script names. The resource compiler comes without an
+// SDK; sources take these values from their SDK.
 #pragma once
 
 #define WS_POPUP 0x80000000L

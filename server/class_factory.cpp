@@ -13,7 +13,7 @@ void* CComClassFactory::FindInterface(REFIID iid) {
 STDMETHODIMP CComClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {
     if (!object) return E_POINTER;
     *object = nullptr;
-    // The outer object must get the new object's own IUnknown, to control its life.
+    // The outer object controls the new one's life, so it must get its own IUnknown.
     if (outer && !IsEqualIID(iid, IID_IUnknown)) return CLASS_E_NOAGGREGATION;
     return m_pfnCreateInstance(outer, iid, object);
 }

@@ -6,7 +6,7 @@
 
 class CComClassFactory : public IClassFactory, public CComObjectRootEx<CComMultiThreadModel> {
 public:
-    // The class table's entry: makes the cached factory and asks it for the interface.
+    // For the class table: creates the cached factory and queries the interface.
     static HRESULT CreateCached(CreatorFunction creator, REFIID iid, void** factory);
 
     void* FindInterface(REFIID iid);

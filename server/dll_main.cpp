@@ -42,7 +42,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     return _Module.GetClassObject(clsid, iid, object);
 }
 
-// No exception leaves: it could only be a lack of memory.
+// The only exception possible is a failed allocation.
 STDAPI DllRegisterServer() {
     try {
         return Register();
@@ -51,7 +51,8 @@ STDAPI DllRegisterServer() {
     }
 }
 
-// Whatever happens on the way, a library that is being removed reports success. The type library stays.
+// Reports success even if a step fails, as the library is being removed anyway. The type library stays
+// registered.
 STDAPI DllUnregisterServer() {
     try {
         _Module.UpdateRegistry(RegistryAction::Unregister);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Full path of the library, null-terminated. Paths of MAX_PATH characters and more are refused.
+// The full path of the library, null-terminated. Fails for paths of MAX_PATH or more characters.
 HRESULT GetLibraryPath(WCHAR (&path)[MAX_PATH]) {
     const DWORD length = GetModuleFileNameW(_Module.GetModuleInstance(), path, MAX_PATH);
     if (length == 0) {
@@ -53,7 +53,7 @@ HRESULT RegisterOwnTypeLibrary() {
     WCHAR path[MAX_PATH];
     HRESULT result = GetLibraryPath(path);
     if (FAILED(result)) return result;
-    WideString folder = FolderOf(path);  // before there is a library to release, should memory run out
+    WideString folder = FolderOf(path);  // first, because it may throw and `library` has no owner
     ITypeLib* library = nullptr;
     result = LoadTypeLib(path, &library);
     if (FAILED(result)) return result;

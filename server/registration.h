@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What self-registration writes and removes.
+// Self-registration.
 #pragma once
 
 #include "framework/module.h"
 
-// Runs the registration script, a text resource of the library, with the library's path filled in.
+// Runs the registration script, a text resource of the library, for the library's path.
 HRESULT UpdateKeybInputRegistry(RegistryAction action);
 
 // Registers the type library that the library file carries.

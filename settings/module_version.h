@@ -18,7 +18,7 @@ public:
     // Reads the file's version block; true when its fixed part has the right signature. If the file has no
     // block, the one read before stays.
     bool Load(LPCWSTR path);
-    // The string of this name in the table of the block's language; empty when there is none or memory runs
+    // The string of this name in the table of the block's language; empty if there is none or memory runs
     // out.
     WideString QueryString(LPCWSTR name) const;
 

@@ -48,8 +48,7 @@ private:
     void ShowSwipeOnlySkin(DWORD swipeOnly);
     void SelectSkin(const WideString& path);
     void InitShellDialog();
-    // False when the chosen skin fails validation. Values written before that, or before memory runs out,
-    // stay.
+    // False when the chosen skin fails validation. Values written before any failure stay.
     bool SaveSettings();
     bool WriteSettings(const CSettingsKey& settings);
     WideString SelectedSkinName() const;

@@ -72,8 +72,7 @@ LRESULT CSettingsDlg::OnAddSkin() {
     return 0;
 }
 
-// The path stays in m_Skins until the dialog opens again. Discovery skips it from now on, as its file is
-// gone.
+// The path stays in m_Skins until the dialog opens again; discovery skips it, as its file is gone.
 LRESULT CSettingsDlg::OnDeleteSkin() {
     if (ItemCount(m_hSkinCombo) <= 1) {
         ShowMessage(LoadResourceString(IDS_LAST_SKIN), MB_OK | MB_ICONHAND);

@@ -17,9 +17,8 @@ inline constexpr WCHAR kSipKey[] = TEXT("ControlPanel\\Sip");
 inline constexpr WCHAR kDefaultImValue[] = TEXT("DefaultIm");     // REG_SZ, the platform starts with this one
 inline constexpr WCHAR kPreviousImValue[] = TEXT("PrevIMClsid");  // REG_SZ, the default before
 
-// The settings that an installer writes beside registering the library; existing values stay. The keyboard
-// treats them as on while they are absent, but the options dialog shows them as off and its OK would turn
-// them off.
+// The settings that an installer writes beside registering the library; existing values stay. While they are
+// absent, the keyboard treats them as on, but the options dialog shows them as off and its OK stores that.
 struct InitialSetting {
     LPCWSTR name;
     DWORD value;  // a REG_DWORD
