@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the compiler's library calls when an exception finds no handler. Its own version prints the
-// exception's name and brings a formatter and a demangler for that, which are larger than the keyboard.
+// Called by the compiler's library for an unhandled exception. Its own version prints the exception's name,
+// with a formatter and a demangler that are larger than the keyboard.
 #include <cstdlib>
 
 namespace __gnu_cxx {

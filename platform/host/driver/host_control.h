@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The other side of the layer: what the driver of a device (the simulator, a test) controls and sees. Product
-// code cannot include this header.
+// The driver's side of the layer: how a simulator or a test controls and observes the device. Product code
+// cannot include this header.
 #pragma once
 
 #include <windows.h>
@@ -16,20 +16,20 @@ namespace host {
 struct DeviceOptions {
     std::filesystem::path folder;  // root of the device's file system; created when missing
     SIZE screen{240, 320};         // pixels
-    // Receives what a person has to know (a damaged registry file, a full disk), one line each, UTF-8.
+    // Receives messages for the user (a damaged registry file, a full disk), one line each, in UTF-8.
     std::function<void(const std::string&)> report;
-    // What is written waits until it is on the disk, so that it outlasts a loss of power.
+    // Writes return only when the data is on the disk, so that it survives a loss of power.
     bool durable = true;
 };
 
 // Starts the one device of this process: an empty screen, the registry of its folder ("device.reg"), the
-// clock at 0, no window. Stopping destroys what is left, writes the registry and forgets every handle.
+// clock at 0, no window. Stopping destroys all windows, writes the registry and invalidates all handles.
 void StartDevice(const DeviceOptions& options);
 void StopDevice();
-// The host path of a device path; empty when a name on the way does not exist (the last one may be missing)
-// or when it would lead out of the device's folder.
+// The host path of a device path; empty if a folder in it does not exist (the last name may be missing) or it
+// would lead out of the device's folder.
 std::filesystem::path HostPath(const std::u16string& devicePath);
-// Writes the registry file when a value changed since the last write. False (and a report) when it cannot.
+// Writes the registry file if a value has changed since the last write. False, and a report, on failure.
 bool FlushRegistry();
 
 // --- The screen -------------------------------------------------------------------------------------------
@@ -40,11 +40,11 @@ struct ScreenView {
     const DWORD* pixels = nullptr;
 };
 ScreenView Screen();
-// Resizes the screen and invalidates every window; the windows keep their places.
+// Resizes the screen and invalidates all windows, which keep their places.
 void SetScreenSize(SIZE size);
-// The part of the screen drawn since the last call, empty when none.
+// The part of the screen that was drawn since the last call; empty if none.
 RECT TakeScreenChanges();
-// Changes one colour of the device's scheme, until the device stops. False for an index that it lacks.
+// Changes one system colour until the device stops. False for an unknown index.
 bool SetSystemColor(int index, COLORREF color);
 // 32 bits per pixel, 0xAARRGGBB, rows from the top without padding.
 struct Picture {
@@ -52,24 +52,25 @@ struct Picture {
     int height = 0;
     std::vector<DWORD> pixels;
 };
-// A copy of an image of an image list; empty when there is none.
+// A copy of an image in an image list; empty if there is none.
 Picture PictureOf(HANDLE imageList, int index);
 
 // --- The pen, the keys and the clock ----------------------------------------------------------------------
 enum class Pen { Down, Move, Up, DoubleClick };
 
-// Posts exactly this message to the window that holds the capture, else to the visible, enabled window under
-// the point (screen coordinates).
+// Posts exactly this message to the window with the capture, or without one to the visible, enabled window
+// under the point (screen coordinates).
 void PostPen(Pen event, POINT point);
-// As a person's pen: recognises a double tap (within 500 ms and 4 pixels, on a CS_DBLCLKS window) by itself.
+// The same for a real pen: recognises a double tap by itself (within 500 ms and 4 pixels, on a CS_DBLCLKS
+// window).
 void MovePen(Pen event, POINT point);
-// MovePen without the message: what this event is to be posted as. Called once for each event, at its moment.
+// MovePen without posting: returns the event to post instead. Call it once for each event, when it happens.
 Pen RecognizePen(Pen event, POINT point);
-// Called at the moment at which a window gets the capture, or (null) nobody has it any more.
+// Called as soon as a window gets the capture, or with null when it ends.
 using CaptureHandler = std::function<void(HWND)>;
 void SetCaptureHandler(CaptureHandler handler);
-// Key events for the window with the focus: WM_KEYDOWN or WM_KEYUP, and WM_CHAR for a character that is not
-// suppressed. Keeps what GetKeyState reports.
+// Key events for the window with the focus: WM_KEYDOWN or WM_KEYUP, and WM_CHAR for a character. Maintain
+// what GetKeyState reports.
 void PostKey(UINT virtualKey, bool down);
 void PostCharacter(UINT virtualKey, WCHAR character);
 
@@ -77,31 +78,31 @@ DWORD Now();  // milliseconds of the virtual clock
 void AdvanceClock(DWORD milliseconds);
 
 // --- The message loop -------------------------------------------------------------------------------------
-// Delivers everything that waits: posted messages, then paint messages.
+// Delivers all waiting messages: posted ones, then paint messages.
 void DeliverMessages();
-// Called by GetMessageW when no message waits, also inside modal loops; it may post or send messages. False
-// means that nothing more will come: GetMessageW then returns WM_QUIT.
+// Called by GetMessageW when no message is waiting, also inside modal loops; it may post or send messages.
+// False ends the session: GetMessageW then returns WM_QUIT.
 using IdleHandler = std::function<bool()>;
 void SetIdleHandler(IdleHandler handler);
 
 // --- Modal windows ----------------------------------------------------------------------------------------
-// The dialog or message box that was opened last and has not ended; null when there is none. Its controls are
-// its children: GetWindow, GetClassNameW and GetDlgCtrlID tell what they are, BM_CLICK clicks a button.
+// The dialog or message box that was opened last and is still open; null if there is none. Its controls are
+// its children: GetWindow, GetClassNameW and GetDlgCtrlID describe them, BM_CLICK clicks a button.
 HWND TopmostModalWindow();
-// Takes this item of a combo box as a person does with the pen, with every notification. False, without any,
-// when the window is no enabled combo box or has no such item.
+// Chooses an item of a combo box as the pen does, with all notifications. False, without notifications, if
+// the window is no enabled combo box or has no such item.
 bool ChooseItem(HWND comboBox, int index);
-// Called when MessageBoxW is called, before the box opens. Forgotten when the device stops.
+// Called by MessageBoxW before the box opens, until the device stops.
 using MessageBoxHandler =
     std::function<void(UINT type, const std::u16string& caption, const std::u16string& text)>;
 void SetMessageBoxHandler(MessageBoxHandler handler);
-// Called when GetOpenFileNameW is called, before its dialog opens, with the default extension and the filter,
-// its strings parted by "|". Forgotten when the device stops.
+// Called by GetOpenFileNameW before its dialog opens, until the device stops; with the default extension and
+// the filter, whose strings are separated by "|".
 using OpenFileHandler = std::function<void(const std::u16string& extension, const std::u16string& filter)>;
 void SetOpenFileHandler(OpenFileHandler handler);
-// Answers the open-file dialog as a person who types this name, or cancels it. A name without a folder is one
-// of the folder that the dialog shows; a folder's opens it. False when it is not the topmost modal window, or
-// for an empty name.
+// Answers the open-file dialog as if the user typed this name, or cancels it. A name without a folder belongs
+// to the folder shown; the name of a folder opens it. False if the dialog is not the topmost modal window, or
+// the name is empty.
 bool AnswerOpenFile(const std::u16string& name);
 bool CancelOpenFile();
 
@@ -156,15 +157,15 @@ enum class Call {
     Count
 };
 
-// Lets the n-th call of this kind from now on fail (1 is the next one), once. Another call replaces it.
+// Makes the n-th call of this kind from now on fail, once; 1 is the next call. A further FailCall replaces
+// this.
 void FailCall(Call call, unsigned n = 1);
 void ClearFaults();
 // Calls of this kind since StartDevice.
 unsigned CallCount(Call call);
 
 // --- Live handles -----------------------------------------------------------------------------------------
-// Handles are counted for whom they were made: everything belongs to the product, except what is created
-// while a PlatformScope stands.
+// Handles are counted by owner: all belong to the product, except those created during a PlatformScope.
 class PlatformScope {
 public:
     PlatformScope();

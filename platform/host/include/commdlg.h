@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The dialog in which a person chooses a file.
+// The open-file dialog.
 #pragma once
 
 #include <windef.h>
@@ -18,32 +18,32 @@ struct OPENFILENAMEW {
     DWORD lStructSize;
     HWND hwndOwner;
     HINSTANCE hInstance;
-    LPCWSTR lpstrFilter;  // pairs of a text to show and a pattern, each with its null; a null ends them
+    LPCWSTR lpstrFilter;  // pairs of display text and pattern, each null-terminated; then a null
     LPWSTR lpstrCustomFilter;
     DWORD nMaxCustFilter;
-    DWORD nFilterIndex;     // of the pair, from 1; 0 is the first as well
-    LPWSTR lpstrFile;       // gets the full path
+    DWORD nFilterIndex;     // of the pair, from 1; 0 also means the first
+    LPWSTR lpstrFile;       // receives the full path
     DWORD nMaxFile;         // characters, with the null
-    LPWSTR lpstrFileTitle;  // gets the name with its extension; may be null
+    LPWSTR lpstrFileTitle;  // receives the name with its extension; may be null
     DWORD nMaxFileTitle;
     LPCWSTR lpstrInitialDir;
     LPCWSTR lpstrTitle;
     DWORD Flags;
     WORD nFileOffset;     // of the name in the path
     WORD nFileExtension;  // of the extension in the path, 0 when there is none
-    LPCWSTR lpstrDefExt;  // added to a name that is given without an extension
+    LPCWSTR lpstrDefExt;  // added to a name without an extension
     LPARAM lCustData;
     LPOFNHOOKPROC
-    lpfnHook;  // sees each message of the dialog first; what it answers with other than 0 is done
+    lpfnHook;  // sees each message of the dialog first; a result other than 0 ends its handling
     LPCWSTR lpTemplateName;
     void* pvReserved;
     DWORD dwReserved;
     DWORD FlagsEx;
 };
 
-// Custom filters, templates and flags other than those above are refused (CDERR_INITIALIZATION). When the
-// buffers are too small for the choice the call fails with FNERR_BUFFERTOOSMALL, and the first character of
-// lpstrFile, if it has one, tells how many the path needs.
+// Refuses custom filters, templates and flags other than those above (CDERR_INITIALIZATION). If a buffer is
+// too small the call fails with FNERR_BUFFERTOOSMALL, and the first character of lpstrFile, if it has room
+// for one, is the number of characters needed.
 BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request);
-// Why the last call failed; 0 when it was cancelled.
+// Why the last call failed; 0 if the user cancelled.
 DWORD WINAPI CommDlgExtendedError();

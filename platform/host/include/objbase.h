@@ -6,7 +6,7 @@
 
 #define CLSCTX_INPROC_SERVER 1
 
-// Loads the library that InprocServer32 of the class names and asks its DllGetClassObject. The library stays
+// Loads the library that InprocServer32 of the class names and calls its DllGetClassObject. The library stays
 // loaded until CoFreeUnusedLibraries finds that it can be unloaded.
 HRESULT WINAPI CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID iid, void** object);
 HRESULT WINAPI CoGetClassObject(REFCLSID clsid, DWORD context, void* server, REFIID iid, void** object);

@@ -6,11 +6,11 @@
 
 using BSTR = WCHAR*;
 
-// Owned by the caller, who gives it back with SysFreeString; null when memory runs out or text is null.
+// The caller owns it and frees it with SysFreeString. Null if memory runs out or text is null.
 BSTR WINAPI SysAllocString(const WCHAR* text);
 void WINAPI SysFreeString(BSTR text);
 
-// Only its lifetime matters to callers: it is loaded to be registered.
+// Callers only load, register and release it.
 struct ITypeLib : IUnknown {};
 
 // Reads the type library from a .tlb file or from resource TYPELIB 1 of a library file.

@@ -19,8 +19,8 @@ using FARPROC = INT_PTR (*)();
 #define DLL_THREAD_ATTACH 2
 #define DLL_THREAD_DETACH 3
 
-// A shared object of the same path with ".so" behind it carries the module's code; a module without one is
-// resources alone. Each successful call is matched by one FreeLibrary.
+// The module's code is a shared object beside it, at the same path with ".so" appended; without one the
+// module has only resources. Each successful call needs one FreeLibrary.
 HMODULE WINAPI LoadLibraryW(LPCWSTR path);
 BOOL WINAPI FreeLibrary(HMODULE module);
 FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name);
@@ -34,7 +34,7 @@ DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD characters);
 #define RT_DIALOG MAKEINTRESOURCEW(5)
 #define RT_STRING MAKEINTRESOURCEW(6)
 
-// The handle belongs to the module and ends with it.
+// The handle belongs to the module and is valid as long as that is loaded.
 HRSRC WINAPI FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
 // The returned handle is the address of the resource's bytes, read-only, valid while the module is loaded.
 HGLOBAL WINAPI LoadResource(HMODULE module, HRSRC resource);
@@ -49,8 +49,8 @@ struct FILETIME {
     DWORD dwHighDateTime;
 };
 
-// What a folder tells of its entries without looking at each: nobody here asks for sizes or times. Of the
-// attributes only FILE_ATTRIBUTE_DIRECTORY is reported.
+// Only what a folder's listing has without opening each file: no sizes, no times, and of the attributes only
+// FILE_ATTRIBUTE_DIRECTORY.
 struct WIN32_FIND_DATAW {
     DWORD dwFileAttributes;
     WCHAR cFileName[MAX_PATH];
@@ -68,7 +68,7 @@ BOOL WINAPI DeleteFileW(LPCWSTR path);
 int WINAPI lstrcmpW(LPCWSTR first, LPCWSTR second);
 int WINAPI lstrcmpiW(LPCWSTR first, LPCWSTR second);
 int WINAPI lstrlenW(LPCWSTR text);
-// Code page CP_ACP alone (Windows-1252). A length of -1 includes the terminating null.
+// Only for CP_ACP (Windows-1252). A length of -1 includes the terminating null.
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text,
                                int characters);
 

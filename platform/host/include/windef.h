@@ -53,7 +53,7 @@ using LPCSTR = const char*;
 #define TEXT(text) TOLKA_WIDE_LITERAL(text)
 #define MAX_PATH 260
 
-// Every handle is a pointer to a type of its own, so that the compiler tells them apart.
+// Every handle is a pointer to its own type, so that the compiler can tell them apart.
 #define DECLARE_HANDLE(name) \
     struct name##__ {        \
         int unused;          \

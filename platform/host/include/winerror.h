@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Error codes that the calls of this layer report.
+// The error codes of this layer's calls.
 #pragma once
 
 #include <windef.h>

@@ -82,7 +82,7 @@ struct BITMAPINFO {
     RGBQUAD bmiColors[1];
 };
 
-// What GetObjectW gives for a bitmap made with CreateDIBSection when asked for this size.
+// GetObjectW fills this for a bitmap made by CreateDIBSection, if the size asked for is this one's.
 struct DIBSECTION {
     BITMAP dsBm;
     BITMAPINFOHEADER dsBmih;
@@ -108,7 +108,7 @@ struct LOGFONTW {
     WCHAR lfFaceName[LF_FACESIZE];
 };
 
-// Memory contexts start with the stock 1 x 1 monochrome bitmap, one handle in all of them.
+// Memory contexts start with the stock 1 x 1 monochrome bitmap, which has the same handle in all of them.
 HDC WINAPI CreateCompatibleDC(HDC compatible);
 BOOL WINAPI DeleteDC(HDC dc);
 // Selecting null returns null and changes nothing; so does a bitmap that another context holds.
@@ -116,7 +116,8 @@ HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object);
 HGDIOBJ WINAPI GetCurrentObject(HDC dc, UINT type);
 HGDIOBJ WINAPI GetStockObject(int index);
 int WINAPI GetObjectW(HANDLE object, int size, LPVOID record);
-// Fails for a bitmap that is selected into a context, as on the handheld. Stock objects stay; that succeeds.
+// Fails for a bitmap that is selected into a context, as on the handheld. Succeeds for stock objects, which
+// stay.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 
 // One plane; 1 bit per pixel makes a monochrome bitmap, the screen's depth a colour one.

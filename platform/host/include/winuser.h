@@ -77,7 +77,7 @@ using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
 
-// The handheld's colour indices carry a flag; the plain index means the same colour.
+// The handheld's colour indices have this flag; an index without it means the same colour.
 #define SYS_COLOR_INDEX_FLAG 0x40000000
 #define COLOR_ACTIVECAPTION (2 | SYS_COLOR_INDEX_FLAG)
 #define COLOR_INACTIVECAPTION (3 | SYS_COLOR_INDEX_FLAG)
@@ -164,13 +164,13 @@ struct PAINTSTRUCT {
 };
 
 // --- Classes and windows ----------------------------------------------------------------------------------
-// Everything here belongs to one thread. A null or stale handle fails with ERROR_INVALID_WINDOW_HANDLE.
-// A window has no frame: its client area is all of it. It never draws over its children and siblings.
+// All of this belongs to one thread. A null or stale handle fails with ERROR_INVALID_WINDOW_HANDLE. Windows
+// have no frame, only a client area, and never draw over their children and siblings.
 ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass);
 BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance);
-// Finds the class by name or atom, of this instance, of the null one, or of the controls. A new child lies
-// below its siblings, a new top-level window above all others, but below those with WS_EX_TOPMOST. The caller
-// destroys it; so does the end of its parent or owner.
+// Finds the class by name or atom: of this instance, of the null instance, or of a control. A new child is
+// below its siblings, a new top-level window above all others except those with WS_EX_TOPMOST. The caller
+// destroys the window, or it goes with its parent or owner.
 HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                             LPVOID parameter);
@@ -189,13 +189,13 @@ BOOL WINAPI ScreenToClient(HWND window, POINT* point);
 BOOL WINAPI ClientToScreen(HWND window, POINT* point);
 LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index);
 LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
-// Characters copied, without the null.
+// The number of characters copied, without the null.
 int WINAPI GetClassNameW(HWND window, LPWSTR name, int characters);
-// A window that loses the focus by being disabled leaves it to its top-level window. TRUE: it was disabled
+// When the window with the focus is disabled, its top-level window gets the focus. TRUE: it was disabled
 // before.
 BOOL WINAPI EnableWindow(HWND window, BOOL enable);
 BOOL WINAPI IsWindowEnabled(HWND window);
-// By WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH; lengths are in characters without the null.
+// These send WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH; lengths are in characters without the null.
 BOOL WINAPI SetWindowTextW(HWND window, LPCWSTR text);
 int WINAPI GetWindowTextW(HWND window, LPWSTR text, int characters);
 int WINAPI GetWindowTextLengthW(HWND window);
@@ -204,7 +204,7 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
 // --- Messages ---------------------------------------------------------------------------------------------
 LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// With an empty queue it lets the driver of the device act (see the control header) until a message is there.
+// While the queue is empty, calls the driver's idle handler (see host_control.h) until there is a message.
 BOOL WINAPI GetMessageW(MSG* message, HWND window, UINT first, UINT last);
 BOOL WINAPI PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 LRESULT WINAPI DispatchMessageW(const MSG* message);
@@ -214,10 +214,10 @@ void WINAPI PostQuitMessage(int exitCode);
 BOOL WINAPI InvalidateRect(HWND window, const RECT* rectangle, BOOL erase);
 BOOL WINAPI UpdateWindow(HWND window);
 BOOL WINAPI GetUpdateRect(HWND window, RECT* rectangle, BOOL erase);
-// Paintings of one window do not nest: the second BeginPaint fails until EndPaint.
+// Does not nest: a second BeginPaint for the window fails until EndPaint.
 HDC WINAPI BeginPaint(HWND window, PAINTSTRUCT* paint);
 BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* paint);
-// Given back with ReleaseDC for the same window. Null stands for the whole screen.
+// Null means the whole screen. Release it with ReleaseDC for the same window.
 HDC WINAPI GetDC(HWND window);
 int WINAPI ReleaseDC(HWND window, HDC dc);
 int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH brush);
@@ -241,8 +241,7 @@ BOOL WINAPI ReleaseCapture();
 HWND WINAPI GetCapture();
 HWND WINAPI SetFocus(HWND window);
 HWND WINAPI GetFocus();
-// The top-level window that has the focus or contains the one that has; without a focus the modal window on
-// top.
+// The top-level window that has the focus or contains it; without a focus, the topmost modal window.
 HWND WINAPI GetActiveWindow();
 SHORT WINAPI GetKeyState(int virtualKey);
 
@@ -255,16 +254,16 @@ SHORT WINAPI GetKeyState(int virtualKey);
 #define MB_OKCANCEL 0x0001u
 #define MB_ICONHAND 0x0010u
 
-// Runs the dialog of a template (RT_DIALOG, the standard form) until EndDialog; returns its result. Its
-// owner, which may be null, is disabled meanwhile. 0 for an owner that is no window, -1 when the dialog
-// cannot be made; nothing is left of it then. It ends with IDCANCEL when its message loop is told to quit.
+// Runs the dialog of a template (RT_DIALOG, the standard form) until EndDialog; returns its result. The
+// owner, which may be null, is disabled meanwhile. Returns 0 if the owner is no window, -1 if the dialog
+// cannot be created, and IDCANCEL if its message loop gets WM_QUIT.
 INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR name, HWND owner, DLGPROC procedure,
                                LPARAM parameter);
-// Hides the dialog and enables its owner at once; DialogBoxParamW returns when the present message is done.
+// Hides the dialog and enables its owner at once; DialogBoxParamW returns after the present message.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 HWND WINAPI GetDlgItem(HWND dialog, int id);
 int WINAPI GetDlgCtrlID(HWND control);
-// MB_OK or MB_OKCANCEL, with or without MB_ICONHAND. IDOK, IDCANCEL, or 0 when the box cannot be made.
+// MB_OK or MB_OKCANCEL, with or without MB_ICONHAND. IDOK, IDCANCEL, or 0 if the box cannot be created.
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
 // --- Controls ---------------------------------------------------------------------------------------------
@@ -286,8 +285,8 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 #define BST_UNCHECKED 0
 #define BST_CHECKED 1
 
-// "ComboBox": always a drop-down list. Its height as given is that with the list; the closed field is as high
-// as its font needs, and that is its window's size.
+// "ComboBox": always a drop-down list. The height given includes the list; the window is only as high as the
+// closed field, which depends on its font.
 #define CBS_DROPDOWNLIST 0x0003u
 #define CBS_SORT 0x0100u
 #define CBS_NOINTEGRALHEIGHT 0x0400u
@@ -310,8 +309,8 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
 // --- Resources and metrics --------------------------------------------------------------------------------
 int WINAPI GetSystemMetrics(int index);
-// A device-dependent bitmap in the screen's format; a 1-bit one with the palette black, white stays 1-bit.
-// It outlives the module and is deleted with DeleteObject.
+// A device-dependent bitmap in the screen's format; a 1-bit one with the palette black, white stays 1-bit. It
+// outlives the module; delete it with DeleteObject.
 HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name);
 int WINAPI LoadStringW(HINSTANCE instance, UINT id, LPWSTR text, int characters);
 HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name);

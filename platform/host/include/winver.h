@@ -24,12 +24,11 @@ struct tagVS_FIXEDFILEINFO {
 };
 using VS_FIXEDFILEINFO = tagVS_FIXEDFILEINFO;
 
-// Bytes of the version block of the file as it is now, loaded or not; 0 when the file or the resource is
-// missing.
+// The size in bytes of the file's version block, whether the file is loaded or not; 0 if it has none.
 DWORD WINAPI GetFileVersionInfoSizeW(LPCWSTR path, LPDWORD ignored);
 // Copies as much of the block as fits.
 BOOL WINAPI GetFileVersionInfoW(LPCWSTR path, DWORD ignored, DWORD size, LPVOID block);
-// Finds "\", "\VarFileInfo\Translation" or "\StringFileInfo\<table>\<name>", ignoring case, in a block that
-// GetFileVersionInfoW filled. The value belongs to the block; its size is in characters for texts, which end
-// with a null character within the block, and in bytes for anything else.
+// Finds "\", "\VarFileInfo\Translation" or "\StringFileInfo\<table>\<name>", ignoring case, in a block from
+// GetFileVersionInfoW. The value belongs to the block. Its size is in characters for texts, which end with a
+// null inside the block, and in bytes for anything else.
 BOOL WINAPI VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* size);

@@ -2,5 +2,5 @@
 // The shell's dialogs from the driver's side.
 #pragma once
 
-// Gives every full-screen dialog the size of the present screen. Called when that has changed.
+// Gives all full-screen dialogs the size of the screen. Call it when that has changed.
 void FitFullScreenDialogs();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the platform puts the SIP on a screen.
+// Where the platform places the SIP on a screen.
 //
 //     +----------------+
 //     | title bar      |  BarHeight
@@ -17,7 +17,7 @@
 
 // All in pixels; divisions truncate.
 int BarHeight(SIZE screen);
-// The height of a SIP that has none yet: a third of a landscape screen, a quarter of any other.
+// The initial height of the SIP: a third of a landscape screen, a quarter of any other.
 int FirstSipHeight(SIZE screen);
 RECT SipRectangle(SIZE screen, int height);
 SIZE ScreenSize();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The Software Input Panel from its driver's side: its window, and the calls that it makes on an input
-// method. Win32 and COM alone, so that the same shell drives the input method on every platform.
+// The Software Input Panel from its driver's side: its window, and its calls to an input method. Uses only
+// Win32 and COM, so that the same shell drives the input method on every platform.
 #pragma once
 
 #include <sip.h>
@@ -10,11 +10,11 @@
 class SipCallback;
 class SipWindow;
 
-// The calls of which nothing but the result is worth reporting.
+// The calls of which only the result is reported.
 enum class SipCall { Create, Select, Deselect, Showing, Hiding, RegisterCallback, UserOptionsDlg };
 
-// Hears of every call in either direction at its moment: calls on the input method when they return, calls of
-// the input method when they are made.
+// Is told of every call: of those to the input method when they return, of those by the input method when
+// they are made.
 class SipObserver {
 public:
     virtual ~SipObserver() = default;
@@ -29,7 +29,7 @@ public:
                                   const UINT* characters) = 0;
 };
 
-// Where the keys of the input method go: the focused application.
+// Receives the keys of the input method for the focused application.
 class SipKeySink {
 public:
     virtual ~SipKeySink() = default;
@@ -40,41 +40,41 @@ public:
 enum class SipVisibility { Hidden, Shown };
 enum class SipCallbackUse { Registered, None };
 
-// One shell at a time exists in a process; it answers SipShowIM, SipGetCurrentIM and SipSetCurrentIM. Calls
-// on the input method return its own result, or E_UNEXPECTED without reporting anything when there is none.
+// A process has one shell at a time, which implements SipShowIM, SipGetCurrentIM and SipSetCurrentIM. Calls
+// to the input method return its result, or E_UNEXPECTED without a report if there is none.
 class SipShell {
 public:
     struct Options {
         HINSTANCE instance = nullptr;  // owner of the window class
-        CLSID inputMethod{};           // what it creates until SwitchTo
+        CLSID inputMethod{};           // created until SwitchTo names another one
         SipObserver* observer = nullptr;
         SipKeySink* keys = nullptr;
     };
 
-    // Makes the SIP window, hidden, laid out for the present screen. Null when the window cannot be made.
-    // Observer and sink outlive the shell.
+    // Creates the SIP window, hidden, laid out for the present screen; null on failure. Observer and sink
+    // must outlive the shell.
     static std::unique_ptr<SipShell> Create(const Options& options);
     ~SipShell();
     SipShell(const SipShell&) = delete;
     SipShell& operator=(const SipShell&) = delete;
-    // The shell of this process, null when none stands.
+    // The shell of this process; null if there is none.
     static SipShell* Current();
 
-    // Makes the object through COM and asks for IInputMethod2. An object held so far is released on success.
+    // Creates the object through COM and queries IInputMethod2. On success releases the object held so far.
     HRESULT CreateInputMethod();
     void ReleaseInputMethod();
     bool HasInputMethod() const { return m_object != nullptr; }
     bool IsSelected() const { return m_selected; }
-    // A call on the input method has not returned: it must not be released now.
+    // True during a call to the input method, which must not be released then.
     bool IsCalling() const { return m_callDepth > 0; }
 
-    // Select, GetInfo, RegisterCallback, ReceiveSipInfo, then the window is shown and Showing called; from
-    // then on the class is the current input method. Returns what Select returned; after a failure it ends
-    // there.
+    // Calls Select, GetInfo, RegisterCallback and ReceiveSipInfo, shows the window and calls Showing; the
+    // class is then the current input method. Returns the result of Select; if that fails, nothing else is
+    // called.
     HRESULT Select();
     HRESULT Deselect();
-    // Creates another input method, takes leave of the present one and selects the new one, which this shell
-    // creates from then on. When it cannot be created, that is the result and everything stays.
+    // Creates another input method, deselects the present one and selects the new one, which this shell
+    // creates from then on. If it cannot be created, returns the error and changes nothing.
     HRESULT SwitchTo(REFCLSID clsid);
     HRESULT RegisterCallback(SipCallbackUse use);
     // Shows or hides the window, then calls Showing or Hiding of an input method that has been created.
@@ -82,17 +82,17 @@ public:
     // ReceiveSipInfo with the window's present rectangle.
     HRESULT SendSipInfo();
     HRESULT OpenOptions(HWND parent);
-    // GetInfo without a report, for whoever shows the button. E_UNEXPECTED without an input method.
+    // GetInfo without a report, for showing the button.
     HRESULT ReadInfo(IMINFO& info);
 
-    // Lays the window out for the present screen, as high as it was; a selected input method is told.
+    // Lays the window out for the present screen, as high as before, and tells a selected input method.
     void OnScreenChanged();
-    // Screen coordinates; the input method is not told.
+    // Screen coordinates. Does not tell the input method.
     void MoveTo(const RECT& rectangle);
 
     HWND Window() const;
     HWND Panel() const;  // the input method's window; null when there is none
-    // What the SIP and the bars leave of the screen.
+    // The screen without the SIP and the bars.
     RECT VisibleDesktop() const;
 
     // The shell calls of the input method.
@@ -105,8 +105,7 @@ private:
     SipShell(const Options& options, std::unique_ptr<SipWindow> window);
     HRESULT GetInfo();
 
-    // Makes one call on the object, which exists, and returns its result. Calls nest: a dialog of the input
-    // method runs inside one.
+    // Makes a call to the object, which must exist. Calls nest: a dialog of the input method runs inside one.
     template <typename Function>
     HRESULT Call(Function function);
     // As Call, and reports the result.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The Software Input Panel as input methods and dialogs see it. Desktop Windows has no such header, so this
-// one serves every build.
+// The Software Input Panel for input methods and dialogs. Desktop Windows has no such header; this one is for
+// all builds.
 #pragma once
 
 #include <objbase.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Dialogs as the handheld's shell wants them: over all of the screen (the panel lies above them), with a Done
-// button in the title area. Dialogs themselves draw a title there and a line below it, a thirteenth of the
-// screen's longer side down; the button keeps clear of that line.
+// Dialogs in the style of the handheld's shell: they fill the screen (the panel is above them) and have a
+// Done button in the title area. Dialogs draw the title themselves, and a line below it at a thirteenth of
+// the screen's longer side; the button stays above that line.
 #include <aygshell.h>
 #include <shell_dialogs.h>
 #include <sip_layout.h>
@@ -41,7 +41,7 @@ bool AddDoneButton(HWND dialog) {
     return true;
 }
 
-// WM_SIZE is delivered in any case: the dialog lays its controls out then.
+// Sends WM_SIZE in any case, as the dialog lays out its controls then.
 void FillScreen(HWND dialog) {
     const SIZE screen = ScreenSize();
     RECT client{};
@@ -61,7 +61,7 @@ void ForgetClosedDialogs() {
 
 }  // namespace
 
-// The size comes last: a dialog whose button could not be made still gets it.
+// The size comes last, so that a dialog whose button failed gets it, too.
 BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
     if (!info || !(info->dwMask & SHIDIM_FLAGS)) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
     if (!IsWindow(info->hDlg)) return SetLastError(ERROR_INVALID_WINDOW_HANDLE), FALSE;

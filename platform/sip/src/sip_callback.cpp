@@ -16,7 +16,7 @@ STDMETHODIMP_(ULONG) SipCallback::Release() {
     return static_cast<ULONG>(InterlockedDecrement(&m_references));
 }
 
-// This SIP asks for the button images once, at Select; it has no use for later ones.
+// This SIP asks for the button images once, at Select, and ignores later ones.
 STDMETHODIMP SipCallback::SetImInfo(IMINFO*) { return E_NOTIMPL; }
 
 STDMETHODIMP SipCallback::SendVirtualKey(BYTE virtualKey, DWORD flags) {

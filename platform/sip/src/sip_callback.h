@@ -3,8 +3,8 @@
 
 #include <sip_shell.h>
 
-// What the input method is given to send keys through. It belongs to the shell: input methods borrow the
-// pointer without counting, so references are counted for form alone and the last one frees nothing.
+// The callback through which the input method sends keys. The shell owns it: input methods borrow the pointer
+// without counting, so the reference count is a formality and the last Release frees nothing.
 class SipCallback final : public IIMCallback {
 public:
     SipCallback(SipObserver& observer, SipKeySink& keys) : m_observer(observer), m_keys(keys) {}

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The shell calls, answered by the shell of this process. Without one they fail with
-// ERROR_CALL_NOT_IMPLEMENTED, as on a device that has no SIP.
+// The shell calls, implemented by the shell of this process. Without one they fail with
+// ERROR_CALL_NOT_IMPLEMENTED, as on a device without a SIP.
 #include <sip_shell.h>
 
 namespace {

@@ -12,7 +12,7 @@ namespace {
 
 SipShell* currentShell = nullptr;
 
-// The input method that a device starts with: the platform's standard keyboard.
+// The platform's standard keyboard, with which a device starts.
 const CLSID standardKeyboard = {0x42429667, 0xAE04, 0x11D0, {0xA4, 0xF8, 0x00, 0xAA, 0x00, 0xA7, 0x49, 0xB9}};
 
 HRESULT CreateObject(REFCLSID clsid, IInputMethod2** object) {
@@ -188,7 +188,7 @@ BOOL SipShell::ShowIM(DWORD flags) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    // While another class is current, its input method gets the calls, and this shell has none of it.
+    // While another class is current, its input method would get the calls; this shell has none of it.
     if (IsEqualCLSID(m_current, m_options.inputMethod)) {
         SetVisibility(flags == SIPF_ON ? SipVisibility::Shown : SipVisibility::Hidden);
     } else if (flags == SIPF_ON) {

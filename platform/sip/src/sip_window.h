@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-// The window in which input methods put their panels: above all others, with nothing in it of its own. Owns
-// the window and its class.
+// The window that holds the input methods' panels: above all others, empty itself. Owns the window and its
+// class.
 class SipWindow {
 public:
     SipWindow(HINSTANCE instance, const RECT& rectangle);  // screen coordinates; Handle() is null on failure
