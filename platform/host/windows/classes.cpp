@@ -29,7 +29,7 @@ WindowClass* FindAmong(const std::vector<std::unique_ptr<WindowClass>>& all, LPC
 
 WindowClass* FindOwnClass(LPCWSTR name, HINSTANCE instance) { return FindAmong(classes, name, instance); }
 
-// Atoms count upward and start again, leaving out those in use: there are 0x4000 of them.
+// Atoms count upward and start again, skipping those in use; there are 0x4000 of them.
 ATOM TakeAtom() {
     const auto taken = [](const auto& windowClass) { return windowClass->atom == nextAtom; };
     while (std::any_of(classes.begin(), classes.end(), taken)) {
@@ -117,7 +117,7 @@ BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance) {
     return TRUE;
 }
 
-// A pen device shows no cursor, so the handle stands for one that is never drawn.
+// A pen device shows no cursor: the handle is never drawn.
 HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) {
     if (!instance && name == IDC_ARROW) return reinterpret_cast<HCURSOR>(const_cast<WCHAR*>(name));
     SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);

@@ -18,7 +18,7 @@ bool resetting = false;
 
 bool IsChildStyle(DWORD style) { return (style & (WS_CHILD | WS_POPUP)) == WS_CHILD; }
 
-// A window that is going, or everything during a reset, gets no new children and owns no new windows.
+// A window under destruction gets no new children and owns no new windows; during a reset no window does.
 DWORD CheckParent(HWND parent, DWORD style) {
     if (resetting) return ERROR_INVALID_WINDOW_HANDLE;
     if (!parent) return IsChildStyle(style) ? ERROR_TLW_WITH_WSCHILD : ERROR_SUCCESS;
@@ -26,7 +26,7 @@ DWORD CheckParent(HWND parent, DWORD style) {
     return window && window->life == Life::Alive ? ERROR_SUCCESS : ERROR_INVALID_WINDOW_HANDLE;
 }
 
-// Hidden until its creation messages have passed.
+// Hidden until its creation messages have been sent.
 Window* OpenWindow(const CREATESTRUCTW& creation, WindowClass& windowClass) {
     const HWND handle = ToHandle<HWND>(table.Open(std::make_unique<Window>()));
     Window* window = FindWindow(handle);
@@ -50,7 +50,7 @@ Window* OpenWindow(const CREATESTRUCTW& creation, WindowClass& windowClass) {
     return window;
 }
 
-// As on the handheld there are no nonclient messages. Null when a handler refused the window or destroyed it.
+// As on the handheld there are no nonclient messages. Null if a handler refused or destroyed the window.
 Window* SendCreationMessages(HWND handle, const CREATESTRUCTW& creation) {
     const LPARAM parameter = reinterpret_cast<LPARAM>(&creation);
     if (CallProcedure(*FindWindow(handle), WM_CREATE, 0, parameter) == -1) {
@@ -67,7 +67,7 @@ Window* SendCreationMessages(HWND handle, const CREATESTRUCTW& creation) {
     return FindWindow(handle);
 }
 
-// Parents first; each window hears it once, also when its handler destroys others.
+// Parents first; each window gets it once, even if its handler destroys others.
 void SendDestroyMessages(HWND handle) {
     Window* window = FindWindow(handle);
     if (!window || window->life >= Life::Destroyed) return;
@@ -122,8 +122,8 @@ Window* RequireWindow(HWND handle) {
     return window;
 }
 
-// Windows that a handler keeps from going the usual way, because it is itself part of a destruction, are
-// removed all the same.
+// Also removes windows that could not be destroyed the usual way because their handler was itself part of a
+// destruction.
 void ResetWindows() {
     resetting = true;
     while (!TopLevelWindows().empty()) {
@@ -182,8 +182,7 @@ HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR titl
     return FindWindow(handle) ? handle : nullptr;
 }
 
-// WM_DESTROY goes to the window and then to its children. For a window that is being destroyed already there
-// is nothing left to do.
+// WM_DESTROY goes to the window and then to its children. Does nothing for a window under destruction.
 BOOL WINAPI DestroyWindow(HWND handle) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Update regions and painting cycles. On the way from InvalidateRect to EndPaint nothing is allocated once
-// the regions have grown to their usual size.
+// Update regions and painting. From InvalidateRect to EndPaint nothing is allocated once the regions have
+// grown to their usual size.
 #include <algorithm>
 
 #include "device/faults.h"
@@ -17,10 +17,10 @@ struct ClientContext {
 };
 std::vector<ClientContext> clientContexts;  // open ones of GetDC
 
-// A region to work with; used up before any message is sent.
+// A temporary region; not used across sending a message.
 Region scratch;
 
-// What of the update region shows, in screen coordinates; in the scratch region.
+// The visible part of the update region, in screen coordinates; returned in `scratch`.
 const Region& VisibleUpdate(const Window& window) {
     const POINT origin = ScreenOrigin(window);
     scratch = window.update;
@@ -52,7 +52,7 @@ bool EraseBackground(HWND handle, HDC dc) {
     return SendMessageW(handle, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0) != 0;
 }
 
-// A class names a brush or a system colour plus 1, which lies far below every handle.
+// A class names a brush, or a system colour plus 1, which is far below every handle.
 HBRUSH ClassBrush(const WindowClass& windowClass) {
     constexpr ULONG_PTR kLastColor = 30;
     const ULONG_PTR value =
@@ -144,7 +144,7 @@ BOOL WINAPI UpdateWindow(HWND handle) {
     return TRUE;
 }
 
-// With erase the background of what is to be painted is erased at once, if that is still to be done.
+// With `erase`, erases the background of the update region at once, if that has not been done.
 BOOL WINAPI GetUpdateRect(HWND handle, RECT* rectangle, BOOL erase) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;
@@ -160,14 +160,14 @@ BOOL WINAPI GetUpdateRect(HWND handle, RECT* rectangle, BOOL erase) {
     return !IsEmpty(box);
 }
 
-// rcPaint is the box around what can be drawn. The window counts as painted from here on, so a handler of
-// WM_ERASEBKGND may invalidate it again.
+// rcPaint is the bounding box of the visible update region. The window counts as painted from here on, so a
+// handler of WM_ERASEBKGND may invalidate it again.
 HDC WINAPI BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     const bool fails = CallFails(Call::BeginPaint, ERROR_NOT_ENOUGH_MEMORY);
     Window* window = RequireWindow(handle);
     if (!window) return nullptr;
     if (fails) {
-        window->paintUnanswered = false;  // the painting was tried, so WM_PAINT comes again
+        window->paintUnanswered = false;  // painting was tried, so WM_PAINT is sent again
         return nullptr;
     }
     if (!paint || window->paintContext) {
@@ -187,7 +187,7 @@ HDC WINAPI BeginPaint(HWND handle, PAINTSTRUCT* paint) {
     return paint->hdc;
 }
 
-// False for a painting that is not open: its window gone, ended before, or begun on another window.
+// False if no such painting is open: its window is gone, it has ended, or it began on another window.
 BOOL WINAPI EndPaint(HWND handle, const PAINTSTRUCT* paint) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;
@@ -199,7 +199,7 @@ BOOL WINAPI EndPaint(HWND handle, const PAINTSTRUCT* paint) {
     return CloseScreenDC(paint->hdc);
 }
 
-// A null window means the whole screen, over all windows.
+// A null window means the whole screen, above all windows.
 HDC WINAPI GetDC(HWND handle) {
     const Window* window = handle ? RequireWindow(handle) : nullptr;
     if (handle && !window) return nullptr;

@@ -24,7 +24,7 @@ bool penIsDown = false;
 POINT penPosition{};
 std::bitset<256> pressedKeys;
 
-// The last pen-down that may turn out to be the first half of a double tap.
+// The last pen-down, which may become the first half of a double tap.
 struct Tap {
     HWND window = nullptr;
     POINT point{};
@@ -42,7 +42,7 @@ bool Contains(const RECT& bounds, POINT point) {
            point.y < bounds.bottom;
 }
 
-// A disabled child lets the pen through to what lies below it.
+// A disabled child passes the pen on to the window below it.
 const Window* ChildAt(const Window& window, POINT point) {
     for (const Window* child : window.children) {
         if (!HasStyle(*child, WS_VISIBLE) || HasStyle(*child, WS_DISABLED)) continue;
@@ -52,8 +52,8 @@ const Window* ChildAt(const Window& window, POINT point) {
     return &window;
 }
 
-// A disabled top-level window swallows the pen: while a modal window is open its owner gets nothing, and
-// neither does what lies below the owner.
+// A disabled top-level window swallows the pen: while a modal window is open, neither its owner nor the
+// windows below the owner get it.
 const Window* WindowAt(POINT point) {
     for (const Window* window : TopLevelWindows()) {
         if (!HasStyle(*window, WS_VISIBLE) || !Contains(window->bounds, point)) continue;
@@ -65,7 +65,7 @@ const Window* WindowAt(POINT point) {
 
 const Window* PenTarget(POINT point) { return capture ? FindWindow(capture) : WindowAt(point); }
 
-// One half of a message's position; what lies beyond 16 bits stays at their end.
+// One half of a message's position, limited to 16 bits.
 WORD PositionHalf(LONG coordinate, LONG origin) {
     const std::int64_t position = std::int64_t{coordinate} - origin;
     return static_cast<WORD>(std::clamp<std::int64_t>(position, -0x8000, 0x7FFF));
@@ -99,8 +99,8 @@ bool CompletesDoubleTap(const Window& window, POINT point) {
            std::llabs(std::int64_t{point.y} - firstTap.point.y) <= kDoubleTapReach;
 }
 
-// Repeat count 1; the device has no scan codes, so the virtual key stands in their place. The two top bits
-// tell that the key was down before and that it is going up.
+// Repeat count 1; the virtual key in place of a scan code, as the device has none. The two top bits: the key
+// was down before, and it is going up.
 LPARAM KeyData(UINT virtualKey, bool wasDown, bool goingUp) {
     return static_cast<LPARAM>(1u | ((virtualKey & 0xFFu) << 16) | (wasDown ? 0x40000000u : 0u) |
                                (goingUp ? 0x80000000u : 0u));
@@ -118,7 +118,7 @@ void PostPen(Pen event, POINT point) {
     PostInput(target->handle, PenMessage(event), penIsDown ? MK_LBUTTON : 0, position);
 }
 
-// A third tap starts anew: the pen-down that completed a double tap is no first half of another.
+// The pen-down that completes a double tap is not the first half of another one.
 Pen RecognizePen(Pen event, POINT point) {
     if (event != Pen::Down) return event;
     const Window* target = PenTarget(point);
@@ -135,7 +135,7 @@ void MovePen(Pen event, POINT point) { PostPen(RecognizePen(event, point), point
 void SetCaptureHandler(CaptureHandler handler) { captureHandler = std::move(handler); }
 
 // GetKeyState changes when the message is taken from the queue, so that a handler sees the keys as they were
-// when its own key was pressed. Without a focus there is nothing to wait for.
+// when its key was pressed; without a focus it changes at once.
 void PostKey(UINT virtualKey, bool down) {
     const UINT message = down ? WM_KEYDOWN : WM_KEYUP;
     if (!focus) return NoteKey(message, virtualKey);
@@ -143,7 +143,7 @@ void PostKey(UINT virtualKey, bool down) {
     PostInput(focus, message, virtualKey, KeyData(virtualKey, wasDown, !down));
 }
 
-// WM_CHAR alone: the driver posts the key's own messages around it.
+// Only WM_CHAR: the driver posts the key messages around it.
 void PostCharacter(UINT virtualKey, WCHAR character) {
     if (focus) PostInput(focus, WM_CHAR, character, KeyData(virtualKey, false, false));
 }
@@ -180,7 +180,7 @@ void ResetInput() {
 
 using namespace host;
 
-// Null lets go of the capture.
+// Null releases the capture.
 HWND WINAPI SetCapture(HWND handle) {
     if (handle && !RequireWindow(handle)) return nullptr;
     const HWND previous = capture;
@@ -198,7 +198,7 @@ BOOL WINAPI ReleaseCapture() {
 
 HWND WINAPI GetCapture() { return capture; }
 
-// Null takes the focus away. A handler of WM_KILLFOCUS may move the focus on: then WM_SETFOCUS is not sent.
+// Null removes the focus. If a handler of WM_KILLFOCUS moves the focus on, WM_SETFOCUS is not sent.
 HWND WINAPI SetFocus(HWND handle) {
     const Window* window = handle ? RequireWindow(handle) : nullptr;
     if (handle && !window) return nullptr;
@@ -215,7 +215,7 @@ HWND WINAPI SetFocus(HWND handle) {
 
 HWND WINAPI GetFocus() { return focus; }
 
-// Disabling tells the window first that its pen and its focus are gone.
+// A window to be disabled first loses the capture and the focus.
 BOOL WINAPI EnableWindow(HWND handle, BOOL enable) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Pen, keys, capture and focus as the rest of the window manager needs them.
+// Pen, keys, capture and focus, for the rest of the window manager.
 #pragma once
 
 #include "windows/window.h"
 
 namespace host {
 
-// Takes capture and focus from the window and everything inside it, with the messages that go with it.
+// Takes capture and focus from the window and its descendants, with the usual messages.
 void ReleaseInput(HWND window);
-// The same for this window alone and without messages: it is about to be no more.
+// The same for this window only, without messages, as it is about to be removed.
 void ForgetInput(HWND window);
-// Keeps GetKeyState: called when a key message of the device's own leaves the queue.
+// Updates GetKeyState; called when a key message of the device leaves the queue.
 void NoteKey(UINT message, WPARAM virtualKey);
-// Where the pen was last, in screen coordinates.
+// The last position of the pen, in screen coordinates.
 POINT PenPosition();
 void ResetInput();
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Posting, fetching and delivering messages. A message is taken out of the queue before it is delivered, so
-// that a handler may post, fetch and run a loop of its own, to any depth.
+// Posts, fetches and delivers messages. A message leaves the queue before it is delivered, so a handler may
+// post, fetch and run a message loop, nested to any depth.
 #include "windows/queue.h"
 
 #include <algorithm>
@@ -22,13 +22,13 @@ struct QueuedMessage {
 };
 
 struct Filter {
-    HWND window = nullptr;  // with everything inside it; null: every message
+    HWND window = nullptr;  // with its descendants; null: all messages
     UINT first = 0;
     UINT last = 0;  // first and last 0: every number
 };
 
 std::vector<QueuedMessage> queue;
-std::size_t head = 0;  // messages before it are taken; the memory is reused once all of them are
+std::size_t head = 0;  // messages before it have been taken; the memory is reused once all have
 bool quitWanted = false;
 int quitCode = 0;
 IdleHandler idleHandler;
@@ -79,7 +79,7 @@ bool TakePaint(const Filter& filter, MSG& message) {
     return true;
 }
 
-// The quit that was asked for comes when no posted message waits, and passes every filter.
+// A requested WM_QUIT comes when no posted message is left, and passes every filter.
 bool TakeQuit(MSG& message) {
     if (!quitWanted) return false;
     quitWanted = false;
@@ -91,7 +91,7 @@ bool TakeAny(const Filter& filter, MSG& message) {
     return TakePosted(filter, message) || TakeQuit(message) || TakePaint(filter, message);
 }
 
-// A copy runs, so the handler may replace itself or be entered again from a loop inside it.
+// Calls a copy: the handler may replace itself, or be called again from a loop inside it.
 bool Idle() {
     const IdleHandler handler = idleHandler;
     return handler && handler();
@@ -130,8 +130,8 @@ LRESULT CallProcedure(const Window& window, UINT message, WPARAM wParam, LPARAM 
     return window.procedure(window.handle, message, wParam, lParam);
 }
 
-// A window that keeps posting to itself or invalidating itself keeps this going: that is the driver's matter.
-// A wanted quit stays for the message loop around, if there is one.
+// Does not return while a window keeps posting to itself or invalidating itself. A requested WM_QUIT is left
+// to the message loop, if there is one.
 void DeliverMessages() {
     MSG message{};
     while (TakePosted({}, message) || TakePaint({}, message)) {
@@ -150,7 +150,7 @@ LRESULT WINAPI SendMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lPa
     return window ? CallProcedure(*window, message, wParam, lParam) : 0;
 }
 
-// A null window posts to the queue alone: GetMessageW returns it, DispatchMessageW passes it to nobody.
+// A message for a null window is only queued: GetMessageW returns it, DispatchMessageW delivers it to nobody.
 BOOL WINAPI PostMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     if (CallFails(Call::PostMessage, ERROR_NOT_ENOUGH_QUOTA)) return FALSE;
     if (handle && !RequireWindow(handle)) return FALSE;
@@ -159,7 +159,7 @@ BOOL WINAPI PostMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam
     return FALSE;
 }
 
-// Never waits in real time: when the idle handler has nothing more, the loop is told to quit.
+// Never waits in real time: returns WM_QUIT when the idle handler has nothing more to do.
 BOOL WINAPI GetMessageW(MSG* message, HWND handle, UINT first, UINT last) {
     if (!message) return SetLastError(ERROR_INVALID_PARAMETER), -1;
     const Filter filter{handle, first, last};

@@ -10,9 +10,9 @@ namespace host {
 enum class Origin { Program, Device };
 // False when the queue is full.
 bool Enqueue(HWND window, UINT message, WPARAM wParam, LPARAM lParam, Origin origin);
-// Forgets what waits for a window; its keys count as pressed or released all the same.
+// Drops the messages for a window; GetKeyState still counts its key messages.
 void DropMessages(HWND window);
-// Forgets every message, a wanted quit and the idle handler.
+// Drops all messages, a requested WM_QUIT and the idle handler.
 void ResetMessages();
 
 }  // namespace host

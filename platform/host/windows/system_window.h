@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Windows of the layer's own classes: those who make them register them here.
+// Windows of the layer's own classes, which other rooms register here.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace host {
 
-// The object behind a window of one of the layer's own classes. The window owns it, and so does every message
-// that is on its way through it: a handler may destroy the window, and then finds IsAlive false.
+// The object of a window of one of the layer's own classes. The window owns it, and each message being
+// handled shares it: a handler may destroy the window and then finds IsAlive false.
 class SystemWindow {
 public:
     explicit SystemWindow(HWND handle) : m_handle(handle) {}
@@ -18,9 +18,9 @@ public:
     SystemWindow& operator=(const SystemWindow&) = delete;
 
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
-    // What GetWindowLongPtrW knows of this class beyond what every window has; null for any other index.
+    // The further values that GetWindowLongPtrW has for this class; null for any other index.
     virtual LONG_PTR* FindLong(int) { return nullptr; }
-    // Turns the place that the window is to get, in its parent's coordinates, into the one that it takes.
+    // Changes the place that the window is about to get, in its parent's coordinates.
     virtual void AdjustBounds(RECT&) {}
 
     HWND Handle() const { return m_handle; }
@@ -37,7 +37,7 @@ std::shared_ptr<Object> FindSystemWindow(HWND handle) {
     return std::dynamic_pointer_cast<Object>(FindSystemWindow(handle));
 }
 
-// The procedure of a class: makes the object at the window's first message.
+// The procedure of a class: creates the object at the window's first message.
 template <typename Object>
 LRESULT CALLBACK SystemWindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_CREATE) {
@@ -50,8 +50,8 @@ LRESULT CALLBACK SystemWindowProcedure(HWND handle, UINT message, WPARAM wParam,
                   : DefWindowProcW(handle, message, wParam, lParam);
 }
 
-// Makes a class that is there for every instance and cannot be unregistered, with an atom of the caller's.
-// One with this atom that is there already stays.
+// Registers a class for all instances that cannot be unregistered, with the caller's atom. A class that has
+// this atom already stays.
 void RegisterSystemClass(const WCHAR* name, ATOM atom, WNDPROC procedure, UINT style);
 
 }  // namespace host

@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-// Copies what fits, always with the null; returns its length without.
+// Copies as much as fits and a null; returns the length without the null.
 int CopyText(std::u16string_view text, LPWSTR buffer, std::size_t characters) {
     const std::size_t length = std::min(text.size(), characters - 1);
     text.copy(buffer, length);

@@ -11,12 +11,12 @@ namespace {
 
 std::vector<Window*> topLevelWindows;
 
-// Coordinates are the caller's own, any 32 bits: they wrap instead of overflowing.
+// Callers pass any 32-bit coordinates: sums wrap instead of overflowing.
 LONG WrappingAdd(LONG a, LONG b) { return static_cast<LONG>(static_cast<ULONG>(a) + static_cast<ULONG>(b)); }
 
 bool IsTopmost(const Window& window) { return !window.parent && (window.extendedStyle & WS_EX_TOPMOST) != 0; }
 
-// What a change of place, order or visibility does to the screen. before: where the window showed.
+// Redraws the screen after a change of place, order or visibility. `before` is where the window was visible.
 enum class Redraw { Gained, Everything };
 void RedrawChange(Window& window, const Region& before, Redraw redraw) {
     const Region after = VisibleArea(window);
@@ -38,7 +38,7 @@ bool NeedsFullRedraw(const Window& window, const RECT& old) {
            (HasNewHeight(old, window.bounds) && (style & CS_VREDRAW));
 }
 
-// The window's pixels are not moved along: wherever it comes to lie it is painted anew.
+// The window's pixels are not moved: it is repainted at its new place.
 void RedrawMove(Window& window, const Region& before, const RECT& old) {
     RedrawChange(window, before, HasMoved(old, window.bounds) ? Redraw::Everything : Redraw::Gained);
     if (NeedsFullRedraw(window, old)) AddToUpdate(window, ClientBounds(window), Erase::Yes);
@@ -173,7 +173,7 @@ BOOL WINAPI ShowWindow(HWND handle, int command) {
     return wasVisible;
 }
 
-// WM_MOVE and WM_SIZE come only for what changed. Without repaint nothing is invalidated: the caller paints.
+// Sends WM_MOVE and WM_SIZE only for a change. Without `repaint` invalidates nothing: the caller paints.
 BOOL WINAPI MoveWindow(HWND handle, int x, int y, int width, int height, BOOL repaint) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;
@@ -259,7 +259,7 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND handle, int index) {
     return 0;
 }
 
-// A style set this way sends and paints nothing. What makes a window a child or a popup stays as created.
+// Setting a style sends no message and paints nothing. A child stays a child, a popup a popup.
 LONG_PTR WINAPI SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
     constexpr DWORD kFixed = WS_CHILD | WS_POPUP;
     const LONG_PTR old = GetWindowLongPtrW(handle, index);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Which part of the screen a window shows in. Windows always clip their children and siblings here, as on the
-// handheld, whatever WS_CLIPCHILDREN and WS_CLIPSIBLINGS say.
+// The visible parts of windows. Windows always clip their children and siblings, as on the handheld, whatever
+// WS_CLIPCHILDREN and WS_CLIPSIBLINGS say.
 #include <algorithm>
 
 #include "graphics/graphics.h"
@@ -22,7 +22,8 @@ void SubtractVisible(const std::vector<Window*>& windows, const Window* upTo, PO
     }
 }
 
-// Gives these windows, topmost first, their shares of the area and leaves what none of them covers.
+// Gives each of these windows, topmost first, its share of the area; leaves the part that none of them
+// covers.
 void ShareOut(const std::vector<Window*>& windows, std::size_t first, Region& area) {
     for (std::size_t i = first; i < windows.size() && !area.Empty(); ++i) {
         if (!HasStyle(*windows[i], WS_VISIBLE)) continue;
@@ -87,7 +88,7 @@ void ExposeBelow(const Window& window, Region area) {
     const auto self = std::find(siblings.begin(), siblings.end(), &window);
     ShareOut(siblings, static_cast<std::size_t>(std::distance(siblings.begin(), self)) + 1, area);
     if (!window.parent) return Blacken(area);
-    // The area was the window's own, so no sibling above and no other child lies over what is left of it.
+    // The area belonged to the window, so no sibling above it and no other child covers the rest.
     const POINT origin = ScreenOrigin(*window.parent);
     area.Move(-origin.x, -origin.y);
     for (const RECT& part : area.Rectangles()) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The window manager's model: classes, the tree of windows, and what its files do for each other. All of it
-// belongs to one thread. A window procedure may destroy any window, so a Window pointer is good only until
+// The window manager's model: classes, the window tree, and the functions that its files share. All of it
+// belongs to one thread. A window procedure may destroy any window, so a Window pointer is valid only until
 // the next message is sent: code that sends one keeps the handle and looks the window up again.
 #pragma once
 
@@ -26,10 +26,10 @@ struct WindowClass {
     int windows = 0;              // live ones; a class in use cannot be unregistered
 };
 
-// Destruction goes through these in order; each is entered once, whatever the window's handlers call.
+// The steps of destruction, in order; each is entered once, whatever the window's handlers call.
 enum class Life {
     Alive,
-    Closing,   // DestroyWindow has begun; no child can be created any more
+    Closing,   // DestroyWindow has begun; no more children can be created
     Destroyed  // WM_DESTROY, the last message, was sent
 };
 
@@ -45,7 +45,7 @@ struct Window {
     UINT_PTR id = 0;  // identifier of a child
     LONG_PTR userData = 0;
     std::u16string text;
-    std::shared_ptr<SystemWindow> object;  // of the layer's own classes alone
+    std::shared_ptr<SystemWindow> object;  // for the layer's own classes only
     RECT bounds{};  // in the parent's client coordinates; for a top-level window on the screen
     Life life = Life::Alive;
 
@@ -56,22 +56,22 @@ struct Window {
 };
 
 // --- Look-up (lifetime.cpp, classes.cpp) ------------------------------------------------------------------
-// Null for a handle of no live window; Require also sets ERROR_INVALID_WINDOW_HANDLE.
+// Null for an invalid handle; Require also sets ERROR_INVALID_WINDOW_HANDLE.
 Window* FindWindow(HWND handle);
 Window* RequireWindow(HWND handle);
-// By name or atom: the instance's own class, else one for every instance, else one of the layer's own. Null
-// when there is none.
+// By name or atom: a class of the instance, else one for all instances, else one of the layer. Null if there
+// is none.
 WindowClass* FindClass(LPCWSTR name, HINSTANCE instance);
 bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance);
 void ResetClasses();
-// Destroys every window and forgets everything else of the window manager.
+// Destroys all windows and resets the window manager.
 void ResetWindows();
 void CountWindowHandles(LiveHandles& counts);
 
 // --- The tree (tree.cpp) ----------------------------------------------------------------------------------
 std::vector<Window*>& TopLevelWindows();  // topmost first
 std::vector<Window*>& Siblings(const Window& window);
-// Puts a new window into the tree: a child below its siblings, so that the first control of a dialog lies
+// Puts a new window into the tree: a child below its siblings, so that the first control of a dialog is the
 // topmost, a top-level window above all others.
 void LinkNew(Window& window);
 // Puts a window above its siblings, or takes it out of the tree.
@@ -84,25 +84,24 @@ bool IsShown(const Window& window);  // it and all its ancestors
 POINT ScreenOrigin(const Window& window);
 RECT ScreenBounds(const Window& window);
 RECT ClientBounds(const Window& window);
-// This place and size, cut to what the 16-bit halves of WM_MOVE and WM_SIZE can carry. Sums of them never
-// overflow.
+// This place and size, limited to the 16-bit halves of WM_MOVE and WM_SIZE. Their sums never overflow.
 RECT MessageBounds(int x, int y, int width, int height);
-// What windows that lie above all others leave of the screen over them: dialogs and lists open there.
+// The screen area over the windows that are above all others: dialogs and lists open there.
 RECT FreeScreenArea();
-// Clears WS_VISIBLE without a message; what lay below is to be painted.
+// Clears WS_VISIBLE without a message; invalidates what was below.
 void HideQuietly(Window& window);
 
-// --- What shows (visibility.cpp) --------------------------------------------------------------------------
+// --- Visibility (visibility.cpp) --------------------------------------------------------------------------
 enum class Children { Included, Excluded };
-// Takes out of a screen area what does not show of the window: outside its ancestors or the screen, or under
-// others. A hidden window shows nowhere.
+// Reduces a screen area to the part where the window is visible: inside its ancestors and the screen, and not
+// under others. A hidden window is visible nowhere.
 void ClipToVisible(const Window& window, Children children, Region& area);
-// Where the window and its children show on the screen.
+// Where the window and its children are visible on the screen.
 Region VisibleArea(const Window& window);
-// Marks what shows of the window and its children in a screen area as to be erased and painted.
+// Invalidates the visible part of the window and its children in a screen area, to be erased and painted.
 void InvalidateArea(Window& window, Region area);
-// Marks what shows where this window no longer does: siblings below, then the parent or the bare screen,
-// which is made black at once.
+// Invalidates what becomes visible where this window no longer is: siblings below, then the parent or the
+// bare screen, which is painted black at once.
 void ExposeBelow(const Window& window, Region area);
 
 // --- Painting (paint.cpp) ---------------------------------------------------------------------------------
@@ -112,14 +111,14 @@ void AddToUpdate(Window& window, const RECT& clientArea, Erase erase);
 void Validate(Window& window);
 void ValidateTree(Window& window);
 // The next window to get WM_PAINT, inside the filter window if there is one: topmost first, parents before
-// their children. A window that shows nothing of what is to be painted is validated on the way; one that left
-// its last WM_PAINT unanswered is validated and reported. Null when there is none.
+// their children; null if there is none. Validates windows whose update region is not visible, and those that
+// left their last WM_PAINT unanswered, which it reports.
 Window* TakeWindowToPaint(HWND filter);
-// Closes what a window that goes left open; for null, contexts of the whole screen.
+// Closes the contexts that a removed window left open; for null, those of the whole screen.
 void CloseContexts(HWND window);
 
 // --- Messages ---------------------------------------------------------------------------------------------
-// What DefWindowProcW does with WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH (text.cpp).
+// Handles WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH for DefWindowProcW (text.cpp).
 LRESULT AnswerTextMessage(Window& window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CallProcedure(const Window& window, UINT message, WPARAM wParam, LPARAM lParam);
 
