@@ -94,8 +94,8 @@ void Button::Paint(ControlPainter& painter) {
     }
 }
 
-// Pressed it turns black; the default button has a thick frame. In a small one the dots of the focus lie at
-// the frame, and leave the text alone.
+// A pressed button is black; the default button has a thick frame. In a small button the dotted focus frame
+// touches the frame, to keep clear of the text.
 void Button::PaintPushButton(ControlPainter& painter) const {
     const RECT& area = painter.Client();
     const int ink = IsEnabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT;

@@ -5,7 +5,7 @@
 
 namespace host {
 
-// A push button or a check box that checks itself. Pressed by the pen, by the space bar and by BM_CLICK.
+// A push button, or a check box that toggles itself. The pen, the space bar and BM_CLICK press it.
 class Button final : public Control {
 public:
     using Control::Control;
@@ -21,12 +21,12 @@ private:
     void OnPenDown(POINT point);
     void OnPenUp(POINT point);
     void Press(bool pressed);
-    // Checks or unchecks a check box and tells the parent. Nothing of the button may be used afterwards.
+    // Toggles a check box and notifies the parent. The button may be gone afterwards.
     void Click();
     void SetCheck(bool checked);
 
     bool m_checked = false;
-    bool m_pressed = false;   // shown so
+    bool m_pressed = false;   // drawn pressed
     bool m_tracking = false;  // the pen went down here
 };
 

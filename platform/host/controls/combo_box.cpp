@@ -75,7 +75,7 @@ LRESULT ComboBox::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// What ends an open list, or the pen's way into it.
+// Messages that close an open list or end tracking of the pen.
 void ComboBox::OnStateMessage(UINT message, WPARAM wParam, LPARAM) {
     switch (message) {
         case WM_CAPTURECHANGED:
@@ -116,7 +116,7 @@ bool ComboBox::HasItem(int index) const {
     return index >= 0 && static_cast<std::size_t>(index) < m_items.size();
 }
 
-// A sorted list ignores case; of equal items the one added last comes last. A selected item stays selected.
+// Sorting ignores case; equal items stay in the order of their addition. The selected item stays selected.
 LRESULT ComboBox::AddItem(LPCWSTR text) {
     if (!text) return CB_ERR;
     const auto precedes = [](const std::u16string& first, const std::u16string& second) {

@@ -7,21 +7,21 @@
 
 namespace host {
 
-// A closed field that shows the selected item, and a list that drops down from it. Selections that a program
-// makes notify nobody. While the list is open the arrows move in it and nothing is selected until Enter or
-// the pen takes an item, so that a parent that acts on every selection acts once.
+// A field that shows the selected item, and a list that drops down from it. Selections by a program send no
+// notification. While the list is open, arrow keys move in it and only Enter or the pen selects an item, so
+// that a parent that acts on every selection acts once.
 class ComboBox final : public Control {
 public:
     using Control::Control;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    // The height given is that with the open list; the window takes that of the field.
+    // The height given includes the open list; the window gets that of the field.
     void AdjustBounds(RECT& bounds) override;
     KeyUse UseOf(UINT virtualKey) const override;
 
     const std::vector<std::u16string>& Items() const { return m_items; }
     int Selected() const { return m_selected; }
     void Open();
-    // As by a person, with the pen. The combo box may be gone afterwards.
+    // As the pen does. The combo box may be gone afterwards.
     void Take(int index);
 
 private:
@@ -38,7 +38,7 @@ private:
     LRESULT CopyItem(int index, LPWSTR text) const;
     LRESULT GetDroppedRect(RECT* rectangle) const;
     bool HasItem(int index) const;
-    // Shows the selection as the control's text.
+    // Makes the selected item the control's text.
     void ShowSelection();
 
     bool IsOpen() const { return m_list != nullptr; }
@@ -51,7 +51,7 @@ private:
     void OnPenMove(POINT point, UINT message);
     void OnKey(UINT virtualKey);
     void OnCharacter(WCHAR character);
-    // By the keyboard: in the open list, or at once when that is closed.
+    // By the keyboard: moves in the open list, or selects at once when it is closed.
     void MoveTo(int index);
     int CurrentItem() const;  // highlighted in the open list, else selected
     int FindByFirstLetter(WCHAR letter) const;
@@ -63,7 +63,7 @@ private:
     int m_selected = -1;
     int m_droppedHeight = 0;  // pixels, with the field
     HWND m_list = nullptr;    // while it is open
-    bool m_tracking = false;  // the pen went down in the field and may go on into the list
+    bool m_tracking = false;  // the pen went down in the field and may move on into the list
 };
 
 }  // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The combo box's list: opening and closing it, and what pen and keys do with it.
+// The combo box's list: opening, closing, pen and keys.
 #include <algorithm>
 
 #include "controls/combo_box.h"
@@ -8,8 +8,8 @@
 
 namespace host {
 
-// The list lies below the field, as high as the control was made or as its items need, on what the panel
-// leaves of the screen; above the field when there is more room.
+// The list is below the field, or above it if there is more room; as high as the control was created or its
+// items need, within the screen area that the panel leaves free.
 RECT ComboBox::ListPlace() const {
     RECT field{};
     GetWindowRect(Handle(), &field);
@@ -24,7 +24,7 @@ RECT ComboBox::ListPlace() const {
     const LONG below = screen.bottom - field.bottom;
     const LONG above = field.top - screen.top;
     if (height <= below || below >= above) {
-        // The frames of field and list share a line.
+        // The frames of field and list overlap by a line.
         const LONG top = field.bottom - frame;
         return {field.left, top, field.right, top + std::min<LONG>(height, std::max(below, 1) + frame)};
     }
@@ -32,7 +32,8 @@ RECT ComboBox::ListPlace() const {
     return {field.left, bottom - std::min<LONG>(height, above), field.right, bottom};
 }
 
-// The parent hears of it first and may still fill the list. Without its window the list stays closed.
+// Notifies the parent first, which may still fill the list. The list stays closed if its window cannot be
+// created.
 void ComboBox::Open() {
     if (IsOpen() || !IsEnabled() || !IsWindowVisible(Handle()) || !Notify(CBN_DROPDOWN)) return;
     if (IsOpen()) return;
@@ -77,7 +78,7 @@ void ComboBox::Take(int index) {
     if (Close(Outcome::Taken)) Notify(CBN_SELCHANGE);
 }
 
-// The pen opens and closes the list, and may go on into it without being lifted.
+// The pen opens and closes the list, and may move on into it without being lifted.
 void ComboBox::OnPenDown(POINT) {
     SetFocus(Handle());
     if (!IsAlive() || !IsEnabled()) return;
@@ -121,7 +122,7 @@ KeyUse ComboBox::UseOf(UINT virtualKey) const {
     return KeyUse::Dialog;
 }
 
-// The space bar opens the list, as a handheld has no key of its own for that.
+// The space bar opens the list, as handhelds have no special key for it.
 void ComboBox::OnKey(UINT virtualKey) {
     switch (virtualKey) {
         case VK_UP:
@@ -164,7 +165,7 @@ int ComboBox::CurrentItem() const {
     return list ? list->Highlighted() : m_selected;
 }
 
-// The next one behind the current item, then from the top; -1 when there is none.
+// Searches after the current item, then from the top; -1 if there is none.
 int ComboBox::FindByFirstLetter(WCHAR letter) const {
     const int count = static_cast<int>(m_items.size());
     const WCHAR wanted[] = {letter, 0};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What controls have in common.
+// The common part of controls.
 #pragma once
 
 #include <memory>
@@ -15,10 +15,10 @@ class ControlPainter;
 // dialog itself.
 void StartControls();
 
-// What a control does with a key before its dialog does.
+// Who uses a key: the control with the focus, or its dialog.
 enum class KeyUse { Own, Dialog };
 
-// A child that shows something in a font, and tells its parent what a person does with it.
+// A child window that shows something in a font and notifies its parent of the user's actions.
 class Control : public SystemWindow {
 public:
     using SystemWindow::SystemWindow;
@@ -26,7 +26,7 @@ public:
 
     virtual KeyUse UseOf(UINT /*virtualKey*/) const { return KeyUse::Dialog; }
     virtual bool TakesFocus() const { return true; }
-    // Enter presses it while it has the focus.
+    // True if Enter presses it while it has the focus.
     virtual bool IsPushButton() const { return false; }
 
 protected:
@@ -42,11 +42,11 @@ protected:
     RECT Client() const;
     bool ContainsPoint(POINT clientPoint) const;
     void Redraw() const { InvalidateRect(Handle(), nullptr, FALSE); }
-    // Sends WM_COMMAND to the parent. False when the control did not survive it.
+    // Sends WM_COMMAND to the parent. False if that destroyed the control.
     bool Notify(WORD code) const;
 
 private:
-    HFONT m_font = nullptr;  // the sender's of WM_SETFONT; null: the system font
+    HFONT m_font = nullptr;  // owned by the sender of WM_SETFONT; null: the system font
 };
 
 // The point of a pen message, in client coordinates.

@@ -77,8 +77,8 @@ LONG_PTR* Dialog::FindLong(int index) {
     return nullptr;
 }
 
-// A message that the procedure handled has its result in DWLP_MSGRESULT; WM_INITDIALOG answers with the
-// procedure's own.
+// The result of a message that the procedure handled is in DWLP_MSGRESULT; for WM_INITDIALOG it is what the
+// procedure returned.
 LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     m_messageResult = 0;
     if (message == WM_DESTROY) Wake();
@@ -100,7 +100,7 @@ LRESULT Dialog::DoDefault(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(Handle(), message, wParam, lParam);
 }
 
-// The control that gets the focus is chosen before the procedure may change the order of the controls.
+// Chooses the control for the focus first: the procedure may change the order of the controls.
 void Dialog::Init(LPARAM parameter) {
     const HWND first = FindTabStop(Handle(), nullptr, TabOrder::Forward);
     const bool setFocus =
@@ -131,7 +131,7 @@ void Dialog::Run() {
     }
 }
 
-// The loop may be waiting for a message. It is posted past the faults that tests inject.
+// Ends the wait of the message loop. Enqueue is not subject to the faults that tests inject.
 void Dialog::Wake() { Enqueue(nullptr, WM_NULL, 0, 0, Origin::Program); }
 
 void Dialog::End(INT_PTR result) {
@@ -142,8 +142,8 @@ void Dialog::End(INT_PTR result) {
     Wake();
 }
 
-// A pen-down anywhere in the dialog closes a list that is open; on the panel it does not, so that the panel's
-// keys can move in the list.
+// A pen-down anywhere in the dialog closes an open list; one on the panel does not, so that its keys can move
+// in the list.
 void Dialog::CloseLists(const MSG& message) {
     if (message.message != WM_LBUTTONDOWN && message.message != WM_LBUTTONDBLCLK) return;
     const Window* target = FindWindow(message.hwnd);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Modal dialogs: the dialog's window, what it changes around it while it stands, and its message loop.
+// Modal dialogs: the window, the changes to other windows while it is open, and its message loop.
 #pragma once
 
 #include <memory>
@@ -11,18 +11,18 @@ namespace host {
 
 inline constexpr WCHAR kDialogClass[] = u"#32770";
 
-// What a modal window changes around it, set right again however it ends.
+// The changes that a modal window makes to other windows; undone however it ends.
 class ModalState {
 public:
-    // Disables the owner's top-level window and notes the focus. The owner may be null.
+    // Disables the owner's top-level window and remembers the focus. The owner may be null.
     explicit ModalState(HWND owner);
     ~ModalState() { Leave(); }
     ModalState(const ModalState&) = delete;
     ModalState& operator=(const ModalState&) = delete;
 
     void SetDialog(HWND dialog) { m_dialog = dialog; }
-    // Enables the owner and gives the focus back, unless somebody else has taken it. Once more does no harm,
-    // and is needed where the dialog ended while another one lay over it.
+    // Enables the owner and restores the focus, unless another window has taken it. May be called again,
+    // which is needed if the dialog ended below another one.
     void Leave();
 
 private:
@@ -34,28 +34,28 @@ private:
     bool m_ownerDisabled = false;  // by this object
 };
 
-// The window of a dialog: asks its procedure first, does the rest itself.
+// The window of a dialog: its procedure sees each message first.
 class Dialog final : public SystemWindow {
 public:
     using SystemWindow::SystemWindow;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     LONG_PTR* FindLong(int index) override;
 
-    // From here on the procedure gets the messages.
+    // From now on the procedure gets the messages.
     void Start(DLGPROC procedure, std::shared_ptr<ModalState> state);
     // Sends WM_INITDIALOG and sets the focus.
     void Init(LPARAM parameter);
     void Run();
     void End(INT_PTR result);
     bool HasEnded() const { return m_ended || !IsAlive(); }
-    // -1 when the dialog was destroyed before it ended.
+    // -1 if the dialog was destroyed before it ended.
     INT_PTR Result() const { return m_ended ? m_result : -1; }
 
 private:
     void Wake();
     LRESULT DoDefault(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT SendCommand(HWND control, int id);
-    // True when the message was the dialog's own (dialog_keys.cpp).
+    // True if the dialog itself used the key (dialog_keys.cpp).
     bool TranslateKey(const MSG& message);
     void PressDefaultButton();
     void CloseLists(const MSG& message);
@@ -69,16 +69,16 @@ private:
     bool m_ended = false;
 };
 
-// The control that Tab goes to from this one (null: from before the first); null when there is none.
+// The control that Tab moves to from this one (null: from before the first); null if there is none.
 enum class TabOrder { Forward, Backward };
 HWND FindTabStop(HWND dialog, HWND from, TabOrder order);
 
-// For whom the windows of a dialog are made.
+// Who owns the handles of a dialog's windows.
 enum class Maker { Caller, Platform };
 
 struct ModalRequest {
     const DialogTemplate& layout;  // in pixels
-    HFONT font = nullptr;          // has to outlive the dialog; null: the system font
+    HFONT font = nullptr;          // must outlive the dialog; null: the system font
     HWND owner = nullptr;
     HINSTANCE instance = nullptr;  // whose classes the controls may have
     DLGPROC procedure = nullptr;
@@ -86,12 +86,11 @@ struct ModalRequest {
     Maker maker = Maker::Caller;
 };
 
-// Makes the dialog and runs it until it ends. -1, with the last error and nothing left, when it cannot be
-// made.
+// Creates the dialog and runs it until it ends. -1 and the last error if it cannot be created.
 INT_PTR RunModal(const ModalRequest& request);
 
-// A font of this size in typographic points, for this screen's resolution. Owns the handle, which is null
-// when the font cannot be made; the layer's own.
+// A font of this size in points, at this screen's resolution. Owns the handle, which belongs to the layer and
+// is null on failure.
 class PointFont {
 public:
     PointFont(int points, std::u16string_view faceName, LONG weight);

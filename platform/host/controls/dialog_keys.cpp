@@ -24,7 +24,7 @@ bool CanTakeFocus(const Window& window) {
 
 bool IsTabStop(const Window& window) { return HasStyle(window, WS_TABSTOP) && CanTakeFocus(window); }
 
-// The next of these that is accepted, going round from the window's place; null when there is none.
+// The next accepted window after this one, wrapping around; null if there is none.
 template <typename Accept>
 HWND FindRound(const Windows& windows, HWND from, TabOrder order, Accept accept) {
     const std::size_t count = windows.size();

@@ -15,14 +15,14 @@ constexpr WORD kMaxControls = 255;      // as on the platform
 constexpr int kUnitsPerWidth = 4;
 constexpr int kUnitsPerHeight = 8;
 
-// A text, or the number that stands in its place.
+// A text, or a number in its place.
 struct Name {
     bool isOrdinal = false;
     WORD ordinal = 0;
     std::u16string text;
 };
 
-// Reads little-endian fields one after the other. Once something is missing, everything reads as zero.
+// Reads little-endian fields one after the other. After the end of the data all fields read as 0.
 class Reader {
 public:
     explicit Reader(std::span<const BYTE> bytes) : m_bytes(bytes) {}
@@ -101,7 +101,7 @@ ControlTemplate ReadControl(Reader& reader) {
     control.classAtom = className.isOrdinal ? className.ordinal : ATOM{0};
     control.className = std::move(className.text);
     control.text = reader.NameOrOrdinal().text;
-    // Data for the control, which no control here has a use for; the size includes its own field.
+    // Creation data, which no control here uses; the size includes its own field.
     const WORD dataSize = reader.Word();
     if (dataSize > sizeof(WORD)) reader.Skip(dataSize - sizeof(WORD));
     return control;

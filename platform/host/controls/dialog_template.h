@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Dialog templates: reads the standard form from a resource, trusting nothing that it says.
+// Reads dialog templates of the standard form from a resource, whose bytes are not trusted.
 #pragma once
 
 #include <windows.h>
@@ -40,12 +40,11 @@ struct DialogTemplate {
     std::u16string faceName;
     std::vector<ControlTemplate> controls;
 
-    // By the average width and the height of the dialog font's characters, in pixels.
+    // By the average width and the height of the dialog font's characters in pixels.
     void Scale(SIZE baseUnits);
 };
 
-// None, with the last error, for a template that is damaged, has the extended form, a menu or a class of its
-// own.
+// None, and the last error, for a template that is damaged or has the extended form, a menu or its own class.
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes);
 
 }  // namespace host

@@ -95,7 +95,7 @@ void DropDownList::OnPenMove(POINT point) {
     if (m_tracking == Tracking::Items) Highlight(rows.ItemUnderDrag(point, m_highlight));
 }
 
-// Lifted outside the items the pen takes nothing and the list stays open.
+// A pen lifted outside the items selects nothing, and the list stays open.
 void DropDownList::OnPenUp(POINT point) {
     const bool takes = m_tracking == Tracking::Items;
     const int item = ItemAt(point);

@@ -9,11 +9,11 @@ namespace host {
 class ComboBox;
 class FontMetrics;
 
-// The list of a combo box: a window above the dialog, which may reach beyond it. It shows the combo box's
-// items and gives back what the pen takes; the focus stays with the combo box.
+// The list of a combo box: a window above the dialog, which may extend beyond it. It shows the combo box's
+// items and reports the one that the pen chooses; the focus stays with the combo box.
 class DropDownList final : public SystemWindow {
 public:
-    // The parameter of its creation.
+    // The creation parameter.
     struct Setup {
         HWND combo = nullptr;
         HFONT font = nullptr;
@@ -25,9 +25,9 @@ public:
 
     static int ItemHeight(const FontMetrics& metrics);
     int Highlighted() const { return m_highlight; }
-    // Scrolls the item into view and draws the list anew. -1: none.
+    // Scrolls the item into view and redraws the list; -1 for none.
     void Highlight(int item);
-    // -1 where there is none, or where it cannot be seen.
+    // -1 if there is no item or it is not visible.
     int ItemAt(POINT clientPoint) const;
 
 private:

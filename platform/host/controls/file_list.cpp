@@ -129,7 +129,7 @@ void FileList::OnPenUp(POINT point) {
     Notify(kTaken);
 }
 
-// The first tap of a double tap on a folder has opened it, and what lies there now was not meant.
+// The first tap of a double tap on a folder has opened it; the item there now is not the one that was tapped.
 void FileList::OnDoubleTap(POINT point) {
     const FileItem* item = Selected();
     if (item && item->kind == FileItem::Kind::File && Rows().ItemAt(point) == m_selected) Notify(kTaken);

@@ -17,8 +17,8 @@ struct FileItem {
     std::u16string name;
 };
 
-// Folders and files for the pen: a tap on a folder and a double tap on a file take it, any other touch
-// selects. The parent is told with WM_COMMAND.
+// Folders and files for the pen: a tap opens a folder and a double tap a file, any other touch selects.
+// Notifies the parent by WM_COMMAND.
 class FileList final : public Control {
 public:
     static constexpr WORD kSelectionChanged = 1;
@@ -28,9 +28,9 @@ public:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     KeyUse UseOf(UINT virtualKey) const override;
 
-    // Nothing is selected then, and nobody is told.
+    // Clears the selection, without a notification.
     void SetItems(std::vector<FileItem> items);
-    // Null when nothing is selected; until the items change.
+    // Null if nothing is selected. Valid until the items change.
     const FileItem* Selected() const;
     int ItemHeight() const;  // pixels
 
@@ -44,7 +44,7 @@ private:
     void OnPenUp(POINT point);
     void OnDoubleTap(POINT point);
     void OnKey(UINT virtualKey);
-    // Scrolls the item into view. False when the list did not survive telling its parent.
+    // Scrolls the item into view. False if notifying the parent destroyed the list.
     bool Select(int item);
     void ScrollTo(int firstItem);
     int Count() const { return static_cast<int>(m_items.size()); }

@@ -28,7 +28,7 @@ constexpr ATOM kStatic = 0x0082;
 
 MessageBoxHandler messageBoxHandler;
 
-// What the dialog procedure needs while the box stands. Sizes are in pixels.
+// The state of the dialog procedure. Sizes are in pixels.
 struct Box {
     UINT type = MB_OK;
     HFONT captionFont = nullptr;
@@ -135,7 +135,7 @@ void PaintHandIcon(ControlPainter& painter, const RECT& place) {
     const HBRUSH red = CreateSolidBrush(RGB(0xC8, 0x14, 0x14));
     const LONG size = place.bottom - place.top;
     for (LONG row = 0; row < size; ++row) {
-        // Doubled, so that the middle of a row of even width lies between two pixels.
+        // Doubled, as the middle of an even width lies between two pixels.
         const LONG height = 2 * row + 1 - size;
         LONG reach = 0;
         while (reach < size && (reach + 1) * (reach + 1) + height * height <= size * size) {
@@ -173,7 +173,7 @@ void PaintBox(HWND dialog, const Box& box) {
     painter.Frame(area, COLOR_WINDOWFRAME);
 }
 
-// Escape is OK where there is no Cancel.
+// Escape means OK if there is no Cancel.
 void OnCommand(HWND dialog, const Box& box, WORD id) {
     if (id == IDOK || id == IDCANCEL) EndDialog(dialog, (box.type & MB_OKCANCEL) ? id : IDOK);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Making dialogs of templates and running them.
+// Creates dialogs from templates and runs them.
 #include <algorithm>
 
 #include "controls/dialog.h"
@@ -13,7 +13,7 @@ namespace {
 
 std::vector<HWND> openDialogs;  // the one opened last at the end
 
-// Keeps a dialog among the open ones.
+// Lists a dialog among the open ones while it lives.
 class Opened {
 public:
     explicit Opened(HWND dialog) : m_dialog(dialog) { openDialogs.push_back(dialog); }
@@ -33,7 +33,7 @@ SIZE BaseUnits(HFONT font) {
     return {(metrics.Width(kLetters) / kPairs + 1) / 2, metrics.LineHeight()};
 }
 
-// A dialog's own place is relative to its owner.
+// The dialog's position is relative to its owner.
 RECT PlaceOnScreen(const DialogTemplate& layout, HWND owner) {
     POINT corner{layout.place.x, layout.place.y};
     if (layout.style & DS_CENTER) {
@@ -57,7 +57,8 @@ bool CreateControl(const ControlTemplate& control, HWND dialog, const ModalReque
     return window != nullptr;
 }
 
-// Hidden, and its procedure has had no message but WM_SETFONT. Null when anything of it could not be made.
+// The dialog is hidden, and its procedure has got no message but WM_SETFONT. Null if any part of it cannot be
+// created.
 std::shared_ptr<Dialog> MakeDialog(const ModalRequest& request, const std::shared_ptr<ModalState>& state) {
     std::optional<PlatformScope> scope;
     if (request.maker == Maker::Platform) scope.emplace();
@@ -115,7 +116,7 @@ HWND WINAPI GetActiveWindow() {
     return window ? TopLevelOf(*window).handle : TopmostModalWindow();
 }
 
-// Without its font a dialog still serves, in the system font.
+// If its font cannot be created, the dialog uses the system font.
 INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR name, HWND owner, DLGPROC procedure,
                                LPARAM parameter) {
     if (owner && !RequireWindow(owner)) return 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// GetOpenFileNameW: checks the request, shows the dialog and fills in what was chosen.
+// GetOpenFileNameW: checks the request, shows the dialog and fills in the choice.
 #include <algorithm>
 #include <utility>
 
@@ -15,7 +15,7 @@ constexpr std::u16string_view kUsualFolder = u"\\My Documents";
 OpenFileHandler g_handler;
 DWORD g_extendedError = 0;
 
-// The strings before the empty one that ends them.
+// The strings up to the empty one that ends the list.
 std::vector<std::u16string> SplitStrings(LPCWSTR strings) {
     std::vector<std::u16string> split;
     while (strings && *strings) {
@@ -56,7 +56,7 @@ DWORD CheckRequest(const OPENFILENAMEW& request) {
     return 0;
 }
 
-// Without a filter everything is listed.
+// Without a filter all files are listed.
 OpenFileDialog::Setup MakeSetup(const OPENFILENAMEW& request) {
     OpenFileDialog::Setup setup;
     setup.title = request.lpstrTitle ? request.lpstrTitle : u"Open";
@@ -79,7 +79,7 @@ void CopyText(std::u16string_view text, LPWSTR target) {
     target[text.size()] = u'\0';
 }
 
-// Nothing of a choice that does not fit is given away.
+// A choice that does not fit is not copied at all.
 DWORD FillIn(OPENFILENAMEW& request, const std::u16string& path) {
     const std::u16string_view name = SplitDevicePath(path).name;
     const bool titleFits = !request.lpstrFileTitle || name.size() < request.nMaxFileTitle;

@@ -53,7 +53,7 @@ ControlTemplate MakeControl(WORD id, ATOM atom, std::u16string text, DWORD style
     return control;
 }
 
-// Relative to the owner, as the places of dialogs are.
+// Relative to the owner, as positions of dialogs are.
 Placement PlaceOverFreeScreen(HWND owner) {
     const RECT area = FreeScreenArea();
     POINT corner{area.left, area.top};
@@ -61,8 +61,8 @@ Placement PlaceOverFreeScreen(HWND owner) {
     return {corner.x, corner.y, area.right - area.left, area.bottom - area.top};
 }
 
-// The list takes the height that is left, two lines at least: then the buttons may lie below the screen's
-// free part. What the filter is goes first where there is little room.
+// The list gets the remaining height, at least two lines, even if the buttons then end up below the screen's
+// free part. If there is little room, the filter is left out first.
 DialogTemplate MakeLayout(const FontMetrics& metrics, int captionHeight, HWND owner,
                           const std::u16string& filter) {
     const int unit = metrics.Unit();
@@ -97,7 +97,7 @@ DialogTemplate MakeLayout(const FontMetrics& metrics, int captionHeight, HWND ow
     return layout;
 }
 
-// The path, or its end behind an ellipsis where all of it is wider than this.
+// The path, or an ellipsis and its end if it is wider than this.
 std::u16string FitPath(const FontMetrics& metrics, std::u16string path, int width) {
     std::u16string text = path;
     while (metrics.Width(text) > width && path.find(u'\\', 1) != path.npos) {
@@ -107,7 +107,7 @@ std::u16string FitPath(const FontMetrics& metrics, std::u16string path, int widt
     return text;
 }
 
-// Null when nothing is selected, or when the hook has destroyed the list.
+// Null if nothing is selected, or the hook has destroyed the list.
 const FileItem* SelectedItem(HWND dialog) {
     const auto list = FindSystemWindow<FileList>(GetDlgItem(dialog, kListId));
     return list ? list->Selected() : nullptr;
@@ -173,7 +173,7 @@ void OpenFileDialog::Answer(const std::u16string& name) {
 
 void OpenFileDialog::Cancel() { EndDialog(m_dialog, IDCANCEL); }
 
-// The hook sees everything from WM_INITDIALOG on, and may destroy the dialog.
+// The hook sees all messages from WM_INITDIALOG on, and may destroy the dialog.
 INT_PTR CALLBACK OpenFileDialog::HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) SetWindowLongPtrW(dialog, DWLP_USER, lParam);
     auto* self = reinterpret_cast<OpenFileDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));

@@ -24,8 +24,8 @@
 
 namespace host {
 
-// What the list shows of a folder: the way up, the folders, then the files that match one of the patterns.
-// The root is the empty path.
+// The list's items for a folder: the parent folder, the folders, then the files that match one of the
+// patterns. The root is the empty path.
 std::vector<FileItem> ListFiles(const std::u16string& folder, const std::vector<std::u16string>& patterns);
 bool IsFolder(const std::u16string& devicePath);
 
@@ -33,12 +33,12 @@ class OpenFileDialog {
 public:
     struct Setup {
         std::u16string title;
-        std::u16string folder;  // to begin with
+        std::u16string folder;  // to start in
         std::u16string filterText;
         std::vector<std::u16string> patterns;
         std::u16string defaultExtension;  // without the dot
     };
-    // The request stays the caller's; the hook is told of it.
+    // The caller keeps the request, which the hook gets.
     OpenFileDialog(OPENFILENAMEW& request, Setup setup) : m_request(request), m_setup(std::move(setup)) {}
     OpenFileDialog(const OpenFileDialog&) = delete;
     OpenFileDialog& operator=(const OpenFileDialog&) = delete;
@@ -48,9 +48,9 @@ public:
     // The full path that was chosen.
     const std::u16string& Path() const { return m_path; }
 
-    // The dialog that is the topmost modal window; null when that is another or there is none.
+    // The dialog if it is the topmost modal window, else null.
     static OpenFileDialog* Topmost();
-    // As a name that a person types: it may lack the folder and the extension.
+    // As if the user typed this name, which may lack the folder and the extension.
     void Answer(const std::u16string& name);
     void Cancel();
 
@@ -70,7 +70,7 @@ private:
     HWND m_dialog = nullptr;
     HFONT m_captionFont = nullptr;
     int m_captionHeight = 0;
-    std::u16string m_folder;  // without the separator behind it
+    std::u16string m_folder;  // without a separator at its end
     std::u16string m_path;
 };
 

@@ -13,7 +13,7 @@ constexpr std::u16string_view kBlanks = u" \t";
 bool IsFirstHalf(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
-// Units of the character at this place of the text.
+// The number of code units of the character at this position.
 std::size_t CharacterLength(std::u16string_view text, std::size_t at) {
     return IsFirstHalf(text[at]) && at + 1 < text.size() && IsSecondHalf(text[at + 1]) ? 2 : 1;
 }
@@ -64,12 +64,12 @@ std::vector<std::u16string_view> FontMetrics::Wrap(std::u16string_view text, int
     }
 }
 
-// Each character is measured once, however long the text. A line holds at least one character.
+// Measures each character once, however long the text. A line holds at least one character.
 void FontMetrics::WrapParagraph(std::u16string_view paragraph, int width,
                                 std::vector<std::u16string_view>& lines) const {
     std::size_t start = 0;
     std::size_t nextWord =
-        0;  // where the last word that began on this line begins; start: none but the first
+        0;  // start of the last word that begins on this line; `start` if that is the first
     int lineWidth = 0;
     int wordWidth = 0;  // from there on
     for (std::size_t at = 0; at < paragraph.size();) {
@@ -100,7 +100,7 @@ ControlPainter::ControlPainter(HWND window, HFONT font)
     SetBkMode(m_dc, TRANSPARENT);
 }
 
-// The font may be deleted before the context is used again.
+// Deselects the font, which may be deleted before the context is used again.
 ControlPainter::~ControlPainter() {
     if (m_previousFont) SelectObject(m_dc, m_previousFont);
     if (m_dc) EndPaint(m_window, &m_paint);
@@ -157,7 +157,7 @@ void ControlPainter::CheckMark(const RECT& area, int color) {
     const LONG turn = size / 3;
     const LONG thickness = std::max<LONG>(size / 4, 2);
     for (LONG x = 0; x < size; ++x) {
-        const LONG depth = x <= turn ? x : 2 * turn - x;  // above the turn it goes on upward
+        const LONG depth = x <= turn ? x : 2 * turn - x;  // beyond the turn it goes up
         const LONG top = area.top + (size - thickness) / 2 + depth;
         const RECT column{area.left + x, std::max(top, area.top), area.left + x + 1,
                           std::min(top + thickness, area.bottom)};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the controls look: flat, with thin black frames, white fields and shapes that grow with the font.
+// The look of the controls: flat, with thin black frames, white fields and shapes that grow with the font.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace host {
 
 RECT Shrink(const RECT& rectangle, int pixels);  // on every side
 
-// Measures text in one font, without anything to paint on. All in pixels.
+// Measures text in one font, without a window. All in pixels.
 class FontMetrics {
 public:
     explicit FontMetrics(HFONT font);  // null: the system font
@@ -21,10 +21,10 @@ public:
 
     int LineHeight() const { return m_lineHeight; }
     int Width(std::u16string_view text) const;
-    // Thickness of a thin line on a screen for which the font is the usual one.
+    // The thickness of a thin line at this font's size.
     int Unit() const;
-    // The lines of a text: parted at "\n", and between words (in a word that is longer than a line) where
-    // they would be wider than this. The views are into the text.
+    // The lines of a text: broken at "\n", and where they would be wider than this between words, or inside a
+    // word that is longer than a line. The views are into the text.
     std::vector<std::u16string_view> Wrap(std::u16string_view text, int width) const;
 
 private:
@@ -44,21 +44,21 @@ public:
     ControlPainter(const ControlPainter&) = delete;
     ControlPainter& operator=(const ControlPainter&) = delete;
 
-    // False when the window cannot be painted now.
+    // False if the window cannot be painted now.
     explicit operator bool() const { return m_dc != nullptr; }
     const FontMetrics& Metrics() const { return m_metrics; }
     const RECT& Client() const { return m_client; }
 
     void Fill(const RECT& area, int color);
     void Fill(const RECT& area, HBRUSH brush);
-    // Inside the area's edges, in whole units.
+    // Inside the area's edges.
     void Frame(const RECT& area, int color, int units = 1);
-    // The mark of the focus: every other pixel.
+    // The focus frame: every other pixel.
     void DottedFrame(const RECT& area, int color);
-    // One line, cut off at the area's edges. The format is DT_LEFT, DT_CENTER or DT_RIGHT, with DT_VCENTER or
-    // not.
+    // One line, clipped at the area's edges. The format is DT_LEFT, DT_CENTER or DT_RIGHT, optionally with
+    // DT_VCENTER.
     void Line(std::u16string_view text, const RECT& area, UINT format, int color);
-    // In the area's middle.
+    // In the middle of the area.
     enum class Direction { Up, Down };
     void Arrow(const RECT& area, Direction direction, int color);
     void CheckMark(const RECT& area, int color);

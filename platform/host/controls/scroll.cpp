@@ -11,7 +11,7 @@ LONG ScrollBar::ArrowHeight() const {
     return std::min(m_place.right - m_place.left, (m_place.bottom - m_place.top) / 3);
 }
 
-// Never too short for a pen, as far as there is room.
+// Long enough for a pen, if there is room.
 LONG ScrollBar::ThumbHeight() const {
     const LONG room = m_place.bottom - m_place.top - 2 * ArrowHeight();
     const LONG share = room * m_range.visible / std::max(m_range.total, 1);

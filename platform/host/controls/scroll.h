@@ -7,7 +7,8 @@ namespace host {
 
 class ControlPainter;
 
-// The geometry and the look of an upright scroll bar: an arrow at each end, a thumb as long as its share.
+// The geometry and the look of a vertical scroll bar: an arrow at each end, and a thumb whose length is its
+// share.
 class ScrollBar {
 public:
     struct Range {
@@ -23,7 +24,7 @@ public:
     const RECT& Place() const { return m_place; }
     RECT Thumb() const;
     Part PartAt(LONG y) const;
-    // The first visible one after a tap on this part, or with the thumb's top there; not limited to the
+    // The first visible item after a tap on this part, or with the top of the thumb there; not limited to the
     // range.
     int FirstAfter(Part part) const;
     int FirstForThumb(LONG top) const;
@@ -38,7 +39,7 @@ private:
     Range m_range;
 };
 
-// The geometry of a list: equally high items from the top, a scroll bar beside them where they need it.
+// The geometry of a list: items of equal height from the top, and a scroll bar if they need one.
 class ItemRows {
 public:
     struct Shape {
@@ -53,12 +54,12 @@ public:
     RECT Area() const;  // without the frame and the scroll bar
     // -1 where there is none.
     int ItemAt(POINT clientPoint) const;
-    // The item that a dragged pen means: outside the items, upward or downward, the one before or behind the
+    // The item under a dragged pen; if the pen is above or below the items, the one before or after the
     // present one, so that the list scrolls with each move.
     int ItemUnderDrag(POINT clientPoint, int present) const;
-    // The nearest first item that the range allows.
+    // The nearest possible first item.
     int Limit(int first) const;
-    // The first item that has this one in view.
+    // The first item with which this one is visible.
     int FirstToShow(int item) const;
 
 private:

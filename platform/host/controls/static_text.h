@@ -5,8 +5,7 @@
 
 namespace host {
 
-// Text that wraps at the control's width, or a line or frame (WS_BORDER). The pen goes through it to the
-// parent.
+// Text wrapped at the control's width, or a line or frame (WS_BORDER). Passes the pen on to the parent.
 class StaticText final : public Control {
 public:
     using Control::Control;
