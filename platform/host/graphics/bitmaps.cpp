@@ -11,11 +11,11 @@
 namespace host {
 namespace {
 
-// More than any screen or skin needs, and little enough for a handheld.
+// Larger than any screen or skin, and small enough for a handheld.
 constexpr int kMaxSide = 32767;
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20;
 
-// Null, with the last error, when the header describes no section that this layer makes.
+// Null and the last error if this layer does not make such sections.
 std::unique_ptr<Bitmap> MakeSection(const BITMAPINFO& info) {
     const BITMAPINFOHEADER& header = info.bmiHeader;
     const bool known = header.biBitCount == 1 || header.biBitCount == 24 || header.biBitCount == 32;
@@ -31,7 +31,7 @@ std::unique_ptr<Bitmap> MakeSection(const BITMAPINFO& info) {
             const RGBQUAD& color = info.bmiColors[i];
             colors[i] = RGB(color.rgbBlue, color.rgbGreen, color.rgbRed);
         }
-        // A black and white table adds nothing: such a section behaves as any monochrome bitmap.
+        // With a black and white table the section behaves like any monochrome bitmap.
         const bool blackAndWhite = colors[0] == 0 && colors[1] == kColorBits;
         format = blackAndWhite ? PixelFormat::Mono : PixelFormat::TwoColor;
     }
@@ -70,7 +70,7 @@ int DescribeBitmap(const Bitmap& bitmap, int size, void* record) {
     return static_cast<int>(written);
 }
 
-// A font's record may be asked for in part, from its start.
+// Callers may ask for only the first part of a font's record.
 int DescribeFont(const Font& font, int size, void* record) {
     if (!record) return sizeof(LOGFONTW);
     if (size <= 0) {
@@ -138,7 +138,7 @@ HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixe
     return HandleOf<HBITMAP>(AddObject(std::move(bitmap)));
 }
 
-// Sections of 1, 24 and 32 bits, with memory of their own; the colours of pixels, not indices of a palette.
+// Makes sections of 1, 24 and 32 bits in memory of their own, with colours, not palette indices.
 HBITMAP WINAPI CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section,
                                 DWORD) {
     if (bits) *bits = nullptr;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Block transfers. Every transfer goes row by row through the two loops of raster_operations.h; a surface of
-// words takes part with its own memory, any other in spans that are converted on the stack. Nothing is
-// allocated, except when a bitmap is copied onto itself.
+// Block transfers. Each goes row by row through the two loops of raster_operations.h, which work on words: a
+// surface of words is used in place, others are converted in spans on the stack. Allocates only to copy a
+// bitmap onto itself.
 #include "graphics/blit.h"
 
 #include <cstdlib>
@@ -19,7 +19,7 @@ constexpr DWORD kNoSource[kSpan] = {};
 BYTE ForegroundCode(DWORD rop) { return static_cast<BYTE>(rop >> 16); }
 BYTE BackgroundCode(DWORD rop) { return static_cast<BYTE>(rop >> 24); }
 
-// What a transfer reads: the pixel for (x, y) of the target surface is at (x + dx, y + dy).
+// An input of a transfer: the pixel for (x, y) of the target surface is at (x + dx, y + dy).
 struct Input {
     const Surface* surface = nullptr;
     std::int64_t dx = 0;
@@ -29,20 +29,20 @@ struct Input {
     int Y(int y) const { return static_cast<int>(y + dy); }
 };
 
-// How source words become words of the target.
+// How source words become target words.
 enum class SourceColors {
-    Same,         // both have colours, or both are monochrome
-    KeyBecomes1,  // colours onto monochrome: the source's background colour becomes 1, any other 0
+    Same,         // both have colours or both are monochrome
+    KeyBecomes1,  // colour to monochrome: the source's background colour becomes 1, any other 0
     Nearest       // colours onto two colours
 };
 
 struct Transfer {
     const Surface& target;
-    Input source;  // no surface: the codes need none
+    Input source;  // no surface: the codes use none
     Input mask;    // no surface: the foreground code everywhere
     Rop fore;
     Rop back;
-    DWORD bitWords[2] = {0, kColorBits};  // what the bits of a 1-bit source stand for
+    DWORD bitWords[2] = {0, kColorBits};  // the words for the bits of a 1-bit source
     SourceColors sourceColors = SourceColors::Same;
     DWORD key = 0;
 
@@ -114,7 +114,7 @@ void Transfer::ReadSource(int x, int y, int count, DWORD* words) const {
     }
 }
 
-// What a 1-bit source's bits stand for, and how colours reach a 1-bit target.
+// Sets the words for the bits of a 1-bit source, and how colours are converted for a 1-bit target.
 void SetSourceColors(Transfer& transfer, const Context& target, const Context& source) {
     const Surface& from = source.bitmap->surface;
     const Surface& to = target.bitmap->surface;
@@ -132,8 +132,8 @@ void SetSourceColors(Transfer& transfer, const Context& target, const Context& s
     }
 }
 
-// A copy of a surface that the transfer also writes, so that it reads what was there before. The memory is
-// kept for the next time.
+// Copies a surface that the transfer also writes, so that it reads the old pixels. Keeps the memory for the
+// next time.
 Surface CopySurface(const Surface& surface, std::vector<BYTE>& memory) {
     const auto rowBytes = static_cast<std::size_t>(std::abs(surface.stride));
     memory.resize(rowBytes * static_cast<std::size_t>(surface.height));
@@ -162,7 +162,7 @@ void Run(Transfer& transfer, const Context& target, const Block& block) {
     Surface maskCopy;
     RECT area = PlaceArea(target, block.x, block.y, block.width, block.height);
     if (transfer.source.surface) {
-        // Nothing lies outside the source: the pixels that it would give stay as they are.
+        // Pixels of the target for which the source has none stay unchanged.
         const Input& source = transfer.source;
         area =
             Intersect(area, MakeArea(-source.dx, -source.dy, source.surface->width, source.surface->height));
@@ -178,7 +178,7 @@ void Run(Transfer& transfer, const Context& target, const Block& block) {
     ForEachVisible(target, area, [&](const RECT& part) { transfer.DrawRectangle(part); });
 }
 
-// A mask has one bit per pixel and covers the block, which is not empty.
+// A mask must have one bit per pixel and cover the block, which is not empty.
 bool IsMaskFor(const Surface& mask, const Block& block, int maskX, int maskY) {
     if (mask.HasBits() && maskX >= 0 && maskY >= 0 && mask.width - block.width >= maskX &&
         mask.height - block.height >= maskY) {
@@ -226,7 +226,7 @@ bool TransferBlock(HDC targetHandle, const Block& block, HDC sourceHandle, POINT
     return true;
 }
 
-// The surface pixel of a point of the context, when it may be drawn.
+// The surface pixel of a point of the context; false if it is clipped.
 bool FindPixel(const Context& context, int x, int y, POINT& pixel) {
     const RECT area = PlaceArea(context, x, y, 1, 1);
     bool found = !context.onScreen;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Drawing that other graphics files share.
+// Drawing functions that other graphics files share.
 #pragma once
 
 #include "graphics/contexts.h"
 
 namespace host {
 
-// The word that a colour becomes on the surface: itself, or the nearer of a 1-bit surface's two bits.
+// The word for a colour on the surface: the colour itself, or the nearer of the two bits of a 1-bit surface.
 DWORD WordFor(const Surface& surface, COLORREF color);
 // Fills an area of surface pixels, clipped.
 void FillArea(const Context& context, const RECT& area, COLORREF color);

@@ -7,7 +7,7 @@
 namespace host {
 namespace {
 
-// Null for an index that the scheme lacks.
+// Null for an unknown index.
 Brush* SystemBrush(UINT_PTR index) {
     index &= ~static_cast<UINT_PTR>(SYS_COLOR_INDEX_FLAG);
     const auto& brushes = GetGraphics().systemBrushes;

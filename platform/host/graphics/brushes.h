@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The colour scheme of the device.
+// The system colours of the device.
 #pragma once
 
 #include <windef.h>
@@ -8,9 +8,9 @@
 
 namespace host {
 
-// By system colour index, without the handheld's flag. A handheld's look: a white page under a dark blue
-// title bar; what is inactive is grey. The active caption's colour is legible on the inactive one's and on
-// the page.
+// By system colour index, without the handheld's flag. The look of a handheld: a white page under a dark blue
+// title bar, inactive parts grey. The active caption's colour is legible on the inactive one's and on the
+// page.
 inline constexpr std::array<COLORREF, 25> kColorScheme = {
     0xC8C8C8,  // scroll bar
     0xFFFFFF,  // desktop

@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-// The context, which holds nothing yet, becomes one that draws on the bitmap with the stock objects.
+// Makes an empty context draw on the bitmap with the stock objects.
 void Prepare(Context& context, Bitmap* bitmap) {
     const Graphics& graphics = GetGraphics();
     context.bitmap = bitmap;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What drawing calls need of a device context.
+// Device contexts, for drawing calls.
 #pragma once
 
 #include <algorithm>
@@ -9,10 +9,10 @@
 
 namespace host {
 
-// Releases what is selected and makes the handle stale. A context of the screen is kept for the next paint.
+// Releases the selected objects and makes the handle stale. Keeps a context of the screen for the next paint.
 void CloseContext(Context& context);
 
-// A rectangle of surface pixels; what would not fit saturates, far outside any surface.
+// A rectangle of surface pixels. Coordinates that do not fit saturate, far outside any surface.
 inline RECT MakeArea(std::int64_t x, std::int64_t y, std::int64_t width, std::int64_t height) {
     const auto fit = [](std::int64_t value) {
         return static_cast<LONG>(std::clamp<std::int64_t>(value, -0x40000000, 0x40000000));
@@ -29,8 +29,8 @@ inline RECT PlaceRectangle(const Context& context, const RECT& r) {
     return PlaceArea(context, r.left, r.top, std::int64_t{r.right} - r.left, std::int64_t{r.bottom} - r.top);
 }
 
-// Calls draw(rectangle) for each part of the area (surface pixels) that may be drawn, and notes it as changed
-// when it is on the screen.
+// Calls draw(rectangle) for each unclipped part of the area (surface pixels), and records changes of the
+// screen.
 template <typename Draw>
 void ForEachVisible(const Context& context, const RECT& area, Draw draw) {
     const RECT onSurface = Intersect(area, context.bitmap->surface.Bounds());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Device-independent bitmaps in memory, as resources hold them. The bytes may come from a damaged or
-// malicious file: every size is checked against what is there before anything is read or allocated.
+// Reads device-independent bitmaps as they are in resources. The bytes may come from a damaged or malicious
+// file: every size is checked against the data before anything is read or allocated.
 #include <array>
 #include <bit>
 #include <cstring>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t kCoreHeaderSize = 12;
 constexpr std::uint32_t kMasksEnd =
-    sizeof(BITMAPINFOHEADER) + 3 * sizeof(DWORD);  // headers this long hold them
+    sizeof(BITMAPINFOHEADER) + 3 * sizeof(DWORD);  // headers of this size contain them
 constexpr int kMaxColors = 256;
 constexpr int kMaxSide = 32767;
 
@@ -42,7 +42,7 @@ struct Dib {
     RowOrder order = RowOrder::BottomUp;
     int bits = 0;
     int colorCount = 0;
-    std::array<DWORD, kMaxColors> colors{};  // words; black where the table is shorter than the pixels want
+    std::array<DWORD, kMaxColors> colors{};  // words; black where the table is too short
     std::array<Channel, 3> channels{};       // red, green, blue
     const BYTE* rows = nullptr;
     std::size_t stride = 0;
@@ -54,7 +54,7 @@ struct Dib {
     }
 };
 
-// Reads the header and finds the parts; false when the header or the size lies.
+// Reads the header and locates the parts; false if the header or the size is wrong.
 class DibReader {
 public:
     DibReader(const BYTE* bytes, std::size_t size) : m_bytes(bytes), m_size(size) {}
@@ -90,7 +90,7 @@ private:
         return true;
     }
 
-    // Also settles which depths and compressions there are, and where the colours start.
+    // Also checks depth and compression, and finds the start of the colours.
     bool ReadMasks(Dib& dib) {
         m_position = m_headerSize;
         const bool hasChannels = dib.bits == 16 || dib.bits == 32;
@@ -113,7 +113,7 @@ private:
     bool ReadColors(Dib& dib, std::size_t entrySize) {
         const std::size_t most = dib.bits <= 8 ? std::size_t{1} << dib.bits : 0;
         const std::size_t count = m_colorsUsed == 0 ? most : m_colorsUsed;
-        // Deeper pixels need no table, yet one may stand there as advice for palette screens.
+        // Deeper pixels need no table but may have one, a hint for palette screens.
         if (count > (m_size - m_position) / entrySize || (most != 0 && count > most)) return false;
         dib.colorCount = static_cast<int>(most == 0 ? 0 : count);
         for (std::size_t i = 0; i < static_cast<std::size_t>(dib.colorCount); ++i) {

@@ -15,17 +15,17 @@ namespace host {
 namespace {
 
 constexpr LONG kSystemFontHeight = 11;  // per em, on the smallest screen
-constexpr int kMaxEmSize = 400;         // keeps a glyph under a megabyte whatever a caller asks for
+constexpr int kMaxEmSize = 400;         // keeps a glyph below a megabyte
 constexpr LONG kBoldFrom = 600;
-constexpr FT_UInt kHintingVersion = 40;  // fits strokes to rows alone, which keeps small text even
+constexpr FT_UInt kHintingVersion = 40;  // fits strokes to rows only, which keeps small text even
 constexpr int kFractionBits = 6;         // FreeType counts in 1/64 pixels
 
-// The two faces that every font is made of, opened at first use and kept.
+// The two faces of all fonts, opened at first use and kept.
 class Faces {
 public:
     Faces() {
         if (FT_Init_FreeType(&m_library) != 0) return;
-        // Set here, because the environment could choose another: text looks the same everywhere.
+        // Set explicitly, as the environment could change it: text must look the same everywhere.
         FT_UInt version = kHintingVersion;
         FT_Property_Set(m_library, "truetype", "interpreter-version", &version);
         m_regular = Open(TOLKA_FONT);
@@ -37,7 +37,7 @@ public:
     Faces(const Faces&) = delete;
     Faces& operator=(const Faces&) = delete;
 
-    // Null when the file could not be opened.
+    // Null if the file could not be opened.
     FT_Face Get(bool bold) const { return bold ? m_bold : m_regular; }
 
 private:
@@ -72,7 +72,7 @@ void Measure(FT_Face face, int emSize, Glyphs& glyphs) {
     glyphs.descent = RoundUp(-face->size->metrics.descender);
 }
 
-// A positive height is that of the cell: the largest em size whose cell fits.
+// A positive height is that of the cell: finds the largest em size whose cell fits.
 void Fit(FT_Face face, LONG height, Glyphs& glyphs) {
     if (height == 0) height = -ScaleToScreen(kSystemFontHeight);
     const int wanted = static_cast<int>(std::clamp<LONG>(height, -kMaxEmSize, kMaxEmSize));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Glyphs of a font, rendered once each.
+// Glyphs of a font, each rendered once.
 #pragma once
 
 #include <unordered_map>
@@ -20,7 +20,7 @@ struct Glyph {
     std::vector<BYTE> coverage;  // width x height; 255 is all ink
 };
 
-// What text of one font needs, in pixels.
+// The glyphs and measures of one font, in pixels.
 struct Glyphs {
     int ascent = 0;   // from the top of the cell to the baseline
     int descent = 0;  // from the baseline to the bottom
@@ -29,11 +29,11 @@ struct Glyphs {
     std::unordered_map<unsigned, Glyph> rendered;  // by glyph index
 
     int CellHeight() const { return ascent + descent; }
-    // A control character has neither ink nor width; one that the font lacks shows as its box.
+    // A control character is empty and has no width; a character that the font lacks is a box.
     const Glyph& Find(char32_t character);
 };
 
-// Null, and ERROR_FILE_NOT_FOUND, when the font's file cannot be used (which is reported once).
+// Null and ERROR_FILE_NOT_FOUND if the font's file cannot be used, which is reported once.
 Glyphs* GlyphsOf(Font& font);
 
 }  // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window manager and the resource loader need of graphics beyond the SDK's calls.
+// Graphics beyond the SDK's calls, for the window manager and the resource loader.
 #pragma once
 
 #include <host_control.h>
@@ -8,20 +8,20 @@
 
 namespace host {
 
-// Gives the screen this size, black. Its pixels are shared by every window's device context.
+// Gives the screen this size and makes it black. The device contexts of all windows share its pixels.
 void ResizeScreen(SIZE size);
-// What is this many pixels on the smallest screen. Handhelds keep their text at one size for the eye: a
-// screen of twice the pixels has twice the resolution.
+// Scales a length from the smallest screen to the present one. Text looks equally large on all handhelds: a
+// screen with twice the pixels has twice the resolution.
 LONG ScaleToScreen(LONG pixels);
 
-// A device context that draws on the screen: its origin is the given screen point, and nothing outside the
-// clip (screen coordinates, copied) is touched. Null when no context can be made. Closed with
-// CloseScreenDC; DeleteDC refuses it. Contexts are pooled, so that painting does not allocate.
+// A device context of the screen, with its origin at the given screen point, which draws only inside the clip
+// (screen coordinates, copied). Null on failure. Close it with CloseScreenDC; DeleteDC refuses it. Contexts
+// are pooled, so that painting does not allocate.
 HDC OpenScreenDC(POINT origin, const Region& clip);
-// False when it is none that OpenScreenDC gave and that is still open.
+// False if it is not an open context from OpenScreenDC.
 bool CloseScreenDC(HDC dc);
 
-// Deletes every graphics object, stock objects apart. Part of stopping the device.
+// Deletes all graphics objects except stock objects. Part of stopping the device.
 void ResetGraphics();
 // Adds the product's live bitmaps, contexts, fonts and brushes.
 void CountGraphicsHandles(LiveHandles& counts);
@@ -30,7 +30,7 @@ void ResetImageLists();
 void CountImageLists(LiveHandles& counts);
 
 // Makes a bitmap from a device-independent one in memory (header, colours, rows): in the screen's format, or
-// 1-bit when it has one bit per pixel and the palette black, white. Null when the header or the size lies.
+// 1-bit if it has one bit per pixel and the palette black, white. Null if the header or the size is wrong.
 HBITMAP CreateBitmapFromDib(const BYTE* bytes, std::size_t size);
 
 }  // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Image lists. They keep pixels of their own, no bitmaps, so nothing but the list counts as a handle.
+// Image lists. They keep pixels, not bitmaps, so only the list itself counts as a handle.
 #include <commctrl.h>
 
 #include "device/faults.h"
@@ -35,7 +35,7 @@ ImageList* FindList(const void* handle) {
     return list;
 }
 
-// Null, with the last error, unless the list has an image of this index.
+// Null and the last error if the list has no image of this index.
 ImageList* FindImage(const void* handle, int index) {
     ImageList* list = FindList(handle);
     if (!list || (index >= 0 && index < list->Count())) return list;
@@ -43,7 +43,7 @@ ImageList* FindImage(const void* handle, int index) {
     return nullptr;
 }
 
-// One row of an image, read from the bitmap from x on.
+// Appends one row of an image, read from x on.
 void AppendRow(ImageList& list, const Surface& surface, int x, int y, DWORD transparent) {
     const auto width = static_cast<std::size_t>(list.width);
     const std::size_t start = list.pixels.size();
@@ -71,8 +71,8 @@ int AddImages(ImageList& list, const Bitmap& bitmap, COLORREF transparent) {
     return first;
 }
 
-// Draws the pixels of one image row that lie in [left, right) of the target's row; imageX is the image's left
-// edge there.
+// Draws one row of an image into [left, right) of the target's row; imageX is the position of the image's
+// left edge.
 void DrawRow(const Surface& target, const DWORD* image, int imageX, int y, int left, int right) {
     for (int x = left; x < right; ++x) {
         const DWORD pixel = image[x - imageX];
@@ -153,7 +153,7 @@ BOOL WINAPI ImageList_Draw(HIMAGELIST handle, int index, HDC dc, int x, int y, U
     const ImageList* list = FindImage(handle, index);
     const Context* context = list ? FindObject<Context>(dc) : nullptr;
     if (!context) return FALSE;
-    // Far outside the surface the area's place is saturated, but then nothing of it is visible.
+    // The area's position saturates only far outside the surface, where nothing is visible.
     const RECT area = PlaceArea(*context, x, y, list->width, list->height);
     ForEachVisible(*context, area, [&](const RECT& part) {
         for (LONG row = part.top; row < part.bottom; ++row) {

@@ -28,11 +28,11 @@ Graphics::Graphics() {
 
 Graphics& MakeGraphics() {
     g_graphics = new Graphics;
-    g_graphics->systemFont->logical = SystemLogFont();  // sized by the screen, which is there now
+    g_graphics->systemFont->logical = SystemLogFont();  // depends on the size of the screen, which exists now
     return *g_graphics;
 }
 
-// Contexts go first: they hold the others.
+// Contexts first, as they hold the others.
 void ResetGraphics() {
     Graphics& graphics = GetGraphics();
     std::vector<GdiObject*> contexts;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The graphics objects and the one table that holds them. Used by the panel's thread alone: nothing locks.
+// The graphics objects and their table. Used on the panel's thread only, without locks.
 #pragma once
 
 #include <windows.h>
@@ -22,7 +22,7 @@ struct GdiObject {
     virtual ~GdiObject() = default;
 
     const ObjectType type;
-    bool stock = false;  // made by the layer itself: never deleted, never counted
+    bool stock = false;  // created by the layer: never deleted, never counted
     int holders = 0;     // contexts into which it is selected
     void* handle = nullptr;
 };
@@ -60,8 +60,8 @@ struct Context : GdiObject {
     Brush* brush = nullptr;
     Font* font = nullptr;
     bool onScreen = false;
-    POINT origin{};  // the surface's pixel of the context's (0, 0)
-    Region clip;     // in surface pixels; for contexts on the screen alone
+    POINT origin{};  // the surface pixel of the context's (0, 0)
+    Region clip;     // in surface pixels; only for contexts of the screen
     struct Attributes {
         COLORREF textColor = RGB(0, 0, 0);
         COLORREF backColor = RGB(255, 255, 255);
@@ -75,7 +75,7 @@ struct Graphics {
 
     HandleTable<GdiObject, HandleKind::Gdi> objects;
     Bitmap* screen = nullptr;
-    Bitmap* unitBitmap = nullptr;  // 1 x 1, monochrome: what a memory context starts with
+    Bitmap* unitBitmap = nullptr;  // 1 x 1, monochrome: the first bitmap of memory contexts
     Brush* whiteBrush = nullptr;
     Brush* blackBrush = nullptr;
     Font* systemFont = nullptr;
@@ -85,13 +85,12 @@ struct Graphics {
         spareContexts;  // closed contexts of the screen, for the next paint
 };
 
-// Made at the first use, when the stock objects can be made, and never given back: windows of a program that
-// just ends may still ask for it.
+// Created at the first use and never freed, as windows of a program that is about to end may still use it.
 Graphics& MakeGraphics();
 inline Graphics* g_graphics = nullptr;
 inline Graphics& GetGraphics() { return g_graphics ? *g_graphics : MakeGraphics(); }
 
-// Puts the object into the table. Null, and ERROR_NOT_ENOUGH_MEMORY, when the table is full.
+// Puts the object into the table. Null and ERROR_NOT_ENOUGH_MEMORY if the table is full.
 template <typename Object>
 Object* AddObject(std::unique_ptr<Object> object) {
     Object* added = object.get();
@@ -113,7 +112,7 @@ Object* AddStockObject(Graphics& graphics, Arguments&&... arguments) {
     return added;
 }
 
-// Null, and ERROR_INVALID_HANDLE, when the handle is not a live one of this type.
+// Null and ERROR_INVALID_HANDLE if this is no valid handle of this type.
 template <typename Object>
 Object* FindObject(const void* handle) {
     GdiObject* object = GetGraphics().objects.Find(handle);
@@ -129,11 +128,11 @@ Handle HandleOf(const Object* object) {
     return object ? static_cast<Handle>(object->handle) : nullptr;
 }
 
-// A bitmap of zeros, not yet in the table. Null, with the last error, for sizes that no bitmap has.
+// A bitmap of zeros, not yet in the table. Null and the last error for an impossible size.
 std::unique_ptr<Bitmap> MakeBitmap(int width, int height, PixelFormat format,
                                    RowOrder order = RowOrder::TopDown, int rowAlignment = 4);
 
-// The brush that a handle stands for: a brush, or a system colour plus one. Null when it is neither.
+// The brush of a handle, which may also be a system colour plus one. Null if it is neither.
 const Brush* FindBrush(const void* handle);
 
 }  // namespace host

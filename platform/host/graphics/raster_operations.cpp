@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The loops take four pixels at a time, and groups of eight under a mask. The vector type is the compilers'
-// own, so that the speed does not hang on what an optimiser recognises.
+// The loops handle four pixels at a time, under a mask groups of eight. They use the compilers' vector type,
+// so that their speed does not depend on the optimiser.
 #include "graphics/raster_operations.h"
 
 #include <array>
@@ -53,8 +53,8 @@ inline void BlendRow(DWORD* target, const DWORD* source, int count, Blend blend)
     }
 }
 
-// The words of the eight mask bits from bit `shift` of the first byte on. The second byte is read only when
-// bits of it are asked for.
+// The words for eight mask bits, from bit `shift` of the first byte on. Reads the second byte only if its
+// bits are needed.
 inline const DWORD* MaskWords(const BYTE* bytes, unsigned shift) {
     if (shift == 0) return kExpansion[bytes[0]].data();
     const unsigned both = static_cast<unsigned>(bytes[0]) << kGroup | bytes[1];
@@ -69,7 +69,7 @@ inline void BlendGroup(DWORD* target, const DWORD* source, const DWORD* words, B
     Store(target + kLanes, second);
 }
 
-// Where the target is not read, a group may be drawn again: the last one of a row then ends with the row.
+// If the target is not read, pixels may be drawn twice: the last group of a row can then end with the row.
 enum class Target { Read, Ignored };
 
 // The row's first pixel has bit `shift` of the first mask byte.
@@ -85,7 +85,7 @@ template <Target use, typename Blend>
     if (count == 0) return;
     if (use == Target::Ignored && hasGroup) {
         const unsigned back = kGroup - count;
-        const unsigned bit = shift + count;  // in the byte before
+        const unsigned bit = shift + count;  // in the previous byte
         BlendGroup(target - back, source - back, MaskWords(mask - 1 + bit / kGroup, bit % kGroup), blend);
         return;
     }
@@ -112,8 +112,8 @@ void BlendRows(const Rows& rows, Blend blend) {
                [=](DWORD* target, const DWORD* source, int) { BlendRow(target, source, width, blend); });
 }
 
-// The same under the mask, with its words as a third argument. A mask that begins with a byte has a loop of
-// its own: it is the whole keyboard.
+// The same under the mask, with its words as a third argument. A mask that begins at a byte has its own loop:
+// painting the whole keyboard uses it.
 template <Target use, typename Blend>
 void BlendMaskedRows(const Rows& rows, Blend blend) {
     const auto width = static_cast<unsigned>(rows.width);
@@ -137,7 +137,7 @@ void CombineMasked(const Rows& rows, const Rop& fore, const Rop& back) {
             return (fore.Apply(s, t) & m) | (back.Apply(s, t) & ~m);
         });
     } else if (fore.source == kColorBits && back.source == 0 && fore.constant == back.constant) {
-        // The picture over black or its negative over white: what a keyboard draws all the time.
+        // The picture over black, or its negative over white: what a keyboard draws.
         const DWORD color = back.constant;
         BlendMaskedRows<Target::Ignored>(rows, [color](auto, auto s, auto m) { return (s & m) ^ color; });
     } else {
@@ -150,7 +150,7 @@ void CombineMasked(const Rows& rows, const Rop& fore, const Rop& back) {
 }  // namespace
 
 Rop MakeRop(BYTE code, DWORD pattern) {
-    // All ones where the code has this bit.
+    // All ones if the code has this bit.
     const auto spread = [code](int index) { return DWORD{0} - ((DWORD{code} >> index) & 1); };
     const auto result = [&](int index) {
         return ((spread(index) & ~pattern) | (spread(4 + index) & pattern)) & kColorBits;

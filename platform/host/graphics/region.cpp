@@ -25,8 +25,7 @@ void Region::Set(const RECT& r) {
     if (!IsEmpty(r)) m_rectangles.push_back(r);
 }
 
-// A rectangle that lies inside one of the region's changes nothing: splitting that one would only slow
-// painting.
+// A rectangle inside one of the region's is not added: splitting that one would slow painting.
 void Region::Add(const RECT& r) {
     if (IsEmpty(r)) return;
     const auto contains = [&r](const RECT& old) {
@@ -37,7 +36,7 @@ void Region::Add(const RECT& r) {
     m_rectangles.push_back(r);
 }
 
-// What is left of each rectangle goes to the end: above, below, left of and right of the hole.
+// Appends the rest of each rectangle: above, below, left and right of the hole.
 void Region::Subtract(const RECT& r) {
     if (IsEmpty(r)) return;
     std::size_t kept = 0;
@@ -77,7 +76,7 @@ void Region::IntersectWith(const RECT& r) {
     m_rectangles.resize(kept);
 }
 
-// The common parts are gathered behind the old rectangles, which then go: the vector's memory serves again.
+// Appends the common parts and then removes the old rectangles, to reuse the vector's memory.
 void Region::IntersectWith(const Region& other) {
     const std::size_t count = m_rectangles.size();
     const std::size_t otherCount = other.m_rectangles.size();

@@ -10,13 +10,13 @@
 namespace host {
 
 inline bool IsEmpty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
-// The common part; an empty rectangle when there is none.
+// The intersection; an empty rectangle if there is none.
 inline RECT Intersect(const RECT& a, const RECT& b) {
     const RECT common{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
                       std::min(a.bottom, b.bottom)};
     return IsEmpty(common) ? RECT{} : common;
 }
-// The smallest rectangle around both; an empty one does not count.
+// The smallest rectangle around both; empty ones do not count.
 RECT Bounds(const RECT& a, const RECT& b);
 inline RECT Offset(const RECT& r, LONG dx, LONG dy) {
     return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pixels in memory and their conversion to and from words (0x00RRGGBB, the screen's format).
+// Pixels in memory, and their conversion to and from words (0x00RRGGBB, the screen's format).
 #pragma once
 
 #include <windef.h>
@@ -9,7 +9,7 @@
 namespace host {
 
 enum class PixelFormat {
-    Mono,      // 1 bit without colours of its own: whoever copies it gives them
+    Mono,      // 1 bit without colours: they come from the context that copies it
     TwoColor,  // 1 bit with a table of two colours
     Rgb24,     // bytes blue, green, red
     Rgb32,     // words
@@ -20,11 +20,11 @@ struct Surface {
     int width = 0;
     int height = 0;
     PixelFormat format = PixelFormat::Rgb32;
-    BYTE* top = nullptr;        // the row shown uppermost
-    std::ptrdiff_t stride = 0;  // bytes from a row to the one shown below it; negative for bottom-up rows
-    // The caller writes the memory, so the fourth byte of a word may hold anything.
+    BYTE* top = nullptr;        // the uppermost row of the picture
+    std::ptrdiff_t stride = 0;  // bytes from a row to the one below it; negative for bottom-up bitmaps
+    // The caller can write the memory, so the fourth byte of a word may be anything.
     bool shared = false;
-    DWORD colors[2] = {0, kColorBits};  // what the bits 0 and 1 stand for (TwoColor)
+    DWORD colors[2] = {0, kColorBits};  // the colours of the bits 0 and 1 (TwoColor)
 
     RECT Bounds() const { return {0, 0, width, height}; }
     bool HasBits() const { return format == PixelFormat::Mono || format == PixelFormat::TwoColor; }
@@ -36,17 +36,17 @@ constexpr int BitsPerPixel(PixelFormat format) {
     return format == PixelFormat::Rgb32 ? 32 : format == PixelFormat::Rgb24 ? 24 : 1;
 }
 
-// The word of a COLORREF and back: red and blue change places.
+// Converts between a COLORREF and a word: red and blue change places.
 constexpr DWORD SwapRedAndBlue(DWORD color) {
     return ((color & 0xFF) << 16) | (color & 0xFF00) | ((color >> 16) & 0xFF);
 }
 
-// Reads pixels as words; the bits of a 1-bit surface as the two words given.
+// Reads pixels as words; for the bits of a 1-bit surface, the two words given.
 void ReadWords(const Surface& surface, int x, int y, int count, const DWORD (&bitWords)[2], DWORD* words);
-// Writes words; into a 1-bit surface a bit that says whether the word is not 0.
+// Writes words; into a 1-bit surface a 1 for every word but 0.
 void WriteWords(const Surface& surface, int x, int y, int count, const DWORD* words);
 
-// The bit whose colour is the nearer one, the darker bit when both are equally near.
+// The bit with the nearer colour; the darker one if both are equally near.
 bool NearestBit(const Surface& surface, DWORD color);
 
 inline constexpr DWORD kBitsAsWords[2] = {0, kColorBits};

@@ -9,11 +9,11 @@
 namespace host {
 namespace {
 
-constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits also hold TA_RIGHT
-constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits also hold TA_BOTTOM
+constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits include TA_RIGHT
+constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits include TA_BOTTOM
 constexpr BYTE kHalf = 128;
 
-// Takes the next character; a lone half of a surrogate pair counts as itself.
+// Takes the next character. A lone surrogate counts as itself.
 char32_t TakeCharacter(std::u16string_view& text) {
     const char16_t first = text.front();
     text.remove_prefix(1);
@@ -23,8 +23,8 @@ char32_t TakeCharacter(std::u16string_view& text) {
     return character;
 }
 
-// Calls visit(glyph, pen offset) for each character; the spacing, when given, has an advance for each unit of
-// the text. Returns the width.
+// Calls visit(glyph, pen offset) for each character and returns the width. The spacing, if given, has an
+// advance for each code unit of the text.
 template <typename Visitor>
 std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, const INT* spacing, Visitor visit) {
     std::int64_t pen = 0;
@@ -56,7 +56,7 @@ DWORD Mix(DWORD under, DWORD over, DWORD coverage) {
     return mixed;
 }
 
-// Draws what lies inside the part; the glyph's box and the part are in surface pixels.
+// Draws a part of a glyph; the glyph's box and the part are in surface pixels.
 void DrawGlyphPart(const Surface& surface, const Glyph& glyph, const RECT& box, const RECT& part,
                    DWORD color) {
     for (int y = part.top; y < part.bottom; ++y) {
@@ -82,8 +82,7 @@ struct Line {
     std::int64_t top = 0;
 };
 
-// Draws one line inside the clip (surface pixels): its cell in the background colour when that is opaque,
-// then the ink.
+// Draws one line inside the clip (surface pixels): the cell's background if it is opaque, then the glyphs.
 void DrawLine(const Context& context, Glyphs& glyphs, const Line& line, const RECT& clip) {
     if (context.attributes.backMode == OPAQUE) {
         const RECT cell =
@@ -123,7 +122,7 @@ int AlignedTop(UINT align, const Glyphs& glyphs) {
     }
 }
 
-// Takes the text up to the next line break, and the break with it.
+// Takes the text up to the next line break, and the break.
 std::u16string_view TakeLine(std::u16string_view& text, UINT format) {
     const std::size_t end = (format & DT_SINGLELINE) ? text.npos : text.find(u'\n');
     std::u16string_view line = text.substr(0, end);
@@ -161,7 +160,7 @@ void DrawLines(const Context& context, Glyphs& glyphs, std::u16string_view text,
     });
 }
 
-// The text of a caller: -1 stands for a text that ends with a null. False when there is none.
+// The caller's text; a length of -1 means that it ends with a null. False if there is none.
 bool ReadText(LPCWSTR text, int length, std::u16string_view& view) {
     if ((!text && length != 0) || length < -1) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -223,8 +222,8 @@ BOOL WINAPI GetTextExtentPoint32W(HDC dc, LPCWSTR text, int length, SIZE* size) 
     return TRUE;
 }
 
-// An ampersand is drawn as it stands: no control of this layer has a shortcut to underline, so text behaves
-// as with DT_NOPREFIX. The context's text alignment plays no part.
+// Ampersands are drawn, as with DT_NOPREFIX: the controls of this layer have no shortcuts to underline.
+// Ignores the context's text alignment.
 int WINAPI DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rectangle, UINT format) {
     if (CallFails(Call::DrawText, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     const Context* context = FindObject<Context>(dc);
