@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Starting and stopping the device, which takes every room.
+// Starts and stops the device, with all its rooms.
 #include <host_control.h>
 
 #include <filesystem>
@@ -27,7 +27,7 @@ void StartDevice(const DeviceOptions& options) {
     StopDevice();
     std::filesystem::create_directories(options.folder);
     DeviceOptions running = options;
-    // Links are judged by where they lead, so the root has to be free of them.
+    // Links are checked by their targets, so the root must contain none.
     running.folder = std::filesystem::canonical(options.folder);
     SetOptions(std::move(running));
     g_running = true;
@@ -40,8 +40,8 @@ void StartDevice(const DeviceOptions& options) {
 
 void StopDevice() {
     if (!g_running) return;
-    // Windows first: their procedures live in the modules. A module may still use everything else while it is
-    // detached, the registry most of all, so that is written last.
+    // Windows first, as their procedures are in the modules. A module may use everything else while it is
+    // detached, above all the registry, which is therefore written last.
     ResetWindows();
     ResetMessageBoxes();
     ResetOpenFile();

@@ -17,11 +17,11 @@ namespace {
 using GetClassObjectFunction = HRESULT (*)(REFCLSID, REFIID, void**);
 using CanUnloadNowFunction = HRESULT (*)();
 
-// Each holds one reference of its module, the platform's.
+// Holds one reference to its module, on behalf of the platform.
 struct Library {
     HMODULE module;
     GetClassObjectFunction getClassObject;
-    CanUnloadNowFunction canUnloadNow;  // null when the library never says so: then it stays
+    CanUnloadNowFunction canUnloadNow;  // null: the library is never unloaded
 };
 std::vector<Library> g_libraries;
 
@@ -30,7 +30,7 @@ void Free(HMODULE module) {
     FreeModule(module);
 }
 
-// Loads the library of this path, or finds it among those that are loaded.
+// Loads the library, or finds it among the loaded ones.
 HRESULT LoadServer(const std::u16string& path, Library& library) {
     const PlatformScope platform;
     library.module = LoadModule(path);
@@ -94,7 +94,7 @@ HRESULT WINAPI CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, 
 }
 
 void WINAPI CoFreeUnusedLibraries() {
-    // By index and from the end: a library that is detached may activate or free others.
+    // By index and backwards: a library may activate or free others while it is detached.
     for (std::size_t i = g_libraries.size(); i-- > 0;) {
         if (i >= g_libraries.size()) continue;
         const Library library = g_libraries[i];

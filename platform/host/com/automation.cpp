@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Type libraries: loading one in order to register it.
+// Loads and registers type libraries.
 #include "com/activation.h"
 #include "com/type_library.h"
 #include "device/faults.h"
@@ -15,7 +15,7 @@
 namespace host {
 namespace {
 
-// Only the object below answers it, so that RegisterTypeLib knows its own.
+// Only the object below has this interface: RegisterTypeLib recognises its own objects by it.
 constexpr IID IID_LoadedTypeLibrary = {
     0x5D0F2A91, 0x7C34, 0x4B1E, {0x8A, 0x62, 0x19, 0xE7, 0x30, 0xC5, 0xD4, 0xB8}};
 
@@ -46,7 +46,7 @@ private:
     LONG m_references = 1;
 };
 
-// A type library by itself, or resource TYPELIB 1 of a library file.
+// Reads a .tlb file, or resource TYPELIB 1 of a library file.
 std::optional<TypeLibrary> ReadTypeLibrary(std::u16string_view devicePath) {
     const ResolvedPath path = ResolvePath(devicePath);
     if (path.error != ERROR_SUCCESS) return std::nullopt;
@@ -59,7 +59,7 @@ std::optional<TypeLibrary> ReadTypeLibrary(std::u16string_view devicePath) {
     return resource && resource->data ? ParseTypeLibrary(*resource->data) : std::nullopt;
 }
 
-// Versions and locales stand in hexadecimal in the registry, flags in decimal.
+// In the registry, versions and locales are hexadecimal, flags decimal.
 std::u16string Format(const char* format, DWORD first, DWORD second = 0) {
     char text[24];
     const int length = std::snprintf(text, sizeof(text), format, first, second);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t guidLength = 38;
 
-// Where the hexadecimal digits of each byte stand, in the order of the GUID's fields, high digits first.
+// The positions of each byte's digits in the text, in the order of the GUID's fields; the high digit of each.
 constexpr int digitPlaces[16] = {1, 3, 5, 7, 10, 12, 15, 17, 20, 22, 25, 27, 29, 31, 33, 35};
 
 int HexDigit(WCHAR c) {
@@ -70,7 +70,7 @@ using namespace host;
 
 void* WINAPI CoTaskMemAlloc(SIZE_T bytes) {
     if (CallFails(Call::AllocateMemory)) return nullptr;
-    // Never null for no bytes, so that null means failure alone.
+    // Not null for 0 bytes either: null means failure.
     return std::malloc(std::max<SIZE_T>(bytes, 1));
 }
 
@@ -100,7 +100,7 @@ HRESULT WINAPI StringFromCLSID(REFCLSID clsid, LPWSTR* text) {
     return S_OK;
 }
 
-// The identifier is null after a text that is none.
+// The identifier is null if the text is invalid.
 HRESULT WINAPI CLSIDFromString(LPCWSTR text, CLSID* clsid) {
     if (!clsid) return E_INVALIDARG;
     *clsid = {};

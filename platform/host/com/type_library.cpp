@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The format, as far as it matters here (offsets in bytes, numbers little-endian):
+// The parts of the format that matter here (offsets in bytes, numbers little-endian):
 //
 //     0x00  "MSFT", 0x00010002            0x18  version: major, minor (16 bits each)
 //     0x08  GUID of the library           0x1C  flags of the library
@@ -66,7 +66,7 @@ std::optional<TypeLibrary> ParseTypeLibrary(Bytes bytes) {
     if (Read<DWORD>(bytes, 0) != signature || Read<DWORD>(bytes, 4) != formatVersion) return std::nullopt;
     const std::optional<Bytes> guids = FindTable(bytes, Table::Guids);
     if (!guids) return std::nullopt;
-    // Finding a table has read beyond this part of the header.
+    // The bytes exist: finding a table has read beyond this part of the header.
     const auto identifier = Read<GUID>(*guids, *Read<DWORD>(bytes, 0x08));
     if (!identifier) return std::nullopt;
     TypeLibrary library{*identifier,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What registering a type library needs to know of it, read from its bytes (the MSFT format).
+// Reads from the bytes of a type library (MSFT format) what its registration needs.
 #pragma once
 
 #include <unknwn.h>
@@ -19,7 +19,7 @@ struct TypeLibrary {
     std::u16string helpString;  // empty when there is none
 };
 
-// None when the bytes are no type library or point outside themselves.
+// None if the bytes are no type library or contain an offset outside.
 std::optional<TypeLibrary> ParseTypeLibrary(std::span<const BYTE> bytes);
 
 }  // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The virtual clock: it moves only when told to, so a replayed script always sees the same times.
+// The virtual clock. It moves only when told to, so a replayed script always sees the same times.
 #include "device/device.h"
 
 namespace host {

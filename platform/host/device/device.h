@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-// The device that runs, and on whose behalf code runs.
+// The running device, and on whose behalf code runs.
 #pragma once
 
 #include <host_control.h>
 
 namespace host {
 
-// Empty folder and function while no device runs. The folder is absolute and free of symbolic links.
+// Without a device, folder and function are empty. The folder is absolute, without symbolic links.
 const DeviceOptions& Options();
 void SetOptions(DeviceOptions options);
 
-// The opposite of PlatformScope, for calls into the product's code from platform code.
+// The opposite of PlatformScope, for calls from platform code into the product's code.
 class ProductScope {
 public:
     ProductScope();

@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-// Counters are atomic because memory and locks may be used from any thread.
+// The counters are atomic because any thread may use memory and locks.
 struct CallRecord {
     std::atomic<unsigned> count = 0;
     std::atomic<unsigned> failingCount = 0;  // the count that fails; 0 for none, as counts start at 1
@@ -23,7 +23,7 @@ CallRecord& Record(Call call) { return g_calls[static_cast<std::size_t>(call)]; 
 
 bool CallFails(Call call) {
     CallRecord& record = Record(call);
-    // Two threads at the same moment may count as one call; a locked increment would cost every call more.
+    // Two threads at once may count as one call; a locked increment would slow down every call.
     const unsigned count = record.count.load(std::memory_order_relaxed) + 1;
     record.count.store(count, std::memory_order_relaxed);
     return count == record.failingCount.load(std::memory_order_relaxed);
@@ -55,7 +55,7 @@ void ResetFaults() {
     }
 }
 
-// Nothing that a person has to know gets lost for want of a listener.
+// Without a report function the line goes to standard error, so that it is not lost.
 void Report(const std::string& line) {
     if (Options().report) {
         Options().report(line);

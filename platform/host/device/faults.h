@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The one place through which every host call that can fail passes.
+// Fault injection: every host call that can fail asks here.
 #pragma once
 
 #include <host_control.h>
 
 namespace host {
 
-// Counts the call; true when a test wants exactly this one to fail. The caller then takes its failure path.
+// Counts the call. True if a test wants this one to fail; the caller then fails.
 [[nodiscard]] bool CallFails(Call call);
-// As CallFails, and sets the last error to the given code when the call fails.
+// The same, and sets the last error if the call is to fail.
 [[nodiscard]] bool CallFails(Call call, DWORD error);
 
-// Nothing fails any more, and nothing is counted.
+// Clears all faults and counters.
 void ResetFaults();
 
 // Sends a line to the device's report function.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The file calls: finding and deleting.
+// The file calls: find and delete.
 #include "device/files.h"
 
 #include "device/faults.h"
@@ -15,7 +15,7 @@
 namespace host {
 namespace {
 
-// A search holds what it found when it began, as the entries of a folder may change while it goes on.
+// A search collects its results when it begins, as the folder may change afterwards.
 struct Search {
     std::vector<DirectoryEntry> entries;
     std::size_t next = 0;
@@ -23,8 +23,8 @@ struct Search {
 HandleTable<Search, HandleKind::Find> g_searches;
 FileInUse g_isInUse = [](const std::filesystem::path&) { return false; };
 
-// "*" stands for any run of characters, "?" for exactly one. Goes back to the last "*" alone, so the time is
-// at most the product of the lengths.
+// "*" matches any number of characters, "?" exactly one. Backtracks only to the last "*", so the time is at
+// most the product of the lengths.
 bool MatchesPattern(std::u16string_view name, std::u16string_view pattern) {
     std::size_t n = 0;
     std::size_t p = 0;
@@ -47,10 +47,10 @@ bool MatchesPattern(std::u16string_view name, std::u16string_view pattern) {
     return pattern.find_first_not_of(u'*', p) == std::u16string_view::npos;
 }
 
-// The permission bits decide, not whether this process could write: it may run as root.
+// Looks at the permission bits, not at whether this process could write: it may run as root.
 bool IsReadOnly(const struct stat& status) { return (status.st_mode & S_IWUSR) == 0; }
 
-// Moves on to the next entry; false when there is none.
+// Takes the next entry; false if there is none.
 bool TakeNext(Search& search, WIN32_FIND_DATAW& data) {
     if (search.next >= search.entries.size()) return false;
     const DirectoryEntry& entry = search.entries[search.next++];
@@ -60,12 +60,12 @@ bool TakeNext(Search& search, WIN32_FIND_DATAW& data) {
 }
 
 std::vector<DirectoryEntry> FindMatches(const std::filesystem::path& folder, std::u16string_view pattern) {
-    // "*.*" has always meant everything, also names without a dot.
+    // "*.*" traditionally matches all names, even without a dot.
     if (pattern == u"*.*") pattern = u"*";
     return ListFolder(folder, [pattern](std::u16string_view name) { return MatchesPattern(name, pattern); });
 }
 
-// Without wildcards the name is resolved like any other path, so an exact match wins here too.
+// Without wildcards the name is resolved like any path, so an exact match wins here too.
 std::vector<DirectoryEntry> FindOne(const std::filesystem::path& file) {
     std::optional<std::u16string> name = FromStrictUtf8(file.filename().string());
     if (!name || name->size() >= MAX_PATH) return {};
@@ -81,7 +81,7 @@ DWORD Find(std::u16string_view pattern, Search& search) {
         !std::filesystem::is_directory(folder.path, error)) {
         return ERROR_PATH_NOT_FOUND;
     }
-    // "\folder\", "." and ".." name no entry of a folder.
+    // "\folder\", "." and ".." are no entries of a folder.
     if (split.name.empty() || split.name == u"." || split.name == u"..") return ERROR_FILE_NOT_FOUND;
     if (split.name.find_first_of(u"*?") != std::u16string_view::npos) {
         search.entries = FindMatches(folder.path, split.name);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Handle tables. A handle is 32 bits: kind (4), generation (12), slot (16); so a stale, null or wrong-typed
-// handle never resolves to an object. Kinds below 8 keep clear of the predefined registry keys.
+// Handle tables. A handle has 32 bits: kind (4), generation (12), slot (16). So a stale, null or wrong-typed
+// handle never resolves to an object. Kinds are below 8, which avoids the predefined registry keys.
 #pragma once
 
 #include <host_control.h>
@@ -14,14 +14,14 @@ namespace host {
 
 enum class HandleKind : std::uint32_t { Gdi = 1, Window = 2, Module = 3, Key = 4, Find = 5, ImageList = 6 };
 
-// Whose handles are made right now (see PlatformScope).
+// The owner of handles that are created now (see PlatformScope).
 enum class HandleOwner : std::uint8_t { Product, Platform };
 HandleOwner CurrentOwner();
 
 template <typename Object, HandleKind kind>
 class HandleTable {
 public:
-    // Owns the object until Close. The value fits every handle type through ToHandle.
+    // Owns the object until Close. ToHandle turns the value into any handle type.
     std::uint32_t Open(std::unique_ptr<Object> object) {
         std::uint32_t slot;
         if (m_free.empty()) {
@@ -37,7 +37,7 @@ public:
         return Value(slot);
     }
 
-    // Null for a value that is not a live handle of this table.
+    // Null if the value is no valid handle of this table.
     Object* Find(std::uintptr_t value) const {
         if ((value >> 28) != static_cast<std::uintptr_t>(kind)) return nullptr;
         const std::size_t slot = value & 0xFFFF;
@@ -46,7 +46,7 @@ public:
     }
     Object* Find(const void* handle) const { return Find(reinterpret_cast<std::uintptr_t>(handle)); }
 
-    // Takes the object out and makes the handle stale; null when it was none.
+    // Removes and returns the object; null if there is none. The handle becomes stale.
     std::unique_ptr<Object> Close(const void* handle) {
         const auto value = reinterpret_cast<std::uintptr_t>(handle);
         if (!Find(value)) return nullptr;
@@ -64,7 +64,7 @@ public:
         }
     }
 
-    // Every handle given so far becomes stale.
+    // All handles become stale.
     void CloseAll() {
         for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot) {
             if (m_slots[slot].object) Close(ToPointer(Value(slot)));

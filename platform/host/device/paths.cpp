@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr std::u16string_view separators = u"\\/";
 
-// The names from the root on, without "." and "..".
+// The names from the root on; "." and ".." are resolved.
 std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
     std::vector<std::u16string_view> names;
     while (!path.empty()) {
@@ -33,7 +33,7 @@ std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
     return names;
 }
 
-// Does this existing file or folder, links followed, lie inside the device?
+// Is this existing file or folder inside the device, after following links?
 bool LiesInDevice(const fs::path& path) {
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
@@ -46,8 +46,8 @@ struct FolderCloser {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-// Calls visit(name, type) for each entry; for none when the folder cannot be read. The file system's own
-// call, which tells the type along with the name: so looking through a folder of many skins is quick.
+// Calls visit(name, type) for each entry, for none if the folder cannot be read. Uses readdir, which returns
+// the type with the name, so that searching a folder of many skins is quick.
 template <typename Visitor>
 void ForEachEntry(const fs::path& folder, Visitor visit) {
     const std::unique_ptr<DIR, FolderCloser> stream(opendir(folder.c_str()));
@@ -58,13 +58,13 @@ void ForEachEntry(const fs::path& folder, Visitor visit) {
     }
 }
 
-// The entry of this name; an exact match wins over one that differs in case. Empty when there is none.
+// The entry of this name; an exact match wins over one that differs in case. Empty if there is none.
 fs::path FindEntry(const fs::path& folder, std::u16string_view name) {
     const std::optional<std::string> exactName = ToStrictUtf8(name);
     if (!exactName) return {};
     std::error_code error;
     if (fs::exists(fs::symlink_status(folder / *exactName, error))) return folder / *exactName;
-    // Of several that differ in case alone, the first in byte order, so that the choice does not vary.
+    // If several differ only in case, the first in byte order, so that the choice is always the same.
     std::string best;
     ForEachEntry(folder, [&](std::string_view entry, unsigned char) {
         const std::optional<std::u16string> entryName = FromStrictUtf8(entry);
@@ -94,7 +94,7 @@ ResolvedPath ResolvePath(std::u16string_view devicePath) {
             if (i + 1 < names.size() || !name || !fs::is_directory(path, error)) return {};
             return {ERROR_FILE_NOT_FOUND, path / *name};
         }
-        // Judged at each step: behind a link that leads out nothing is even looked up.
+        // Checked at each step: nothing is looked up behind a link that leads out.
         std::error_code error;
         if (fs::is_symlink(entry, error) && !LiesInDevice(entry)) return {};
         path = entry;

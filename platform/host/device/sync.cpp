@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The last error, locks and interlocked counters: what any thread may use.
+// The last error, locks and interlocked counters, for any thread.
 #include "device/faults.h"
 
 #include <mutex>
@@ -11,8 +11,8 @@ namespace {
 
 thread_local DWORD t_lastError = 0;
 
-// Serves every section whose own mutex could not be made: such a section still excludes, only more than it
-// has to. InitializeCriticalSection has no other way to say that memory ran out.
+// Shared by all sections whose own mutex could not be created; they then exclude each other, too.
+// InitializeCriticalSection cannot report that memory ran out.
 std::recursive_mutex& SharedMutex() {
     static std::recursive_mutex mutex;
     return mutex;

@@ -27,7 +27,7 @@ private:
     int m_descriptor;
 };
 
-// False when the file ends before, because somebody is truncating it.
+// False if the file ends earlier, because another program has truncated it.
 bool ReadFully(int descriptor, BYTE* target, std::size_t size) {
     while (size > 0) {
         const ssize_t count = read(descriptor, target, size);
@@ -42,7 +42,7 @@ bool ReadFully(int descriptor, BYTE* target, std::size_t size) {
 }  // namespace
 
 std::optional<FileImage> FileImage::Read(const std::filesystem::path& path) {
-    // Not blocking: a pipe of that name must not stop the device.
+    // Non-blocking: a pipe with this name must not stop the device.
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode) ||

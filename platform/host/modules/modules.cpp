@@ -18,7 +18,7 @@ using DllMainFunction = BOOL (*)(HMODULE, DWORD, void*);
 
 HandleTable<Module, HandleKind::Module> g_modules;
 
-// The device path with what the loader adds: the folder to a bare name, the extension to a name without one.
+// Adds what the loader adds: the folder to a bare name, the extension to a name without one.
 std::u16string CompletePath(std::u16string_view path) {
     std::u16string complete;
     const SplitPath split = SplitDevicePath(path);
@@ -43,12 +43,12 @@ void AddReference(Module& module) {
 
 bool CallDllMain(const Module& module, HMODULE handle, DWORD reason) {
     const auto dllMain = reinterpret_cast<DllMainFunction>(FindExport(module, "DllMain"));
-    // What a library makes for itself is the product's, whoever loads it.
+    // Handles that a library creates for itself belong to the product, whoever loads it.
     const ProductScope product;
     return !dllMain || dllMain(handle, reason, nullptr);
 }
 
-// True for a module without code, too.
+// Also true for a module without code.
 bool LoadCode(Module& module) {
     const std::filesystem::path path = module.hostPath.string() + ".so";
     std::error_code error;
@@ -93,7 +93,7 @@ HMODULE OpenModule(const std::filesystem::path& hostPath, std::u16string deviceP
 
 }  // namespace
 
-// Also finds one without references: while it is unloaded its DllMain may still ask for its resources.
+// Also finds a module without references: its DllMain may use resources while it is unloaded.
 Module* FindModule(HMODULE handle) {
     Module* module = g_modules.Find(handle);
     if (!module) SetLastError(ERROR_INVALID_HANDLE);
@@ -131,7 +131,7 @@ bool FreeModule(HMODULE handle) {
     return true;
 }
 
-// The symbol has to be the library's own, not one of the libraries that it links.
+// The symbol must be the library's own, not one from a library that it links.
 void* FindExport(const Module& module, const char* name) {
     if (!module.code) return nullptr;
     void* symbol = dlsym(module.code, name);
@@ -154,7 +154,7 @@ void ResetModules() {
         handles.push_back(ToHandle<HMODULE>(handle));
     });
     for (const HMODULE handle : handles) {
-        // One module may have freed another while it was detached.
+        // A module may have freed another one while it was detached.
         while (g_modules.Find(handle) && FreeModule(handle)) {
         }
     }
@@ -180,13 +180,13 @@ BOOL WINAPI FreeLibrary(HMODULE module) { return FreeModule(module); }
 FARPROC WINAPI GetProcAddress(HMODULE handle, LPCSTR name) {
     const Module* module = FindModule(handle);
     if (!module) return nullptr;
-    // Code of the host has no ordinals.
+    // Host code has no ordinals.
     void* symbol = IS_INTRESOURCE(name) ? nullptr : FindExport(*module, name);
     if (!symbol) SetLastError(ERROR_PROC_NOT_FOUND);
     return reinterpret_cast<FARPROC>(symbol);
 }
 
-// A buffer that is too small is filled: what fits, terminated, and its size as the result.
+// If the buffer is too small, copies what fits with a null, and returns the buffer's size.
 DWORD WINAPI GetModuleFileNameW(HMODULE handle, LPWSTR path, DWORD characters) {
     if (CallFails(Call::GetModuleFileName, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     const Module* module = FindModule(handle);

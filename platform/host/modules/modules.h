@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Loaded library files: a read-only image in memory and, where the host has one, the code that belongs to it.
+// Loaded library files: a read-only image in memory and the host code that belongs to it, if any.
 #pragma once
 
 #include "modules/pe_image.h"
@@ -14,10 +14,10 @@
 
 namespace host {
 
-// The bytes of a file in memory that nobody can write to: what happens to the file later does not touch them.
+// The bytes of a file in read-only memory. Later changes of the file do not affect them.
 class FileImage {
 public:
-    // None for what is no regular file, cannot be read, is empty or has more than 64 MiB.
+    // None if the file is not regular, cannot be read, is empty or larger than 64 MiB.
     static std::optional<FileImage> Read(const std::filesystem::path& path);
     FileImage(FileImage&& other) noexcept : m_bytes(other.m_bytes) { other.m_bytes = {}; }
     FileImage& operator=(FileImage&&) = delete;
@@ -32,27 +32,26 @@ private:
 };
 
 struct Module {
-    std::filesystem::path hostPath;  // free of links: one file is one module
+    std::filesystem::path hostPath;  // without links: one file is one module
     std::u16string devicePath;       // as first loaded, with the folder
     FileImage image;
     PeImage resources;
-    void* code = nullptr;  // of dlopen; null for resources alone
+    void* code = nullptr;  // from dlopen; null without code
     int references = 0;
-    int productReferences = 0;  // those of them that the product holds
+    int productReferences = 0;  // the part of them that the product holds
 };
 
-// As the SDK's calls, without fault injection: for what the platform does on its own account. They set the
-// last error.
+// Like the SDK's calls, but without fault injection: for the platform itself. They set the last error.
 HMODULE LoadModule(std::u16string_view path);
 bool FreeModule(HMODULE handle);
-// Null (ERROR_INVALID_HANDLE) for what is no loaded module.
+// Null and ERROR_INVALID_HANDLE if it is no loaded module.
 Module* FindModule(HMODULE handle);
 void* FindExport(const Module& module, const char* name);
 // Is this file the image of a loaded module?
 bool IsModuleFile(const std::filesystem::path& hostPath);
 void ResetModules();
 void CountModuleHandles(LiveHandles& counts);
-// None when there is none.
+// None if the module has no such resource.
 std::optional<std::span<const BYTE>> FindResourceBytes(HMODULE module, LPCWSTR name, LPCWSTR type);
 
 }  // namespace host

@@ -13,8 +13,8 @@ namespace {
 
 using Bytes = std::span<const BYTE>;
 
-// Windows has the first limit too. The others bound what a directory that refers to its parts again and again
-// can cost; real libraries stay far below.
+// Windows has the first limit, too. The others bound the cost of a directory whose entries refer to the same
+// parts again and again; real libraries stay far below.
 constexpr std::size_t maxSections = 96;
 constexpr std::size_t maxResources = 16384;
 constexpr std::size_t maxNameLength = 255;
@@ -22,7 +22,7 @@ constexpr std::size_t maxNameLength = 255;
 constexpr std::size_t resourceDirectoryIndex = 2;
 constexpr DWORD highBit = 0x80000000;
 
-// Little-endian, at any alignment. None beyond the end.
+// Little-endian, at any alignment. None beyond the end of the bytes.
 template <typename Value>
 std::optional<Value> Read(Bytes bytes, std::size_t offset) {
     if (offset > bytes.size() || bytes.size() - offset < sizeof(Value)) return std::nullopt;
@@ -53,7 +53,7 @@ std::optional<std::vector<Section>> ReadSections(Bytes file, std::size_t table, 
         const auto fileSize = Read<DWORD>(file, header + 16);
         const auto fileOffset = Read<DWORD>(file, header + 20);
         if (!Read<DWORD>(file, header + headerSize - 4)) return std::nullopt;
-        // A section without bytes in the file (.bss) may say anything for their place.
+        // The offset of a section without bytes in the file (.bss) can be anything.
         if (*fileSize == 0) continue;
         if (*fileOffset > file.size() || file.size() - *fileOffset < *fileSize) return std::nullopt;
         sections.push_back({*address, *fileOffset, *fileSize});
@@ -61,7 +61,7 @@ std::optional<std::vector<Section>> ReadSections(Bytes file, std::size_t table, 
     return sections;
 }
 
-// The resource directory's entry of the optional header; false when the header cannot hold what it says.
+// Reads the resource directory's entry in the optional header; false if the header is too short for it.
 bool ReadResourceDirectory(Bytes header, Layout& layout) {
     constexpr WORD magic32 = 0x10B;
     constexpr WORD magic64 = 0x20B;
@@ -101,7 +101,7 @@ std::optional<Layout> ReadLayout(Bytes file) {
     return layout;
 }
 
-// The file offset of a range of the image that lies inside one section's bytes.
+// The file offset of a range of the image, which must be inside one section's bytes.
 std::optional<std::size_t> FileOffset(const Layout& layout, DWORD address, std::size_t size) {
     for (const Section& section : layout.sections) {
         if (address < section.address || address - section.address > section.fileSize) continue;
@@ -112,7 +112,7 @@ std::optional<std::size_t> FileOffset(const Layout& layout, DWORD address, std::
     return std::nullopt;
 }
 
-// Walks the directory: types, names, languages, exactly three levels. Whatever cannot be read is left out.
+// Walks the directory, which has three levels: types, names, languages. Omits what cannot be read.
 class DirectoryReader {
 public:
     DirectoryReader(Bytes file, const Layout& layout, std::size_t directoryOffset)
@@ -156,7 +156,7 @@ private:
         m_resources.push_back(std::move(resource));
     }
 
-    // Calls visit(name or number, target) for each entry of one table; both fields as the file has them.
+    // Calls visit(name or number, target) for each entry of one table, with both fields as in the file.
     template <typename Visitor>
     void ForEachEntry(DWORD table, Visitor visit) {
         const auto namedCount = Read<WORD>(m_directory, std::size_t{table} + 12);
@@ -226,7 +226,7 @@ std::optional<PeImage> PeImage::Parse(std::span<const BYTE> file) {
     const auto directory = FileOffset(*layout, layout->resourceAddress, layout->resourceSize);
     if (directory && layout->resourceSize > 0) {
         image.m_resources = DirectoryReader(file, *layout, *directory).ReadAll();
-        // Of two with the same name the first one counts, as it does for a reader of the file.
+        // Stable: of two with the same name the first one in the file counts.
         std::stable_sort(image.m_resources.begin(), image.m_resources.end(),
                          [](const Resource& a, const Resource& b) {
                              return std::tie(a.type, a.name) < std::tie(b.type, b.name);

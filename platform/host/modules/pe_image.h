@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reads the resources of a library file (PE format, 32 or 64 bit, any machine) from its bytes. Knows nothing
-// of the device, trusts nothing that the file says.
+// Reads the resources of a library file (PE format, 32 or 64 bits, any machine) from its bytes, which are not
+// trusted. Independent of the device.
 #pragma once
 
 #include <windef.h>
@@ -13,13 +13,13 @@
 
 namespace host {
 
-// What a resource, or its type, is called: a number or a text in upper case.
+// The name of a resource or of a type: a number, or a text in upper case.
 struct ResourceId {
     bool named = false;
     WORD number = 0;
     std::u16string text;
 
-    // From what callers pass: a number in a pointer, "#123" or a text.
+    // From a caller's argument: a number in a pointer, "#123" or a text.
     static ResourceId FromArgument(LPCWSTR argument);
     auto operator<=>(const ResourceId&) const = default;
 };
@@ -28,18 +28,18 @@ struct Resource {
     ResourceId type;
     ResourceId name;
     DWORD entryOffset = 0;  // file offset of its data entry
-    // None when the entry points outside the file.
+    // None if the entry points outside the file.
     std::optional<std::span<const BYTE>> data;
 };
 
 class PeImage {
 public:
-    // The bytes are borrowed and have to outlive the image. None when headers or sections are damaged or
-    // point outside the file; a damaged resource directory merely lacks what cannot be read.
+    // The bytes must outlive the image. None if headers or sections are damaged or point outside the file; if
+    // the resource directory is damaged, the image lacks those resources that cannot be read.
     static std::optional<PeImage> Parse(std::span<const BYTE> file);
 
     bool HasType(const ResourceId& type) const;
-    // The first language alone. Null when there is none.
+    // In the first language; null if there is none.
     const Resource* Find(const ResourceId& type, const ResourceId& name) const;
     const Resource* FindByEntry(std::uintptr_t entryOffset) const;
     const std::vector<Resource>& Resources() const { return m_resources; }

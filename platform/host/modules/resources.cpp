@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Resources of loaded modules. A resource's handle is the address of its data entry in the module's image, so
-// it is checked against the entries that the image really has.
+// Resources of loaded modules. A resource's handle is the address of its data entry in the module's image,
+// and is checked against the entries of the image.
 #include "modules/modules.h"
 
 #include "device/faults.h"
@@ -22,19 +22,19 @@ const Resource* Lookup(const Module& module, LPCWSTR name, LPCWSTR type) {
     return resource && resource->data ? resource : nullptr;
 }
 
-// Null, with the last error, for a handle that FindResourceW did not give for this module.
+// Null and the last error if FindResourceW did not return this handle for this module.
 const Resource* FromHandle(HMODULE handle, HRSRC resource) {
     const Module* module = FindModule(handle);
     if (!module) return nullptr;
     const auto base = reinterpret_cast<std::uintptr_t>(module->image.Bytes().data());
-    // An address below the image wraps to an offset that no entry has.
+    // An address below the image wraps around to an offset without an entry.
     const Resource* found = module->resources.FindByEntry(reinterpret_cast<std::uintptr_t>(resource) - base);
     if (found && found->data) return found;
     SetLastError(ERROR_INVALID_HANDLE);
     return nullptr;
 }
 
-// A block holds 16 strings, each a length and that many code units.
+// A block has 16 strings, each a length and that many code units.
 std::optional<std::u16string> StringOfBlock(std::span<const BYTE> block, UINT index) {
     for (;; --index) {
         WORD length = 0;
@@ -75,7 +75,7 @@ HRSRC WINAPI FindResourceW(HMODULE handle, LPCWSTR name, LPCWSTR type) {
 HGLOBAL WINAPI LoadResource(HMODULE module, HRSRC resource) {
     if (CallFails(Call::LoadResource, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
     const Resource* found = FromHandle(module, resource);
-    // The type of the handle has no const; the memory behind it is write-protected.
+    // The handle's type lacks const; the memory is write-protected.
     return found ? const_cast<BYTE*>(found->data->data()) : nullptr;
 }
 
@@ -84,7 +84,7 @@ DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource) {
     return found ? static_cast<DWORD>(found->data->size()) : 0;
 }
 
-// Copies what fits, always terminated, and returns its length without the null.
+// Copies what fits with a null, and returns its length without the null.
 int WINAPI LoadStringW(HINSTANCE instance, UINT id, LPWSTR text, int characters) {
     if (CallFails(Call::LoadString, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     if (!text || characters <= 0) {

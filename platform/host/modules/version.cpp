@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The version resource of files. Each call reads the file anew, so that it tells what lies on the device now.
+// The version resource of files. Each call reads the file again, as it is on the device now.
 #include <windows.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-// The resource of an open file, or why there is none.
+// Finds the resource in the bytes of a file; returns the error if there is none.
 DWORD FindBlock(const FileImage& file, std::vector<BYTE>& block) {
     const std::optional<PeImage> image = PeImage::Parse(file.Bytes());
     if (!image) return ERROR_BAD_EXE_FORMAT;
@@ -27,7 +27,7 @@ DWORD FindBlock(const FileImage& file, std::vector<BYTE>& block) {
     return ERROR_SUCCESS;
 }
 
-// False, with the last error, when there is no block of at least two bytes.
+// False and the last error if there is no block of at least two bytes.
 bool ReadBlock(LPCWSTR path, std::vector<BYTE>& block) {
     DWORD error = ERROR_INVALID_PARAMETER;
     if (path) {
@@ -69,7 +69,7 @@ BOOL WINAPI GetFileVersionInfoW(LPCWSTR path, DWORD, DWORD size, LPVOID target) 
     }
     if (!ReadBlock(path, block)) return FALSE;
     const std::size_t copied = std::min<std::size_t>(block.size(), size);
-    // Later queries know the buffer's size from the block's first word alone.
+    // Later queries know the buffer's size only from the block's first word.
     const auto length = static_cast<WORD>(std::min<std::size_t>(ReadLength(block.data()), copied));
     std::memcpy(target, block.data(), copied);
     std::memcpy(target, &length, sizeof length);
@@ -90,7 +90,7 @@ BOOL WINAPI VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* siz
         SetLastError(ERROR_RESOURCE_TYPE_NOT_FOUND);
         return FALSE;
     }
-    // The SDK's pointer has no const, though the block is read only.
+    // The SDK's pointer lacks const; the block is only read.
     *value = const_cast<BYTE*>(bytes + found->offset);
     if (size) *size = static_cast<UINT>(found->size);
     return TRUE;

@@ -14,7 +14,7 @@ constexpr std::size_t kHeaderSize = 3 * sizeof(WORD);
 
 using Block = std::span<const BYTE>;
 
-// A node whose key and value lie within it, and it within the block. Offsets count from the block's start.
+// A node inside the block, with its key and value inside the node. Offsets are from the block's start.
 struct Node {
     std::u16string key;
     std::size_t keyEnd;  // of the null character
@@ -33,7 +33,7 @@ WORD ReadWord(Block block, std::size_t offset) {
     return word;
 }
 
-// The offset of the null character between these two offsets; none when there is none.
+// The offset of the null character between these two offsets, if any.
 std::optional<std::size_t> FindNull(Block block, std::size_t begin, std::size_t end) {
     for (std::size_t offset = begin; offset + sizeof(WCHAR) <= end; offset += sizeof(WCHAR)) {
         if (ReadWord(block, offset) == 0) return offset;
@@ -41,7 +41,7 @@ std::optional<std::size_t> FindNull(Block block, std::size_t begin, std::size_t 
     return std::nullopt;
 }
 
-// The node at an offset, which has to end by the limit.
+// The node at an offset, which must not extend beyond the limit.
 std::optional<Node> ReadNode(Block block, std::size_t offset, std::size_t limit) {
     if (offset > limit || limit - offset < kHeaderSize) return std::nullopt;
     const std::size_t length = ReadWord(block, offset);
@@ -66,7 +66,7 @@ std::optional<Node> ReadNode(Block block, std::size_t offset, std::size_t limit)
     return node;
 }
 
-// Siblings follow one another; each is at least as long as its header, so the search ends.
+// Siblings follow each other; each is at least as long as its header, so the search ends.
 std::optional<Node> FindChild(Block block, const Node& parent, std::u16string_view key) {
     for (std::size_t offset = parent.children; offset < parent.end;) {
         std::optional<Node> child = ReadNode(block, offset, parent.end);
@@ -79,7 +79,7 @@ std::optional<Node> FindChild(Block block, const Node& parent, std::u16string_vi
     return std::nullopt;
 }
 
-// A text without a value is the empty text that its key's null character is.
+// For a text without a value, an empty text: the null character of its key.
 std::optional<VersionValue> ValueOf(Block block, const Node& node) {
     if (!node.isText) return VersionValue{node.valueBytes == 0 ? node.keyEnd : node.value, node.valueBytes};
     if (node.valueBytes == 0) return VersionValue{node.keyEnd, 0};

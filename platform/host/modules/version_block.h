@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reads a version block from its bytes. Trusts nothing that they say. A block is a tree of nodes, each
-// aligned to 4 bytes, counted from the block's start:
+// Reads a version block from its bytes, which are not trusted. A block is a tree of nodes, each aligned to 4
+// bytes from the block's start:
 //
 //     WORD length      bytes of the node with its children, without the padding behind it
 //     WORD valueSize   of the value: characters of a text, bytes of anything else
@@ -22,9 +22,8 @@ struct VersionValue {
     std::size_t size;    // characters with the null for a text, else bytes
 };
 
-// The value at a path of keys ("\" is the root), ignoring case; of several equal keys the first one's. None
-// when there is none, or when a node on the way or the value does not lie in the block as it should: a text
-// needs its null character.
+// The value at a path of keys ("\" is the root), ignoring case; of equal keys the first counts. None if there
+// is none, or a node on the path or the value is damaged, for instance a text without its null character.
 std::optional<VersionValue> FindVersionValue(std::span<const BYTE> block, std::u16string_view path);
 
 }  // namespace host

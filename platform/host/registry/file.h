@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The text format that registry editors export, in UTF-8: from and to a tree, without files and handles.
+// Reads and writes the text format of registry editors, in UTF-8, from and to a tree, without files and
+// handles.
 #pragma once
 
 #include "registry/tree.h"
@@ -15,10 +16,10 @@ struct RegistryFileError {
     std::string what;
 };
 
-// Understands what editors write and accept by hand: comments, blank lines, lines continued with "\",
-// deletions.
+// Reads what editors write, and what they accept from people: comments, blank lines, lines continued with
+// "\", deletions.
 std::variant<RegistryTree, RegistryFileError> ParseRegistryFile(std::string_view text);
-// What ParseRegistryFile reads back to the same tree, byte for byte.
+// ParseRegistryFile reads the text back into an equal tree.
 std::string FormatRegistryFile(const RegistryTree& tree);
 
 }  // namespace host

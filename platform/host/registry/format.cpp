@@ -26,7 +26,7 @@ void AppendHex(std::string& out, std::uint32_t value, int digits) {
     out += text;
 }
 
-// The text of a string that can stand between quotes: its bytes are a text in one line and one null.
+// The text of a string that can be written in quotes: one line of text and one null.
 std::optional<std::u16string> PlainText(const RegistryValue& value) {
     const std::size_t size = value.data.size();
     if (value.type != REG_SZ || size < sizeof(WCHAR) || size % sizeof(WCHAR) != 0) return std::nullopt;
@@ -80,7 +80,7 @@ void AppendValue(std::string& out, const RegistryValue& value) {
     out += "\r\n";
 }
 
-// A key without values or subkeys has to stay a key, so each gets its line.
+// Each key gets a line, as a key without values and subkeys must persist.
 void AppendKey(std::string& out, const RegistryKey& key, const std::string& path) {
     out += "\r\n[" + path + "]\r\n";
     for (const auto& [foldedName, value] : key.values) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Open keys, for the registry's calls alone.
+// Open keys, for the registry's calls only.
 #pragma once
 
 #include "device/handles.h"
@@ -12,8 +12,8 @@ struct OpenKey {
     REGSAM access = 0;
 };
 
-// The key behind a handle, predefined ones included; an error when it is none, when its key was deleted, or
-// when it was not opened for all of this access.
+// The key of a handle, which may be a predefined one. An error if there is none, it was deleted, or it was
+// not opened for all of this access.
 LSTATUS UseKey(HKEY handle, REGSAM access, OpenKey& key);
 
 }  // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The registry's keys as programs open, walk and close them; values are in values.cpp.
+// Registry calls for keys; those for values are in values.cpp.
 #include "registry/keys.h"
 
 #include "device/device.h"
@@ -40,7 +40,8 @@ LSTATUS Open(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* resul
     return key ? NewHandle(std::move(key), access, result) : ERROR_FILE_NOT_FOUND;
 }
 
-// Whether keys may be made under the parent is a matter of that key, which allows it here, not of the handle.
+// Whether a subkey may be created depends on the key, which always allows it here, and not on the handle's
+// access.
 LSTATUS Create(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* result, LPDWORD disposition) {
     OpenKey parent;
     if (const LSTATUS error = UseKey(handle, 0, parent)) return error;
@@ -102,8 +103,8 @@ LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD, LPWSTR, DWORD, R
     return Create(key, subkey ? subkey : u"", access, result, disposition);
 }
 
-// Closing writes what changed. When the file cannot be written the key is closed and the change kept all the
-// same, and the next occasion tries again; so a caller never has to close twice.
+// Writes changes to the file. If that fails, the key is closed all the same, the change is kept, and the next
+// close or stop tries again; so a caller never has to close twice.
 LSTATUS WINAPI RegCloseKey(HKEY key) {
     const bool fails = CallFails(Call::RegClose);
     if (!PredefinedRoot(key) && !g_keys.Close(key)) return ERROR_INVALID_HANDLE;
@@ -112,7 +113,7 @@ LSTATUS WINAPI RegCloseKey(HKEY key) {
     return ERROR_SUCCESS;
 }
 
-// The access of the handle does not matter, as on the desktop: what counts there is the key to be deleted.
+// The handle's access does not matter, as on the desktop, where the key to be deleted decides.
 LSTATUS WINAPI RegDeleteKeyW(HKEY handle, LPCWSTR subkey) {
     if (CallFails(Call::RegDelete)) return ERROR_ACCESS_DENIED;
     OpenKey parent;
@@ -123,7 +124,7 @@ LSTATUS WINAPI RegDeleteKeyW(HKEY handle, LPCWSTR subkey) {
     return ERROR_SUCCESS;
 }
 
-// Keys have no class and no time of their last change here; both are reported empty.
+// Keys have no class and no time of their last change here; returns both empty.
 LSTATUS WINAPI RegEnumKeyExW(HKEY handle, DWORD index, LPWSTR name, LPDWORD characters, LPDWORD,
                              LPWSTR keyClass, LPDWORD classCharacters, FILETIME* lastWrite) {
     if (CallFails(Call::RegEnumKey)) return ERROR_NOT_ENOUGH_MEMORY;

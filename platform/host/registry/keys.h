@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device's registry and its file, as the rest of the layer uses them.
+// The device's registry and its file, for the rest of the layer.
 #pragma once
 
 #include <host_control.h>
@@ -13,15 +13,15 @@ void ResetRegistry();  // writes it, closes every key
 void CountRegistryHandles(LiveHandles& counts);
 
 const RegistryTree& Registry();
-// Starts with no key at all, without a file to write to.
+// Starts empty and without a file.
 void ForgetRegistry();
-// Something differs from the file; the next FlushRegistry writes.
+// The registry differs from the file; the next FlushRegistry writes it.
 void MarkRegistryChanged();
 
-// For what the platform does on its own account, without handles and fault injection.
-// The text of a string value; empty when there is none.
+// For the platform itself, without handles and fault injection: the text of a string value; empty if there is
+// none.
 std::u16string ReadRegistryText(RegistryRoot root, std::u16string_view key, std::u16string_view name);
-// Makes the key when it is missing. False when it cannot be made.
+// The same: creates the key if it is missing; false on failure.
 bool WriteRegistryText(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                        std::u16string_view text);
 

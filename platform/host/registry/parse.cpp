@@ -51,7 +51,7 @@ std::optional<std::vector<BYTE>> ReadBytes(std::string_view list) {
     return bytes;
 }
 
-// Takes a text in quotes off the front; "\\" and "\"" are the only escapes.
+// Takes a quoted text off the front; "\\" and "\"" are the only escapes.
 std::optional<std::u16string> TakeQuoted(std::string_view& line) {
     if (!line.starts_with('"')) return std::nullopt;
     std::string text;
@@ -105,8 +105,7 @@ public:
     }
 
 private:
-    // Takes the next line, with the lines that continue it, into m_line; its number is that of its first
-    // part.
+    // Takes the next line into m_line, with the lines that continue it; m_lineNumber is that of the first.
     bool TakeLine() {
         if (m_text.empty()) return false;
         m_lineNumber = m_nextLineNumber;
@@ -127,7 +126,7 @@ private:
         return line;
     }
 
-    // Only values go on in the next line, and a text never ends with "\" but with its quote.
+    // Only values continue in the next line. A quoted text ends with a quote, never with "\".
     static bool IsContinued(std::string_view line) {
         line = Trim(line);
         return line.ends_with('\\') && (line.starts_with('"') || line.starts_with('@'));
@@ -235,7 +234,7 @@ private:
     std::size_t m_lineNumber = 0;
     std::size_t m_nextLineNumber = 1;
     RegistryTree m_tree;
-    std::shared_ptr<RegistryKey> m_key;  // that the values belong to
+    std::shared_ptr<RegistryKey> m_key;  // of the following values
     std::string m_error;
 };
 

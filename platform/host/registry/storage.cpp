@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The registry's file. It is replaced as a whole, so whatever happens while it is written, one good file is
-// there; and a file that cannot be understood is put aside, never overwritten.
+// The registry's file. It is replaced as a whole, so there is a good file whatever happens during the write.
+// A file that cannot be parsed is renamed, never overwritten.
 #include "device/device.h"
 #include "device/faults.h"
 #include "registry/file.h"
@@ -24,12 +24,12 @@ constexpr std::uintmax_t maxFileSize = 64 << 20;
 
 RegistryTree g_tree;
 bool g_changed = false;
-// Set when a file is there that could neither be read nor put aside: then nothing may replace it.
+// Set if there is a file that could neither be read nor renamed; it must not be replaced.
 bool g_fileLocked = false;
 
 fs::path File() { return Options().folder / "device.reg"; }
 
-// Moves the file to a name that nothing has yet; empty when that fails.
+// Renames the file to an unused name; empty on failure.
 fs::path PutAside(const fs::path& file) {
     for (int n = 1; n < 1000; ++n) {
         const fs::path aside = file.string() + ".damaged" + (n == 1 ? "" : "-" + std::to_string(n));
@@ -41,7 +41,7 @@ fs::path PutAside(const fs::path& file) {
     return {};
 }
 
-// where: the file, with the line where there is one.
+// `where` is the file, with a line number if there is one.
 void Reject(const std::string& where, const std::string& what) {
     const fs::path aside = PutAside(File());
     g_fileLocked = aside.empty();
@@ -56,7 +56,7 @@ std::optional<std::string> ReadWhole(const fs::path& file) {
         return std::nullopt;
     std::ifstream stream(file, std::ios::binary);
     std::ostringstream text;
-    // Inserting nothing sets an error on the target, so an empty file is no failure of the source.
+    // For an empty file this sets an error on the target, not on the source.
     text << stream.rdbuf();
     if (!stream.is_open() || stream.bad()) return std::nullopt;
     return text.str();
@@ -72,7 +72,7 @@ bool WriteAll(int descriptor, std::string_view text) {
     return !Options().durable || fsync(descriptor) == 0;
 }
 
-// errno tells why when it is false.
+// False and errno on failure.
 bool WriteFile(const fs::path& file, std::string_view text) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor < 0) return false;
@@ -83,8 +83,7 @@ bool WriteFile(const fs::path& file, std::string_view text) {
     return written && closed;
 }
 
-// The new name lasts once the folder is on the disk. Where that cannot be had the file itself is whole
-// anyway.
+// Makes the new name durable. If that fails, the file itself is complete all the same.
 void SyncFolder(const fs::path& folder) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;

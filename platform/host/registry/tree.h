@@ -24,7 +24,7 @@ struct RegistryValue {
 struct RegistryKey {
     std::u16string name;
     std::size_t depth = 0;  // below the root
-    // By name in upper case, which makes names equal that differ in case alone and gives the order.
+    // By name in upper case: names that differ only in case are equal, and the order ignores case.
     std::map<std::u16string, std::shared_ptr<RegistryKey>> subkeys;
     std::map<std::u16string, RegistryValue> values;
     // A handle may outlive its key.
@@ -35,7 +35,7 @@ enum class RegistryRoot { ClassesRoot, CurrentUser, LocalMachine };
 inline constexpr std::array<std::u16string_view, 3> registryRootNames = {
     u"HKEY_CLASSES_ROOT", u"HKEY_CURRENT_USER", u"HKEY_LOCAL_MACHINE"};
 
-// The limits keep whatever walks the tree bounded, and what is in it writable to a file of lines.
+// Limits, so that walking the tree is bounded and a file of lines can hold it.
 inline constexpr std::size_t maxKeyNameLength = 255;
 inline constexpr std::size_t maxValueNameLength = 16383;
 inline constexpr std::size_t maxKeyDepth = 512;
@@ -58,16 +58,17 @@ private:
     std::array<std::shared_ptr<RegistryKey>, registryRootNames.size()> m_roots;
 };
 
-// Null when a name on the way is missing.
+// Null if a name in the path is missing.
 std::shared_ptr<RegistryKey> FindKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path);
-// Makes what is missing. Null when a name is none or the path is too deep: then nothing is made.
+// Creates missing keys. Null, without creating any, if a name is invalid or the path is too deep.
 std::shared_ptr<RegistryKey> MakeKey(const std::shared_ptr<RegistryKey>& key, std::u16string_view path,
                                      bool& created);
-// Deletes the key with all under it and marks each as deleted; false when there is none, or no path.
+// Deletes the key with all its subkeys and marks each as deleted; false if there is none, or the path is
+// empty.
 bool DeleteKey(RegistryKey& key, std::u16string_view path);
 
 const RegistryValue* FindValue(const RegistryKey& key, std::u16string_view name);
-// False when it already was so. An existing value keeps the spelling of its name.
+// False if the value was the same already. An existing value keeps the spelling of its name.
 bool SetValue(RegistryKey& key, RegistryValue value);
 
 }  // namespace host

@@ -12,7 +12,7 @@ namespace {
 
 std::u16string_view NameOf(LPCWSTR name) { return name ? name : u""; }
 
-// Never more than the caller's buffer; the needed size either way.
+// Copies at most as much as the buffer holds; always returns the needed size.
 LSTATUS CopyData(const std::vector<BYTE>& stored, LPBYTE data, DWORD& size) {
     const DWORD capacity = size;
     size = static_cast<DWORD>(stored.size());
@@ -94,7 +94,7 @@ LSTATUS WINAPI RegDeleteValueW(HKEY handle, LPCWSTR name) {
     return ERROR_SUCCESS;
 }
 
-// Lengths of names in characters without the null, of data in bytes.
+// Lengths of names are in characters without the null, of data in bytes.
 LSTATUS WINAPI RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classCharacters, LPDWORD,
                                 LPDWORD subkeys, LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
                                 LPDWORD longestName, LPDWORD longestValue, LPDWORD securityDescriptor,
