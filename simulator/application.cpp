@@ -16,7 +16,7 @@ enum Command : UINT {
     firstEditCommand = 100,
 };
 
-// While a script runs, time stands still, so that its pictures are the same in every run.
+// The time stands still while a script runs, so that its pictures are the same in every run.
 constexpr char16_t timeOfScripts[] = u"12:00";
 
 }  // namespace
@@ -34,7 +34,7 @@ Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_tim
     SetFocus(m_edit->Handle());
 }
 
-// What it holds goes while it still stands.
+// Its child windows go first, while it still exists.
 Application::~Application() {
     m_menu.reset();
     m_bar.reset();

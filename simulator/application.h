@@ -10,36 +10,37 @@
 #include "menu_bar.h"
 #include "popup_menu.h"
 
-// What the keyboard button of the menu bar stands for.
+// The actions of the menu bar's keyboard button.
 class KeyboardSwitch {
 public:
     virtual ~KeyboardSwitch() = default;
-    // The button was tapped.
+    // Called when the button is tapped.
     virtual void ToggleKeyboard() = 0;
-    // The menu of the arrow beside it; identifiers from firstKeyboardCommand on.
+    // The menu of the arrow beside it; its identifiers begin at firstKeyboardCommand.
     virtual std::vector<MenuItem> MenuItems() = 0;
     virtual void ChooseKeyboardItem(UINT id) = 0;
 };
 constexpr UINT firstKeyboardCommand = 1000;
 
-// The application that the keys go to: a full-screen window with a title bar, an edit field and a menu bar.
+// The application that receives the keys: a full-screen window with a title bar, an edit field and a menu
+// bar.
 class Application final : public BoundWindow {
 public:
-    // The switch outlives the application.
+    // `keyboard` must outlive the application.
     explicit Application(KeyboardSwitch& keyboard);
     ~Application() override;
 
-    // Takes the whole of the present screen; the edit field takes what the SIP leaves of it.
+    // Fills the present screen; the edit field gets the part that the SIP leaves free.
     void LayOut(const RECT& visibleDesktop);
-    // What the focused edit field holds; empty when the focus is elsewhere.
+    // The text of the edit field if it has the focus, else empty.
     std::u16string FocusedText() const;
-    // Of the edit field, wherever the focus is.
+    // The text of the edit field, whether it has the focus or not.
     const std::u16string& Text() const { return m_edit->Text(); }
     void SetText(std::u16string text) { m_edit->SetText(std::move(text)); }
-    // The time of day in the title bar.
+    // Sets the time of day in the title bar.
     void SetTime(const std::u16string& time);
     void SetKeyboardPicture(host::Picture picture) { m_bar->SetPicture(std::move(picture)); }
-    // The pen falls through a menu bar that is not enabled.
+    // A disabled menu bar passes the pen on to the window below.
     void EnableBar(BOOL enable) { EnableWindow(m_bar->Handle(), enable); }
 
 private:

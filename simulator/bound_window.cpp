@@ -5,7 +5,7 @@
 
 namespace {
 
-// The place in the client area that a pen message names.
+// The position of a pen message in the client area.
 POINT PenPosition(LPARAM position) {
     return {static_cast<SHORT>(LOWORD(position)), static_cast<SHORT>(HIWORD(position))};
 }

@@ -9,8 +9,7 @@
 
 bool Contains(const RECT& area, POINT point);
 
-// A window of the simulator's own, bound to its object, which draws its text in one font. The object owns the
-// window.
+// A window of the simulator, bound to its object, which owns it and draws its text in one font.
 class BoundWindow {
 public:
     BoundWindow() = default;
@@ -18,29 +17,29 @@ public:
     BoundWindow(const BoundWindow&) = delete;
     BoundWindow& operator=(const BoundWindow&) = delete;
 
-    HWND Handle() const { return m_window; }  // null when it could not be made
+    HWND Handle() const { return m_window; }  // null if it could not be created
     void MoveTo(const RECT& bounds);          // in the parent's coordinates
     RECT ClientArea() const;
 
-    // Is it a window of the simulator's own? Null is none.
+    // Is this a window of the simulator? False for null.
     static bool IsOne(HWND window);
 
 protected:
-    // The style decides whether it is a child of `parent`. The class is registered when it is not yet.
+    // The style decides whether it is a child of `parent`. Registers the class if that has not been done.
     void Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
                 DWORD extendedStyle = 0);
-    // From then on no message reaches the object.
+    // No message reaches the object afterwards.
     void Destroy();
     void Invalidate() const { InvalidateRect(m_window, nullptr, FALSE); }
     void SetFont(int height, int weight) { m_font.Create(height, weight); }
-    // Of the text in the window's font; nothing where that cannot be measured.
+    // The size of the text in the window's font; (0, 0) if it cannot be measured.
     SIZE Measure(std::u16string_view text) const;
 
-    // Passes on what it does not handle to this class.
+    // Overrides pass messages that they do not handle to this class.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    // All of the client area. The font is selected, and text leaves what is behind it.
+    // Draws the whole client area. The font is selected, and text has a transparent background.
     virtual void Draw(HDC dc) = 0;
-    // In client coordinates. A double tap's second half is a pen-down too.
+    // In client coordinates. The second half of a double tap is a pen-down, too.
     virtual void OnPenDown(POINT) {}
     virtual void OnPenMove(POINT) {}
     virtual void OnPenUp(POINT) {}

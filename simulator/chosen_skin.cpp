@@ -12,7 +12,7 @@
 
 namespace {
 
-// The simulator's own.
+// The simulator's own registry key.
 const KeyPath choice{HKEY_CURRENT_USER, u"Software\\Simulator"};
 constexpr char16_t chosenName[] = u"ChosenSkin";
 constexpr char16_t standInPath[] = u"StandIn";
@@ -21,7 +21,7 @@ bool AreSame(const std::u16string& name, const std::u16string& other) {
     return lstrcmpiW(name.c_str(), other.c_str()) == 0;
 }
 
-// The file's name without its extension.
+// The file name without its extension.
 std::u16string FileName(std::u16string_view path) {
     path.remove_prefix(path.find_last_of(u'\\') + 1);
     return std::u16string(path.substr(0, path.size() - std::min<std::size_t>(path.size(), 4)));
@@ -69,7 +69,7 @@ std::u16string ChosenSkin() {
     return standsIn ? chosen->Text() : PlainSkinName(stored);
 }
 
-// One that is stored already stays: a skin of the user's may have the name of one in \Windows.
+// Keeps a stored skin of this name: the user's skin may have the same name as one in \Windows.
 bool ChooseSkin(const std::u16string& name) {
     const std::u16string sized = name + u'-' + FromUtf8(SizeName(ScreenSize())).value_or(std::u16string());
     std::vector<std::u16string> skins = ListSkins();

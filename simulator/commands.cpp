@@ -13,13 +13,13 @@ namespace {
 
 NoteHandler g_noteHandler;
 
-// Each table has the longer of two names that begin alike first.
+// If two names begin alike, the longer one comes first.
 std::vector<std::span<const Command>> Tables() {
     return {SipCommands(),    PenCommands(),    RegistryCommands(), LibraryCommands(),
             DeviceCommands(), DialogCommands(), HandheldCommands()};
 }
 
-// The number of words that the command's name takes of these, 0 when they name another.
+// The number of words in the command's name; 0 if these words begin with another name.
 std::size_t MatchName(const Command& command, const std::vector<std::string>& words) {
     if (command.name == words[0]) return 1;
     if (words.size() >= 2 && command.name == words[0] + ' ' + words[1]) return 2;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The commands of scripts: one table a subject, found by their first words.
+// The commands of scripts: a table for each subject. Commands are found by their first words.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 class Session;
 
-// The words behind a command's name. Each access throws ScriptError when the word is none of the kind.
+// The words after a command's name. Each access throws ScriptError if the word is not of that kind.
 class Arguments {
 public:
     explicit Arguments(std::span<const std::string> words) : m_words(words) {}
@@ -21,7 +21,7 @@ public:
     const std::string& Text(std::size_t index) const { return m_words[index]; }
     std::u16string Wide(std::size_t index) const;
     int Number(std::size_t index, int least, int greatest) const;
-    // A position on the screen in pixels; what no message can carry counts as the farthest that it can.
+    // A position on the screen in pixels, limited to what a message can hold.
     int Pixels(std::size_t index) const;
     POINT Point(std::size_t index) const { return {Pixels(index), Pixels(index + 1)}; }
 
@@ -31,7 +31,7 @@ private:
 
 struct Command {
     std::string_view name;       // one or two words
-    std::string_view arguments;  // as the user is told
+    std::string_view arguments;  // for messages
     std::size_t least;           // number of arguments
     std::size_t greatest;
     void (*run)(Session& session, const Arguments& arguments);
@@ -41,7 +41,7 @@ constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
 // Runs the command that these words (at least one) name. Throws ScriptError.
 void RunCommand(Session& session, const std::vector<std::string>& words);
 
-// Tells the person about a command that had nothing to act on; the script goes on.
+// Tells the user that a command had nothing to act on; the script goes on.
 void Note(const std::string& text);
 // Where notes go; null: to the terminal.
 using NoteHandler = std::function<void(const std::string&)>;

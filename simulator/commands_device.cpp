@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The screen, the text that arrived, and the device's files.
+// Commands for the screen, the text field and the device's files.
 #include "commands.h"
 #include "device_files.h"
 #include "png_file.h"
@@ -18,7 +18,7 @@ void Screenshot(Session&, const Arguments& arguments) {
     WritePng(arguments.Text(0), screen, all, all);
 }
 
-// A window's client area on the screen.
+// A window's client area in screen coordinates.
 RECT ClientOnScreen(HWND window) {
     RECT r{};
     GetClientRect(window, &r);

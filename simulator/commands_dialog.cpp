@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The modal windows (options, message boxes, the open-file dialog) and the button images.
+// Commands for modal windows (options, message boxes, the open-file dialog) and button images.
 #include <string>
 #include <vector>
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-// The topmost modal window; null, and a note, when none is open.
+// The topmost modal window; null and a note if none is open.
 HWND ModalWindow() {
     const HWND modal = host::TopmostModalWindow();
     if (!modal) Note("no dialog is open");
@@ -56,7 +56,7 @@ void Options(Session& session, const Arguments&) {
     session.Sip().OpenOptions(session.GetApplication().Handle());
 }
 
-// OK and Cancel reach also a dialog without a button for them, as the hardware keys of a device do.
+// OK and Cancel also reach a dialog without such a button, like the hardware keys of a device.
 void Click(Session&, const Arguments& arguments) {
     const HWND modal = ModalWindow();
     if (!modal) return;
@@ -150,7 +150,7 @@ void WriteImage(const Arguments& arguments, HANDLE list, int index) {
     WritePng(arguments.Text(0), picture);
 }
 
-// The button's picture in the size that GetInfo names now.
+// Writes the picture that GetInfo names now.
 void NarrowImage(Session& session, const Arguments& arguments) {
     IMINFO info;
     if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageNarrow, info.iNarrow);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person at the handheld changes about it: its skins, its notes and its time.
+// Commands for skins, notes and the time.
 #include <sip_layout.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace {
 
 void Skins(Session&, const Arguments& arguments) { InstallSkins(arguments.Text(0), ScreenSize()); }
 
-// A keyboard at work takes the skin that is stored now, and would draw it when it is shown again.
+// Makes a selected keyboard load the stored skin and redraw.
 void ApplySkin(Session& session) {
     if (!session.Sip().IsSelected()) return;
     session.Sip().SendSipInfo();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The library as COM and its registration see it.
+// Commands for the library: COM and registration.
 #include "commands.h"
 #include "device_setup.h"
 #include "script.h"
@@ -34,7 +34,7 @@ void FactoryUnlock(Session& session, const Arguments&) {
     session.GetTrace().WriteCall("LockServer", session.GetFactories().Lock(FALSE));
 }
 
-// Its failures are a test's own doing and leave the exit status alone.
+// Its failures are intended by tests and do not change the exit status.
 void FactoryCreate(Session& session, const Arguments& arguments) {
     IID iid;
     if (FAILED(CLSIDFromString(arguments.Wide(0).c_str(), &iid))) {

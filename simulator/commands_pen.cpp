@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The pen. Each event is posted when the one before has been dealt with.
+// Commands for the pen. Each event is posted after the previous one has been handled.
 #include "commands.h"
 #include "session.h"
 

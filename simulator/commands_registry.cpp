@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device's registry.
+// Commands for the registry.
 #include "commands.h"
 #include "registry_value.h"
 #include "script.h"
@@ -12,7 +12,7 @@ void RequireCount(const Arguments& arguments, std::size_t count, const char* usa
     if (arguments.Count() != count) throw ScriptError(std::string("usage: reg set KEY NAME ") + usage);
 }
 
-// The words from the type on. A 32-bit number may be written with or without a sign.
+// Parses the words from the type on. A 32-bit number may have a sign.
 RegistryValue ParseValue(const Arguments& arguments) {
     const std::string& type = arguments.Text(2);
     if (type == "sz") {
@@ -50,7 +50,7 @@ std::string FormatBytes(const RegistryValue& value) {
     return text;
 }
 
-// Data that its type does not fit (half a character, a number of another size) prints as bytes.
+// Data that does not fit its type (half a character, a number of another size) is printed as bytes.
 std::string Format(const RegistryValue& value) {
     const bool wholeCharacters = value.data.size() % 2 == 0;
     if (value.type == REG_SZ && wholeCharacters) return "sz " + Quoted(value.Text());

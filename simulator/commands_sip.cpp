@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the Software Input Panel does with the input method.
+// Commands for the Software Input Panel.
 #include <string>
 
 #include "commands.h"
@@ -51,7 +51,7 @@ bool IsShown(HWND window) {
     return (static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)) & WS_VISIBLE) != 0;
 }
 
-// The window's rectangle with its corner at this place.
+// The window's size, with its corner at this point.
 std::string Describe(HWND window, POINT corner) {
     RECT r{};
     GetWindowRect(window, &r);

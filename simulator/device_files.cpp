@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// As the end of a message.
+// The end of a message.
 std::string Reason(const std::error_code& error) { return error ? ": " + error.message() : ""; }
 
 std::string ReadFile(const fs::path& path) {
@@ -38,7 +38,7 @@ bool Holds(const fs::path& path, const std::string& bytes) {
     return ReadFile(path) == bytes;
 }
 
-// The new file comes under another name first, so that the device never sees half of it.
+// Writes the new file under another name first, so that the device never sees half of it.
 void ReplaceFile(const fs::path& path, const std::string& bytes) {
     fs::path draft = path;
     draft += ".new";
@@ -55,7 +55,7 @@ void ReplaceFile(const fs::path& path, const std::string& bytes) {
     }
 }
 
-// Where the file is or would be. Throws when its folder does not exist.
+// The host path of the file, which may not exist yet. Throws if its folder does not exist.
 fs::path Locate(const std::u16string& devicePath) {
     fs::path path = host::HostPath(devicePath);
     if (path.empty()) throw ScriptError("the device has no folder for " + Escaped(devicePath));

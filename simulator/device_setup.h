@@ -3,6 +3,6 @@
 
 class Library;
 
-// What an installer does on the device: registers the library where none is registered, and writes the
-// settings that it begins with and lacks. Throws ScriptError when that cannot be done.
+// Does what an installer does: registers the library if none is registered, and writes the initial settings
+// that are missing. Throws ScriptError.
 void SetUpDevice(Library& library);

@@ -38,7 +38,7 @@ void DrawFrame(HDC dc, const RECT& area, COLORREF color) {
     FillArea(dc, {area.right - 1, area.top, area.right, area.bottom}, color);
 }
 
-// Square by square: a button's picture has few pixels, and is drawn seldom.
+// Square by square, which is fast enough for the few pixels of a button.
 void DrawPicture(HDC dc, POINT corner, const host::Picture& picture, int scale, COLORREF background) {
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {

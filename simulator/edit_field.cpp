@@ -26,7 +26,7 @@ constexpr KeyAction plainKeys[] = {
     {VK_RIGHT, [](EditText& text, Selecting selecting) { text.MoveRight(selecting); }},
 };
 
-// With Control keys edit and move, and insert nothing.
+// With Control, keys edit and move, and insert nothing.
 constexpr KeyAction controlKeys[] = {
     {'A', [](EditText& text, Selecting) { text.SelectAll(); }},
     {'C', [](EditText& text, Selecting) { text.Copy(); }},
@@ -39,7 +39,7 @@ constexpr KeyAction controlKeys[] = {
     {VK_RIGHT, [](EditText& text, Selecting selecting) { text.MoveWordRight(selecting); }},
 };
 
-// Null for a key that does nothing.
+// Null for a key without an action.
 Action FindAction(std::span<const KeyAction> keys, UINT virtualKey) {
     const auto found = std::find_if(keys.begin(), keys.end(), [virtualKey](const KeyAction& key) {
         return key.virtualKey == virtualKey;
@@ -97,7 +97,7 @@ void EditField::OnKey(UINT virtualKey) {
     OnChanged();
 }
 
-// The control characters that have a key of their own act like it; the others, Escape among them, do nothing.
+// Control characters act like their keys; those without a key, and Escape, do nothing.
 void EditField::OnCharacter(WCHAR character) {
     if (IsHeld(VK_CONTROL)) return;
     if (character == u'\b') {
@@ -179,7 +179,7 @@ bool EditField::CanPerform(EditCommand command) const {
     return !m_text.Text().empty();
 }
 
-// Where there is no such line the caret stays.
+// If there is no such line, the caret stays.
 void EditField::MoveLine(int lines, Selecting selecting) {
     const EditLayout layout = LayOut();
     if (m_wantedX < 0) m_wantedX = layout.XOf(m_text.Caret());
@@ -213,7 +213,7 @@ void EditField::Draw(HDC dc) {
     if (GetFocus() == Handle() && !m_text.HasSelection()) DrawCaret(dc, layout);
 }
 
-// Character by character, so that each stands where the layout has it.
+// Character by character, so that each is at the position that the layout gives it.
 void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
     int x = m_margin;
     for (std::size_t i = line.start; i < line.end;) {

@@ -8,19 +8,19 @@
 #include "edit_layout.h"
 #include "edit_text.h"
 
-// What menus offer to do with the text.
+// The menu commands for the text.
 enum class EditCommand { Clear, Undo, Cut, Copy, Paste, SelectAll };
 
-// A multi-line edit field that wraps its lines: the window with which the keys and the pen arrive.
+// A multi-line edit field that wraps its lines: the window that receives the keys and the pen.
 class EditField final : public BoundWindow {
 public:
     EditField(HWND parent, const RECT& bounds);
     ~EditField() override { Destroy(); }
 
     const std::u16string& Text() const { return m_text.Text(); }
-    // The caret goes behind it; there is nothing to take back.
+    // The caret is at its end; there is nothing to undo.
     void SetText(std::u16string text);
-    // Pixels of a letter's square.
+    // In pixels per em.
     void SetFontHeight(int height);
     void Perform(EditCommand command);
     bool CanPerform(EditCommand command) const;
@@ -35,7 +35,7 @@ private:
     void Draw(HDC dc) override;
     void SetCaret(POINT point, Selecting selecting);
     void MoveLine(int lines, Selecting selecting);
-    // Keeps the caret in view and draws anew.
+    // Scrolls to the caret and redraws.
     void OnChanged();
 
     void DrawLine(HDC dc, const EditLayout::Line& line, int top);
@@ -50,6 +50,6 @@ private:
     int m_caretWidth = 1;
     std::map<std::u16string, int, std::less<>> m_widths;  // of characters in this font
     std::size_t m_topLine = 0;
-    int m_wantedX = -1;      // where moves up and down aim at; negative: at the caret
-    bool m_penDown = false;  // it went down in this field
+    int m_wantedX = -1;      // target of moves up and down; negative: the caret
+    bool m_penDown = false;  // went down in this field
 };

@@ -12,7 +12,7 @@ EditLayout::EditLayout(std::u16string_view text, int width, Measure measure)
 
 void EditLayout::Break(int width) {
     std::size_t start = 0;
-    std::size_t afterBlank = 0;  // behind the last blank of the line; the line's start when it has none
+    std::size_t afterBlank = 0;  // after the last blank of the line; the line's start if it has none
     int x = 0;
     for (std::size_t i = 0; i < m_text.size();) {
         const std::u16string_view character = CharacterAt(m_text, i);

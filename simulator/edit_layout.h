@@ -17,16 +17,16 @@ public:
         std::size_t end;  // without the line break
     };
 
-    // Breaks at "\n" and, where the width ends, behind the last blank before it; a blank never begins a line,
-    // and a word wider than the field is cut. The text must outlive the layout.
+    // Breaks at "\n", and at the width after the last blank; a blank never begins a line, and a word wider
+    // than the field is split. The text must outlive the layout.
     EditLayout(std::u16string_view text, int width, Measure measure);
 
     const std::vector<Line>& Lines() const { return m_lines; }  // at least one
     std::size_t LineOf(std::size_t position) const;
-    // From the left edge of its line.
+    // The distance from the left edge of its line.
     int XOf(std::size_t position) const;
-    // The position in this line nearest to x; behind the last character of a wrapped line counts as before
-    // it.
+    // The position in this line that is nearest to x. At the end of a wrapped line, that is before the last
+    // character.
     std::size_t PositionAt(std::size_t line, int x) const;
 
 private:

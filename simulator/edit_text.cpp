@@ -115,7 +115,7 @@ void EditText::Replace(std::size_t start, std::size_t end, std::u16string_view i
     m_continuing = true;
 }
 
-// Joins the change with the last one when that is the same action going on.
+// Joins the change with the last one if it continues the same action.
 void EditText::Record(Change change) {
     const bool joins = m_continuing && !m_changes.empty() && m_changes.back().kind == change.kind;
     if (!joins || change.kind == ChangeKind::Single) {

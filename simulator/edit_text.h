@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The text of an edit field with caret, selection, clipboard and undo: everything but its looks. Positions
-// count UTF-16 units from 0; a surrogate pair is one character for the caret. Line breaks are "\n".
+// The text of an edit field with caret, selection, clipboard and undo, without its display. Positions count
+// UTF-16 units from 0; a surrogate pair is one character for the caret. Line breaks are "\n".
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ enum class Selecting { No, Yes };
 
 class EditText {
 public:
-    // Another text, with the caret behind it and nothing to take back.
+    // Starts with another text, the caret at its end, nothing to undo.
     void Begin(std::u16string text);
 
     const std::u16string& Text() const { return m_text; }
@@ -21,19 +21,19 @@ public:
     std::size_t SelectionEnd() const { return m_anchor < m_caret ? m_caret : m_anchor; }
     bool HasSelection() const { return m_anchor != m_caret; }
 
-    // Types at the caret, in place of the selection.
+    // Types at the caret, replacing the selection.
     void Insert(std::u16string_view text);
-    // Delete the selection, or the character before or behind the caret.
+    // Delete the selection, or the character before or after the caret.
     void DeleteBackward();
     void DeleteForward();
     void Clear();
 
-    // A position past the end means the end. With selecting, the other end of the selection stays.
+    // A position past the end means the end. When selecting, the other end of the selection stays.
     void MoveTo(std::size_t position, Selecting selecting);
-    // By a character; without selecting they leave a selection at its end on that side.
+    // By one character; without selecting, from a selection to its end on that side.
     void MoveLeft(Selecting selecting);
     void MoveRight(Selecting selecting);
-    // To the beginning of this or the last word, of the next word.
+    // To the beginning of this or the previous word, or of the next word.
     void MoveWordLeft(Selecting selecting);
     void MoveWordRight(Selecting selecting);
     void SelectAll();
@@ -43,7 +43,7 @@ public:
     void Paste();
     bool CanPaste() const { return !m_clipboard.empty(); }
     bool CanUndo() const { return !m_changes.empty(); }
-    // Takes back the last change; what was typed or deleted in one go is one change.
+    // Undoes the last change; continuous typing or deleting is one change.
     void Undo();
 
 private:
@@ -64,8 +64,8 @@ private:
 
     std::u16string m_text;
     std::size_t m_caret = 0;
-    std::size_t m_anchor = 0;  // the end of the selection that stays
+    std::size_t m_anchor = 0;  // the fixed end of the selection
     std::u16string m_clipboard;
     std::vector<Change> m_changes;
-    bool m_continuing = false;  // nothing has happened since the last change
+    bool m_continuing = false;  // nothing else has happened since the last change
 };

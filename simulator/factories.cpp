@@ -3,7 +3,7 @@
 
 namespace {
 
-// The outer object of an aggregation, of which nothing but its identity matters. It outlives the inner one.
+// The outer object of an aggregation, of which only the identity matters. It outlives the inner one.
 class OuterUnknown final : public IUnknown {
 public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {

@@ -5,7 +5,7 @@
 
 #include "library.h"
 
-// References to the library's class factory that a client of COM might hold.
+// References to the library's class factory, as a client of COM holds them.
 class Factories {
 public:
     explicit Factories(Library& library) : m_library(library) {}
@@ -15,11 +15,11 @@ public:
 
     struct Answer {
         HRESULT result;
-        bool same;  // the factory that is held already, or the first one
+        bool same;  // the same factory as before, or the first one
     };
-    // Asks for the factory and holds one more reference.
+    // Gets the factory and holds one more reference.
     Answer Get();
-    // Gives one reference back; false when none is held.
+    // Releases one reference; false if none is held.
     bool Release();
     void ReleaseAll();
 

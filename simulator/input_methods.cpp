@@ -7,7 +7,7 @@
 
 namespace {
 
-// The default value of a key below HKCR; empty where there is none.
+// The default value of a key below HKCR; empty if there is none.
 std::u16string DefaultText(const std::u16string& key) {
     const std::optional<RegistryValue> value = ReadRegistryValue({HKEY_CLASSES_ROOT, key}, u"");
     if (!value || value->type != REG_SZ) return {};

@@ -9,8 +9,8 @@
 
 struct RegisteredInputMethod {
     CLSID clsid;
-    std::u16string name;  // its identifier where it has no name
+    std::u16string name;  // its identifier if it has no name
 };
 
-// The classes that the registry marks as input methods, in the registry's order.
+// The classes marked as input methods, in the registry's order.
 std::vector<RegisteredInputMethod> ListInputMethods();

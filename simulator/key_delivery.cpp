@@ -5,7 +5,7 @@
 
 namespace {
 
-// Holds a modifier down for one key.
+// Holds a modifier down during one key.
 class BriefModifier {
 public:
     BriefModifier(UINT virtualKey, bool wanted) : m_virtualKey(virtualKey), m_wanted(wanted) {
@@ -31,7 +31,7 @@ void KeyDelivery::SendVirtualKey(BYTE virtualKey, DWORD flags) {
     host::PostKey(virtualKey, down);
 }
 
-// A character without a virtual key comes as a character alone.
+// A character without a virtual key is only a WM_CHAR.
 void KeyDelivery::SendCharEvent(UINT virtualKey, UINT shiftState, WCHAR character) {
     if ((shiftState & KeyStateDownFlag) == 0) {
         if (virtualKey != 0) host::PostKey(virtualKey, false);

@@ -3,9 +3,9 @@
 
 #include <sip_shell.h>
 
-// Posts the keys of the input method to the window with the focus, as the platform's keyboard driver does. A
-// character event brings its own shift state along: where that names a modifier that is not held, the
-// modifier goes down before the key and up behind it.
+// Posts the keys of the input method to the window with the focus, like the platform's keyboard driver. A
+// character event has its own shift state: a modifier in it that is not held goes down before the key and up
+// after it.
 class KeyDelivery final : public SipKeySink {
 public:
     void SendVirtualKey(BYTE virtualKey, DWORD flags) override;

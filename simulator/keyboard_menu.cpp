@@ -38,7 +38,7 @@ void KeyboardMenu::ChooseKeyboardItem(UINT id) {
     }
 }
 
-// The one that is at work already stays as it is.
+// Does nothing if it is selected already.
 void KeyboardMenu::Choose(const RegisteredInputMethod& method) {
     SipShell& sip = m_session.Sip();
     const bool same = IsEqualCLSID(method.clsid, sip.InputMethod()) && sip.HasInputMethod();

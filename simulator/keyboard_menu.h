@@ -8,8 +8,8 @@
 
 class Session;
 
-// What the platform does when the keyboard button or its menu is tapped: it shows or hides the SIP, opens the
-// options, and changes the input method.
+// The keyboard button and its menu, as on the platform: show or hide the SIP, open the options, change the
+// input method.
 class KeyboardMenu final : public KeyboardSwitch {
 public:
     explicit KeyboardMenu(Session& session) : m_session(session) {}
@@ -22,5 +22,5 @@ private:
     void Choose(const RegisteredInputMethod& method);
 
     Session& m_session;
-    std::vector<RegisteredInputMethod> m_listed;  // in the menu that was opened last
+    std::vector<RegisteredInputMethod> m_listed;  // in the last menu
 };

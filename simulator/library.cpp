@@ -22,7 +22,7 @@ std::u16string RegisteredPath() {
     return text.substr(0, text.find(u'\0'));
 }
 
-// A code that stays a failure whatever the last error was.
+// The last error as a code that is always a failure.
 HRESULT LastFailure() {
     const DWORD error = GetLastError();
     return error == ERROR_SUCCESS ? E_FAIL : HRESULT_FROM_WIN32(error);
@@ -96,7 +96,8 @@ HRESULT Library::GetClassObject(REFIID iid, void** object) {
     return entry ? entry(inputMethodClass, iid, object) : result;
 }
 
-// COM holds the library too where it created an object, and lets go of it first: the last one detaches it.
+// COM also holds the library if it has created an object, and releases it first: the last FreeLibrary
+// detaches it.
 HRESULT Library::Unload() {
     if (!m_module) return S_OK;
     const HRESULT result = CanUnloadNow();

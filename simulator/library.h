@@ -7,33 +7,33 @@
 #include <filesystem>
 #include <utility>
 
-// The one class that the library offers.
+// The library's class.
 extern const CLSID inputMethodClass;
 
-// The library under test as the platform holds it: the file that InprocServer32 of its class names, loaded
-// when first needed and held until Unload.
+// The library under test: the file named by InprocServer32 of its class, loaded when first needed and held
+// until Unload.
 class Library {
 public:
-    // `built` is the library of this build; its code lies in the same folder with ".so" behind the name.
+    // `built` is the library of this build; its code is in the same folder, with ".so" appended to the name.
     explicit Library(std::filesystem::path built) : m_built(std::move(built)) {}
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    // Where the registry names no library, copies the built one to \Windows\tolka.dll and registers it.
-    // Throws ScriptError when that cannot be done.
+    // If no library is registered, copies the built one to \Windows\tolka.dll and registers it. Throws
+    // ScriptError.
     void EnsureRegistered();
-    // Loads the library where it is not loaded yet, registering it before if need be.
+    // Loads the library if it is not loaded, and first registers it if none is registered.
     HRESULT Load();
     bool IsLoaded() const { return m_module != nullptr; }
 
-    // The exports, with Load before; its failure is theirs.
+    // Call the exports after Load; return its error if it fails.
     HRESULT GetClassObject(REFIID iid, void** object);
     HRESULT Register() { return CallExport("DllRegisterServer"); }
     HRESULT Unregister() { return CallExport("DllUnregisterServer"); }
     HRESULT CanUnloadNow() { return CallExport("DllCanUnloadNow"); }
 
-    // Unloads the library if it allows that, and returns what it said; S_OK when it is not loaded.
+    // Unloads the library if DllCanUnloadNow allows it, and returns that result; S_OK if it is not loaded.
     HRESULT Unload();
 
 private:

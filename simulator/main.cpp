@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program that stands in for the handheld.
+// The simulator program.
 #include <CLI/CLI.hpp>
 
 #include <exception>
@@ -32,7 +32,7 @@ struct CommandLine {
     std::string script;
     std::string library;
     SkinOptions skins;
-    // Of the window.
+    // For the window.
     std::string record;
     int scale = 0;
     bool trace = false;
@@ -52,7 +52,7 @@ SIZE ParseScreen(const std::string& text) {
     }
 }
 
-// The library of the build that this program belongs to.
+// The library from the build of this program.
 fs::path BuiltLibrary() {
     std::error_code error;
     return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "server" / "Tolka.DLL";
@@ -99,7 +99,7 @@ int RunWindow(const CommandLine& line) {
 
 void Describe(CLI::App& app, CommandLine& line) {
     app.footer(DescribeKeys());
-    app.option_defaults()->take_last();  // so that ./run can name its own, and its user others
+    app.option_defaults()->take_last();  // so that users can override the options of ./run
     app.add_option("--device", line.device, "root of the device's file system; made when missing")
         ->required();
     app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Before scaling, in pixels.
+// In pixels, before scaling.
 constexpr int fontHeight = 12;
 constexpr int wordMargin = 8;
 constexpr int arrowWidth = 15;
@@ -135,7 +135,7 @@ void MenuBar::DrawWord(HDC dc, const Part& part, bool pressed) {
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 
-// Input methods draw their picture in the caption's text colour, so it needs the caption's background.
+// Input methods draw their picture in the colour of caption text, so it needs the caption's background.
 void MenuBar::DrawKeyboard(HDC dc, const Part& part, bool pressed) {
     const COLORREF background = GetSysColor(pressed ? COLOR_WINDOWFRAME : COLOR_ACTIVECAPTION);
     FillArea(dc, part.place, background);
@@ -145,7 +145,7 @@ void MenuBar::DrawKeyboard(HDC dc, const Part& part, bool pressed) {
     DrawPicture(dc, corner, m_picture, scale, background);
 }
 
-// A triangle that points to where the menu opens.
+// A triangle that points towards the menu.
 void MenuBar::DrawArrow(HDC dc, const Part& part, bool pressed) {
     if (pressed) FillArea(dc, part.place, GetSysColor(COLOR_HIGHLIGHT));
     const COLORREF color = GetSysColor(pressed ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);

@@ -7,8 +7,8 @@
 #include "bound_window.h"
 
 // The bar at the bottom of the screen: words on the left, the keyboard button with its arrow on the right. It
-// sends WM_COMMAND with the identifier of what is tapped to its parent: for a button when the pen is lifted
-// on it, for what opens a menu when the pen goes down.
+// sends WM_COMMAND with the identifier of the tapped part to its parent: for a button when the pen is lifted
+// on it, for a menu when the pen goes down.
 class MenuBar final : public BoundWindow {
 public:
     enum class Kind { Button, Menu };
@@ -21,11 +21,11 @@ public:
     MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT keyboardArrow);
     ~MenuBar() override { Destroy(); }
 
-    // After MoveTo.
+    // Call it after MoveTo.
     void LayOut(SIZE screen);
     // The picture on the keyboard button; an empty one leaves it blank.
     void SetPicture(host::Picture picture);
-    // Shows this menu's word as pressed; none for 0.
+    // Shows the word of this menu pressed; 0 for none.
     void ShowOpenMenu(UINT id);
     // In client coordinates.
     RECT PlaceOf(UINT id) const;
@@ -54,7 +54,7 @@ private:
     std::vector<Part> m_parts;
     host::Picture m_picture;
     SIZE m_screen{};
-    UINT m_pressed = 0;  // where the pen went down and is now
+    UINT m_pressed = 0;  // where the pen went down and still is
     UINT m_held = 0;     // where the pen went down
     UINT m_openMenu = 0;
 };

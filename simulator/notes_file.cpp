@@ -12,7 +12,7 @@
 namespace {
 
 constexpr char16_t path[] = u"\\My Documents\\Notes.txt";
-constexpr std::size_t greatestSize = 256 << 10;  // bytes; an edit field lays out all of its text at each key
+constexpr std::size_t greatestSize = 256 << 10;  // bytes; an edit field lays out its whole text at each key
 
 }  // namespace
 
@@ -25,7 +25,7 @@ std::u16string ReadNotes() {
                           (text ? " is too long to be shown" : " is not UTF-8") +
                           ": it stays as it is, and what is typed now is not kept");
     }
-    // Editors of PCs leave these.
+    // Editors on PCs write a byte order mark and CR.
     if (text->starts_with(u'\uFEFF')) text->erase(0, 1);
     std::erase(*text, u'\r');
     return *text;

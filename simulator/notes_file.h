@@ -4,8 +4,7 @@
 
 #include <string>
 
-// Empty where there is no file. Throws ScriptError when the file is there and cannot be shown: then it has to
-// stay as it is.
+// Empty if there is no file. Throws ScriptError if the file cannot be shown: then it must not be written.
 std::u16string ReadNotes();
-// Replaces the file as a whole. Throws ScriptError.
+// Replaces the whole file. Throws ScriptError.
 void WriteNotes(std::u16string_view text);

@@ -54,7 +54,7 @@ void WritePng(const std::filesystem::path& file, const host::ScreenView& picture
           CopyPixels(picture, rectangle, visible).data());
 }
 
-// The words are blue, green, red, alpha in memory.
+// In memory the words are blue, green, red, alpha.
 void WritePng(const std::filesystem::path& file, const host::Picture& picture) {
     Write(file, PNG_FORMAT_BGRA, picture.width, picture.height, picture.pixels.data());
 }

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr UINT textFormat = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
-// Before scaling, in pixels.
+// In pixels, before scaling.
 constexpr int fontHeight = 12;
 constexpr int itemHeight = 19;
 constexpr int lineHeight = 5;
@@ -57,7 +57,7 @@ LRESULT PopupMenu::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return BoundWindow::OnMessage(message, wParam, lParam);
 }
 
-// The capture stays until the pen is lifted, so that the stroke which closed the menu reaches nobody else.
+// Keeps the capture until the pen is lifted, so that the stroke that closed the menu reaches no other window.
 void PopupMenu::OnPenDown(POINT point) {
     if (!Contains(ClientArea(), point)) return Hide();
     OnPenMove(point);
@@ -70,7 +70,7 @@ void PopupMenu::OnPenMove(POINT point) {
     Invalidate();
 }
 
-// The pen that opened the menu and is lifted on the bar leaves it open.
+// If the pen that opened the menu is lifted on the bar, the menu stays open.
 void PopupMenu::OnPenUp(POINT) {
     if (m_open && m_highlighted) {
         PostMessageW(m_owner, WM_COMMAND, m_items[*m_highlighted].id, 0);

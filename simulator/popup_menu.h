@@ -8,22 +8,22 @@
 #include "bound_window.h"
 
 struct MenuItem {
-    UINT id = 0;          // what the owner hears; 0 for a line between groups
+    UINT id = 0;          // sent to the owner; 0 for a line between groups
     std::u16string text;  // empty for a line
     bool enabled = true;
-    bool bulleted = false;  // the present one of several
+    bool bulleted = false;  // the current one of several
 };
 
-// A menu that opens upwards from the menu bar and lies above everything, the SIP too. It holds the pen while
-// it is open: tapping an item, or dragging the pen to it from the bar, sends its identifier to the owner
-// (WM_COMMAND, posted); a pen-down elsewhere closes the menu and has no other effect.
+// A menu that opens upwards from the menu bar, above all windows, even the SIP. It captures the pen while it
+// is open: tapping an item, or dragging the pen to it from the bar, posts WM_COMMAND with its identifier to
+// the owner; a pen-down elsewhere only closes the menu.
 class PopupMenu final : public BoundWindow {
 public:
     explicit PopupMenu(HWND owner);
     ~PopupMenu() override { Destroy(); }
 
     enum class Side { Left, Right };
-    // Its bottom corner on this side lies at the point. Opened by a pen that is down.
+    // The bottom corner on this side is at the point. The pen that opens the menu is still down.
     void Open(std::vector<MenuItem> items, POINT corner, Side side);
     void Close();
     bool IsOpen() const { return m_open; }

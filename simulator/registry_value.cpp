@@ -11,7 +11,7 @@
 
 namespace {
 
-// An open key, counted as the platform's.
+// An open key, counted as one of the platform.
 class OpenKey {
 public:
     enum class Mode { Open, Create };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Values of the device's registry, read and written as any program of the device does.
+// Reads and writes values of the device's registry, like any program of the device.
 #pragma once
 
 #include <windows.h>
@@ -21,18 +21,18 @@ struct RegistryValue {
     static RegistryValue FromNumber(DWORD number);
     static RegistryValue FromTexts(const std::vector<std::u16string>& texts);
 
-    // The data as characters; one terminator at the end is left out, an odd last byte ignored.
+    // The data as characters, without one terminator at the end; ignores an odd last byte.
     std::u16string Text() const;
-    // The data as a list: up to the first empty string.
+    // The data as a list of strings, up to the first empty one.
     std::vector<std::u16string> Texts() const;
 };
 
 // "HKLM\…", "HKCU\…" or "HKCR\…". Throws ScriptError for anything else.
 KeyPath ParseKeyPath(const std::string& text);
 
-// None when the key or the value does not exist.
+// None if the key or the value does not exist.
 std::optional<RegistryValue> ReadRegistryValue(const KeyPath& key, const std::u16string& name);
-// The rest return the error code of the registry.
+// These return the error code of the registry.
 LSTATUS WriteRegistryValue(const KeyPath& key, const std::u16string& name, const RegistryValue& value);
 LSTATUS DeleteRegistryValue(const KeyPath& key, const std::u16string& name);
 LSTATUS DeleteRegistryKey(const KeyPath& key);

@@ -9,7 +9,7 @@ namespace {
 
 bool IsBlank(char character) { return character == ' ' || character == '\t' || character == '\r'; }
 
-// Takes a word in double quotes off the front, which is the opening one.
+// Takes a word in double quotes off the front; the line begins with the opening quote.
 std::string TakeQuotedWord(std::string_view& line) {
     std::string word;
     for (line.remove_prefix(1); !line.empty(); line.remove_prefix(1)) {
@@ -40,7 +40,7 @@ std::string TakePlainWord(std::string_view& line) {
     return word;
 }
 
-// -1 for what is no hexadecimal digit.
+// -1 if it is no hexadecimal digit.
 int DigitValue(char digit) {
     if (digit >= '0' && digit <= '9') return digit - '0';
     const int letter = digit | 0x20;

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// What a script asks for cannot be understood or done. The message names neither file nor line.
+// A command of a script cannot be understood or done. The message does not name file and line.
 class ScriptError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

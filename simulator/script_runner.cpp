@@ -26,8 +26,8 @@ bool ScriptRunner::OnIdle() {
     return m_session.PostQueuedPen() || RunNextLine();
 }
 
-// A line may open a modal window, whose loop comes here again: the counter moves on before. Nothing is thrown
-// on, as the code of the library may lie between here and the main loop.
+// A line may open a modal window, whose loop calls this again, so the line is counted first. Catches all
+// exceptions, as code of the library may be on the stack.
 bool ScriptRunner::RunNextLine() {
     std::string text;
     if (!std::getline(m_script, text)) {

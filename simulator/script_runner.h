@@ -6,19 +6,19 @@
 
 class Session;
 
-// Runs a script as the platform's idle time: a command whenever no message is left to deliver, in the main
-// loop and in the loop of any modal window.
+// Runs a script in the platform's idle time: one command whenever no message is left to deliver, in the main
+// loop and in the loops of modal windows.
 class ScriptRunner {
 public:
-    // The name stands in messages.
+    // The name is for messages.
     ScriptRunner(Session& session, std::istream& script, std::string name);
 
     enum class Outcome { Ended, NotUnderstood };
-    // Runs the message loop until the script ends. What is wrong with it goes to standard error.
+    // Runs the message loop until the script ends. Mistakes in it are reported on standard error.
     Outcome Run();
 
 private:
-    // False when nothing more will come.
+    // False at the end of the script.
     bool OnIdle();
     bool RunNextLine();
 

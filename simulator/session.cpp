@@ -15,7 +15,7 @@ RunningDevice::RunningDevice(const std::filesystem::path& folder, SIZE screen,
     host::DeviceOptions options;
     options.folder = folder;
     options.screen = screen;
-    // A folder that cannot be written to is reported at each attempt.
+    // A folder that cannot be written to would be reported at each attempt.
     options.report = [last = std::string(), report = std::move(report)](const std::string& line) mutable {
         if (line != last) report(line);
         last = line;
@@ -59,7 +59,7 @@ void Session::RequireNoCall() const {
     if (m_sip->IsCalling()) throw ScriptError("a dialog of the input method is open");
 }
 
-// COM finds the library in the registry; holding it as well keeps it until "unload".
+// COM finds the library in the registry; loading it here, too, keeps it until "unload".
 void Session::CreateInputMethod() {
     RequireNoCall();
     m_library.EnsureRegistered();
@@ -72,8 +72,7 @@ void Session::SelectInputMethod() {
     if (m_sip->HasInputMethod()) m_sip->Select();
 }
 
-// A pen that speaks in the panel's coordinates never finds another pen's stroke on the application going on,
-// and falls through the menu bar.
+// An event in the panel's coordinates ends a stroke on the application, and passes through the menu bar.
 bool Session::PostQueuedPen() {
     if (m_pen.empty()) return false;
     const PenEvent next = m_pen.front();
@@ -86,7 +85,7 @@ bool Session::PostQueuedPen() {
     return true;
 }
 
-// Without a panel its place is that of the SIP window.
+// Without a panel, its coordinates are those of the SIP window.
 POINT Session::OnScreen(const PenEvent& event) const {
     POINT point = event.point;
     const HWND panel = m_sip->Panel();
@@ -112,7 +111,7 @@ void Session::RunMessages(host::IdleHandler onIdle) {
 
 void Session::LayOutApplication() { m_application->LayOut(m_sip->VisibleDesktop()); }
 
-// The trace tells of the input method and its dialogs, not of the application.
+// The trace is about the input method and its dialogs, not about the application.
 void Session::OnCapture(HWND window) {
     const bool captured = window != nullptr && !BoundWindow::IsOne(window);
     if (captured != m_captured) m_trace.Write(captured ? "Capture on" : "Capture off");

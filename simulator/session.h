@@ -18,10 +18,10 @@
 #include "sip_trace.h"
 #include "trace.h"
 
-// From StartDevice to StopDevice.
+// Calls StartDevice and StopDevice.
 class RunningDevice {
 public:
-    // The report is as in Session::Options.
+    // `report` is that of Session::Options.
     RunningDevice(const std::filesystem::path& folder, SIZE screen,
                   std::function<void(const std::string&)> report);
     ~RunningDevice() { host::StopDevice(); }
@@ -29,15 +29,15 @@ public:
     RunningDevice& operator=(const RunningDevice&) = delete;
 };
 
-// The device with everything on it. Its members go in reverse order: the library's objects before its code,
-// all windows before the device.
+// The device with everything on it. Members are destroyed in reverse order: the library's objects before its
+// code, all windows before the device.
 class Session {
 public:
     struct Options {
         std::filesystem::path device;
         SIZE screen{240, 320};
         std::filesystem::path library;
-        // Receives what a person has to know of the device, a line each; standard error where it is empty.
+        // Receives messages for the user, one line each; if empty, they go to standard error.
         std::function<void(const std::string&)> report;
     };
 
@@ -53,22 +53,22 @@ public:
     Factories& GetFactories() { return m_factories; }
     Application& GetApplication() const { return *m_application; }
 
-    // These throw ScriptError while a dialog of the input method is open: an object must not go while one of
-    // its calls has not returned.
+    // These throw ScriptError while a dialog of the input method is open: its object must not go during a
+    // call.
     void CreateInputMethod();
-    void SelectInputMethod();  // created first where there is none
+    void SelectInputMethod();  // created first if there is none
     void RequireNoCall() const;
 
-    // In whose client coordinates a pen event stands.
+    // The coordinates of a pen event: the panel's client coordinates, or the screen's.
     enum class PenSpace { Panel, Screen };
-    // Has the pen act when what is queued before has been dealt with.
+    // Queues a pen event, to be posted after the queued ones have been handled.
     void QueuePen(PenSpace space, host::Pen event, POINT point) { m_pen.push_back({space, event, point}); }
-    // Posts the next queued pen event; false when there is none.
+    // Posts the next queued pen event; false if there is none.
     bool PostQueuedPen();
     void SetScreenSize(SIZE size);
-    // Delivers messages until the handler, which is asked whenever none waits, answers false.
+    // Delivers messages until the handler, which is called whenever none is waiting, returns false.
     void RunMessages(host::IdleHandler onIdle);
-    // Gives the windows of the application what the SIP leaves.
+    // Lays the windows of the application out in the area that the SIP leaves free.
     void LayOutApplication();
 
 private:

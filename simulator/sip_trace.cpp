@@ -23,7 +23,7 @@ const char* CallName(SipCall call) {
     return "RegisterCallback";
 }
 
-// Separated by commas; in practice there is one.
+// Separated by commas; usually there is only one.
 std::string HexadecimalList(const UINT* values, UINT count) {
     std::string text;
     for (UINT i = 0; i < count; ++i) {
@@ -35,7 +35,7 @@ std::string HexadecimalList(const UINT* values, UINT count) {
 }  // namespace
 
 void SipTrace::OnCall(SipCall call, HRESULT result) {
-    // The trace has no line for this one.
+    // The trace has no line for this call.
     if (call == SipCall::RegisterCallback) return m_trace.NoteResult(result);
     if (call == SipCall::UserOptionsDlg) m_optionsOpen = false;
     m_trace.WriteCall(CallName(call), result);
@@ -55,7 +55,7 @@ void SipTrace::OnReceiveSipInfo(HRESULT result, const SIPINFO& info) {
                           std::to_string(r.right) + ',' + std::to_string(r.bottom));
 }
 
-// The options dialog shows the panel anew when it opens, and then with each skin that is chosen.
+// The options dialog shows the panel when it opens, and again for each chosen skin.
 void SipTrace::OnShowIM(DWORD flags) {
     m_trace.Write("SipShowIM flags=" + Hexadecimal(flags));
     if (flags != SIPF_ON) return;

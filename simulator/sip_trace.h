@@ -12,10 +12,10 @@
 class SipTrace final : public SipObserver {
 public:
     explicit SipTrace(Trace& trace) : m_trace(trace) {}
-    // Gets what GetInfo answered, when it succeeded.
+    // Gets the result of each successful GetInfo.
     void SetInfoHandler(std::function<void(const IMINFO&)> handler) { m_infoHandler = std::move(handler); }
 
-    // Hears when the person has chosen a skin in the options dialog, also the one that is in use.
+    // Called when the user has chosen a skin in the options dialog, even the one in use.
     void SetChoiceHandler(std::function<void()> handler) { m_choiceHandler = std::move(handler); }
 
     void OnCall(SipCall call, HRESULT result) override;

@@ -21,12 +21,12 @@ namespace {
 
 const KeyPath settings{HKEY_LOCAL_MACHINE, kSettingsKey};
 
-// Names compare without regard to case.
+// Ignores case.
 bool IsSkinName(const std::u16string& name) {
     return name.size() > 4 && lstrcmpiW(name.c_str() + name.size() - 4, u".tlk") == 0;
 }
 
-// Skins by their names.
+// The skins in the folder by name.
 std::map<std::u16string, fs::path> SkinsIn(const fs::path& folder) {
     std::map<std::u16string, fs::path> skins;
     std::error_code error;
@@ -62,7 +62,7 @@ void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
     FindClose(find);
 }
 
-// In pixels; 0 where the file is no skin.
+// In pixels; 0 if the file is no skin.
 LONG WidthOfSkin(const std::u16string& path) {
     const host::PlatformScope scope;
     const HMODULE module = LoadLibraryW(path.c_str());
@@ -101,7 +101,7 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
     }
 }
 
-// Tried under another name first: a skin that is there already stays unless the new one is one.
+// Tried under another name first: an existing skin is only replaced by a file that is a skin.
 void PutSkin(const fs::path& file) {
     const std::optional<std::u16string> name = FromUtf8(file.filename().string());
     if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");

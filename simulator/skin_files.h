@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The skins on the device, as a person who has many would keep them.
+// The skins on the device.
 #pragma once
 
 #include <windows.h>
@@ -11,20 +11,20 @@
 // The screen's narrow and wide side: "240x320".
 std::string SizeName(SIZE screen);
 
-// Puts the skins made for this screen into \Windows, in the place of those for other screens. `folder` holds
-// a folder of skins for each screen, named as SizeName does; what only the others hold is taken away. Throws
-// ScriptError, having done nothing, when there are none for this screen; also when the host does not let it.
+// Copies the skins for this screen to \Windows and removes those that are only in other screens' folders.
+// `folder` has a folder of skins for each screen, named as by SizeName. Throws ScriptError, without a change
+// if there are no skins for this screen, and if the host refuses.
 void InstallSkins(const std::filesystem::path& folder, SIZE screen);
 
-// Puts this host file into \Windows. Throws ScriptError when it is no skin.
+// Copies this host file to \Windows. Throws ScriptError if it is no skin.
 void PutSkin(const std::filesystem::path& file);
 
-// Would the keyboard take this one? It wants a picture as wide as the screen's narrow side.
+// Would the keyboard accept this skin? Its picture must be as wide as the screen's narrow side.
 bool SuitsScreen(const std::u16string& path);
-// As the keyboard discovers them: those in \Windows, then the ones that the user added.
+// In the keyboard's order: those in \Windows, then those that the user added.
 std::vector<std::u16string> ListSkins();
-// Has the keyboard loaded one? It takes none of a wrong size.
+// Has the keyboard loaded a skin? It loads none of a wrong size.
 bool IsSkinLoaded();
-// What the setting names; empty where there is none.
+// The text of the setting; empty if there is none.
 std::u16string StoredSkin();
 void StoreSkin(const std::u16string& path);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What happened, a line an event, on standard output.
+// The trace: one line per event, on standard output.
 #pragma once
 
 #include <objbase.h>
@@ -11,14 +11,14 @@ class Trace {
 public:
     // The text is UTF-8 without a line break.
     void Write(const std::string& line);
-    // As Write, and remembers a call that failed: "NAME 0x…" and what follows.
+    // The same for a call, "NAME 0x…" and `more`; remembers whether it failed.
     void WriteCall(const std::string& name, HRESULT result, const std::string& more = {});
-    // Hands over to the reader what was written.
+    // Flushes standard output.
     void Flush();
-    // Nothing is written any more: what follows is the simulator's own tidying up.
+    // Writes nothing more, while the simulator cleans up.
     void Mute() { m_muted = true; }
 
-    // A call whose line the trace does not show.
+    // Remembers whether a call without a trace line failed.
     void NoteResult(HRESULT result) { m_callFailed = m_callFailed || FAILED(result); }
     bool CallFailed() const { return m_callFailed; }
 
@@ -29,5 +29,5 @@ private:
 
 // Lower case, without leading zeros: "0x20000080".
 std::string Hexadecimal(DWORD value);
-// With braces and upper-case figures.
+// With braces and upper-case digits.
 std::string GuidText(REFGUID guid);

@@ -18,7 +18,7 @@ constexpr SIZE screens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480
 
 Words ScreenAct(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
 
-// The panel as high as a handheld with this screen has it from the start.
+// Gives the panel its initial height on this screen.
 Words SipAct(SIZE screen) {
     const RECT sip = SipRectangle(screen, FirstSipHeight(screen));
     return {"sip", std::to_string(sip.left), std::to_string(sip.top), std::to_string(sip.right),
@@ -27,7 +27,7 @@ Words SipAct(SIZE screen) {
 
 void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin(), more.end()); }
 
-// What the keyboard makes of the skins is known once it is selected.
+// Which skins the keyboard accepts is known only once it is selected.
 Acts SelectActs(const SkinOptions& skins) {
     Acts acts = SkinActs(skins);
     acts.push_back({"select"});
@@ -69,8 +69,8 @@ Acts ChangeSizeActs(SIZE screen, SkinOptions skins) {
     return acts;
 }
 
-// The platform keeps the panel's height when the screen turns; where the other way round wants another one,
-// it is put right as the platform does at the next showing.
+// The platform keeps the panel's height when the screen turns. If the other orientation needs another one,
+// sets it, as the platform does when it shows the panel again.
 Acts TurnActs(Session& session, SIZE now) {
     const SIZE turned{now.cy, now.cx};
     if (IsSameSize(now, turned)) return {};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window's keys do to the handheld, as commands of scripts. A record holds exactly these.
+// The actions of the window's keys, as commands of scripts. A recording consists of exactly these.
 #pragma once
 
 #include <optional>
@@ -8,28 +8,28 @@
 
 #include "session.h"
 
-using Words = std::vector<std::string>;  // of one command
+using Words = std::vector<std::string>;  // one command
 using Acts = std::vector<Words>;
 
-// What the options say about skins; what is empty is not asked for.
+// The options about skins; empty if not given.
 struct SkinOptions {
-    std::string folder;     // a folder for each screen in it
-    std::string file;       // goes into \Windows
+    std::string folder;     // contains a folder for each screen
+    std::string file;       // copied to \Windows
     std::string choice;     // the name of the skin to use
-    std::string preferred;  // of the one to begin with, and where there is no chosen one for the screen
+    std::string preferred;  // the skin to use if none was chosen or the screen lacks it
 };
 
-// Skins of another screen make room for those in the folder; the skin that was chosen stays chosen.
+// Replaces the skins of another screen by those in the folder; the chosen skin stays chosen.
 Acts SkinActs(const SkinOptions& skins);
-// A handheld with this screen whose keyboard is selected. Where the screen is not the one that every script
-// begins with, it is said first: a record replays without options.
+// Starts a handheld with this screen and selects its keyboard. Begins with the screen size unless it is the
+// default, so that a recording replays without options.
 Acts StartActs(SIZE screen, const SkinOptions& skins);
-// The screen changes later on: the keyboard lets go of its skin in between.
+// Changes the screen size later on; the keyboard releases its skin in between.
 Acts ChangeSizeActs(SIZE screen, SkinOptions skins);
-// None for a square screen.
+// No commands for a square screen.
 Acts TurnActs(Session& session, SIZE now);
-// Into the first file that does not exist yet in the current folder.
+// Writes to the first file in the current folder that does not exist yet.
 Words ScreenshotAct();
 
-// The size behind this one of those that handhelds have, upright.
+// The next of the screen sizes, upright.
 SIZE NextScreenSize(SIZE screen);

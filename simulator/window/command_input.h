@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Commands of a script that come while the window is open: another program drives it through a pipe.
+// Reads commands while the window is open: another program drives it through a pipe.
 #pragma once
 
 #include <optional>
@@ -7,9 +7,9 @@
 
 class CommandInput {
 public:
-    // A line of the standard input, at once; none while there is no whole one.
+    // The next line of standard input; none, without waiting, if there is no complete one.
     [[nodiscard]] std::optional<std::string> TakeLine();
-    // Nobody sends any more.
+    // Has standard input ended?
     bool HasEnded() const { return m_hasEnded; }
 
 private:

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <stdexcept>
 
-// A file system without locks is used without them.
+// A file system without locks is used without one.
 DeviceLock::DeviceLock(const std::filesystem::path& folder, Kind kind) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);

@@ -15,7 +15,7 @@ int FloorDivide(int value, int divisor) {
     return value >= 0 ? value / divisor : -((-value + divisor - 1) / divisor);
 }
 
-// The size of the picture of this screen where there is so much room.
+// The size of the screen's picture in this much room.
 SIZE FittingSize(SIZE screen, SIZE room) {
     const LONG scale = std::min(room.cx / screen.cx, room.cy / screen.cy);
     if (scale > 0) return {screen.cx * scale, screen.cy * scale};
@@ -25,7 +25,7 @@ SIZE FittingSize(SIZE screen, SIZE room) {
             std::max(static_cast<LONG>(screen.cy * shrink), 1)};
 }
 
-// Each pixel of the smaller picture has something of all pixels that it stands for: the letters stay legible.
+// Blends neighbouring pixels, so that letters stay legible.
 void Shrink(SDL_Surface* source, SDL_Surface* target, SDL_Rect place) {
     const Surface alike(SDL_ConvertSurface(source, target->format, 0));
     const bool smooth = alike && SDL_SoftStretchLinear(alike.get(), nullptr, target, &place) == 0;
@@ -60,7 +60,7 @@ double DeviceWindow::PixelsPerPoint() const {
     return width > 0 ? static_cast<double>(Size().cx) / width : 1;
 }
 
-// The frame around the window is known only once it shows.
+// The size of the window's frame is known only once it is shown.
 SDL_Rect DeviceWindow::Room() const {
     SDL_Rect room{0, 0, 0, 0};
     if (SDL_GetDisplayUsableBounds(std::max(SDL_GetWindowDisplayIndex(m_window.get()), 0), &room) != 0) {
@@ -86,7 +86,7 @@ SIZE DeviceWindow::WantedSize() const {
     return m_wantedScale > 0 && wanted.cx < fitting.cx ? wanted : fitting;
 }
 
-// A maximised window stays as it is.
+// A maximised window keeps its size.
 void DeviceWindow::FitScreen() {
     constexpr Uint32 sizedByDesktop = SDL_WINDOW_MAXIMIZED | SDL_WINDOW_FULLSCREEN;
     if (!(SDL_GetWindowFlags(m_window.get()) & sizedByDesktop)) {
@@ -97,7 +97,7 @@ void DeviceWindow::FitScreen() {
     PresentAll();
 }
 
-// The window stays where it is as far as it remains on the monitor there.
+// Keeps the window's position as far as it stays on the monitor.
 void DeviceWindow::Resize(int width, int height) {
     SDL_SetWindowSize(m_window.get(), width, height);
     const SDL_Rect room = Room();
@@ -108,7 +108,7 @@ void DeviceWindow::Resize(int width, int height) {
                           std::max(std::min(y, room.y + room.h - height), room.y));
 }
 
-// In the middle of the window as it is: the desktop may have made it smaller.
+// In the middle of the window, which the desktop may have made smaller.
 SDL_Rect DeviceWindow::Place() const {
     const SIZE window = Size();
     const SIZE picture = FittingSize(ScreenSize(), window);
@@ -123,7 +123,7 @@ POINT DeviceWindow::OnDevice(int x, int y) const {
             FloorDivide((static_cast<int>(y * ratio) - place.y) * screen.cy, place.h)};
 }
 
-// A picture that is made smaller is drawn whole, as its pixels have to do with their neighbours.
+// A reduced picture is drawn as a whole, as its pixels depend on their neighbours.
 SDL_Rect DeviceWindow::Draw(const RECT& part, SDL_Surface* target) const {
     const host::ScreenView screen = host::Screen();
     const SDL_Rect place = Place();

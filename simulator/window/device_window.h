@@ -13,35 +13,35 @@ struct SurfaceDeleter {
 };
 using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
-// The picture of the handheld's screen in a window of the desktop, enlarged by a whole number; made smaller
-// by whatever it takes only where not even the screen itself fits. All pictures are drawn in real pixels, on
-// displays of high density too; events come in the desktop's points.
+// The picture of the handheld's screen in a window of the desktop, enlarged by a whole number, or reduced by
+// any factor if the screen itself does not fit. Draws in real pixels, even on high-density displays; events
+// have the desktop's points.
 class DeviceWindow {
 public:
-    // `scale` 0, and any that is too great, is the greatest whole number with which the screen fits the
-    // monitor. Throws std::runtime_error.
+    // For a `scale` of 0, or one that is too great, uses the greatest whole number that fits the monitor.
+    // Throws std::runtime_error.
     explicit DeviceWindow(int scale);
     ~DeviceWindow();
     DeviceWindow(const DeviceWindow&) = delete;
     DeviceWindow& operator=(const DeviceWindow&) = delete;
 
-    // The handheld's screen has another size: the window takes the size for it.
+    // Adapts the window's size to a new size of the screen.
     void FitScreen();
-    // Shows what of the screen changed, or all of it.
+    // Shows the changed part of the screen, or all of it.
     void Present();
     void PresentAll();
     void SetTitle(const std::string& title);
 
-    // How much larger than the screen the picture is; 0 when it is smaller.
+    // The enlargement of the picture; 0 if it is reduced.
     int Scale() const { return Place().w / static_cast<int>(ScreenSize().cx); }
 
-    // Lays a picture of the window's size over the screen / takes it away.
+    // Shows a picture of the window's size over the screen / removes it.
     void ShowPage(const host::Picture& page);
     void HidePage();
     bool HasPage() const { return m_page != nullptr; }
     SIZE Size() const;  // in pixels
 
-    // The pixel of the handheld's screen at this place; outside of the screen where the place is.
+    // The pixel of the handheld's screen at this position, which may be outside.
     POINT OnDevice(int x, int y) const;
 
 private:
@@ -49,14 +49,14 @@ private:
         void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
     };
 
-    // What the desktop leaves free for the inside of a window, in points.
+    // The desktop's free area for the inside of a window, in points.
     SDL_Rect Room() const;
     SIZE WantedSize() const;  // in pixels
     void Resize(int width, int height);
     double PixelsPerPoint() const;
-    // Where in the window the screen's picture lies, in pixels.
+    // The screen's picture in the window, in pixels.
     SDL_Rect Place() const;
-    // Returns where it drew.
+    // Returns the area drawn.
     SDL_Rect Draw(const RECT& part, SDL_Surface* target) const;
 
     int m_wantedScale;

@@ -21,13 +21,13 @@ constexpr char advice[] =
     "    ./run --demonstration     types on the keyboard and writes pictures of it";
 
 void SetHints() {
-    // Where these two do not answer, SDL would take a driver that shows nothing.
+    // Without this SDL would fall back to a driver that shows nothing.
     if (!IsSet("SDL_VIDEODRIVER")) SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11,wayland");
     SDL_SetHint(SDL_HINT_APP_NAME, "Tolka");
-    // The desktop keeps its screen saver and its effects.
+    // Keeps the desktop's screen saver and effects.
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
-    // A finger comes as the mouse's left button, and not as a finger besides.
+    // A finger acts as the left mouse button, and only that.
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "1");
     SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Connects SDL to the desktop. The connection ends with the process: taking SDL down before would unload
-// libraries that still hold memory of their own. Throws std::runtime_error, which says what to do instead,
-// where no desktop can be reached.
+// Connects SDL to the desktop until the process ends: quitting SDL earlier would unload libraries that still
+// hold memory. Without a desktop throws std::runtime_error, which says what to do instead.
 void ConnectToDisplay();

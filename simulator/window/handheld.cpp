@@ -30,8 +30,8 @@ Handheld::Handheld(const WindowOptions& options)
     Start(options);
 }
 
-// Without skins in the folder the keyboard has others or says that it has none, and without notes there is
-// room for new ones; nothing else can be missing.
+// Missing skins or notes are only reported: the keyboard has other skins or says that it has none, and new
+// notes can be written. Everything else must succeed.
 void Handheld::Start(const WindowOptions& options) {
     if (access(options.session.device.c_str(), W_OK) != 0) {
         Tell("the device " + options.session.device.string() + " cannot be written: no change is kept");

@@ -53,7 +53,7 @@ private:
     void* m_bits = nullptr;
 };
 
-// The page from the top down; all sizes are those of the smallest screen, times the scale.
+// The page from top to bottom; sizes are those for the smallest screen, times the scale.
 class Page {
 public:
     Page(const Canvas& canvas, SIZE size, int scale) : m_canvas(canvas), m_size(size), m_scale(scale) {

@@ -3,6 +3,5 @@
 
 #include <host_control.h>
 
-// The keys of the window and the strokes of the keyboard as a picture of this size. Empty when it cannot be
-// drawn.
+// A picture of this size with the window's keys and the keyboard's strokes; empty if it cannot be drawn.
 host::Picture DrawHelpPage(SIZE size);

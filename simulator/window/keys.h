@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keys of the PC that mean something to the window. They type nothing: the handheld has no keyboard.
+// The window's keys on the PC. They do not type: the handheld has no keyboard.
 #pragma once
 
 #include <span>

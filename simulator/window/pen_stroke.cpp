@@ -35,7 +35,7 @@ std::optional<Words> PenStroke::Lift(POINT point) {
     return Act("up", point);
 }
 
-// An open menu or list holds the capture, and then has the pen wherever it goes down.
+// An open menu or list has the capture and so gets the pen wherever it goes down.
 bool PenStroke::IsOnPanel(POINT point) const {
     const SipShell& sip = m_session.Sip();
     const HWND panel = sip.Panel();

@@ -5,14 +5,14 @@
 
 #include "acts.h"
 
-// The pen as the mouse, a finger or a pen of the PC moves it: between its strokes it is away from the screen,
-// so that only a pen that is down moves. A stroke that begins on the panel stands in the panel's coordinates,
-// any other in the screen's.
+// The pen as the mouse, a finger or a pen of the PC moves it; it moves only while it is down. A stroke that
+// begins on the panel has the panel's coordinates, any other the screen's.
 class PenStroke {
 public:
     explicit PenStroke(Session& session) : m_session(session) {}
 
-    // In pixels of the screen. Each event's command; none where the handheld notices nothing.
+    // Each returns the command for the event (in pixels of the screen), or none if the handheld does not
+    // notice it.
     std::optional<Words> PutDown(POINT point);
     std::optional<Words> Move(POINT point);
     std::optional<Words> Lift(POINT point);

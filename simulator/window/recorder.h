@@ -9,16 +9,16 @@
 // A command as the line of a script: words that need it in double quotes.
 std::string ScriptLine(const std::vector<std::string>& words);
 
-// Writes what the person does to a script, each line at once, so that the script is whole whatever happens to
-// the program.
+// Writes what the user does to a script, each line at once, so that the script is complete even if the
+// program is killed.
 class Recorder {
 public:
-    // Throws std::runtime_error when the file cannot be written; an old one is replaced.
+    // Replaces an existing file. Throws std::runtime_error if it cannot be written.
     Recorder(const std::filesystem::path& file, const std::string& device);
 
-    // When the disk is full, the person hears of it once and the recording ends there.
+    // If the disk is full, tells the user once and ends the recording.
     void Write(const std::vector<std::string>& words);
-    // The last command did nothing but fail: a script would end at it.
+    // Removes the last command, which failed: a script would end there.
     void TakeBack();
 
 private:

@@ -5,5 +5,5 @@
 
 // "08:15" by the PC's clock.
 std::string TimeOfDay();
-// A little more than the time to the next full minute.
+// Slightly more than the time to the next full minute.
 int MillisecondsToNextMinute();

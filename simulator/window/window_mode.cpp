@@ -25,22 +25,21 @@
 
 namespace {
 
-// A dialog that does follows the screen when that turns; any other stays where it is.
+// Such a dialog follows the screen when that turns; any other stays where it is.
 bool CoversScreen(HWND dialog) {
     RECT area{};
     GetWindowRect(dialog, &area);
     return IsSameSize({area.right - area.left, area.bottom - area.top}, ScreenSize());
 }
 
-// The desktop hands a key that is held over to the window that it goes to, as if it were pressed at that
-// moment.
+// The desktop reports a key that is held while the window gets the focus as pressed at that moment.
 constexpr Uint32 takingOver = 10;  // milliseconds
 constexpr Uint32 millisecondsToSave = 1000;
-constexpr int millisecondsToCommands = 50;  // until commands of another program are looked for
+constexpr int millisecondsToCommands = 50;  // between looks for commands of another program
 
-// The person at the window: the platform's idle time goes into waiting for them, also inside modal windows.
-// What they do becomes a command, and runs as a command of a script does: when everything before has been
-// dealt with.
+// The user at the window: the platform's idle time, even inside modal windows, is spent waiting for them.
+// Each action becomes a command and runs like a command of a script, when all messages before it have been
+// handled.
 class WindowMode {
 public:
     explicit WindowMode(const WindowOptions& options);
@@ -73,10 +72,10 @@ private:
     std::deque<Words> m_acts;
     SIZE m_fittedScreen = ScreenSize();
     std::u16string m_shownSkin;
-    SDL_Keycode m_quitKey = SDLK_UNKNOWN;  // has been pressed
-    Uint32 m_focused = 0;                  // when the window got the keys
+    SDL_Keycode m_quitKey = SDLK_UNKNOWN;  // pressed and not yet released
+    Uint32 m_focused = 0;                  // when the window got the focus
     Uint32 m_ticks = SDL_GetTicks();
-    Uint32 m_saved = SDL_GetTicks();  // when nothing was unsaved last
+    Uint32 m_saved = SDL_GetTicks();  // the last time when nothing was unsaved
     bool m_quitting = false;
 };
 
@@ -95,7 +94,7 @@ bool WindowMode::Run() {
     return m_handheld.Save();
 }
 
-// False when the window has been closed: then every message loop ends, the innermost first.
+// False if the window has been closed: all message loops then end, the innermost first.
 bool WindowMode::OnIdle() {
     m_session.GetTrace().Flush();
     if (m_quitting) return false;
@@ -124,7 +123,7 @@ void WindowMode::TakeCommands() {
     if (m_commands->HasEnded() && m_acts.empty()) m_quitting = true;
 }
 
-// Nothing is thrown on, as the code of the library may lie between here and the main loop.
+// Catches all exceptions, as code of the library may be on the stack.
 void WindowMode::RunNextAct() {
     const Words words = m_acts.front();
     m_acts.pop_front();
@@ -136,7 +135,7 @@ void WindowMode::RunNextAct() {
     }
 }
 
-// What is typed is saved once a second.
+// Saves the text once a second.
 void WindowMode::SaveInTime() {
     const Uint32 now = SDL_GetTicks();
     const bool unsaved = m_handheld.HasUnsavedNotes();
@@ -145,7 +144,7 @@ void WindowMode::SaveInTime() {
     m_saved = now;
 }
 
-// Everything is shown before the wait begins. The time on the screen needs a look at the end of each minute.
+// Shows everything before it waits, and wakes up each minute for the time on the screen.
 SDL_Event WindowMode::WaitForEvent() {
     SDL_Event event{};
     if (SDL_PollEvent(&event)) return event;
@@ -160,7 +159,7 @@ SDL_Event WindowMode::WaitForEvent() {
     return event;
 }
 
-// Its screen size, its skin and what it has to say may be others now.
+// Shows a new screen size, skin or message of the handheld.
 void WindowMode::FollowHandheld() {
     const bool sameSize = IsSameSize(ScreenSize(), m_fittedScreen);
     m_fittedScreen = ScreenSize();
@@ -207,7 +206,7 @@ void WindowMode::HandleWindow(const SDL_WindowEvent& event) {
     }
 }
 
-// The pen may leave the window while it is down.
+// Captures the mouse, as the pen may leave the window while it is down.
 void WindowMode::HandleButton(const SDL_MouseButtonEvent& event) {
     const bool down = event.type == SDL_MOUSEBUTTONDOWN;
     SDL_CaptureMouse(down ? SDL_TRUE : SDL_FALSE);
@@ -216,7 +215,7 @@ void WindowMode::HandleButton(const SDL_MouseButtonEvent& event) {
     Add(down ? m_stroke.PutDown(point) : m_stroke.Lift(point));
 }
 
-// Any key takes the list of keys away.
+// Any key closes the list of keys.
 void WindowMode::HandleKey(const SDL_KeyboardEvent& event) {
     for (const WindowKey& key : WindowKeys()) {
         if (key.code != event.keysym.sym) continue;
@@ -244,7 +243,7 @@ void WindowMode::Perform(const WindowKey& key, Uint32 pressed) {
         case WindowAction::TakeScreenshot:
             return Add(ScreenshotAct());
         case WindowAction::Quit:
-            // Its release quits: held, the key would go on into the next window.
+            // Quits on release: a held key would be passed on to the next window.
             if (pressed - m_focused > takingOver) m_quitKey = key.code;
     }
 }
@@ -258,10 +257,10 @@ void WindowMode::ToggleHelp() {
     m_window.ShowPage(DrawHelpPage(m_window.Size()));
 }
 
-// Two taps are a double tap by the time at which they were made, however busy the simulator was then.
+// Whether two taps are a double tap depends on when they were made, not on how busy the simulator was.
 void WindowMode::MoveClockTo(Uint32 ticks) {
     const Uint32 passed = ticks - m_ticks;
-    if (passed > 0x7FFFFFFF) return;  // older than what was seen last
+    if (passed > 0x7FFFFFFF) return;  // older than the last one seen
     host::AdvanceClock(passed);
     m_ticks = ticks;
 }

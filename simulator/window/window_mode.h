@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handheld in a window of the PC's desktop. Nothing else of the simulator knows of a display.
+// The handheld in a window of the PC's desktop. Only this folder uses a display.
 #pragma once
 
 #include <filesystem>
@@ -12,15 +12,18 @@
 struct WindowOptions {
     Session::Options session;
     SkinOptions skins;
-    std::optional<std::filesystem::path> record;  // gets a script of everything that the person does
+    std::optional<std::filesystem::path> record;  // the script to record to
     int scale = 0;                                // 0: the greatest that fits the monitor
-    enum class Commands { None, FromStandardInput } commands = Commands::None;  // their end closes the window
+    enum class Commands {
+        None,
+        FromStandardInput
+    } commands = Commands::None;  // the end of input closes the window
     enum class Trace { Hidden, Shown } trace = Trace::Hidden;
 };
 
-// Runs until the window is closed. False when something of the device could not be written, which the person
-// has been told. Throws std::exception with a message for the user.
+// Runs until the window is closed. False if something of the device could not be written, after telling the
+// user. Throws std::exception with a message for the user.
 [[nodiscard]] bool RunInWindow(const WindowOptions& options);
 
-// The window's keys for --help, a line each.
+// The window's keys for --help, one per line.
 std::string DescribeKeys();
