@@ -27,7 +27,7 @@ constexpr std::array<std::string_view, 9> kMasks{"digit",       "lang1_small", "
                                                  "uml1_small",  "uml1_large",  "lang2_small",
                                                  "lang2_large", "uml2_small",  "uml2_large"};
 
-// libpng's record of one picture, freed with it.
+// libpng's record of a picture, with its destructor.
 struct PngImage : png_image {
     PngImage() : png_image{} { version = PNG_IMAGE_VERSION; }
     ~PngImage() { png_image_free(this); }

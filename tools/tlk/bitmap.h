@@ -12,10 +12,10 @@ namespace tlk {
 // One bit per pixel, palette black and white.
 [[nodiscard]] Bytes EncodeMask(const Mask& mask);
 
-// A byte per pixel with a palette while 256 colours suffice, else 24 bits. The colours are kept exactly.
+// One byte per pixel and a palette for up to 256 colours, else 24 bits. The colours are exact.
 [[nodiscard]] Bytes EncodePicture(const Picture& picture);
 
-// Reads uncompressed bitmaps of 1, 4, 8, 24 and 32 bits; nothing when the bytes are anything else.
+// Reads uncompressed bitmaps of 1, 4, 8, 24 and 32 bits; nothing for any other bytes.
 [[nodiscard]] std::optional<Picture> DecodeBitmap(std::span<const std::uint8_t> bytes);
 
 }  // namespace tlk

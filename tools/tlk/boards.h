@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keyboards that a skin has, and the room that a screen leaves them.
+// The keyboards of a skin, and their size on a screen.
 #pragma once
 
 #include <optional>
@@ -12,17 +12,17 @@ namespace tlk {
 
 enum class BoardKind { Portrait, Landscape, Digits };
 
-// As sources, the command line and the remarks name them: "portrait", "landscape", "digits".
+// The name in sources, on the command line and in remarks: "portrait", "landscape", "digits".
 [[nodiscard]] std::string_view BoardName(BoardKind board);
 
-// What the SIP gives a keyboard on a screen of this size, in pixels: the full width, and a quarter of an
-// upright screen's height or a third of a turned one's. One picture serves the digit keyboard in both
-// orientations: it is as wide and as high as the larger of both panels, each of which shows its part.
+// The size in pixels of a keyboard on this screen, as the SIP gives it: the full width, and a quarter of an
+// upright screen's height or a third of a turned one's. The digit keyboard has one picture for both
+// orientations, as wide and as high as the larger panel; each panel shows a part of it.
 [[nodiscard]] Size PanelSize(BoardKind board, Size upright);
 
-// "240x320", in pixels; nothing for any other text, and for screens that no device has.
+// Parses "240x320", in pixels; nothing for any other text, and for screens that no device has.
 [[nodiscard]] std::optional<Size> ParseScreen(std::string_view text);
-// The same way back, of any size.
+// The reverse, for any size.
 [[nodiscard]] std::string Text(Size size);
 
 }  // namespace tlk

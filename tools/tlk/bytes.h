@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Little-endian fields of the module and bitmap formats, written and read bytewise.
+// Writes and reads the little-endian fields of modules and bitmaps, byte by byte.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace tlk {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Valid as long as the bytes are.
+// Valid as long as the bytes.
 inline std::string_view AsText(const Bytes& bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
@@ -39,7 +39,7 @@ inline void PadTo(Bytes& bytes, std::size_t multiple) {
     bytes.resize((bytes.size() + multiple - 1) / multiple * multiple);
 }
 
-// Reads of a file that may be damaged: nothing when the field does not lie inside.
+// For reading a file that may be damaged: nothing if the field is outside.
 inline std::optional<std::uint32_t> Get32(std::span<const std::uint8_t> bytes, std::size_t offset) {
     if (bytes.size() < 4 || offset > bytes.size() - 4) return std::nullopt;
     return static_cast<std::uint32_t>(bytes[offset]) | static_cast<std::uint32_t>(bytes[offset + 1]) << 8 |

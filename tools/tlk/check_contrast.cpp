@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Can the glyphs be read on their keys? Measured on what the engine paints, at rest and pressed, so that own
-// pictures and masks are judged like drawn ones. What a picture itself draws on a key is not known as a
-// glyph.
+// Can the glyphs be read on their keys? Measures what the engine paints, at rest and pressed, so that an
+// author's pictures and masks are judged like drawn ones. Does not recognise glyphs in the picture itself.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -16,10 +15,10 @@
 namespace tlk {
 namespace {
 
-// What the web's guidelines ask of text of usual size.
+// The minimum of the web's accessibility guidelines for text of normal size.
 constexpr double kLeastContrast = 4.5;
 
-// Keys of a board that are told one by one; a palette spoils many at once.
+// This many keys of a board are reported one by one; a palette spoils many at once.
 constexpr std::size_t kMostKeys = 4;
 
 double Linear(std::uint8_t value) {
@@ -57,14 +56,14 @@ std::string Text(const Color& color) {
     return text;
 }
 
-// Truncated, so that what is too little never reads as enough.
+// Truncated, so that a contrast just below the minimum never reads as the minimum.
 std::string Text(const Contrast& contrast) {
     char ratio[16];
     std::snprintf(ratio, sizeof ratio, "%.1f", std::floor(contrast.ratio * 10) / 10);
     return Text(contrast.ink) + " on " + Text(contrast.face) + " has " + ratio;
 }
 
-// A key that is hard to read, with the worst that any of its planes has.
+// A key that is hard to read, with the worst contrast in any of its planes.
 struct FaintKey {
     std::uint16_t key = 0;
     PlaneSet planes;
@@ -105,8 +104,8 @@ private:
         return faint;
     }
 
-    // Where ink and face meet. A quarter of the outline may be worse: faces are shaded, and own pictures are
-    // anything.
+    // The contrast where ink and face meet. A quarter of the outline may be worse: faces are shaded, and an
+    // author's pictures can be anything.
     std::optional<Contrast> MeasureOutline(const Picture& mask, const std::vector<Point>& ink,
                                            Look look) const {
         std::vector<Contrast> outline;

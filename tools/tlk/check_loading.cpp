@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The resources as such: would the engine load the skin, and do they fit the screen and each other?
+// Checks the resources: would the engine load the skin, and do they fit the screen and each other?
 #include <algorithm>
 #include <cctype>
 
@@ -27,8 +27,8 @@ public:
     }
 
 private:
-    // The engine looks for data of the type that is named "RC_DATA"; resource compilers take RCDATA for the
-    // standard type 10, which it never finds.
+    // The engine looks for data of the type named "RC_DATA"; for resource compilers RCDATA is the standard
+    // type 10, which it never finds.
     void CheckTypes() {
         for (const Module::Entry& entry : m_Module.Entries())
             if (entry.type == "#10")
@@ -83,7 +83,7 @@ private:
             return;
         }
         const Size picture = board.picture.GetSize();
-        // Where the skin does not load, nobody sees its digit keyboard.
+        // If the skin does not load there, its digit keyboard is never seen.
         const bool isUprightOnly = board.kind == BoardKind::Digits && !m_Skin.landscape.picture.isPresent;
         const Size panel = m_Screen.Panel(isUprightOnly ? BoardKind::Portrait : board.kind);
         if (picture.height > panel.height)
@@ -107,7 +107,7 @@ private:
                                                  : "the rest is never seen"));
     }
 
-    // A mask that the engine needs and does not find is a matter of the planes.
+    // Missing masks are reported with the planes.
     void CheckMasks(const SkinBoard& board) {
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane) {
             const SkinBitmap& mask = board.masks[plane];

@@ -13,7 +13,7 @@ bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-// The folder's name is not always written alike.
+// Ignores case, as paths spell the folder differently.
 std::string Folded(std::string name) {
     std::ranges::transform(name, name.begin(), [](char letter) {
         return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
@@ -46,7 +46,7 @@ std::vector<std::string> SkinsBeside(const fs::path& file) {
 std::vector<Remark> CheckName(const std::string& path) {
     const std::string name = fs::path(path).stem().string();
     std::vector<Remark> remarks;
-    // A source that is watched stands among the skins that came of it.
+    // A source under `watch` is in the folder of its skins.
     if (fs::path(path).extension() == ".toml") return remarks;
     const auto add = [&remarks](std::string text) { remarks.emplace_back().text = std::move(text); };
     if (Contains("\\windows\\", Folded(name)) || Contains(".tlk", name))

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The commands of the command line. Each describes its options to the parser and runs once they are read.
+// The commands. Each describes its options to the parser and runs after they have been read.
 #pragma once
 
 #include <functional>
@@ -15,13 +15,13 @@ class App;
 
 namespace tlk {
 
-// Exit status of all commands: nothing was found wrong, `check` has remarks, the work could not be done.
+// Exit status of all commands: success, `check` has remarks, failure.
 enum Status { kDone = 0, kRemarks = 1, kFailed = 2 };
 
 struct Command {
-    // Owned by the application; converts to true when the command line names this command.
+    // Owned by the application; true if the command line names this command.
     CLI::App* pOptions;
-    // Throws FileError. Writes results to the standard output.
+    // Throws FileError. Writes results to standard output.
     std::function<Status()> run;
 };
 
@@ -32,18 +32,18 @@ struct Command {
 [[nodiscard]] Command DescribeShow(CLI::App& app);
 [[nodiscard]] Command DescribeWatch(CLI::App& app);
 
-// A skin to be checked, and what is known of it.
+// A skin to be checked.
 struct Checked {
     const Module& module;
-    // Names the skin in remarks whose place in the source is not known.
+    // The name for remarks whose place in the source is unknown.
     std::string file;
-    // "240x320"; empty: the screen that the pictures suggest.
+    // "240x320"; if empty, guessed from the pictures.
     std::string screen;
     const SourcePlaces* pPlaces = nullptr;
 };
 
-// Writes a line for each remark, with the label in front of its text; returns their number. Throws FileError
-// when the screen cannot be read.
+// Writes a line for each remark, with the label before its text; returns their number. Throws FileError if
+// the screen cannot be read.
 std::size_t TellRemarks(const Checked& checked, const std::string& label, std::ostream& out);
 
 }  // namespace tlk

@@ -29,7 +29,7 @@ struct Arguments {
     std::string screen;
 };
 
-// What a source says of the pictures applies to this screen alone, when it has several.
+// If a source has several screens, its pictures are for one of them.
 struct Subject {
     Module module;
     std::string table;
@@ -55,7 +55,7 @@ struct Output {
     Bytes bytes;
 };
 
-// Somebody may have painted on it since it was written.
+// The author may have painted on it since it was written.
 void RequireUnpainted(const Output& output) {
     if (fs::exists(output.path) && ReadFile(output.path.string()) != output.bytes)
         throw FileError(

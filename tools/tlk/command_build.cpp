@@ -21,7 +21,7 @@ constexpr const char* kWarning = "warning: ";
 
 struct Arguments {
     std::vector<std::string> sources;
-    // Each for all of its screens; `output` is a folder then.
+    // Builds each source for all its screens; `output` is then a folder.
     bool all = false;
     std::string source;
     std::string output;
@@ -44,7 +44,7 @@ void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
     out << FormatRemark(remark, {}, kWarning) << '\n';
 }
 
-// Returns the name of its processor.
+// Returns the name of the processor.
 std::string Build(const Arguments& arguments) {
     auto [skin, resources] = CompileSource(arguments.source, arguments.screen, arguments.font);
     const Bytes file = WriteModule(std::move(resources), Processors().at(arguments.processor));
@@ -93,7 +93,7 @@ void BuildEachScreen(const Arguments& arguments) {
               << arguments.output << '\n';
 }
 
-// A source that cannot be built keeps no other from it.
+// A source that cannot be built does not stop the others.
 Status Run(Arguments arguments) {
     if (!arguments.all && arguments.sources.size() > 1)
         throw FileError("build: name one source; for several say --all, and a folder for their skins");

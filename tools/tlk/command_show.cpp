@@ -27,7 +27,7 @@ struct Arguments {
     bool isSheet = false;
 };
 
-// Names with commas between them; a comma by itself is the key of that name.
+// Names separated by commas; a single comma is the key of that name.
 std::vector<std::string> SplitNames(const std::vector<std::string>& arguments) {
     std::vector<std::string> names;
     for (const std::string& argument : arguments) {

@@ -28,9 +28,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Editors write a file in several steps.
+// Waits for quiet, as editors write a file in several steps.
 constexpr int kMillisecondsOfQuiet = 60;
-// A signal may come just before a wait begins.
+// Waits at most this long, as a signal may arrive just before a wait begins.
 constexpr int kMillisecondsToLook = 1000;
 
 struct Arguments {
@@ -44,7 +44,7 @@ volatile std::sig_atomic_t g_isInterrupted = 0;
 
 void Interrupt(int) { g_isInterrupted = 1; }
 
-// Waiting calls return then, and nothing else happens: the simulator's pipes may break at any time.
+// Signals only make waiting calls return. The simulator's pipes may break at any time.
 void HandleSignals() {
     struct sigaction action {};
     action.sa_handler = Interrupt;
@@ -104,7 +104,7 @@ private:
         return CompileSource(m_Arguments.source, m_Arguments.screen, m_Arguments.font);
     }
 
-    // Mistakes are told, and the last good skin stays.
+    // Prints mistakes and keeps the last good skin.
     void Rebuild() {
         try {
             const CompiledSource compiled = Compile();
@@ -125,7 +125,7 @@ private:
     }
 
     void Show(SkinModule skin, const std::string& screen) {
-        // Another screen is another handheld.
+        // Another screen needs another handheld.
         if (screen != m_Screen) m_Simulator.reset();
         m_Screen = screen;
         if (!m_Simulator) {
@@ -134,7 +134,7 @@ private:
             if (!screen.empty()) options.insert(options.end(), {"--screen", screen});
             m_Simulator = std::make_unique<RunningSimulator>(m_Arguments.simulator, options);
             m_HasEnded = !m_Simulator->Do({});
-            // It has said why.
+            // It has printed why.
             if (m_HasEnded && !g_isInterrupted)
                 throw std::runtime_error(m_Arguments.simulator + ": ended before it showed the skin");
         } else {
@@ -147,11 +147,11 @@ private:
         m_Skin = std::move(skin);
     }
 
-    // Leaves the keyboard with its first language, as a language that stays is not seen on its key later.
+    // Leaves the keyboard in its first language, as a language that stays is not visible on its key later.
     std::optional<KeyboardState> TakeState() {
         std::optional<KeyboardState> state = PresentState();
         if (!state) return std::nullopt;
-        // The digit keyboard does not show what else is latched.
+        // The digit keyboard does not show the other latched keys.
         const bool showsDigits = state->showsDigits;
         if (showsDigits) {
             static_cast<void>(m_Simulator->Do(TapOn(m_Skin, *state, function_key::kDigits)));
@@ -176,14 +176,14 @@ private:
     const TemporaryFolder m_Folder;
     const std::string m_SkinPath;
     FileWatch m_Watch;
-    // The one that the simulator shows.
+    // The skin that the simulator shows.
     SkinModule m_Skin;
     std::string m_Screen;
     std::unique_ptr<RunningSimulator> m_Simulator;
     bool m_HasEnded = false;
 };
 
-// The one of the build that this program belongs to.
+// The simulator from the build of this program.
 std::string BuiltSimulator() {
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);

@@ -32,7 +32,7 @@ Bytes EncodeLayout(const Layout& layout) {
     for (const Key& key : layout.keys) {
         for (const Rect& rect : key.rects) {
             PutRecord(bytes, key.key, rect);
-            // The margin belongs to the key beside it. Rectangles without area are hit but never look
+            // The margin belongs to the adjacent key. Rectangles without area are hit but never drawn
             // pressed.
             const int left = rect.left == kMargin ? 0 : rect.left;
             if (rect.top == kMargin) PutRecord(bytes, key.key, {left, 0, rect.right, 0});
@@ -50,8 +50,8 @@ Bytes EncodeCapsRect(const Rect& rect) {
     return bytes;
 }
 
-// Language 2 from the first character entry to the last one that the skin's arrangement has, after a header
-// of two bytes.
+// A header of two bytes, then language 2 from the first character entry to the last one of the skin's
+// arrangement.
 Bytes EncodeSecondLanguage(const Skin& skin) {
     Bytes bytes;
     Put16(bytes, 0);
@@ -90,7 +90,7 @@ private:
                [&] { AddMasks(BoardKind::Portrait, layout, ShownPlanes(plane)); });
     }
 
-    // Answers whether Backspace is drawn by Shift alone, like the keys of the CAPS rectangle.
+    // Returns whether Backspace is in the CAPS rectangle, whose keys follow Shift alone.
     bool AddCapsRect(const Layout& layout) {
         if (!m_Skin.capsRect || m_Skin.HasSquareScreen()) return false;
         const auto area = FindCapsRect(m_Skin, layout);
@@ -127,7 +127,7 @@ private:
         return planes;
     }
 
-    // A plane that no key brings up is left out. A stroke upwards from the language key is an umlaut key.
+    // Omits planes that no key selects. A stroke upwards from the language key acts as an umlaut key.
     bool CanShow(const Plane& plane) const {
         if (plane.Language() == 1 && !m_HasLanguageKey) return false;
         if (plane.IsUmlaut() && !m_HasLanguageKey && !m_Skin.HasKey(function_key::kUmlaut)) return false;

@@ -7,7 +7,7 @@
 
 namespace tlk {
 
-// Lays the skin out, draws it, and names the results as the engine looks them up. Throws SourceError.
+// Lays the skin out and draws it; the results have the names that the engine looks up. Throws SourceError.
 [[nodiscard]] std::vector<Resource> CompileSkin(const Skin& skin, const Font& font);
 
 }  // namespace tlk

@@ -12,7 +12,7 @@
 namespace tlk {
 namespace {
 
-// The source's own font lies where it says, or beside the usual one.
+// The source's own font is at its path, or beside the default one.
 Font OpenFont(const Skin& skin, const std::string& usual) {
     namespace fs = std::filesystem;
     if (!skin.fontFile) return Font(usual);
@@ -36,7 +36,7 @@ CompiledSource CompileSource(const std::string& path, const std::string& screen,
     try {
         FaultList faults;
         CompiledSource compiled{ReadSource(AsText(text), path, screen, faults), {}};
-        // Drawing may find more than reading did.
+        // Drawing may find more mistakes than reading did.
         if (faults.IsEmpty() || !compiled.skin.portrait.rows.empty())
             faults.Try(
                 [&] { compiled.resources = CompileSkin(compiled.skin, OpenFont(compiled.skin, font)); });

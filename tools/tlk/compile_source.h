@@ -14,8 +14,8 @@ struct CompiledSource {
     std::vector<Resource> resources;
 };
 
-// A source file for one of its screens, the first when `screen` is empty; `font` is the one of glyphs unless
-// the source names its own. Throws FileError with a line for each fault.
+// Compiles a source file for one of its screens, the first if `screen` is empty; `font` is used unless the
+// source names its own. Throws FileError with a line for each fault.
 [[nodiscard]] CompiledSource CompileSource(const std::string& path, const std::string& screen,
                                            const std::string& font);
 

@@ -11,9 +11,9 @@
 namespace tlk {
 namespace {
 
-// Below this, letters of one bit cannot be read.
+// Smaller letters cannot be read without grey.
 constexpr int kSmallestFont = 7;
-// A single character may be made much narrower than its neighbours, a word hardly.
+// A single character can be much narrower than its neighbours, a word hardly.
 constexpr double kNarrowestCharacter = 0.6;
 constexpr double kNarrowestWord = 0.85;
 
@@ -52,7 +52,7 @@ public:
     }
 
 private:
-    // A bent key shows its glyph once, a key in two places twice.
+    // A bent key has one glyph, a key in two places two.
     template <class Callback>
     void ForEachPlace(const Callback& callback) const {
         TryEach(m_Layout.keys, [&](const Key& key) {
@@ -71,7 +71,7 @@ private:
                                                     "': use another character, or another font (--font)");
     }
 
-    // At which all words, or all characters, fit their keys.
+    // The largest size at which all words, or all characters, fit their keys.
     int LargestSize(std::span<const Plane> planes, bool isWord, int pixels) const {
         TryEach(planes, [&](const Plane& plane) {
             ForEachPlace([&](const Key& key, const Rect& rect) {
@@ -96,7 +96,7 @@ private:
                                sign.isWord ? kNarrowestWord : kNarrowestCharacter);
     }
 
-    // A tall glyph may reach onto the shaded edge below.
+    // A tall glyph may extend over the shaded bottom edge.
     Rect RoomOf(const Rect& rect) const {
         Rect room = InnerOf(m_Skin, rect);
         room.bottom = FaceOf(rect).bottom;
@@ -106,7 +106,7 @@ private:
     void DrawIconAt(Mask& mask, std::uint16_t key, Icon icon, const Rect& rect) const {
         for (int pixels = m_Size.characters; pixels >= kSmallestFont; --pixels)
             if (StampCentred(mask, DrawIcon(icon, m_Font.CapHeight(pixels)), rect)) return;
-        // A short space bar is known by being blank.
+        // A space bar too small for its icon stays blank.
         if (key != function_key::kSpace) FailToFit(key);
     }
 
@@ -120,7 +120,7 @@ private:
         return true;
     }
 
-    // Words and characters of one row stand on one baseline, unless an accent or a tail needs the room.
+    // Words and characters of one row have one baseline, unless an accent or a descender needs the room.
     void DrawText(Mask& mask, const Sign& sign, const Rect& rect) const {
         const int pixels = sign.isWord ? m_Size.words : m_Size.characters;
         const Glyph& glyph = *FitText(sign, pixels, rect);
@@ -139,7 +139,7 @@ private:
                                             "' shows does not fit: give it a larger weight");
     }
 
-    // Where the source gives the key its character, else where it names the key.
+    // The place in the source that gives the key its character, else that names the key.
     SourcePlace PlaceOf(std::uint16_t key) const {
         if (const auto found = m_Skin.characterPlaces.find(key); found != m_Skin.characterPlaces.end())
             return found->second;
@@ -153,7 +153,7 @@ private:
     Lettering& m_Lettering;
     const Font& m_Font;
     const Mask m_Faces;
-    // What a glyph's pixels are in the mask.
+    // The value of a glyph's pixels in the mask.
     std::uint8_t m_Ink;
     FontSizes m_Size;
 };

@@ -20,7 +20,7 @@ std::string Hex(unsigned value, int digits) {
     return text.str();
 }
 
-// A character as it looks, or its number where it would not show.
+// A character, or its number if it is invisible.
 std::string Show(char16_t unit) {
     const bool isInvisible = unit <= u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0xAD ||
                              (unit >= 0x2000 && unit <= 0x200F) || (unit >= 0x2028 && unit <= 0x202F) ||
@@ -62,12 +62,12 @@ private:
                   << entry.data.size() << " bytes\n";
     }
 
-    // Most resources have none.
+    // Most resources have no language.
     static std::string Language(const Module::Entry& entry) {
         return entry.language == 0 ? "" : " (language 0x" + Hex(entry.language, 4) + ")";
     }
 
-    // The header's words; whether the pixels are whole is for the check to say.
+    // Describes the header; whether the pixels are complete is up to the check.
     void DumpBitmap(const std::string& name, const Module::Entry& entry) {
         m_Out << "bitmap " << name << Language(entry) << ": ";
         const auto width = Get32(entry.data, 4);
@@ -123,7 +123,7 @@ private:
               << '\n';
     }
 
-    // Language 2 beside what language 1 has on the same key.
+    // Language 2 beside language 1 of the same key.
     void DumpLocale(View bytes) {
         if (bytes.size() < kLocaleHeaderSize) {
             m_Out << "damaged, " << bytes.size() << " bytes\n";

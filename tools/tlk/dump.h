@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// All of a skin file in words, the same for the same file: two skins can be compared line by line.
+// Describes a skin file as text, so that two skins can be compared line by line.
 #pragma once
 
 #include <string>

@@ -14,7 +14,7 @@ void FaultList::Throw() {
     const auto isSame = [&key](const SourceFault& a, const SourceFault& b) {
         return key(a) == key(b) && a.text == b.text;
     };
-    // The same fault shows in several planes, and others of its line may stand between.
+    // The same fault can occur in several planes, with others of the same line between.
     for (auto fault = m_Faults.begin(); fault != m_Faults.end(); ++fault)
         m_Faults.erase(std::remove_if(fault + 1, m_Faults.end(),
                                       [&](const SourceFault& other) { return isSame(*fault, other); }),

@@ -10,14 +10,14 @@
 
 namespace tlk {
 
-// A fault of the skin's source. The text says what to do about it; line 0 means the file as a whole, no file
-// the one that was named.
+// A fault in a skin's source. The text says what to do about it; line 0 means the whole file, no file the one
+// on the command line.
 struct SourceFault {
     SourcePlace place;
     std::string text;
 };
 
-// What is wrong with a source: one fault or more.
+// One or more faults of a source.
 class SourceError : public std::runtime_error {
 public:
     SourceError(SourcePlace place, const std::string& text)
@@ -31,10 +31,10 @@ private:
     std::vector<SourceFault> m_Faults;
 };
 
-// Work goes on after a fault, so that an author hears of all of them at once.
+// Collects faults, so that an author sees all of them at once.
 class FaultList {
 public:
-    // Does a step of the work; false when it throws SourceError, whose faults are kept.
+    // Runs a step; false if it throws SourceError, whose faults are kept.
     template <class Step>
     bool Try(Step&& step) {
         try {
@@ -47,14 +47,14 @@ public:
     }
 
     bool IsEmpty() const { return m_Faults.empty(); }
-    // Throws what was kept, each fault once and in the order of the lines.
+    // Throws the kept faults, if any: each once, in the order of lines.
     void Throw();
 
 private:
     std::vector<SourceFault> m_Faults;
 };
 
-// Does all steps, then throws what went wrong in any of them.
+// Runs all steps, then throws their faults, if any.
 template <class... Steps>
 void TryAll(Steps&&... steps) {
     FaultList faults;
@@ -70,7 +70,7 @@ void TryEach(Range&& range, Step&& step) {
     faults.Throw();
 }
 
-// A fault of anything else that the tool reads or writes; the text names it.
+// A fault of any other file that the tool reads or writes; the text names it.
 class FileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keys without their glyphs.
+// Draws the keys without their glyphs.
 #include <algorithm>
 
 #include "drawing.h"
@@ -25,7 +25,7 @@ const Shade& ShadeOf(const Skin& skin, const Key& key) {
     return small >= u'a' && small <= u'z' ? skin.palette.letter : skin.palette.symbol;
 }
 
-// The face of a key at one place: its rectangles that touch each other, as one shape.
+// The face of a key in one place: its touching rectangles as one shape.
 class Shape {
 public:
     Shape(const Key& key, const Rect& first) : m_Bounds(FaceOf(first)), m_Faces{FaceOf(first)} {
@@ -37,7 +37,7 @@ public:
     }
 
     const Rect& Bounds() const { return m_Bounds; }
-    // The caller skips rectangles that a shape before has taken in.
+    // The caller skips rectangles that belong to an earlier shape.
     bool Holds(const Rect& rect) const { return std::ranges::find(m_Faces, FaceOf(rect)) != m_Faces.end(); }
     bool Contains(int x, int y) const {
         return std::ranges::any_of(m_Faces, [x, y](const Rect& face) {
@@ -45,7 +45,7 @@ public:
         });
     }
 
-    // Pixels of the shape before its edge in each direction, `most` at most.
+    // The distances in pixels to the shape's edge in each direction, at most `most`.
     struct Distances {
         int left, top, right, bottom;
     };
@@ -75,7 +75,7 @@ bool IsCutOff(const Shape::Distances& edges, int scale) {
     return std::min(edges.left, edges.right) + std::min(edges.top, edges.bottom) < scale;
 }
 
-// Calls back with every pixel of every face: the key, the shape, x, y and the distances from its edges.
+// Calls back for every pixel of every face, with the key, the shape, x, y and the distances to its edges.
 template <class Callback>
 void ForEachPixel(const Layout& layout, int scale, const Callback& callback) {
     for (const Key& key : layout.keys) {
@@ -100,7 +100,7 @@ public:
           m_HasLines(m_Palette.style == FaceStyle::Bevel && m_Palette.glyphs == GlyphTone::Dark),
           m_Scale(skin.scale) {}
 
-    // Light from the top left: a lit edge and a shaded edge.
+    // Light comes from the top left: a lit and a shaded edge.
     Color Pick(const Shade& shade, const Rect& bounds, int y, const Shape::Distances& edges) const {
         const Color shaded = Mix(shade.bottom, kBlack, 1, 5);
         if (IsCutOff(edges, m_Scale))

@@ -15,10 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Far more than any source or skin has.
+// Far larger than any source or skin.
 constexpr std::uintmax_t kLargestFile = 64 << 20;
 
-// What files of one kind begin with alike, skins as well as pictures.
+// The length of the signature that all skins, or all pictures, begin with.
 constexpr std::size_t kMarkSize = 2;
 
 [[noreturn]] void FailToWrite(const std::string& path, const std::string& reason) {
@@ -26,7 +26,7 @@ constexpr std::size_t kMarkSize = 2;
                     "): name another file, or look after the folder, its rights and free space");
 }
 
-// Not what the author works on, by a slip of the command line: only an older file of the same kind is lost.
+// Protects the author's sources from a slip on the command line: replaces only a file of the same kind.
 void RequireReplaceable(const std::string& path, const fs::path& target, const Bytes& bytes) {
     if ((fs::status(target).permissions() & fs::perms::owner_write) == fs::perms::none)
         FailToWrite(path, "it is write-protected");
@@ -81,12 +81,12 @@ Module OpenModule(const std::string& path) {
 
 void WriteFile(const std::string& path, const Bytes& bytes) {
     std::error_code error;
-    // A link stays one, and what it leads to is replaced.
+    // Replaces the target of a link, not the link.
     fs::path target = fs::canonical(path, error);
     if (error) target = path;
     const fs::file_type type = fs::status(target, error).type();
     if (type == fs::file_type::regular) RequireReplaceable(path, target, bytes);
-    // Devices and pipes are written to, never replaced.
+    // Writes to devices and pipes instead of replacing them.
     const bool isFile = type == fs::file_type::regular || type == fs::file_type::not_found;
     error = isFile ? Replace(target, bytes) : Write(target, bytes);
     if (error) FailToWrite(path, error.message());

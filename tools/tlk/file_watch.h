@@ -7,21 +7,20 @@
 
 namespace tlk {
 
-// Tells when a file of a set is written, or another one is put in its place, as many editors save: folders
-// are watched for that.
+// Reports when a file of a set is written or replaced, as many editors do; watches their folders.
 class FileWatch {
 public:
-    // Throws FileError when the system can watch no more.
+    // Throws FileError if the system cannot watch more.
     FileWatch();
     ~FileWatch();
     FileWatch(const FileWatch&) = delete;
     FileWatch& operator=(const FileWatch&) = delete;
 
-    // Adds to the set a file, which need not be there yet.
+    // Adds a file to the set; it need not exist yet.
     void Add(const std::string& path);
-    // Readable when something has happened in a folder.
+    // Readable when something has changed in a folder.
     int Descriptor() const { return m_Descriptor; }
-    // Takes what has happened; true when it concerns a file of the set.
+    // Reads the changes; true if they concern a file of the set.
     [[nodiscard]] bool TakeChange();
 
 private:
@@ -30,7 +29,7 @@ private:
     std::map<int, std::set<std::string>> m_Names;
 };
 
-// While it lives, files come into the watch's set before they are read. One at a time.
+// While it lives, files are added to the watch's set before they are read. Only one at a time.
 class ReadsWatched {
 public:
     explicit ReadsWatched(FileWatch& watch);
@@ -38,7 +37,7 @@ public:
     ReadsWatched(const ReadsWatched&) = delete;
     ReadsWatched& operator=(const ReadsWatched&) = delete;
 
-    // Called by whatever opens a file or looks for one.
+    // Called before opening or looking for a file.
     static void Note(const std::string& path);
 };
 

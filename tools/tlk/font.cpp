@@ -13,7 +13,7 @@
 namespace tlk {
 namespace {
 
-// Appends the ink of the loaded glyph, with the baseline at y = 0 and y growing downwards.
+// Appends the ink of the loaded glyph; the baseline is at y = 0, and y grows downwards.
 void CollectInk(const FT_GlyphSlotRec_& slot, int penX, std::vector<Point>& ink) {
     const FT_Bitmap& bitmap = slot.bitmap;
     for (int y = 0; y < static_cast<int>(bitmap.rows); ++y) {
@@ -63,8 +63,8 @@ Glyph Font::Draw(std::u16string_view word, const Em& em) const {
     const FT_Face face = m_pFace->face;
     if (FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(em.width), static_cast<FT_UInt>(em.height)) != 0)
         throw FileError(m_Path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
-    // A bold font's own hints leave some of its letters lighter than others; the hints instead of them make a
-    // bar of the two dots above small letters, as words have them.
+    // A bold font's own hints make some letters lighter than others; automatic hints turn the two dots above
+    // small letters, which words have, into a bar.
     const bool isBoldLetter = (face->style_flags & FT_STYLE_FLAG_BOLD) && word.size() == 1;
     const FT_Int32 hints = isBoldLetter ? FT_LOAD_FORCE_AUTOHINT : FT_LOAD_DEFAULT;
     std::vector<Point> ink;

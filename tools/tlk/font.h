@@ -9,8 +9,8 @@
 
 namespace tlk {
 
-// The ink of a character or a word: 1 is ink. `ascent` is the number of rows from the top of the ink down to
-// the baseline.
+// The ink of a character or a word: 1 is ink. `ascent` is the number of rows from the top of the ink to the
+// baseline.
 struct Glyph {
     Mask ink;
     int ascent = 0;
@@ -22,7 +22,7 @@ struct Em {
     int width = height;
 };
 
-// A font file, drawn in one bit per pixel with its own hints. Throws FileError.
+// A font file, drawn with one bit per pixel and its own hints. Throws FileError.
 class Font {
 public:
     explicit Font(const std::string& path);
@@ -33,7 +33,7 @@ public:
     bool Has(char16_t character) const;
     // The glyph is cropped to its ink.
     [[nodiscard]] Glyph Draw(std::u16string_view word, const Em& em) const;
-    // Height of the flat capitals.
+    // The height of flat capitals.
     [[nodiscard]] int CapHeight(int pixels) const;
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What everything here is drawn on: pixels with the origin at the top left.
+// Grids of pixels, with the origin at the top left.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ struct Point {
     int y = 0;
 };
 
-// All four edges belong to the rectangle, as hit testing counts them.
+// All four edges belong to the rectangle, as in hit testing.
 struct Rect {
     int left = 0;
     int top = 0;
@@ -29,9 +29,9 @@ struct Rect {
 
     int Width() const { return right - left + 1; }
     int Height() const { return bottom - top + 1; }
-    // Without it, a rectangle is hit but never looks pressed: the last column and row stay out there.
+    // Without area, a rectangle is hit but never drawn pressed, as that excludes the last column and row.
     bool HasArea() const { return right > left && bottom > top; }
-    // Neighbours by an edge or a corner, or on top of each other.
+    // True for rectangles that overlap or are adjacent, even at a corner.
     bool Touches(const Rect& other) const {
         return left <= other.right + 1 && other.left <= right + 1 && top <= other.bottom + 1 &&
                other.top <= bottom + 1;
@@ -58,7 +58,7 @@ public:
     Size GetSize() const { return m_Size; }
     bool Contains(int x, int y) const { return x >= 0 && y >= 0 && x < m_Size.width && y < m_Size.height; }
 
-    // The caller keeps (x, y) inside.
+    // (x, y) must be inside.
     Pixel& At(int x, int y) { return m_Pixels[Offset(x, y)]; }
     const Pixel& At(int x, int y) const { return m_Pixels[Offset(x, y)]; }
 

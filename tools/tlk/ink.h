@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Ink drawn by hand, a row of text for a row of pixels: '#' is ink.
+// Ink drawn by hand, a row of text for each row of pixels: '#' is ink.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace tlk {
 
 using InkRows = std::vector<std::string_view>;
 
-// 1 is ink. All rows are equally long.
+// 1 is ink. All rows have the same length.
 [[nodiscard]] inline Mask ToInk(const InkRows& rows) {
     Mask ink({static_cast<int>(rows[0].size()), static_cast<int>(rows.size())}, 0);
     for (int y = 0; y < ink.GetSize().height; ++y)
@@ -20,7 +20,7 @@ using InkRows = std::vector<std::string_view>;
     return ink;
 }
 
-// Sets `value` wherever the ink falls inside the target.
+// Sets the pixels of the ink that are inside the target to `value`.
 inline void Paste(Mask& target, const Mask& ink, int left, int top, std::uint8_t value) {
     for (int y = 0; y < ink.GetSize().height; ++y)
         for (int x = 0; x < ink.GetSize().width; ++x)

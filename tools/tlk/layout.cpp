@@ -9,10 +9,10 @@
 namespace tlk {
 namespace {
 
-// Bevel and the smallest glyph that can be told from another.
+// Bevel and the smallest distinguishable glyph.
 constexpr int kSmallestCell = 8;
 
-// Edges of `weights.size()` neighbours that share `length` pixels.
+// The edges of neighbours that share `length` pixels by their weights.
 std::vector<int> Divide(int length, const std::vector<double>& weights) {
     double total = 0;
     for (double weight : weights)
@@ -26,8 +26,8 @@ std::vector<int> Divide(int length, const std::vector<double>& weights) {
     return edges;
 }
 
-// The last column and row of a rectangle show the background, and the engine's pressed look leaves them out:
-// where one part of a bent key stands on a wider one, it reaches a row into it, or the two would look torn.
+// The last column and row of a rectangle show the background and are not inverted. So where a part of a bent
+// key is above a wider one, it overlaps it by a row; otherwise there would be a gap.
 void JoinBentKey(std::vector<Rect>& parts) {
     Rect& upper = parts[parts.size() - 2];
     Rect& lower = parts.back();
@@ -67,7 +67,7 @@ std::vector<double> Weights(const Row& row) {
     return weights;
 }
 
-// The upper rows are the higher ones: their characters may need the room for accents.
+// If rows differ, the upper ones are higher: their characters may need the room for accents.
 std::vector<int> DivideEvenly(int length, std::size_t count) {
     const int parts = static_cast<int>(count);
     std::vector<int> edges;
@@ -76,7 +76,7 @@ std::vector<int> DivideEvenly(int length, std::size_t count) {
     return edges;
 }
 
-// The edges of the board's rows below the margin. A row ends at the seam.
+// The edges of the board's rows below the margin. One of them is at the seam.
 std::vector<int> RowEdges(const Board& board) {
     const int height = board.filled.height - kMargin;
     const std::size_t above = board.RowsAboveSeam();
@@ -122,7 +122,7 @@ bool IsDigitLineKey(const Skin& skin, const Key& key) {
     return !IsFunction(key.key) && IsDigitLineCharacter(skin.characters[key.key][0]);
 }
 
-// The part of the source that has put the key where it is.
+// The part of the source that has placed the key.
 SourcePlace PlaceOf(const Skin& skin, std::uint16_t key) {
     const auto found = skin.places.find({BoardKind::Portrait, key});
     return found == skin.places.end() ? SourcePlace{} : found->second;
@@ -198,7 +198,7 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
                                       "' stands among the keys that caps lock leaves alone (digits, - and "
                                       "=): keep these in one block, or set caps_rect = false");
     }
-    // Backspace becomes Delete with Shift alone, like its row.
+    // Backspace becomes Delete by Shift alone, like its row.
     for (const Key& key : layout.keys)
         if (key.key == function_key::kBackspace && key.rects.size() == 1)
             if (const Rect& rect = key.rects[0];

@@ -6,7 +6,7 @@
 namespace tlk {
 namespace {
 
-// An accent above a long letter, or a tail below, must not make a whole keyboard smaller.
+// An accent on a tall letter, or a descender, must not make a whole keyboard smaller.
 constexpr double kLowest = 0.84;
 
 }  // namespace

@@ -17,9 +17,8 @@ public:
 
     const Font& GetFont() const { return m_Font; }
 
-    // What is too wide for the room is made narrower, at most to this share of its width: beside others of
-    // its size it looks as heavy as they do. What is too tall becomes a little lower. Null when that does not
-    // do.
+    // A text too wide for the room is narrowed, at most to this share of its width, so that it looks as heavy
+    // as others of its size. A text too tall becomes a little lower. Null if that is not enough.
     const Glyph* Fit(std::u16string_view text, int pixels, Size room, double narrowest);
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// tlk: writes skin files from their source, and shows and checks them.
+// tlk: builds skin files from their sources, shows and checks them.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <iostream>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the command line was probably meant to say; empty when nothing is near.
+// The probable meaning of a misspelt command line; empty if nothing is similar.
 std::string Suggest(const CLI::App& app, int argc, char** argv) {
     const std::string named = argc > 1 ? argv[1] : "";
     const CLI::App* command = nullptr;
@@ -62,7 +62,7 @@ tlk::Status Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Not by a stream, which might throw in its turn.
+    // Not a stream, which might throw again.
     try {
         return Run(argc, argv);
     } catch (const std::exception& error) {

@@ -14,7 +14,7 @@ namespace {
 using View = std::span<const std::uint8_t>;
 
 constexpr std::uint32_t kHighBit = 0x80000000;
-// Of all directories; more than any skin has. A damaged directory may claim anything.
+// In all directories; more than any skin has. A damaged directory may claim any number.
 constexpr std::size_t kMostEntries = 4096;
 
 std::uint32_t Need32(View view, std::size_t offset) {
@@ -27,7 +27,7 @@ std::uint16_t Need16(View view, std::size_t offset) {
     throw FileError("not a library file that can be read: it ends too early");
 }
 
-// The section that holds the resources, and where it is mapped.
+// The section with the resources, and its address.
 struct Section {
     View bytes;
     std::uint32_t address = 0;
@@ -40,7 +40,7 @@ constexpr std::uint16_t kLibraryFlag = 0x2000;
     throw FileError("not a library file, as skins are: 'tlk build' makes one of a source");
 }
 
-// Where the "PE" signature stands, with the file header behind it.
+// The offset of the "PE" signature, which the file header follows.
 std::size_t FindHeader(View file) {
     if (Need16(file, 0) != 0x5A4D) FailAsNoLibrary();
     const std::size_t header = Need32(file, 0x3C);

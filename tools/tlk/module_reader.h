@@ -10,8 +10,8 @@
 
 namespace tlk {
 
-// The resources of a library file of any origin, 32 or 64 bit. A damaged file is refused or shows fewer
-// resources; nothing outside of its bytes is read.
+// The resources of a library file of any origin, 32 or 64 bits. A damaged file is refused or has fewer
+// resources; nothing outside its bytes is read.
 class Module {
 public:
     // Throws FileError.
@@ -25,7 +25,7 @@ public:
         std::span<const std::uint8_t> data;
     };
 
-    // What the file's headers say; a skin needs no code and so no entry point.
+    // Facts from the file's headers; a skin needs no code and so no entry point.
     struct Facts {
         std::uint16_t machine = 0;
         bool isLibrary = false;
@@ -36,7 +36,7 @@ public:
 
     const Facts& GetFacts() const { return m_Facts; }
     const std::vector<Entry>& Entries() const { return m_Entries; }
-    // Without regard to case; valid as long as the module.
+    // Ignores case; valid as long as the module.
     [[nodiscard]] std::optional<std::span<const std::uint8_t>> Find(ResourceKind kind,
                                                                     std::string_view name) const;
 
@@ -51,7 +51,7 @@ private:
     std::vector<Entry> m_Entries;
 };
 
-// Of a file's machine number: "ARM", "x86-64", ...
+// The name for a file's machine number: "ARM", "x86-64", ...
 [[nodiscard]] std::string ProcessorName(std::uint16_t machine);
 
 }  // namespace tlk

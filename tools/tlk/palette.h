@@ -17,8 +17,8 @@ struct Shade {
 
 enum class FaceStyle { Bevel, Gradient, Flat };
 
-// The engine paints black wherever a mask is 0. Dark glyphs are the zeros of the mask on faces of any colour;
-// light glyphs are its ones on black faces, and the colours of the faces are then those of the glyphs.
+// The engine paints black where a mask is 0. Dark glyphs are the zeros of the mask, on faces of any colour.
+// Light glyphs are its ones, on black faces, and the colours of the faces then colour the glyphs.
 enum class GlyphTone { Dark, Light };
 
 struct Palette {
@@ -31,7 +31,7 @@ struct Palette {
     GlyphTone glyphs = GlyphTone::Dark;
 };
 
-// Nothing when there is none of this name.
+// Nothing if there is no such palette.
 [[nodiscard]] std::optional<Palette> FindPalette(std::string_view name);
 [[nodiscard]] std::string PaletteNames();
 

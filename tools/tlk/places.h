@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a skin's source names its keys, for messages about the finished skin.
+// The places where a skin's source names its keys, for messages about the finished skin.
 #pragma once
 
 #include <cstdint>

@@ -22,7 +22,7 @@ void Append(Bytes& bytes, const Color& color) {
 
 struct Encoded {
     Bytes pixels;
-    // Of one byte a pixel; empty when the pixels are colours themselves.
+    // For one byte per pixel; empty if the pixels are colours.
     Bytes colors;
 };
 
@@ -33,7 +33,7 @@ Encoded EncodeColors(const Picture& picture) {
     return encoded;
 }
 
-// Drawn pictures have few colours: a table of them makes the file a third as large.
+// Drawn pictures have few colours, and a colour table makes the file a third as large.
 Encoded EncodePixels(const Picture& picture) {
     Encoded encoded;
     std::map<std::array<std::uint8_t, 3>, std::size_t> known;
@@ -56,7 +56,7 @@ Bytes EncodePng(const Picture& picture) {
     image.height = static_cast<png_uint_32>(picture.GetSize().height);
     image.format = encoded.colors.empty() ? PNG_FORMAT_RGB : PNG_FORMAT_RGB_COLORMAP;
     image.colormap_entries = static_cast<png_uint_32>(encoded.colors.size() / 3);
-    // An upper bound; the call says how much of it was used.
+    // An upper bound; the call returns the size used.
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     Bytes file(size);
     if (png_image_write_to_memory(&image, file.data(), &size, 0, encoded.pixels.data(), 0,

@@ -6,10 +6,10 @@
 
 namespace tlk {
 
-// The picture as the content of a PNG file, three bytes per pixel. Throws FileError.
+// Encodes the picture as a PNG file without transparency. Throws FileError.
 [[nodiscard]] Bytes EncodePng(const Picture& picture);
 
-// The way back, without regard to transparency. Throws FileError.
+// Decodes a PNG file, ignoring transparency. Throws FileError.
 [[nodiscard]] Picture DecodePng(const Bytes& file);
 
 }  // namespace tlk

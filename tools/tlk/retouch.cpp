@@ -9,16 +9,16 @@
 namespace tlk {
 namespace {
 
-// Above this height of capitals the font needs no help.
+// For higher capitals the font needs no help.
 constexpr int kTallestRetouched = 10;
-// The capitals that the marks are drawn for.
+// The height of capitals for which the marks are drawn.
 constexpr int kDrawnFor = 8;
 
-// Letters in a ring: at one height of capitals the font's lines run together, a pixel below they do not.
+// Letters in a ring: at one height of capitals the font's lines merge, at a pixel less they do not.
 constexpr std::u16string_view kRings = u"\u00A9\u00AE";
 constexpr int kFilledRings = 9;
 
-// What goes with the upper edge of the capitals moves up with it; some fit capitals of their own height only.
+// Marks aligned with the top of capitals move up with it; some fit capitals of their own height only.
 enum class Align { Baseline, Capitals, Exact };
 
 struct HandDrawn {
@@ -70,7 +70,7 @@ const std::vector<HandDrawn>& HandDrawnMarks() {
     return marks;
 }
 
-// A letter and an accent, mostly one row above it. Small i lends its dotless form.
+// A letter and an accent, usually one row above it. Small i is used without its dot.
 struct Accent {
     InkRows rows;
     std::u16string_view accented;
@@ -106,7 +106,7 @@ Glyph SetAccent(const Glyph& letter, const Mask& accent, int gap) {
     return glyph;
 }
 
-// The font runs the accent of this capital into its slope.
+// In the font, the accent of this capital touches its slope.
 constexpr char16_t kAlphaWithTonos = u'\u0386';
 
 Glyph SetAccentBeside(const Glyph& letter, const Mask& accent) {
@@ -117,7 +117,7 @@ Glyph SetAccentBeside(const Glyph& letter, const Mask& accent) {
     return glyph;
 }
 
-// Above small bold letters of any size these become bars; alone they are clear.
+// Above small bold letters of any size these become bars; by themselves they are clear.
 struct Bar {
     char16_t mark;
     std::u16string_view accented;
@@ -144,7 +144,7 @@ std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const E
     const int capHeight = font.CapHeight(em.height);
     const bool isBold = font.Draw(u"l", em).ink.GetSize().width > 1;
     if (capHeight > kTallestRetouched) return isBold ? DrawUnderMark(font, character, em) : std::nullopt;
-    // The marks of bold faces are clear enough as they are.
+    // The marks of bold fonts are clear enough.
     if (!isBold) {
         for (const HandDrawn& mark : HandDrawnMarks())
             if (mark.character == character && (mark.align != Align::Exact || capHeight == mark.ascent))

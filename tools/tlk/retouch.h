@@ -7,8 +7,8 @@
 
 namespace tlk {
 
-// At the sizes of small screens a font's hints leave one pixel of a full stop, and the same smudge of every
-// accent. What then cannot be told apart is drawn by hand; nothing for all other characters and sizes.
+// At the sizes for small screens a font's hints reduce a full stop to one pixel and all accents to the same
+// smudge. Draws the characters that cannot be told apart by hand; nothing for all others.
 [[nodiscard]] std::optional<Glyph> DrawRetouched(const Font& font, char16_t character, const Em& em);
 
 }  // namespace tlk

@@ -17,7 +17,7 @@
 namespace tlk {
 namespace {
 
-// The answer to a command that changes nothing; behind others it says that they are done.
+// A command that changes nothing; its answer says that the commands before it are done.
 constexpr const char* kQuestion = "reg get HKLM\\tlk done\n";
 constexpr const char* kAnswer = "Reg HKLM\\tlk done absent\n";
 
@@ -61,7 +61,7 @@ RunningSimulator::RunningSimulator(const std::string& program, const std::vector
                              "): build it, or name it with --simulator");
 }
 
-// The end of its commands ends it.
+// The end of its standard input ends it.
 RunningSimulator::~RunningSimulator() {
     close(m_Input);
     close(m_Output);

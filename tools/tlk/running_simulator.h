@@ -8,21 +8,21 @@
 
 namespace tlk {
 
-// A simulator in its window that takes commands from here, on a device of its own.
+// A simulator in its window that takes commands from this program, on a device of its own.
 class RunningSimulator {
 public:
-    // Throws std::runtime_error, not FileError: it is no file of the author's that is at fault.
+    // Throws std::runtime_error, not FileError, as no file of the author is at fault.
     RunningSimulator(const std::string& program, const std::vector<std::string>& options);
-    // Ends it and waits for that.
+    // Ends it and waits for its end.
     ~RunningSimulator();
     RunningSimulator(const RunningSimulator&) = delete;
     RunningSimulator& operator=(const RunningSimulator&) = delete;
 
-    // Readable when it has written something, and when it has ended.
+    // Readable when it has written something or ended.
     int Output() const { return m_Output; }
-    // Throws away what it has written; false when it has ended.
+    // Discards its output; false if it has ended.
     [[nodiscard]] bool IsRunning();
-    // Has it do the commands; false when it ends before they are done.
+    // Makes it run the commands; false if it ends before they are done.
     [[nodiscard]] bool Do(const std::vector<std::string>& commands);
 
 private:

@@ -7,9 +7,8 @@
 
 namespace tlk {
 
-// Everything that a skin can look like, with captions: the planes of each keyboard with the keys that are
-// latched there, caps lock, every key pressed, and where taps hit. Throws FileError when nothing can be
-// shown.
+// All looks of a skin, with captions: the planes of each keyboard with their latched keys, caps lock, every
+// key pressed, and the hit areas. Throws FileError if nothing can be shown.
 [[nodiscard]] Picture DrawSheet(const SkinModule& skin, int zoom, const Font& font);
 
 }  // namespace tlk

@@ -4,7 +4,7 @@
 namespace tlk {
 namespace {
 
-// Small letters with accents need more pixels than a word in capitals, and look no larger for it.
+// Small letters with accents need more pixels than a word in capitals to look equally large.
 constexpr int kMoreForAccents = 2;
 
 const Label* LabelOf(const Skin& skin, const Key& key, const Plane& plane) {
@@ -14,9 +14,9 @@ const Label* LabelOf(const Skin& skin, const Key& key, const Plane& plane) {
     return nullptr;
 }
 
-// Without a Caps key, four looks tell the states of Shift and caps lock apart: the engine inverts the key
-// while Shift is on, and shows a large plane when one of both is on. So the icon for caps lock stands in the
-// large planes: as it is, it says caps lock; inverted, Shift. With a Caps key, the inverted key says it all.
+// Without a Caps key, the Shift key shows four states of Shift and caps lock: the engine inverts it while
+// Shift is on, and shows a large plane if one of the two is on. So the icon for caps lock is in the large
+// planes: by itself it means caps lock, inverted Shift. With a Caps key, inverted keys are enough.
 Icon ShiftIcon(const Skin& skin, const Plane& plane) {
     return plane.IsLarge() && !skin.HasKey(function_key::kCaps) ? Icon::CapsFilled : Icon::Shift;
 }

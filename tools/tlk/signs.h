@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a key shows in a plane.
+// The sign on a key in a plane.
 #pragma once
 
 #include <optional>
@@ -9,13 +9,13 @@
 
 namespace tlk {
 
-// Which mask is drawn. The slot names two languages, small and large, and their umlaut planes in the order of
-// the character table; digit keys are the same in all of them.
+// The plane whose mask is drawn. The slot is its place in the character table; digit keys are the same in all
+// slots.
 struct Plane {
     std::size_t slot = 0;
-    // The digit keyboard's way back is not its way in.
+    // The digit keyboard: its `digits` key leads back and has another label.
     bool digits = false;
-    // The engine draws and treats Backspace by Shift alone here, so that the large planes can say Delete.
+    // Backspace follows Shift alone here, so the large planes can show Delete.
     bool backspaceFollowsShift = false;
 
     bool IsLarge() const { return slot % 2 == 1; }
@@ -23,11 +23,11 @@ struct Plane {
     std::size_t Language() const { return slot / 4; }
 };
 
-// An icon or a text; neither where the key is blank.
+// An icon or a text; neither if the key is blank.
 struct Sign {
     std::u16string text;
     std::optional<Icon> icon;
-    // Words have a size of their own, and letters with accents among them are larger by so many pixels.
+    // Words have their own size; those with accents are larger by this many pixels.
     bool isWord = false;
     int enlarged = 0;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a skin's source says for one screen, read and checked, with everything that it leaves out filled in.
+// The content of a skin's source for one screen, checked and with all defaults filled in.
 #pragma once
 
 #include <algorithm>
@@ -29,7 +29,7 @@ struct FontFile {
     std::string path;
 };
 
-// What a key shows instead of its character or of its function's usual icon or word.
+// The label of a key, instead of its character or its function's default icon or word.
 struct Label {
     std::u16string word;
     std::optional<Icon> icon;
@@ -46,7 +46,7 @@ struct Row {
     std::vector<RowKey> keys;
 };
 
-// What one key of a board has different from what the rows give it.
+// The differences of one key of a board from the rows.
 struct KeyChange {
     SourcePlace place;
     Point move;
@@ -56,20 +56,20 @@ struct KeyChange {
     std::optional<Shade> face;
 };
 
-// One keyboard: its rows share the height that they are given, the keys of a row the width by their weights.
+// One keyboard: its rows share the height, the keys of a row share the width by their weights.
 struct Board {
     // Of the picture.
     Size size;
-    // What the rows fill, from the top left; the background shows beside and below.
+    // The part that the rows fill, from the top left; the rest is background.
     Size filled;
-    // A height at which a row ends where the turned screen cuts the rows off; 0 where it shows all of them.
+    // The height at which the turned screen cuts the picture, and a row must end; 0 if it shows all rows.
     int seam = 0;
     std::vector<Row> rows;
-    // Right of the rows, as high as the turned screen shows them.
+    // To the right of the rows, as high as the turned screen.
     std::vector<Row> wide;
     std::map<std::uint16_t, KeyChange> changes;
 
-    // The seam parts the rows where that changes their heights least.
+    // The seam is between the rows where it changes their heights least.
     std::size_t RowsAboveSeam() const {
         const double share = static_cast<double>(seam) / filled.height;
         const long count = std::lround(static_cast<double>(rows.size()) * share);
@@ -78,7 +78,7 @@ struct Board {
     Rect WideArea() const { return {filled.width, 0, size.width - 1, (seam > 0 ? seam : size.height) - 1}; }
 };
 
-// A picture or a mask of the author's own.
+// A picture or a mask drawn by the author.
 struct ArtFile {
     SourcePlace place;
     std::string path;
@@ -87,19 +87,19 @@ struct ArtFile {
 struct Skin {
     const Arrangement* arrangement = nullptr;
     CharacterTable characters;
-    // Where the source gives a key of language 2, for messages about its characters.
+    // The places of the keys of language 2, for messages about their characters.
     std::map<std::uint16_t, SourcePlace> characterPlaces;
     std::array<std::u16string, 2> languageNames{u"1", u"2"};
     Palette palette;
     FontSizes font;
-    // A font file of the source's own; without, the tool's.
+    // The source's own font file; without one, the tool's font is used.
     std::optional<FontFile> fontFile;
     // Lines of the drawing are this many pixels thick.
     int scale = 1;
-    // The upright screen that it is built for; nothing when the source lists none and sizes its boards
+    // The upright screen that the skin is built for; nothing if the source lists none and sizes its boards
     // itself.
     std::optional<Size> screen;
-    // All that the source lists, as it names them.
+    // All screens that the source lists.
     std::vector<std::string> screens;
     bool capsRect = true;
     bool swipeOnly = false;
@@ -109,13 +109,13 @@ struct Skin {
     Board portrait;
     std::optional<Board> landscape;
     std::optional<Board> digits;
-    // By the name of the resource that it replaces.
+    // By the name of the resource replaced.
     std::map<std::string, ArtFile> art;
-    // The table of language 2, when the source has one.
+    // The table of language 2, if any.
     std::optional<SourcePlace> language2;
     SourcePlaces places;
 
-    // Such a screen has no turned side: the engine never splits the picture at the CAPS rectangle there.
+    // A square screen cannot be turned, and the engine does not use the CAPS rectangle there.
     bool HasSquareScreen() const { return screen && screen->width == screen->height; }
     // On one of the two character keyboards.
     bool HasKey(std::uint16_t key) const {

@@ -15,7 +15,7 @@
 namespace tlk {
 namespace {
 
-// The screens that lines one pixel thick are made for.
+// The screen width for lines of one pixel.
 constexpr double kPlainWidth = 240;
 
 constexpr int kLargestHeight = 2048;
@@ -43,7 +43,8 @@ public:
         faults.Try([&] { ReadFont(file); });
         faults.Try([&] { ReadPalette(file); });
         faults.Try([&] { ReadLabels(file, m_Skin.labels); });
-        // What follows from another fault is not told: keys of a misspelt arrangement, or [portait] as none.
+        // Does not report consequences of other faults: keys of a misspelt arrangement, or a missing
+        // [portrait] after [portait].
         if (m_Skin.arrangement) {
             if (isKnown || file.Find("portrait")) faults.Try([&] { ReadKeyboards(file); });
             faults.Try([&] { ReadLanguages(file); });
@@ -54,7 +55,7 @@ public:
     }
 
 private:
-    // Some screen is chosen even then when it has a fault, so that the rest of the source can be read.
+    // Chooses a screen even if it has a fault, so that the rest of the source can be read.
     void ChooseScreen(const Section& file) {
         m_Skin.screen = ParseUprightScreen(m_WantedScreen);
         const toml::array* screens = FindArray(file, "screens");
@@ -83,7 +84,7 @@ private:
         ApplyScreen(m_Root, chosen);
     }
 
-    // Their faults leave none of them, as what they lack might be missed elsewhere.
+    // If any has a fault, there are none, as their gaps would cause further faults.
     void ReadKeyboards(const Section& file) {
         try {
             ReadBoards(file, m_Skin);
@@ -122,7 +123,7 @@ private:
             [&] { ReadFontFile(*font); });
     }
 
-    // Either beside the source or, by its mere name, beside the tool's own font.
+    // A path relative to the source or, by its name only, a file beside the tool's own font.
     void ReadFontFile(const Section& font) {
         const toml::node* node = font.Find("file");
         if (!node) return;
@@ -261,7 +262,7 @@ private:
         if (m_Skin.languageNames[index].empty()) Fail(*node, "a language needs a name for its key");
     }
 
-    // Differences from language 1: the key's small character there, then what it types here.
+    // Differences from language 1: the key's small character there, and the characters here.
     void ReadCharacters(const Section& language, std::string_view name, std::size_t slot) {
         const auto section = FindTable(language, name);
         if (!section) return;
@@ -279,7 +280,7 @@ private:
         });
     }
 
-    // Nothing at all leaves the key blank in this plane.
+    // An empty text leaves the key blank in this plane.
     void SetCharacters(std::uint16_t key, std::size_t slot, std::string_view text, const toml::node& node) {
         const std::u16string typed = ToUtf16(text, node);
         if (typed.size() > 2)

@@ -9,12 +9,12 @@
 
 namespace tlk {
 
-// Reads a skin's TOML text for one of the screens that it lists; an empty screen is the first of them.
-// `path` is the text's own, for messages and for the files that it names. Throws SourceError.
+// Reads a skin's TOML text for one of its screens; an empty screen means the first. `path` is that of the
+// text, for messages and relative paths. Throws SourceError.
 [[nodiscard]] Skin ReadSource(std::string_view text, const std::string& path = {},
                               std::string_view screen = {});
 
-// The same, with what is wrong added to the list. The skin then lacks it; it can be drawn as long as its
+// The same, but adds faults to the list. The skin then lacks the faulty parts; it can be drawn if its
 // portrait keyboard has rows.
 [[nodiscard]] Skin ReadSource(std::string_view text, const std::string& path, std::string_view screen,
                               FaultList& faults);

@@ -21,7 +21,7 @@ double ReadWeight(std::string_view text, const toml::node& node, std::string_vie
     double weight = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, weight);
-    // Negated, so that "nan" is refused too.
+    // Negated, so that "nan" is refused, too.
     if (error != std::errc{} || stop != end || !(weight > 0 && weight <= kLargestWeight))
         Fail(node, "key " + Quote(key) + " needs a weight above 0 after its ':', 10000 at most");
     return weight;
@@ -57,8 +57,8 @@ private:
         m_Skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
     }
 
-    // A known screen that can be turned always has it: without, the engine refuses the skin there. Without
-    // rows of its own it waits for those of the upright screen to be mended.
+    // A known screen that can be turned always gets a landscape keyboard, without which the engine would
+    // refuse the skin there. If it has no rows of its own, those of the portrait keyboard must be correct.
     void ReadLandscape() {
         if (m_Skin.HasSquareScreen()) return;
         const auto landscape = FindTable(m_File, "landscape");
@@ -82,7 +82,7 @@ private:
         Fail(*digits.table, "the digit keyboard has no key that leads back: add 'digits' to its rows");
     }
 
-    // Rows that the section leaves out are those of `usual`.
+    // Rows missing in the section are taken from `usual`.
     Board ReadBoard(BoardKind kind, const Section& section, const Board* usual) const {
         Board board;
         FaultList faults;
@@ -95,7 +95,7 @@ private:
         faults.Try([&] { board.size = board.filled = ReadSize(kind, section); });
         faults.Try([&] { board.rows = ReadRows(kind, section, "rows"); });
         if (board.rows.empty() && usual) board.rows = usual->rows;
-        // Perhaps they are there, but misspelt.
+        // They may exist under a misspelt name.
         if (isKnown && board.rows.empty() && !section.Find("rows"))
             faults.Try([&] {
                 Fail(*section.table, "[" + section.name + "] needs its keys: add rows = [\"...\", ...]");
@@ -117,8 +117,8 @@ private:
         return rows;
     }
 
-    // Each orientation shows its part of the one picture. The rows keep to what both panels show, unless the
-    // wide part repeats the keys that the turned screen then cuts off.
+    // Each orientation shows its part of the picture. The rows stay in the part that both panels show, unless
+    // the wide part repeats the keys that the turned screen would cut off.
     void FitOrientations(const Section& digits, Board& board) const {
         board.wide = ReadRows(BoardKind::Digits, digits, "wide");
         if (m_Skin.HasSquareScreen()) board.wide.clear();
@@ -177,7 +177,7 @@ private:
         return words;
     }
 
-    // A character or a function's name, then perhaps ":" and a weight.
+    // A character or a function's name, optionally followed by ":" and a weight.
     RowKey ReadRowKey(std::string_view word, const toml::node& node, const Arrangement& arrangement,
                       double unit) const {
         std::string_view rest = word;
@@ -234,7 +234,7 @@ private:
             isKnown = true;
             Merge(board->changes[*index], change);
         }
-        // A keyboard with faults may miss the key that its rows name.
+        // In a keyboard with faults, a key of its rows may be missing.
         if (isKnown || !m_IsWhole) return;
         const auto near = FindNearest(name, FunctionNames());
         Fail(key, "there is no key " + Quote(name) + " on the keyboards meant: " +
@@ -242,7 +242,7 @@ private:
                                              : "use a name from their rows, or give it its own rects"));
     }
 
-    // A later entry for the same key adds to an earlier one.
+    // A later entry for the same key extends an earlier one.
     static void Merge(KeyChange& known, const KeyChange& change) {
         known.place = change.place;
         known.move = {known.move.x + change.move.x, known.move.y + change.move.y};
@@ -279,7 +279,7 @@ private:
                 change.rects.push_back(ReadRect(rect));
     }
 
-    // Written as left, top, width and height; kept with all edges inside.
+    // In the source left, top, width and height; here all edges are inside.
     static Rect ReadRect(const toml::node& node) {
         const toml::array* edges = node.as_array();
         if (!edges || edges->size() != 4)
@@ -336,7 +336,7 @@ private:
 
     const Section& m_File;
     Skin& m_Skin;
-    // No keyboard had a fault so far.
+    // No keyboard has had a fault so far.
     bool m_IsWhole = true;
     toml::table m_Nothing;
 };

@@ -8,8 +8,7 @@
 namespace tlk {
 
 // Reads [portrait], [landscape], [digits] and [[key]] into the skin, whose arrangement, characters and
-// palette have been read. Its screen gives the pictures' sizes unless they have their own. Throws
-// SourceError.
+// palette have been read. Pictures without a size get theirs from its screen. Throws SourceError.
 void ReadBoards(const Section& file, Skin& skin);
 
 // {icon = "..."} or a word.

@@ -14,10 +14,10 @@
 namespace tlk {
 namespace {
 
-// Far more than anybody overlooks; each may be a call deeper.
+// More than any skin needs; bounds the recursion.
 constexpr std::size_t kMostSources = 100;
 
-// What the reader's reasons mean to an author. It stopped where it tells, which is often behind the slip.
+// Explains the TOML reader's reasons to an author. The place that it reports is often after the mistake.
 std::string Explain(std::string_view reason) {
     constexpr std::pair<std::string_view, const char*> kAdvice[] = {
         {"expected", ": look for a missing quote, comma or bracket, here or in the line above"},
@@ -48,8 +48,8 @@ toml::table ReadNamedFile(const toml::node& node, const std::string& path) {
     return Parse(AsText(bytes), path);
 }
 
-// Entries of an array of tables follow each other; any other value replaces the one before. Nodes are moved,
-// as copies of them forget their place.
+// Appends entries of arrays of tables, and replaces all other values. Moves nodes, as copies lose their
+// source positions.
 void LayOver(toml::table& base, toml::table&& over) {
     for (auto&& [key, node] : over) {
         toml::node* known = base.get(key);
@@ -64,7 +64,7 @@ void LayOver(toml::table& base, toml::table&& over) {
     }
 }
 
-// One source, or several of which each is laid over those before it.
+// One source, or several, of which each overrides those before it.
 std::vector<const toml::node*> BasesOf(const toml::node& value) {
     const toml::array* list = value.as_array();
     if (!list) return {&value};
@@ -74,7 +74,7 @@ std::vector<const toml::node*> BasesOf(const toml::node& value) {
     return bases;
 }
 
-// The screens that differ in one source, and where it says so.
+// The screens with [screen.*] settings in one source, and their places.
 using Screens = std::vector<std::pair<std::string, SourcePlace>>;
 
 Screens DifferingScreens(const toml::table& source) {
@@ -85,8 +85,8 @@ Screens DifferingScreens(const toml::table& source) {
     return screens;
 }
 
-// A differing screen that is never built is a slip of the source that names it. A source that is based on
-// it may leave the screen out.
+// Settings for a screen that the source does not list are a mistake in it. A source based on it may list
+// fewer screens.
 void RequireListed(const Screens& differing, const toml::table& source) {
     const auto* screens = source.get_as<toml::array>("screens");
     if (!screens) return;
@@ -105,7 +105,7 @@ public:
     SourceChain(const std::string& path, FaultList& faults)
         : m_Open{std::filesystem::path(path).lexically_normal().string()}, m_Faults(faults) {}
 
-    // The source with those that it is based on.
+    // The source merged with its bases.
     toml::table Read(toml::table own) {
         const Screens differing = DifferingScreens(own);
         toml::table whole = own.contains("based_on") ? LayOverBases(std::move(own)) : std::move(own);
@@ -136,7 +136,7 @@ private:
         return base;
     }
 
-    // From the first source to the one that is being read.
+    // The chain of sources being read.
     std::vector<std::string> m_Open;
     std::size_t m_Count = 1;
     FaultList& m_Faults;

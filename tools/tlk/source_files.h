@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: MIT
-// A source and those that it is based on, as one table. For the source readers only.
+// Reads a source and its bases into one table. For the source readers only.
 #pragma once
 
 #include "source_section.h"
 
 namespace tlk {
 
-// Every table of `text` overrides the same table of the sources that it names as `based_on`, value by value,
-// and so on; its [[key]] entries come after those. `path` tells where relative paths start. All nodes know
-// the file and the line that they come from. Throws SourceError for what cannot be read at all; other faults
-// join the list.
+// Each table of `text` overrides the same table of its `based_on` sources, value by value, recursively; its
+// [[key]] entries follow theirs. Relative paths start at `path`. All nodes have their file and line. Throws
+// SourceError for a file that cannot be read at all; adds other faults to the list.
 [[nodiscard]] toml::table ReadSourceFiles(std::string_view text, const std::string& path, FaultList& faults);
 
-// Lays what [screen.WxH] says for this screen over the rest.
+// Applies the settings of [screen.WxH] for this screen.
 void ApplyScreen(toml::table& root, std::string_view screen);
 
-// A palette's file, which holds what [colors] holds. `node` names it.
+// Reads a palette's file, which has the settings of [colors]. `node` names it.
 [[nodiscard]] toml::table ReadPaletteFile(const toml::node& node, std::string_view path);
 
 }  // namespace tlk

@@ -94,7 +94,7 @@ int ReadInteger(const toml::node& node, const std::string& what, int least, int 
 
 namespace {
 
-// What a colour without its "#", or with one digit of each two, stands for elsewhere; empty for others.
+// Completes a colour without its "#", or with three digits; empty for anything else.
 std::string CompleteColor(std::string_view text) {
     if (text.starts_with('#')) text.remove_prefix(1);
     const bool isShort = text.size() == 3;

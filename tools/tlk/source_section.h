@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reading of a source's TOML with messages that say where a fault is and what to do. For the source readers
-// only: everything else sees a Skin.
+// Reads a source's TOML, with messages that say where a fault is and what to do. For the source readers only:
+// the rest uses Skin.
 #pragma once
 
 #include <toml++/toml.h>
@@ -19,11 +19,11 @@ namespace tlk {
 [[noreturn]] void Fail(const toml::node& node, const std::string& text);
 [[nodiscard]] std::string Quote(std::string_view text);
 
-// Takes the first character off. The text is valid UTF-8: the TOML reader refuses anything else.
+// Takes the first character off. The text is valid UTF-8, as the TOML reader accepts nothing else.
 char32_t TakeCharacter(std::string_view& text);
 [[nodiscard]] std::u16string ToUtf16(std::string_view text, const toml::node& node);
 
-// A table and where it stands; the file's own has no name.
+// A table and its name; the file's own table has none.
 struct Section {
     std::string name;
     const toml::table* table = nullptr;
@@ -37,10 +37,10 @@ struct Section {
 
 void AllowKeys(const Section& section, std::initializer_list<std::string_view> known);
 
-// The readers below answer nothing or null for an absent key; they throw SourceError for a value of another
+// The functions below return nothing or null for an absent key, and throw SourceError for a value of another
 // kind.
 [[nodiscard]] std::optional<Section> FindTable(const Section& parent, std::string_view key);
-// Of any size but none when `size` is 0.
+// If `size` is 0, of any size but 0.
 [[nodiscard]] const toml::array* FindArray(const Section& section, std::string_view key,
                                            std::size_t size = 0);
 [[nodiscard]] bool FindBoolean(const Section& section, std::string_view key, bool usual);
@@ -51,7 +51,7 @@ void AllowKeys(const Section& section, std::initializer_list<std::string_view> k
 // A pair of colours, or one for both.
 [[nodiscard]] Shade ReadShade(const toml::node& node, const std::string& what);
 
-// A path of a source is relative to the file that names it.
+// Paths in a source are relative to the file that names them.
 [[nodiscard]] std::string ResolvePath(const toml::node& node, std::string_view path);
 
 }  // namespace tlk

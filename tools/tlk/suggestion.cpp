@@ -17,7 +17,7 @@ std::string ToLower(std::string_view text) {
     return lower;
 }
 
-// Letters that are missing, too many, wrong, or in the wrong order.
+// Counts letters that are missing, added, wrong, or swapped.
 std::size_t CountSlips(std::string_view a, std::string_view b) {
     std::vector<std::vector<std::size_t>> slips(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
     for (std::size_t i = 0; i <= a.size(); ++i)
@@ -32,7 +32,7 @@ std::size_t CountSlips(std::string_view a, std::string_view b) {
     return slips[a.size()][b.size()];
 }
 
-// A name that was not written out is near, too.
+// The beginning of a name is similar, too.
 std::size_t Distance(const std::string& name, const std::string& known) {
     const bool isPart = name.size() >= kShortestPart && known.starts_with(name);
     return isPart ? 1 : CountSlips(name, known);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What somebody probably meant who misspelt a name. Lists of names have commas between them.
+// Suggestions for misspelt names. Lists of names are separated by commas.
 #pragma once
 
 #include <optional>
@@ -8,10 +8,10 @@
 
 namespace tlk {
 
-// Of names that are near, the nearest; nothing when none is.
+// The most similar name; nothing if none is similar.
 [[nodiscard]] std::optional<std::string> FindNearest(std::string_view name, std::string_view known);
 
-// The end of a message: "did you mean 'size'?" or, when nothing is near, "use file, size, words".
+// The end of a message: "did you mean 'size'?" or, if nothing is similar, "use file, size, words".
 [[nodiscard]] std::string Advise(std::string_view name, std::string_view known);
 
 }  // namespace tlk
