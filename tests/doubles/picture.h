@@ -57,20 +57,25 @@ inline HBITMAP MakeSection(WORD bits, int width, int height, COLORREF zero = 0,
 class Picture {
 public:
     explicit Picture(HBITMAP bitmap) : m_dc(CreateCompatibleDC(nullptr)), m_bitmap(bitmap) {
-        m_original = SelectObject(m_dc, bitmap);
+        Select();
         BITMAP record{};
         GetObjectW(bitmap, sizeof record, &record);
         m_width = record.bmWidth;
         m_height = record.bmHeight;
         m_bits = static_cast<BYTE*>(record.bmBits);
     }
+    Picture(HBITMAP bitmap, const std::vector<COLORREF>& pixels) : Picture(bitmap) { SetPixels(pixels); }
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
     ~Picture() {
-        SelectObject(m_dc, m_original);
+        Release();
         DeleteDC(m_dc);
         DeleteObject(m_bitmap);
     }
+
+    // A bitmap is in one context at a time: between these two others can have it.
+    void Release() { SelectObject(m_dc, m_original); }
+    void Select() { m_original = SelectObject(m_dc, m_bitmap); }
 
     operator HDC() const { return m_dc; }
     HBITMAP Bitmap() const { return m_bitmap; }
@@ -83,6 +88,12 @@ public:
             pixels.push_back(GetPixel(m_dc, i % m_width, i / m_width));
         }
         return pixels;
+    }
+
+    void SetPixels(const std::vector<COLORREF>& pixels) {
+        for (int i = 0; i < m_width * m_height; ++i) {
+            SetPixel(m_dc, i % m_width, i / m_width, pixels[static_cast<std::size_t>(i)]);
+        }
     }
 
     void Scatter(Random& random) {

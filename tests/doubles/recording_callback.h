@@ -15,11 +15,28 @@ namespace test {
 
 using Events = std::vector<std::string>;
 
+// The line of a call of SendCharEvents.
+inline std::string CharEvent(UINT virtualKey, UINT flags, UINT character) {
+    const bool isReadable = character > 0x20 && character < 0x7F;
+    const char* const format = isReadable ? "char vk=%02X flags=%08X '%c'" : "char vk=%02X flags=%08X U+%04X";
+    char text[64];
+    std::snprintf(text, sizeof text, format, virtualKey, flags, character);
+    return text;
+}
+
+// What a key with a character sends: a key-down with the character and a key-up without.
+inline Events Typed(UINT virtualKey, UINT character, UINT shiftFlag = 0) {
+    return {CharEvent(virtualKey, 0x80 | shiftFlag, character),
+            CharEvent(virtualKey, 0x10000 | shiftFlag, character)};
+}
+
 class RecordingCallback final : public IIMCallback {
 public:
     Events events;
     HRESULT result = S_OK;  // what every call answers
     LONG references = 0;    // counted by AddRef and Release; nobody is expected to
+    int calls = 0;
+    bool recording = true;  // off where no memory may be asked for
 
     Events Take() { return std::exchange(events, {}); }
 
@@ -33,18 +50,21 @@ public:
     STDMETHODIMP SetImInfo(IMINFO*) override { return Record("info"); }
 
     STDMETHODIMP SendVirtualKey(BYTE virtualKey, DWORD flags) override {
+        ++calls;
+        if (!recording) return result;
         const char* const kind = flags == 0 ? "down" : flags == KEYEVENTF_KEYUP ? "up" : "unknown flags";
-        return Record(Format("vk %02X %s", unsigned{virtualKey}, kind));
+        char text[32];
+        std::snprintf(text, sizeof text, "vk %02X %s", unsigned{virtualKey}, kind);
+        return Record(text);
     }
 
     STDMETHODIMP SendCharEvents(UINT virtualKey, UINT flags, UINT count, UINT* shifts,
                                 UINT* characters) override {
-        std::string event = Format("char vk=%02X flags=%08X ", virtualKey, flags);
-        if (count != 1 || !shifts || !characters) return Record(event + "malformed");
-        const bool readable = *characters > 0x20 && *characters < 0x7F;
-        event += readable ? Format("'%c'", static_cast<int>(*characters)) : Format("U+%04X", *characters);
-        if (*shifts != flags) event += Format(" shift=%08X", *shifts);
-        return Record(std::move(event));
+        ++calls;
+        if (!recording) return result;
+        if (count != 1 || !shifts || !characters) return Record("malformed");
+        const std::string event = CharEvent(virtualKey, flags, *characters);
+        return Record(*shifts == flags ? event : event + " shift " + std::to_string(*shifts));
     }
 
     STDMETHODIMP SendString(LPWSTR, DWORD) override { return Record("string"); }
@@ -53,13 +73,6 @@ private:
     HRESULT Record(std::string event) {
         events.push_back(std::move(event));
         return result;
-    }
-
-    template <typename... Arguments>
-    static std::string Format(const char* format, Arguments... arguments) {
-        char text[64];
-        std::snprintf(text, sizeof text, format, arguments...);
-        return text;
     }
 };
 

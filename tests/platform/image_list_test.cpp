@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <differences.h>
+#include <picture.h>
 #include <test_support.h>
 
 #include <gtest/gtest.h>
@@ -16,49 +17,18 @@ constexpr COLORREF kGreen = RGB(0, 255, 0);
 constexpr COLORREF kBlue = RGB(0, 0, 255);
 constexpr COLORREF kPage = RGB(250, 250, 250);
 
-// A bitmap of the screen's format in a context of its own, one row high unless said otherwise.
-class Strip {
-public:
-    explicit Strip(const std::vector<COLORREF>& colors)
-        : m_bitmap(CreateBitmap(static_cast<int>(colors.size()), 1, 1, 32, nullptr)),
-          m_width(static_cast<int>(colors.size())) {
-        Select();
-        for (int x = 0; x < m_width; ++x) {
-            SetPixel(m_dc, x, 0, colors[static_cast<std::size_t>(x)]);
-        }
-    }
-    ~Strip() {
-        Release();
-        DeleteDC(m_dc);
-        DeleteObject(m_bitmap);
-    }
-    Strip(const Strip&) = delete;
-    Strip& operator=(const Strip&) = delete;
+using Colors = std::vector<COLORREF>;
 
-    void Select() { m_original = SelectObject(m_dc, m_bitmap); }
-    void Release() { SelectObject(m_dc, m_original); }
-    HDC DC() const { return m_dc; }
-    HBITMAP Bitmap() const { return m_bitmap; }
-    std::vector<COLORREF> Colors() const {
-        std::vector<COLORREF> colors;
-        for (int x = 0; x < m_width; ++x) {
-            colors.push_back(GetPixel(m_dc, x, 0));
-        }
-        return colors;
-    }
-
-private:
-    HDC m_dc = CreateCompatibleDC(nullptr);
-    HBITMAP m_bitmap;
-    HGDIOBJ m_original = nullptr;
-    int m_width;
-};
+// A bitmap of the screen's format, one row high.
+test::Picture Strip(const Colors& colors) {
+    return {CreateBitmap(static_cast<int>(colors.size()), 1, 1, 32, nullptr), colors};
+}
 
 class ImageLists : public testing::Test {
 protected:
     ~ImageLists() override { EXPECT_TRUE(ImageList_Destroy(m_list)); }
-    int Add(const std::vector<COLORREF>& colors) {
-        Strip strip(colors);
+    int Add(const Colors& colors) {
+        test::Picture strip = Strip(colors);
         strip.Release();
         return ImageList_AddMasked(m_list, strip.Bitmap(), kRed);
     }
@@ -81,30 +51,30 @@ TEST_F(ImageLists, TakeAnImageForEachFullWidth) {
 
 TEST_F(ImageLists, DrawAllButTheMaskedColor) {
     Add({kGreen, kRed, kRed, kBlue});
-    const Strip page({kPage, kPage, kPage, kPage});
-    EXPECT_TRUE(ImageList_Draw(m_list, 1, page.DC(), 0, 0, ILD_TRANSPARENT));
-    EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), 2, 0, ILD_TRANSPARENT));
-    EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kPage, kBlue, kGreen, kPage}));
+    const test::Picture page = Strip({kPage, kPage, kPage, kPage});
+    EXPECT_TRUE(ImageList_Draw(m_list, 1, page, 0, 0, ILD_TRANSPARENT));
+    EXPECT_TRUE(ImageList_Draw(m_list, 0, page, 2, 0, ILD_TRANSPARENT));
+    EXPECT_EQ(page.Pixels(), (Colors{kPage, kBlue, kGreen, kPage}));
 }
 
 TEST_F(ImageLists, HaveTheDepthOfTheScreenUnlessOneIsAskedFor) {
     constexpr COLORREF nearlyBlue = RGB(0, 0, 250);
     Add({nearlyBlue, kRed});
-    const Strip page({kPage, kPage});
-    EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), 0, 0, ILD_TRANSPARENT));
-    EXPECT_EQ(page.Colors()[0], test::Either(test::Difference::ImageListDepth, nearlyBlue, kBlue));
+    const test::Picture page = Strip({kPage, kPage});
+    EXPECT_TRUE(ImageList_Draw(m_list, 0, page, 0, 0, ILD_TRANSPARENT));
+    EXPECT_EQ(page.Pixels()[0], test::Either(test::Difference::ImageListDepth, nearlyBlue, kBlue));
 }
 
 TEST_F(ImageLists, ImagesAreClippedAtTheTarget) {
     Add({kGreen, kBlue});
-    const Strip page({kPage, kPage, kPage, kPage});
+    const test::Picture page = Strip({kPage, kPage, kPage, kPage});
     for (const int x : {-1, 3}) {
-        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), x, 0, ILD_TRANSPARENT));
+        EXPECT_TRUE(ImageList_Draw(m_list, 0, page, x, 0, ILD_TRANSPARENT));
     }
     for (const POINT outside : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}}) {
-        EXPECT_TRUE(ImageList_Draw(m_list, 0, page.DC(), outside.x, outside.y, ILD_TRANSPARENT));
+        EXPECT_TRUE(ImageList_Draw(m_list, 0, page, outside.x, outside.y, ILD_TRANSPARENT));
     }
-    EXPECT_EQ(page.Colors(), (std::vector<COLORREF>{kBlue, kPage, kPage, kGreen}));
+    EXPECT_EQ(page.Pixels(), (Colors{kBlue, kPage, kPage, kGreen}));
 }
 
 }  // namespace

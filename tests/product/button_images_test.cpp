@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "input_method/button_images.h"
 
-#include <cstring>
+#include <algorithm>
 #include <set>
 
 #include "fault_sweep.h"
+#include "picture.h"
 #include "server_fixture.h"
 #include "system_colors.h"
 
@@ -12,63 +13,18 @@ namespace {
 
 constexpr COLORREF kPage = RGB(255, 0, 255);  // in neither picture
 using Colors = std::vector<COLORREF>;
-
-BITMAPINFO SectionInfo(LONG width, LONG height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 24;
-    return info;
-}
-
-CBitmapOwner MakeSection(LONG width, LONG height) {
-    const BITMAPINFO info = SectionInfo(width, height);
-    void* bits = nullptr;
-    return CBitmapOwner(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-}
-
-// The pixels of a bitmap, rows from the top.
-Colors ReadColors(HBITMAP bitmap, int width, int height) {
-    const CMemoryDC dc(CreateCompatibleDC(nullptr));
-    const CSelection selection(dc.Get(), bitmap);
-    EXPECT_TRUE(selection);
-    Colors colors;
-    for (int i = 0; i < width * height; ++i) {
-        colors.push_back(GetPixel(dc.Get(), i % width, i / width));
-    }
-    return colors;
-}
-
-void WriteColors(HBITMAP bitmap, int width, const Colors& colors) {
-    const CMemoryDC dc(CreateCompatibleDC(nullptr));
-    const CSelection selection(dc.Get(), bitmap);
-    ASSERT_TRUE(selection);
-    for (int i = 0; i < static_cast<int>(colors.size()); ++i) {
-        SetPixel(dc.Get(), i % width, i / width, colors[static_cast<std::size_t>(i)]);
-    }
-}
+using test::MakeSection;
+using test::Picture;
 
 // An image as it looks on a page of a colour that it does not have.
-Colors DrawImage(HANDLE list, int index, int width) {
-    const CBitmapOwner page = MakeSection(width, 16);
-    WriteColors(page.Get(), width, Colors(static_cast<std::size_t>(width * 16), kPage));
-    {
-        const CMemoryDC dc(CreateCompatibleDC(nullptr));
-        const CSelection selection(dc.Get(), page.Get());
-        EXPECT_TRUE(ImageList_Draw(static_cast<HIMAGELIST>(list), index, dc.Get(), 0, 0, ILD_TRANSPARENT));
-    }
-    return ReadColors(page.Get(), width, 16);
+Colors DrawImage(HANDLE list, int width) {
+    Picture page(MakeSection(24, width, 16));
+    page.Fill(kPage);
+    EXPECT_TRUE(ImageList_Draw(static_cast<HIMAGELIST>(list), 0, page, 0, 0, ILD_TRANSPARENT));
+    return page.Pixels();
 }
 
 std::set<COLORREF> Distinct(const Colors& colors) { return {colors.begin(), colors.end()}; }
-
-DIBSECTION Describe(const CBitmapOwner& bitmap) {
-    DIBSECTION section{};
-    EXPECT_EQ(GetObjectW(bitmap.Get(), sizeof section, &section), static_cast<int>(sizeof section));
-    return section;
-}
 
 // What GetInfo says of an input method made by this factory; all 0 when none can be made.
 IMINFO CreateAndAsk(IClassFactory& factory) {
@@ -98,25 +54,25 @@ protected:
 TEST_F(ButtonImages, NarrowGlyphHasTheColorOfCaptionText) {
     const IMINFO info = CreateAndAsk(*m_factory);
     ASSERT_EQ(info.iNarrow, 0);
-    EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 0, 16)),
+    EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 16)),
               (std::set<COLORREF>{kPage, GetSysColor(COLOR_CAPTIONTEXT)}));
 
     constexpr COLORREF other = RGB(0x80, 0, 0x80);  // one that lists of 16 colours have as well
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, other);
     const IMINFO recolored = CreateAndAsk(*m_factory);
-    EXPECT_EQ(Distinct(DrawImage(recolored.hImageNarrow, 0, 16)), (std::set<COLORREF>{kPage, other}));
-    EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 0, 16)).count(other), 0u);
+    EXPECT_EQ(Distinct(DrawImage(recolored.hImageNarrow, 16)), (std::set<COLORREF>{kPage, other}));
+    EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 16)).count(other), 0u);
 }
 
 TEST_F(ButtonImages, WidePictureKeepsItsColors) {
     const IMINFO info = CreateAndAsk(*m_factory);
     ASSERT_EQ(info.iWide, 0);
-    const Colors before = DrawImage(info.hImageWide, 0, 32);
+    const Colors before = DrawImage(info.hImageWide, 32);
     EXPECT_EQ(before.front(), kPage);
     EXPECT_GT(Distinct(before).size(), 2u);
     EXPECT_LE(Distinct(before).size(), 16u);
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, RGB(1, 2, 3));
-    EXPECT_EQ(DrawImage(CreateAndAsk(*m_factory).hImageWide, 0, 32), before);
+    EXPECT_EQ(DrawImage(CreateAndAsk(*m_factory).hImageWide, 32), before);
 }
 
 // Faults during creation lose at most the image that they met, and never a handle.
@@ -141,75 +97,61 @@ TEST_F(ButtonImages, AFaultCostsOneImageAtMost) {
     EXPECT_TRUE(picturesFailed);
 }
 
-// 5 x 3 pixels, so rows are padded; the first pixel in memory is the bottom left one.
+// 5 x 3 pixels, so rows are padded; the first pixel in memory is the bottom left one, whose colour is kept.
 class Colorizing : public testing::Test {
 protected:
     static constexpr COLORREF kKey = RGB(1, 2, 3);
-    static constexpr COLORREF kNearKey = RGB(3, 2, 1);
+    static constexpr COLORREF kOther = RGB(3, 2, 1);
     static constexpr COLORREF kPaint = RGB(0x12, 0x34, 0x56);
+    static constexpr COLORREF kWhite = RGB(255, 255, 255);
 
     void SetUp() override { test::ChangeSystemColor(COLOR_CAPTIONTEXT, kPaint); }
 
-    const Colors m_colors{
-        kNearKey,
-        kKey,
-        RGB(255, 255, 255),
-        kKey,
-        RGB(0xC0, 0xC0, 0xC0),  // top
-        RGB(1, 2, 4),
-        kKey,
-        kPaint,
-        kKey,
-        RGB(0, 0, 0),  //
-        kKey,
-        kNearKey,
-        RGB(1, 0, 3),
-        kKey,
-        kKey,  // bottom
-    };
-    const Colors m_expected{
-        kPaint, kKey,   kPaint, kKey, kPaint,  //
-        kPaint, kKey,   kPaint, kKey, kPaint,  //
-        kKey,   kPaint, kPaint, kKey, kKey,
+    static Colors Painted() {
+        Colors colors = kColors;
+        std::replace_if(
+            colors.begin(), colors.end(), [](COLORREF color) { return color != kKey; }, kPaint);
+        return colors;
+    }
+
+    inline static const Colors kColors{
+        kOther,       kKey,   kWhite, kKey, RGB(0xC0, 0xC0, 0xC0),  // top
+        RGB(1, 2, 4), kKey,   kPaint, kKey, RGB(0, 0, 0),           //
+        kKey,         kOther, kOther, kKey, kKey,                   // bottom
     };
 };
 
-TEST_F(Colorizing, PaintsAllButTheKeyColorWhateverTheSource) {
-    const CBitmapOwner section = MakeSection(5, 3);
-    WriteColors(section.Get(), 5, m_colors);
-    const CBitmapOwner device(CreateBitmap(5, 3, 1, 32, nullptr));
-    WriteColors(device.Get(), 5, m_colors);
-    for (const CBitmapOwner* source : {&section, &device}) {
-        const CBitmapOwner result = ColorizeBitmap(source->Get());
-        ASSERT_TRUE(result);
-        EXPECT_EQ(ReadColors(result.Get(), 5, 3), m_expected);
-        EXPECT_EQ(ReadColors(source->Get(), 5, 3), m_colors) << "the source is read only";
-    }
-}
+TEST_F(Colorizing, MakesABottomUpSectionOf24BitsWhateverTheSource) {
+    for (const HBITMAP bitmap : {MakeSection(24, 5, 3), CreateBitmap(5, 3, 1, 32, nullptr)}) {
+        Picture source(bitmap, kColors);
+        source.Release();
+        const Picture result(ColorizeBitmap(bitmap).Detach());
+        EXPECT_EQ(result.Pixels(), Painted());
+        source.Select();
+        EXPECT_EQ(source.Pixels(), kColors) << "the source is read only";
 
-TEST_F(Colorizing, MakesABottomUpSectionOf24Bits) {
-    const CBitmapOwner device(CreateBitmap(5, 3, 1, 32, nullptr));
-    const BITMAPINFOHEADER header = Describe(ColorizeBitmap(device.Get())).dsBmih;
-    EXPECT_EQ(header.biWidth, 5);
-    EXPECT_EQ(header.biHeight, 3);
-    EXPECT_EQ(header.biBitCount, 24);
-    EXPECT_EQ(header.biSizeImage, 48u);
-    EXPECT_EQ(header.biXPelsPerMeter, 3780);
-    EXPECT_EQ(header.biYPelsPerMeter, 3780);
+        DIBSECTION section{};
+        EXPECT_EQ(GetObjectW(result.Bitmap(), sizeof section, &section), static_cast<int>(sizeof section));
+        EXPECT_EQ(section.dsBmih.biHeight, 3);
+        EXPECT_EQ(section.dsBmih.biBitCount, 24);
+        EXPECT_EQ(section.dsBmih.biSizeImage, 48u);
+        EXPECT_EQ(section.dsBmih.biXPelsPerMeter, 3780);
+        EXPECT_EQ(section.dsBmih.biYPelsPerMeter, 3780);
+    }
 }
 
 TEST_F(Colorizing, FailureLeavesNothingBehind) {
     EXPECT_FALSE(ColorizeBitmap(nullptr));
-    const CBitmapOwner device(CreateBitmap(5, 3, 1, 32, nullptr));
-    WriteColors(device.Get(), 5, m_colors);
+    Picture source(CreateBitmap(5, 3, 1, 32, nullptr), kColors);
+    source.Release();
     unsigned failures = 0;
     for (test::FaultSweep sweep; sweep.Next();) {
         sweep.Arm();
-        const CBitmapOwner result = ColorizeBitmap(device.Get());
+        CBitmapOwner result = ColorizeBitmap(source.Bitmap());
         sweep.Disarm();
         SCOPED_TRACE(sweep.Describe());
         if (result) {
-            EXPECT_EQ(ReadColors(result.Get(), 5, 3), m_expected);
+            EXPECT_EQ(Picture(result.Detach()).Pixels(), Painted());
         } else {
             EXPECT_TRUE(sweep.WasHit());
             ++failures;

@@ -2,13 +2,16 @@
 // The input method's operations in every state of it, as the SIP may call them.
 #include "fault_sweep.h"
 #include "input_method_fixture.h"
-#include "store/settings_key.h"
+#include "registry_values.h"
+#include "store/registry_names.h"
 
 namespace {
 
 using test::Events;
 
-void StoreSkin(LPCWSTR path) { CSettingsKey(SettingsAccess::Create).WriteString(kSkinValue, path); }
+void StoreSkin(const WideString& path) {
+    test::WriteValue(HKEY_LOCAL_MACHINE, kSettingsKey, kSkinValue, test::TextValue(path));
+}
 
 }  // namespace
 
@@ -67,29 +70,31 @@ TEST_F(InputMethodTest, FailedInitialisationLeavesAHiddenPanel) {
 TEST_F(InputMethodTest, SelectSurvivesEveryFailureOfThePlatform) {
     test::TestSkin().Install("a.tlk");
     for (test::FaultSweep sweep; sweep.Next();) {
+        SCOPED_TRACE(sweep.Describe());
         Renew();  // the window class is registered once for each life of the library
         sweep.Arm();
         const HRESULT result = m_object->Select(m_sip);
         sweep.Disarm();
-        EXPECT_TRUE(result == E_FAIL || result == S_OK) << sweep.Describe();
-        EXPECT_EQ(Panel() && IsWindowVisible(Panel()), result == S_OK) << sweep.Describe();
+        EXPECT_TRUE(result == E_FAIL || result == S_OK);
+        EXPECT_EQ(Panel() && IsWindowVisible(Panel()), result == S_OK);
         EXPECT_EQ(m_object->Deselect(), S_OK);
-        ASSERT_EQ(m_object->Select(m_sip), S_OK) << "after " << sweep.Describe();
-        EXPECT_FALSE(Keyboard().m_bNoSkin) << "after " << sweep.Describe();
+        ASSERT_EQ(m_object->Select(m_sip), S_OK);
+        EXPECT_FALSE(Keyboard().m_bNoSkin);
     }
 }
 
 TEST_F(InputMethodTest, LackOfMemoryNeverThrows) {
     test::TestSkin().Install("a.tlk");
     for (test::AllocationSweep sweep; sweep.Next();) {
+        SCOPED_TRACE(sweep.Describe());
         Renew();
-        sweep.Arm();
-        HRESULT result = m_object->Select(m_sip);
-        if (result == S_OK) result = SendMessageW(Panel(), WM_PAINT, 0, 0) == 0 ? S_OK : E_UNEXPECTED;
         SIPINFO info{};
+        sweep.Arm();
+        const HRESULT result = m_object->Select(m_sip);
+        if (result == S_OK) SendMessageW(Panel(), WM_PAINT, 0, 0);
         m_object->ReceiveSipInfo(&info);
         sweep.Disarm();
-        EXPECT_TRUE(result == E_FAIL || result == S_OK) << sweep.Describe();
+        EXPECT_TRUE(result == E_FAIL || result == S_OK);
         EXPECT_EQ(m_object->Deselect(), S_OK);
     }
 }
@@ -242,9 +247,8 @@ TEST_F(InputMethodTest, FailedInitialisationLeavesThePanelInItsPlace) {
 TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded) {
     test::TestSkin().Install("a.tlk");
     EXPECT_EQ(ReceiveSipInfo(), (RECT{0, 100, 240, 180})) << "no size before the first Select";
-    StoredText stored{};
-    CSettingsKey(SettingsAccess::Create).ReadString(kSkinValue, stored);
-    EXPECT_EQ(WideString(stored), TEXT("\\windows\\a.tlk"));
+    EXPECT_EQ(test::ReadValue(HKEY_LOCAL_MACHINE, kSettingsKey, kSkinValue),
+              test::TextValue(TEXT("\\windows\\a.tlk")));
     EXPECT_EQ(Panel(), nullptr);
 
     EXPECT_EQ(ReceiveSipInfo(), (RECT{30, 100, 50, 180}));
@@ -258,11 +262,11 @@ TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded
 TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
     SelectWithSkin();
     test::TestSkin().Install("b.tlk");
-    struct {
+    const struct {
         WideString stored;
         bool counts;
         WideString path;
-    } const cases[] = {
+    } cases[] = {
         {TEXT("\\windows\\a.tlk"), false, TEXT("\\windows\\a.tlk")},
         {TEXT("\\windows\\b.tlk"), true, TEXT("\\windows\\b.tlk")},
         {TEXT("\\windows\\B.tlk"), true, TEXT("\\windows\\a.tlk")},
@@ -272,7 +276,7 @@ TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
         {WideString(260, 'x'), false, TEXT("\\windows\\a.tlk")},
     };
     for (const auto& c : cases) {
-        StoreSkin(c.stored.c_str());
+        StoreSkin(c.stored);
         Keyboard().m_stKbStatus.m_bShift = 1;
         EXPECT_EQ(ReceiveSipInfo(), (c.counts ? RECT{0, 100, 240, 180} : RECT{30, 100, 50, 180}));
         EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift == 0, c.counts) << c.stored.size();
@@ -283,14 +287,10 @@ TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
 TEST_F(InputMethodTest, MissingSkinSettingIsNoChange) {
     SelectWithSkin();
     Keyboard().m_stKbStatus.m_bShift = 1;
-    HKEY settings = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_ALL_ACCESS, &settings), ERROR_SUCCESS);
-    EXPECT_EQ(RegDeleteValueW(settings, kSkinValue), ERROR_SUCCESS);
-    RegCloseKey(settings);
-    ReceiveSipInfo();
     EXPECT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, kSettingsKey), ERROR_SUCCESS);
     EXPECT_EQ(ReceiveSipInfo(), (RECT{30, 100, 50, 180}));
+    EXPECT_FALSE(test::KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey)) << "looking must not create the key";
+    test::WriteValue(HKEY_LOCAL_MACHINE, kSettingsKey, TEXT("Other"), test::NumberValue(1));
+    EXPECT_EQ(ReceiveSipInfo(), (RECT{30, 100, 50, 180}));
     EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1);
-    EXPECT_NE(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &settings), ERROR_SUCCESS)
-        << "looking must not create the key";
 }

@@ -17,9 +17,6 @@ protected:
         }
         return WordBytes(words);
     }
-    void StartWithLanguage(const std::string& bytes) {
-        Start(test::TestSkin().Data("LOCALE_CHARSET", bytes));
-    }
     std::vector<unsigned> Slots(std::size_t entry) const {
         const auto& slots = m_keyboard->m_Charset.at(entry).m_Slots;
         return {std::begin(slots), std::end(slots)};
@@ -57,35 +54,31 @@ TEST_F(KeyboardCharsets, BuiltInTablesAreWhatSkinsAddress) {
     EXPECT_EQ(hash, 0xEAF37AC3701477DCu);
 }
 
-TEST_F(KeyboardCharsets, SecondLanguageFillsTheUpperSlotsOfItsEntriesAlone) {
-    StartWithLanguage(Groups(10) + "\x01\x02\x03");  // a remainder that fills no group
-    EXPECT_EQ(m_keyboard->m_Charset.size(), 222u);
-    EXPECT_EQ(m_keyboard->m_nCharLast, 221u);
-    EXPECT_EQ(Slots(69), Eight(0xF025));
-    EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 1, 2, 3, 4}));
-    EXPECT_EQ(Slots(79), (std::vector<unsigned>{'0', ')', 0xBA, 0xBA, 37, 38, 39, 40}));
-    EXPECT_EQ(Slots(80), (std::vector<unsigned>{'-', '_', 0xAB, 0xAB, 0, 0, 0, 0}));
-}
-
-TEST_F(KeyboardCharsets, LongerSecondLanguageAddsEntries) {
-    StartWithLanguage(Groups(160));
-    EXPECT_EQ(m_keyboard->m_Charset.size(), 230u);
-    EXPECT_EQ(m_keyboard->m_nCharLast, 229u);
-    EXPECT_EQ(Slots(221), (std::vector<unsigned>{']', '}', 0xA9, 0xAE, 605, 606, 607, 608}));
-    EXPECT_EQ(Slots(222), (std::vector<unsigned>{0, 0, 0, 0, 609, 610, 611, 612}));
-    EXPECT_EQ(Slots(229), (std::vector<unsigned>{0, 0, 0, 0, 637, 638, 639, 640}));
-    // The table is built afresh each time.
-    test::TestSkin().Without("LOCALE_CHARSET").Install("a.tlk");
-    ASSERT_TRUE(InitPortrait());
-    EXPECT_EQ(m_keyboard->m_Charset.size(), 222u);
-    EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 0, 0, 0, 0}));
-}
-
-TEST_F(KeyboardCharsets, SecondLanguageWithoutAGroupAddsNothing) {
-    for (const std::size_t size : {0u, 1u, 2u, 9u}) {
-        StartWithLanguage(std::string(size, 'x'));
-        EXPECT_EQ(m_keyboard->m_Charset.size(), 222u) << size << " bytes";
-        EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 0, 0, 0, 0})) << size << " bytes";
+TEST_F(KeyboardCharsets, SecondLanguageFillsTheUpperSlotsOfItsEntriesAndAddsSome) {
+    struct {
+        std::string bytes;
+        std::map<std::size_t, std::vector<unsigned>>
+            upperSlots;  // of the first, the last and the next entries
+        std::size_t entries = 222;
+    } const cases[] = {
+        {Groups(160), {{70, {1, 2, 3, 4}}, {221, {605, 606, 607, 608}}, {229, {637, 638, 639, 640}}}, 230},
+        {Groups(10) + "\x01\x02\x03", {{70, {1, 2, 3, 4}}, {79, {37, 38, 39, 40}}, {80, {0, 0, 0, 0}}}},
+        {"", {{70, {0, 0, 0, 0}}}},
+        {"x", {{70, {0, 0, 0, 0}}}},
+        {"xx", {{70, {0, 0, 0, 0}}}},
+        {"xxxxxxxxx", {{70, {0, 0, 0, 0}}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.bytes.size());
+        Start(test::TestSkin().Data("LOCALE_CHARSET", c.bytes));
+        EXPECT_EQ(m_keyboard->m_Charset.size(), c.entries) << "the table is built afresh each time";
+        EXPECT_EQ(m_keyboard->m_nCharLast, c.entries - 1);
+        EXPECT_EQ(Slots(69), Eight(0xF025));
+        for (const auto& [entry, slots] : c.upperSlots) {
+            const std::vector<unsigned> all = Slots(entry);
+            EXPECT_EQ(std::vector<unsigned>(all.begin() + 4, all.end()), slots) << entry;
+            EXPECT_EQ(all[0] == 0, entry > 221) << entry;
+        }
     }
 }
 

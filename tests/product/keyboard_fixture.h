@@ -12,6 +12,7 @@
 #include "keyboard/keyboard.h"
 #include "recording_callback.h"
 #include "rectangles.h"
+#include "registry_values.h"
 #include "store/settings_key.h"
 #include "test_skin.h"
 #include "test_support.h"
@@ -85,6 +86,12 @@ private:
 
 using Rects = std::vector<RECT>;
 using test::Events;
+using test::NumberValue;
+using test::TextValue;
+using test::Typed;
+
+inline constexpr UINT kShiftFlag = 0x20000000;
+inline constexpr RECT kCapsPlace{200, 0, 219, 19};
 
 class KeyboardTest : public testing::Test {
 protected:
@@ -95,6 +102,15 @@ protected:
         skin.Install("a.tlk");
         ASSERT_TRUE(InitPortrait());
         ASSERT_FALSE(m_keyboard->m_bNoSkin);
+    }
+    void StartWithKeys(const std::vector<test::LayoutRecord>& characters) {
+        Start(test::TestSkin().Data("CHAR_LAYOUT_STRUCT", test::LayoutBytes(characters)));
+    }
+    // Caps lock has a key of its own, at kCapsPlace.
+    void StartWithCapsKey() {
+        std::vector<test::LayoutRecord> records = test::CharacterLayout();
+        records.push_back({test::KeyCaps, 200, 0, 219, 19});
+        StartWithKeys(records);
     }
     bool InitPortrait() { return m_keyboard->Init(test::ScreenSides().cx, test::ScreenSides().cy); }
     bool InitLandscape() { return m_keyboard->Init(test::ScreenSides().cy, test::ScreenSides().cx); }
@@ -123,36 +139,19 @@ protected:
         return {center.x - half, center.y - half, center.x + half - 1, center.y + half - 1};
     }
 
+    void SetFlags(const KbStatus& status) {
+        m_keyboard->m_stKbStatus = status;
+        m_keyboard->GetKeyboardMask();
+    }
+    HGDIOBJ SelectedMask() const { return GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP); }
+    const Rects& Pressed() const { return m_keyboard->m_PressedRects; }
+
     // Values of the settings key.
-    static void SetValue(LPCWSTR name, DWORD type, const std::string& bytes) {
-        CRegistryKeyOwner key;
-        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                        key.Receive(), nullptr);
-        ASSERT_EQ(RegSetValueExW(key.Get(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                                 static_cast<DWORD>(bytes.size())),
-                  ERROR_SUCCESS);
+    static void Store(LPCWSTR name, const test::RegistryValue& value) {
+        test::WriteValue(HKEY_LOCAL_MACHINE, kSettingsKey, name, value);
     }
-    static void SetText(LPCWSTR name, const WideString& text) {
-        SetValue(name, REG_SZ,
-                 {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(WCHAR)});
-    }
-    static void SetDword(LPCWSTR name, DWORD value) { SetValue(name, REG_DWORD, DwordBytes(value)); }
-    // Type and bytes; type 0 and no bytes when there is no such value.
-    static std::pair<DWORD, std::string> Value(LPCWSTR name) {
-        CRegistryKeyOwner key;
-        RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, key.Receive());
-        char bytes[8192];
-        DWORD size = sizeof bytes;
-        DWORD type = 0;
-        if (!key || RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size))
-            return {};
-        return {type, std::string(bytes, size)};
-    }
-    static std::pair<DWORD, std::string> Text(const WideString& text) {
-        return {REG_SZ, {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(WCHAR)}};
-    }
-    static std::string DwordBytes(DWORD value) {
-        return test::WordBytes({static_cast<WORD>(value & 0xFFFF), static_cast<WORD>(value >> 16)});
+    static test::RegistryValue Stored(LPCWSTR name) {
+        return test::ReadValue(HKEY_LOCAL_MACHINE, kSettingsKey, name);
     }
 
     LibraryResources m_resources;

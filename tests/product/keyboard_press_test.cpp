@@ -4,18 +4,10 @@
 namespace {
 
 using test::KeyCenter;
-using test::LayoutBytes;
-using test::TestSkin;
 
 constexpr POINT kGap = {230, 70};  // no key of the test skin is there
 
-class Press : public KeyboardTest {
-protected:
-    const Rects& Pressed() const { return m_keyboard->m_PressedRects; }
-    void StartWithKeys(const std::vector<test::LayoutRecord>& records) {
-        Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", LayoutBytes(records)));
-    }
-};
+using Press = KeyboardTest;
 
 TEST_F(Press, EdgesBelongToTheKeyAndSharedOnesToTheLowerIndex) {
     StartWithKeys({{90, 20, 0, 40, 20}, {80, 0, 0, 20, 20}, {80, 100, 50, 110, 60}, {85, 0, 0, 200, 10}});
@@ -62,11 +54,13 @@ TEST_F(Press, KeyLooksPressedWhileThePenIsOnIt) {
     Move(KeyCenter(test::KeyQ));
     EXPECT_EQ(Pressed(), q);
     EXPECT_EQ(m_window.TakeInvalid(), q[0]);
+    Move(KeyCenter(test::KeyQ));
+    EXPECT_EQ(Pressed(), q) << "it has come back already";
     EXPECT_EQ(m_callback.Take(), Events());
     Up(KeyCenter(test::KeyQ));
     EXPECT_EQ(Pressed(), Rects());
     EXPECT_EQ(GetCapture(), nullptr);
-    EXPECT_EQ(m_callback.Take(), (Events{"char vk=51 flags=00000080 'q'", "char vk=51 flags=00010000 'q'"}));
+    EXPECT_EQ(m_callback.Take(), Typed('Q', 'q'));
     EXPECT_EQ(m_keyboard->m_nPressedIndex, LONG{test::KeyQ});
 }
 
@@ -109,7 +103,7 @@ TEST_F(Press, TwinKeysAreOne) {
     EXPECT_EQ(m_keyboard->m_nPressedIndex, 53);
     Up({5, 5});
     EXPECT_EQ(m_keyboard->m_nPressedIndex, 46);
-    EXPECT_EQ(m_callback.Take(), (Events{"char vk=39 flags=00000080 '9'", "char vk=39 flags=00010000 '9'"}));
+    EXPECT_EQ(m_callback.Take(), Typed('9', '9'));
     EXPECT_EQ(m_keyboard->m_stKbStatus.m_bUml, 0);
     m_keyboard->m_PressedRects.clear();
 
@@ -133,28 +127,24 @@ TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
     Start();
     EXPECT_EQ(Tap(test::KeyDigits), Events());
     EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, true), LONG{test::Key1});
-    EXPECT_EQ(Tap(test::Key1), (Events{"char vk=37 flags=00000080 '7'", "char vk=37 flags=00010000 '7'"}));
+    EXPECT_EQ(Tap(test::Key1), Typed('7', '7'));
     EXPECT_EQ(Tap(test::KeyQ), Events()) << "nothing lies there now";
     EXPECT_EQ(Tap(test::KeyDigits), Events());
     EXPECT_EQ(Tap(test::KeyQ).size(), 2u);
 }
 
+// The first tap releases caps lock where it is on; the second always engages it.
 TEST_F(Press, DoubleTapOnShiftMakesCapsLock) {
     Start();
     const KbStatus& status = m_keyboard->m_stKbStatus;
-    EXPECT_EQ(Tap(test::KeyShift), Events{"vk 10 down"});
-    EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
-    EXPECT_EQ(m_callback.Take(), Events{"vk 10 up"});
-    EXPECT_TRUE(status.m_bCAPS && !status.m_bShift);
-    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1LrgKbMask);
-
-    // While caps lock is on, the first tap releases it and the second engages both.
-    EXPECT_EQ(Tap(test::KeyShift), Events());
-    EXPECT_FALSE(status.m_bCAPS);
-    EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
-    EXPECT_EQ(m_callback.Take(), Events{"vk 10 down"});
-    EXPECT_TRUE(status.m_bCAPS && status.m_bShift);
-    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), m_keyboard->m_hLng1SmlKbMask);
+    for (const int shift : {0, 1}) {  // after the second double tap
+        EXPECT_EQ(Tap(test::KeyShift), shift ? Events() : Events{"vk 10 down"});
+        EXPECT_FALSE(status.m_bCAPS);
+        EXPECT_TRUE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
+        EXPECT_EQ(m_callback.Take(), Events{shift ? "vk 10 down" : "vk 10 up"});
+        EXPECT_TRUE(status.m_bCAPS);
+        EXPECT_EQ(status.m_bShift, shift);
+    }
 }
 
 TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
@@ -163,11 +153,8 @@ TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
         EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(key), &m_window));
     }
     EXPECT_FALSE(m_keyboard->DblPressKey(kGap, &m_window));
-    std::vector<test::LayoutRecord> records = test::CharacterLayout();
-    records.push_back({test::KeyCaps, 200, 0, 219, 19});
-    StartWithKeys(records);
-    EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window))
-        << "caps lock has a key of its own";
+    StartWithCapsKey();
+    EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));
     EXPECT_EQ(m_callback.Take(), Events());
 }
 

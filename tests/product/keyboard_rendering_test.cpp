@@ -36,10 +36,6 @@ protected:
     static constexpr int kWidth = 250;  // wider and higher than the picture
     static constexpr int kHeight = 90;
 
-    void SetFlags(const KbStatus& status) {
-        m_keyboard->m_stKbStatus = status;
-        m_keyboard->GetKeyboardMask();
-    }
     std::vector<COLORREF> Paint(CWindow* window) {
         test::Picture target(test::MakeSection(32, kWidth, -kHeight));
         target.Fill(kUntouched);
@@ -169,11 +165,8 @@ TEST_F(Rendering, TypedAndDrawnCharactersAgreeOnTheDigitRow) {
         SetFlags({BYTE(shift), 1, 0, 1, 0, 0});
         ExpectPicture(PictureKind::Portrait,
                       [=](POINT p, bool) { return (p.y < test::kKeySide) == shift ? kLarge : kSmall; });
-        for (const auto& [key, typed] :
-             {std::pair(test::Key1, shift ? "'!'" : "'1'"), std::pair(test::KeyQ, shift ? "'q'" : "'Q'")}) {
-            m_keyboard->SendKeyToApp(m_keyboard->m_Charset[key], false);
-            EXPECT_TRUE(m_callback.Take().at(0).ends_with(typed)) << typed;
-        }
+        m_keyboard->SendKeyToApp(m_keyboard->m_Charset[test::Key1], false);
+        EXPECT_TRUE(m_callback.Take().at(0).ends_with(shift ? "'!'" : "'1'"));
     }
 }
 

@@ -2,71 +2,68 @@
 #include "differences.h"
 #include "keyboard_fixture.h"
 
-#include <set>
-
 namespace {
 
 using test::LayoutBytes;
-using test::MaskBytes;
 using test::RectBytes;
 using test::TestSkin;
 
-std::string PictureOfWidth(int width) {
-    return test::PictureBytes(width, 1, [](int, int) { return RGB(1, 2, 3); });
+std::string PictureOfWidth(LONG width, int height = 1) {
+    return test::PictureBytes(static_cast<int>(width), height, [](int, int) { return RGB(1, 2, 3); });
 }
 
-SIZE SizeOf(HBITMAP bitmap) {
+LONG HeightOf(HBITMAP bitmap) {
     BITMAP description{};
     GetObjectW(bitmap, sizeof description, &description);
-    return {description.bmWidth, description.bmHeight};
+    return description.bmHeight;
+}
+
+// A layout in full: key, bitmap number and rectangles.
+std::map<DWORD, std::pair<DWORD, Rects>> Content(const KeyLayout& layout) {
+    std::map<DWORD, std::pair<DWORD, Rects>> content;
+    for (const auto& [key, entry] : layout) {
+        content[key] = {entry.m_nBitmap, entry.m_Rects};
+    }
+    return content;
 }
 
 class SkinLoading : public KeyboardTest {
 protected:
-    std::set<DWORD> Keys(const KeyLayout& layout) const {
-        std::set<DWORD> keys;
-        for (const auto& [key, entry] : layout) {
-            keys.insert(key);
-        }
-        return keys;
-    }
     bool IsValid(const std::string& fileBytes) {
         test::WriteDeviceFile("Windows/a.tlk", fileBytes);
         return CKeyboard::IsValidSkin(TEXT("\\windows\\a.tlk"));
     }
 };
 
-TEST_F(SkinLoading, RecordsAreBigEndianAndARemainderIsIgnored) {
-    const std::string record("\x00\x46\x00\x07\x00\x10\x00\x20\x01\x00\x00\x40\xEE\xEE\xEE\xEE", 16);
+TEST_F(SkinLoading, LayoutsAreRecordsOfSixteenBytes) {
+    // Big-endian: key 70, bitmap 7, rectangle; key 83; then three records of two keys.
+    const std::string first("\x00\x46\x00\x07\x00\x10\x00\x20\x01\x00\x00\x40\xEE\xEE\xEE\xEE", 16);
     const std::string second("\x00\x53\x00\x00\xFF\xFF\x80\x00\x00\x01\x00\x02\x00\x00\x00\x00", 16);
-    Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", record + second.substr(0, 15)));
-    ASSERT_EQ(Keys(m_keyboard->m_CharLayout), std::set<DWORD>{70});
-    EXPECT_EQ(m_keyboard->m_CharLayout[70].m_nBitmap, 7u);
-    EXPECT_EQ(m_keyboard->m_CharLayout[70].m_Rects, (Rects{{16, 32, 256, 64}}));
-
-    Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", record + second + record.substr(0, 15)));
-    ASSERT_EQ(Keys(m_keyboard->m_CharLayout), (std::set<DWORD>{70, 83}));
-    EXPECT_EQ(m_keyboard->m_CharLayout[83].m_Rects, (Rects{{65535, 32768, 1, 2}}));
-
-    Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", record.substr(0, 15)).Data("DIGIT_LAYOUT_STRUCT", record));
-    EXPECT_TRUE(m_keyboard->m_CharLayout.empty());
-    EXPECT_EQ(Keys(m_keyboard->m_DigitLayout), std::set<DWORD>{70});
-}
-
-TEST_F(SkinLoading, RecordsOfOneKeyAddTheirRectanglesInFileOrder) {
-    Start(TestSkin().Data("CHAR_LAYOUT_STRUCT",
-                          LayoutBytes({{90, 50, 0, 60, 9, 5}, {70, 1, 2, 3, 4, 1}, {90, 0, 0, 9, 9, 3}})));
-    EXPECT_EQ(m_keyboard->m_CharLayout[90].m_Rects, (Rects{{50, 0, 60, 9}, {0, 0, 9, 9}}));
-    EXPECT_EQ(m_keyboard->m_CharLayout[90].m_nBitmap, 3u);
-    EXPECT_EQ(m_keyboard->m_CharLayout[70].m_nBitmap, 1u);
+    const std::string several =
+        LayoutBytes({{90, 50, 0, 60, 9, 5}, {70, 1, 2, 3, 4, 1}, {90, 0, 0, 9, 9, 3}});
+    const std::pair<DWORD, Rects> ofFirst{7, {{16, 32, 256, 64}}};
+    const struct {
+        std::string bytes;
+        std::map<DWORD, std::pair<DWORD, Rects>> content;
+    } cases[] = {
+        {first.substr(0, 15), {}},
+        {first + second.substr(0, 15), {{70, ofFirst}}},
+        {first + second + "more", {{70, ofFirst}, {83, {0, {{65535, 32768, 1, 2}}}}}},
+        {several, {{70, {1, {{1, 2, 3, 4}}}}, {90, {3, {{50, 0, 60, 9}, {0, 0, 9, 9}}}}}},
+    };
+    for (const auto& c : cases) {
+        Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", c.bytes).Data("DIGIT_LAYOUT_STRUCT", first));
+        EXPECT_EQ(Content(m_keyboard->m_CharLayout), c.content);
+        EXPECT_EQ(Content(m_keyboard->m_DigitLayout).at(70), ofFirst);
+    }
 }
 
 TEST_F(SkinLoading, OnlyTheCharacterLayoutHasACapsKey) {
-    const std::string caps = LayoutBytes({{test::KeyCaps, 0, 0, 1, 1}});
-    Start(TestSkin().Data("CHAR_LAYOUT_STRUCT", caps));
-    EXPECT_TRUE(m_keyboard->m_bHasCapsKey);
-    Start(TestSkin().Data("DIGIT_LAYOUT_STRUCT", caps));
-    EXPECT_FALSE(m_keyboard->m_bHasCapsKey);
+    for (const bool isCharacter : {true, false}) {
+        Start(TestSkin().Data(isCharacter ? "CHAR_LAYOUT_STRUCT" : "DIGIT_LAYOUT_STRUCT",
+                              LayoutBytes({{test::KeyCaps, 0, 0, 1, 1}})));
+        EXPECT_EQ(m_keyboard->m_bHasCapsKey != FALSE, isCharacter);
+    }
 }
 
 TEST_F(SkinLoading, CapsRectangleIsLittleEndianAndSigned) {
@@ -81,19 +78,16 @@ TEST_F(SkinLoading, CapsRectangleIsLittleEndianAndSigned) {
 }
 
 TEST_F(SkinLoading, SwipeOnlySkinTurnsStrokesOnAndLeavesItsMark) {
-    const struct { DWORD stored, expected; } cases[] = {{0, 1}, {1, 1}, {2, 3}};
-    for (const auto& c : cases) {
-        SetDword(kSwipeValue, c.stored);
+    for (const auto& [stored, expected] : {std::pair(0u, 1u), {1u, 1u}, {2u, 3u}}) {
+        Store(kSwipeValue, NumberValue(stored));
         Start(TestSkin().Data("SWIPE_ONLY", ""));
-        EXPECT_EQ(m_keyboard->m_dwSwipe, c.expected);
-        const auto [type, bytes] = Value(kSwipeOnlySkinValue);
-        EXPECT_EQ(type, DWORD{REG_DWORD});
-        EXPECT_EQ(bytes.size(), 4u);
-        EXPECT_NE(bytes, DwordBytes(0));
-        EXPECT_EQ(Value(kSwipeValue).second, DwordBytes(c.stored)) << "the setting stays the user's";
+        EXPECT_EQ(m_keyboard->m_dwSwipe, expected);
+        EXPECT_EQ(Stored(kSwipeOnlySkinValue).first, DWORD{REG_DWORD});
+        EXPECT_NE(Stored(kSwipeOnlySkinValue), NumberValue(0));
+        EXPECT_EQ(Stored(kSwipeValue), NumberValue(stored)) << "the setting stays the user's";
         Start();
-        EXPECT_EQ(m_keyboard->m_dwSwipe, c.stored);
-        EXPECT_EQ(Value(kSwipeOnlySkinValue), std::pair(DWORD{REG_DWORD}, DwordBytes(0)));
+        EXPECT_EQ(m_keyboard->m_dwSwipe, stored);
+        EXPECT_EQ(Stored(kSwipeOnlySkinValue), NumberValue(0));
     }
 }
 
@@ -102,13 +96,11 @@ TEST_F(SkinLoading, SwipeOnlyMarkNeverMakesTheKey) {
     m_keyboard->m_hSkinLib = LoadLibraryW(TEXT("\\windows\\a.tlk"));
     EXPECT_TRUE(m_keyboard->LoadSkin(test::ScreenSides().cx, test::ScreenSides().cy));
     EXPECT_EQ(m_keyboard->m_dwSwipe, 1u);
-    HKEY key = nullptr;
-    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+    EXPECT_FALSE(test::KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey));
 }
 
 // Every bitmap of this skin has a height of its own, so that a field tells where it came from.
 TEST_F(SkinLoading, OrientationAndExtendedSymbolsChooseTheBitmaps) {
-    const int narrow = static_cast<int>(test::ScreenSides().cx);
     struct {
         HBITMAP CKeyboard::*field;
         std::string portrait, landscape;
@@ -126,90 +118,76 @@ TEST_F(SkinLoading, OrientationAndExtendedSymbolsChooseTheBitmaps) {
         {&CKeyboard::m_hDigitKbBitmap, "digit_keyboard_bitmap", "digit_keyboard_bitmap", false},
         {&CKeyboard::m_hDigitMask, "DIGIT_MASK", "DIGIT_MASK", false},
     };
+    const LONG narrow = test::ScreenSides().cx;
     test::SkinBuilder skin = TestSkin();
     std::map<std::string, LONG> heights;
     for (const auto& f : fields) {
         for (const std::string& name : {f.portrait, f.landscape}) {
-            const int height =
-                static_cast<int>(heights.emplace(name, LONG(heights.size()) + 1).first->second);
-            skin.Bitmap(name, MaskBytes(narrow, height, [](int, int) { return true; }));
+            const LONG height = heights.emplace(name, LONG(heights.size()) + 1).first->second;
+            skin.Bitmap(name, PictureOfWidth(narrow, static_cast<int>(height)));
         }
     }
-    const struct {
-        LONG width, height;
-        bool isLandscape, isPortraitFlag;
-    } screens[] = {{narrow, narrow + 80, false, true},
-                   {narrow + 80, narrow, true, false},
-                   {narrow, narrow, false, false}};
-    for (const auto& screen : screens) {
+    skin.Install("a.tlk");
+    for (const SIZE screen : {SIZE{narrow, narrow + 80}, {narrow + 80, narrow}, {narrow, narrow}}) {
         for (const DWORD extended : {1u, 0u, 7u}) {
-            SCOPED_TRACE(testing::Message()
-                         << screen.width << " x " << screen.height << ", extended " << extended);
-            SetDword(kExtSymValue, extended);
-            skin.Install("a.tlk");
-            ASSERT_TRUE(m_keyboard->Init(screen.width, screen.height));
-            EXPECT_EQ(m_keyboard->m_bPortrait != FALSE, screen.isPortraitFlag);
+            SCOPED_TRACE(testing::Message() << screen.cx << " x " << screen.cy << ", extended " << extended);
+            Store(kExtSymValue, NumberValue(extended));
+            ASSERT_TRUE(m_keyboard->Init(screen.cx, screen.cy));
+            EXPECT_EQ(m_keyboard->m_bPortrait != FALSE, screen.cx < screen.cy);
             for (const auto& f : fields) {
                 const HBITMAP bitmap = (*m_keyboard).*f.field;
-                const std::string& name = screen.isLandscape ? f.landscape : f.portrait;
-                if (f.isUmlaut && !extended) {
-                    EXPECT_EQ(bitmap, nullptr) << name;
-                } else {
-                    EXPECT_EQ(SizeOf(bitmap).cy, heights[name]) << name;
-                }
+                const std::string& name = screen.cx > screen.cy ? f.landscape : f.portrait;
+                const LONG height = f.isUmlaut && !extended ? 0 : heights[name];
+                EXPECT_EQ(bitmap ? HeightOf(bitmap) : 0, height) << name;
             }
         }
     }
 }
 
+// A layout that is there and holds nothing is no reason to fall back to that of portrait.
 TEST_F(SkinLoading, LandscapeFallsBackToThePortraitLayout) {
-    Start();
-    EXPECT_EQ(m_keyboard->m_CharLayout.size(), test::CharacterLayout().size());
-    ASSERT_TRUE(InitLandscape());
-    EXPECT_EQ(Keys(m_keyboard->m_CharLayout), std::set<DWORD>{test::KeyQ});
-    TestSkin().Without("LNDSCP_LAYOUT_STRUCT").Install("a.tlk");
-    ASSERT_TRUE(InitLandscape());
-    EXPECT_EQ(m_keyboard->m_CharLayout.size(), test::CharacterLayout().size());
-    // One that is there and holds nothing is no reason to fall back.
-    TestSkin().Data("LNDSCP_LAYOUT_STRUCT", "").Install("a.tlk");
-    ASSERT_TRUE(InitLandscape());
-    EXPECT_TRUE(m_keyboard->m_CharLayout.empty());
+    const std::size_t all = test::CharacterLayout().size();
+    const std::pair<test::SkinBuilder, std::size_t> cases[] = {
+        {TestSkin(), 1},
+        {TestSkin().Without("LNDSCP_LAYOUT_STRUCT"), all},
+        {TestSkin().Data("LNDSCP_LAYOUT_STRUCT", ""), 0}};
+    for (const auto& [skin, keys] : cases) {
+        Start(skin);
+        EXPECT_EQ(m_keyboard->m_CharLayout.size(), all);
+        ASSERT_TRUE(InitLandscape());
+        EXPECT_EQ(m_keyboard->m_CharLayout.size(), keys);
+    }
 }
 
 TEST_F(SkinLoading, PictureInUseIsAsWideAsOneSideOfTheScreen) {
     const auto [narrow, wide] = test::ScreenSides();
-    const struct {
-        LONG width;
-        bool fits;
-    } cases[] = {{wide, true}, {narrow, true}, {wide - 1, false}, {narrow + 1, false}};
-    for (const auto& c : cases) {
-        TestSkin()
-            .Bitmap("LANSCAPE_KEYBOARD_BITMAP", PictureOfWidth(static_cast<int>(c.width)))
-            .Install("a.tlk");
-        EXPECT_EQ(InitLandscape(), c.fits) << c.width;
-        EXPECT_TRUE(InitPortrait()) << "the portrait picture fits";
+    for (const auto& [width, fits] :
+         {std::pair(wide, true), {narrow, true}, {wide - 1, false}, {narrow + 1, false}}) {
+        Start(TestSkin().Bitmap("LANSCAPE_KEYBOARD_BITMAP", PictureOfWidth(width)));
+        EXPECT_EQ(InitLandscape(), fits) << width;
     }
-    TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP").Install("a.tlk");
+    Start(TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP"));
     EXPECT_FALSE(InitLandscape());
     EXPECT_FALSE(m_keyboard->m_bNoSkin);
 }
 
 TEST_F(SkinLoading, ValidSkinsHaveAPictureAsWideAsTheNarrowSide) {
-    const int narrow = static_cast<int>(test::ScreenSides().cx);
-    const auto skinOfWidth = [](int width) {
+    const LONG narrow = test::ScreenSides().cx;
+    const auto skinOfWidth = [](LONG width) {
         return test::SkinBuilder().Bitmap("CHAR_KEYBOARD_BITMAP", PictureOfWidth(width)).Build();
     };
     EXPECT_TRUE(IsValid(skinOfWidth(narrow)));
-    EXPECT_FALSE(IsValid(skinOfWidth(narrow + 1)));
-    EXPECT_FALSE(IsValid(skinOfWidth(narrow - 1)));
-    EXPECT_FALSE(IsValid(TestSkin().Without("char_keyboard_bitmap").Build()));
-    EXPECT_FALSE(IsValid(test::SkinBuilder().Data("char_keyboard_bitmap", PictureOfWidth(narrow)).Build()));
-    EXPECT_FALSE(IsValid(TestSkin().Bitmap("char_keyboard_bitmap", "no bitmap at all").Build()));
+    for (const std::string& invalid :
+         {skinOfWidth(narrow + 1), skinOfWidth(narrow - 1),
+          TestSkin().Without("char_keyboard_bitmap").Build(),
+          test::SkinBuilder().Data("char_keyboard_bitmap", PictureOfWidth(narrow)).Build(),
+          TestSkin().Bitmap("char_keyboard_bitmap", "no bitmap at all").Build(),
+          std::string("text, not a library"), std::string()}) {
+        EXPECT_FALSE(IsValid(invalid)) << invalid.size() << " bytes";
+    }
     if (test::ActsAsHandheld(test::Difference::ResourceBounds)) {
         EXPECT_FALSE(IsValid(TestSkin().PointOutside("char_keyboard_bitmap").Build()));
     }
-    EXPECT_FALSE(IsValid("text, not a library"));
-    EXPECT_FALSE(IsValid(""));
     EXPECT_FALSE(CKeyboard::IsValidSkin(TEXT("\\windows\\absent.tlk")));
     EXPECT_FALSE(CKeyboard::IsValidSkin(TEXT("")));
 }
@@ -217,12 +195,10 @@ TEST_F(SkinLoading, ValidSkinsHaveAPictureAsWideAsTheNarrowSide) {
 TEST_F(SkinLoading, TurningTheScreenKeepsASkinValid) {
     const auto [narrow, wide] = test::ScreenSides();
     const std::string skin = TestSkin().Build();
-    if (!test::SetScreenSize(wide, narrow)) GTEST_SKIP() << "the screen cannot be changed here";
-    EXPECT_TRUE(IsValid(skin));
-    ASSERT_TRUE(test::SetScreenSize(wide, wide));
-    EXPECT_FALSE(IsValid(skin));
-    ASSERT_TRUE(test::SetScreenSize(narrow, narrow));
-    EXPECT_TRUE(IsValid(skin));
+    for (const auto& [width, height] : {std::pair(wide, narrow), {wide, wide}, {narrow, narrow}}) {
+        if (!test::SetScreenSize(width, height)) GTEST_SKIP() << "the screen cannot be changed here";
+        EXPECT_EQ(IsValid(skin), width == narrow || height == narrow);
+    }
 }
 
 TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
@@ -234,24 +210,21 @@ TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
     kb.UnloadSkin();
     // The picture and the masks of both contexts were selected; they could not be deleted.
     const bool stays = test::Either(test::Difference::SelectedObjects, true, false);
-    EXPECT_EQ(kb.m_hKbBitmap != nullptr, stays);
-    EXPECT_EQ(kb.m_hLng1LrgKbMask != nullptr, stays);
-    EXPECT_EQ(kb.m_hLng1SmlKbMask != nullptr, stays);
-    for (const HBITMAP gone : {kb.m_hDigitKbBitmap, kb.m_hDigitMask, kb.m_hLng2SmlKbMask, kb.m_hLng2LrgKbMask,
-                               kb.m_hUml1SmlKbMask, kb.m_hUml1LrgKbMask, kb.m_hUml2SmlKbMask,
-                               kb.m_hUml2LrgKbMask, kb.m_hOrigMaskBmp, kb.m_hOrigExtMaskBmp}) {
+    for (const HBITMAP kept : {kb.m_hKbBitmap, kb.m_hLng1LrgKbMask, kb.m_hLng1SmlKbMask}) {
+        EXPECT_EQ(kept != nullptr, stays);
+    }
+    for (const void* gone : std::initializer_list<const void*>{
+             kb.m_hDigitKbBitmap, kb.m_hDigitMask, kb.m_hLng2SmlKbMask, kb.m_hLng2LrgKbMask,
+             kb.m_hUml1SmlKbMask, kb.m_hUml1LrgKbMask, kb.m_hUml2SmlKbMask, kb.m_hUml2LrgKbMask,
+             kb.m_hOrigMaskBmp, kb.m_hOrigExtMaskBmp, kb.m_hKbDC, kb.m_hMaskDC, kb.m_hExtMaskDC,
+             kb.m_hSkinLib}) {
         EXPECT_EQ(gone, nullptr);
     }
-    EXPECT_EQ(kb.m_hKbDC, nullptr);
-    EXPECT_EQ(kb.m_hMaskDC, nullptr);
-    EXPECT_EQ(kb.m_hExtMaskDC, nullptr);
-    EXPECT_EQ(kb.m_hSkinLib, nullptr);
     EXPECT_TRUE(kb.m_Charset.empty() && kb.m_CharLayout.empty() && kb.m_DigitLayout.empty());
     EXPECT_TRUE(kb.m_PressedRects.empty());
     EXPECT_EQ(kb.m_nPressedIndex, -1);
     EXPECT_EQ(kb.m_bPressedDrawn, 0);
-    EXPECT_EQ(kb.m_ptSwipeEnd.x, 0);
-    EXPECT_EQ(kb.m_ptSwipeEnd.y, 0);
+    EXPECT_TRUE(kb.m_ptSwipeEnd.x == 0 && kb.m_ptSwipeEnd.y == 0);
     // What outlives the skin.
     EXPECT_EQ(kb.m_stKbStatus.m_bCAPS, 1);
     EXPECT_EQ(kb.m_dwSwipe, 1u);
@@ -271,11 +244,11 @@ TEST_F(SkinLoading, WithoutExtendedSymbolsTheUmlautFieldsAreLeftAlone) {
     m_keyboard->SetKbStatus(&kUmlautCode, &m_window);
     const HBITMAP kept =
         test::Either<HBITMAP>(test::Difference::SelectedObjects, m_keyboard->m_hUml1SmlKbMask, nullptr);
-    SetDword(kExtSymValue, 0);
+    Store(kExtSymValue, NumberValue(0));
     ASSERT_TRUE(InitPortrait());
     EXPECT_EQ(m_keyboard->m_hUml1SmlKbMask, kept);
     m_keyboard->SetKbStatus(&kUmlautCode, &m_window);
-    EXPECT_EQ(GetCurrentObject(m_keyboard->m_hMaskDC, OBJ_BITMAP), kept ? kept : m_keyboard->m_hOrigMaskBmp);
+    EXPECT_EQ(SelectedMask(), kept ? kept : m_keyboard->m_hOrigMaskBmp);
 }
 
 // Whatever a cut or senseless file leads to, the keyboard stays usable; sanitizers and the handle count
@@ -293,14 +266,14 @@ TEST_F(SkinLoading, BrokenSkinsAreSurvived) {
         records.push_back({key, 65535, 65535, 0, 0});
     }
     test::SkinBuilder hostile = TestSkin();
-    hostile.Data("CHAR_LAYOUT_STRUCT", LayoutBytes(records))
-        .Data("DIGIT_LAYOUT_STRUCT", LayoutBytes(records));
+    for (const char* layout : {"CHAR_LAYOUT_STRUCT", "DIGIT_LAYOUT_STRUCT"}) {
+        hostile.Data(layout, LayoutBytes(records));
+    }
     hostile.Bitmap("LANG1_SMALL_MASK", PictureOfWidth(3)).Bitmap("LANG1_LARGE_MASK", "junk");
     if (test::ActsAsHandheld(test::Difference::ResourceBounds)) {
         hostile.PointOutside("UML1_SMALL_MASK").PointOutside("CAPS_RECT").PointOutside("LOCALE_CHARSET");
     }
-    hostile.Without("digit_keyboard_bitmap").Without("DIGIT_MASK");
-    Start(hostile);
+    Start(hostile.Without("digit_keyboard_bitmap").Without("DIGIT_MASK"));
     for (const WCHAR code : {kShiftCode, kUmlautCode, kDigitCode, kCapsCode}) {
         m_keyboard->SetKbStatus(&code, &m_window);
         Down({5, 5});

@@ -21,32 +21,19 @@ protected:
 
 TEST_F(ModuleVersion, ReadsTheLibrarysOwnResource) {
     ASSERT_TRUE(m_version.Load(kLibrary));
-    EXPECT_EQ(m_version.dwSignature, 0xFEEF04BDu);
-    EXPECT_EQ(m_version.dwStrucVersion, 0x10000u);
-    EXPECT_EQ(m_version.dwFileVersionMS, 1u);
-    EXPECT_EQ(m_version.dwFileVersionLS, 12u);
-    EXPECT_EQ(m_version.dwProductVersionMS, 1u);
-    EXPECT_EQ(m_version.dwProductVersionLS, 12u);
-    EXPECT_EQ(m_version.dwFileFlagsMask, 0x3Fu);
-    EXPECT_EQ(m_version.dwFileFlags, 0u);
-    EXPECT_EQ(m_version.dwFileOS, 4u);
-    EXPECT_EQ(m_version.dwFileType, 2u);
-    EXPECT_EQ(m_version.dwFileSubtype, 0u);
-    EXPECT_EQ(m_version.dwFileDateMS, 0u);
-    EXPECT_EQ(m_version.dwFileDateLS, 0u);
-}
-
-TEST_F(ModuleVersion, GivesTheStringsOfTheTranslatedTable) {
-    ASSERT_TRUE(m_version.Load(kLibrary));
-    EXPECT_EQ(Description(), TEXT("Tolka 7"));
-    EXPECT_EQ(m_version.QueryString(TEXT("FileVersion")), TEXT("0, 1, 0, 12"));
-    EXPECT_EQ(m_version.QueryString(TEXT("ProductVersion")), TEXT("0, 1, 0, 12"));
-    EXPECT_EQ(m_version.QueryString(TEXT("InternalName")), TEXT("Tolka"));
-    EXPECT_EQ(m_version.QueryString(TEXT("OriginalFilename")), TEXT("Tolka.dll"));
+    const auto* fields = &m_version.dwSignature;
+    EXPECT_EQ(std::vector<DWORD>(fields, fields + 13),
+              (std::vector<DWORD>{0xFEEF04BD, 0x10000, 1, 12, 1, 12, 0x3F, 0, 4, 2, 0, 0, 0}));
+    const std::pair<LPCWSTR, LPCWSTR> texts[] = {
+        {TEXT("FileDescription"), TEXT("Tolka 7")},    {TEXT("FileVersion"), TEXT("0, 1, 0, 12")},
+        {TEXT("ProductVersion"), TEXT("0, 1, 0, 12")}, {TEXT("InternalName"), TEXT("Tolka")},
+        {TEXT("OriginalFilename"), TEXT("Tolka.dll")}, {TEXT("Comments"), TEXT("")}};
+    for (const auto& [name, text] : texts) {
+        EXPECT_EQ(m_version.QueryString(name), text);
+    }
     for (LPCWSTR named : {TEXT("CompanyName"), TEXT("LegalCopyright"), TEXT("ProductName")}) {
         EXPECT_FALSE(m_version.QueryString(named).empty());
     }
-    EXPECT_TRUE(m_version.QueryString(TEXT("Comments")).empty());
 }
 
 TEST_F(ModuleVersion, IsEmptyWithoutAFile) {
@@ -56,18 +43,14 @@ TEST_F(ModuleVersion, IsEmptyWithoutAFile) {
     EXPECT_TRUE(Description().empty());
 }
 
-// Without a translation the code page is 1252, under the language that was read before.
-TEST_F(ModuleVersion, FallsBackToTheDefaultCodePage) {
+// Without a translation the code page is 1252, under the language that was read before. Without a block the
+// one before is kept.
+TEST_F(ModuleVersion, FallsBackToTheDefaultCodePageAndToTheBlockBefore) {
     ASSERT_TRUE(m_version.Load(kLibrary));
     test::CopyToDevice(UNTRANSLATED, kFile);
     ASSERT_TRUE(m_version.Load(kLibrary));
     EXPECT_EQ(Description(), TEXT("Untranslated"));
     EXPECT_TRUE(m_version.QueryString(TEXT("FileVersion")).empty());
-}
-
-TEST_F(ModuleVersion, KeepsTheBlockWhenTheFileHasNone) {
-    test::CopyToDevice(UNTRANSLATED, kFile);
-    ASSERT_TRUE(m_version.Load(kLibrary));
     test::WriteDeviceFile(kFile, "no library at all");
     EXPECT_FALSE(m_version.Load(kLibrary));
     EXPECT_EQ(m_version.dwSignature, 0u);

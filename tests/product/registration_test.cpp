@@ -7,6 +7,7 @@
 #include "fault_sweep.h"
 #include "framework/handles.h"
 #include "framework/registrar.h"
+#include "registry_values.h"
 #include "server_fixture.h"
 
 namespace {
@@ -15,49 +16,56 @@ namespace {
 #define CLASS_KEY TEXT("CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}")
 #define LIBRARY_ID TEXT("{A94E27C1-6B3D-4C85-9E02-F3B81D6A7C54}")
 
+using test::TextValue;
+
 WideString OnDevice(const WideString& path) { return test::DeviceDrive() + path; }
 WideString LibraryPath() { return OnDevice(TEXT("\\Windows\\Tolka.DLL")); }
-constexpr WCHAR kTypeLibraryKey[] = TEXT("TypeLib\\") LIBRARY_ID;
+constexpr WCHAR kVersionKey[] = TEXT("TypeLib\\") LIBRARY_ID TEXT("\\1.0");
 constexpr WCHAR kOtherClass[] = TEXT("CLSID\\{42429667-ae04-11d0-a4f8-00aa00a749b9}");
 
 struct Entry {
     LPCWSTR key;
     LPCWSTR name;  // empty for the default value
-    WideString text;
-    DWORD number;  // where there is no text
+    test::RegistryValue value;
+
+    Entry(LPCWSTR k, LPCWSTR n, const WideString& text) : key(k), name(n), value(TextValue(text)) {}
+    Entry(LPCWSTR k, LPCWSTR n, DWORD number) : key(k), name(n), value(test::NumberValue(number)) {}
 };
 
 std::vector<Entry> ListedEntries(const WideString& libraryPath) {
     return {
-        {TEXT("Tolka.KeybInput.1"), TEXT(""), TEXT("Tolka Class"), 0},
-        {TEXT("Tolka.KeybInput.1\\CLSID"), TEXT(""), CLASS_ID, 0},
-        {TEXT("Tolka.KeybInput"), TEXT(""), TEXT("Tolka Class"), 0},
-        {TEXT("Tolka.KeybInput\\CLSID"), TEXT(""), CLASS_ID, 0},
-        {TEXT("Tolka.KeybInput\\CurVer"), TEXT(""), TEXT("Tolka.KeybInput.1"), 0},
-        {CLASS_KEY, TEXT(""), TEXT("Tolka Keyboard"), 0},
-        {CLASS_KEY TEXT("\\ProgID"), TEXT(""), TEXT("Tolka.KeybInput.1"), 0},
-        {CLASS_KEY TEXT("\\VersionIndependentProgID"), TEXT(""), TEXT("Tolka.KeybInput"), 0},
-        {CLASS_KEY TEXT("\\InprocServer32"), TEXT(""), libraryPath, 0},
-        {CLASS_KEY TEXT("\\InprocServer32"), TEXT("ThreadingModel"), TEXT("Free"), 0},
-        {CLASS_KEY TEXT("\\TypeLib"), TEXT(""), LIBRARY_ID, 0},
-        {CLASS_KEY TEXT("\\IsSIPInputMethod"), TEXT(""), TEXT("1"), 0},
-        {CLASS_KEY, TEXT("InputMode"), {}, 2},
-        {CLASS_KEY, TEXT("IsDefault"), {}, 1},
-        {CLASS_KEY, TEXT("SwipMode"), {}, 1},
-        {CLASS_KEY, TEXT("PrevMethod"), TEXT("{42429667-ae04-11d0-a4f8-00aa00a749b9}"), 0},
+        {TEXT("Tolka.KeybInput.1"), TEXT(""), TEXT("Tolka Class")},
+        {TEXT("Tolka.KeybInput.1\\CLSID"), TEXT(""), CLASS_ID},
+        {TEXT("Tolka.KeybInput"), TEXT(""), TEXT("Tolka Class")},
+        {TEXT("Tolka.KeybInput\\CLSID"), TEXT(""), CLASS_ID},
+        {TEXT("Tolka.KeybInput\\CurVer"), TEXT(""), TEXT("Tolka.KeybInput.1")},
+        {CLASS_KEY, TEXT(""), TEXT("Tolka Keyboard")},
+        {CLASS_KEY TEXT("\\ProgID"), TEXT(""), TEXT("Tolka.KeybInput.1")},
+        {CLASS_KEY TEXT("\\VersionIndependentProgID"), TEXT(""), TEXT("Tolka.KeybInput")},
+        {CLASS_KEY TEXT("\\InprocServer32"), TEXT(""), libraryPath},
+        {CLASS_KEY TEXT("\\InprocServer32"), TEXT("ThreadingModel"), TEXT("Free")},
+        {CLASS_KEY TEXT("\\TypeLib"), TEXT(""), LIBRARY_ID},
+        {CLASS_KEY TEXT("\\IsSIPInputMethod"), TEXT(""), TEXT("1")},
+        {CLASS_KEY, TEXT("InputMode"), DWORD{2}},
+        {CLASS_KEY, TEXT("IsDefault"), DWORD{1}},
+        {CLASS_KEY, TEXT("SwipMode"), DWORD{1}},
+        {CLASS_KEY, TEXT("PrevMethod"), TEXT("{42429667-ae04-11d0-a4f8-00aa00a749b9}")},
     };
 }
 
-// For messages.
-std::string Narrow(const WideString& text) { return std::string(text.begin(), text.end()); }
+bool Exists(const WideString& path) { return test::KeyExists(HKEY_CLASSES_ROOT, path); }
+test::RegistryValue Read(const WideString& path, LPCWSTR name = TEXT("")) {
+    return test::ReadValue(HKEY_CLASSES_ROOT, path, name);
+}
+void Write(const WideString& path, LPCWSTR name, const WideString& text) {
+    test::WriteValue(HKEY_CLASSES_ROOT, path, name, TextValue(text));
+}
 
 CRegistryKeyOwner Open(const WideString& path) {
     CRegistryKeyOwner key;
     RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_ALL_ACCESS, key.Receive());
     return key;
 }
-
-bool Exists(const WideString& path) { return static_cast<bool>(Open(path)); }
 
 std::set<WideString> Subkeys(const WideString& path) {
     std::set<WideString> names;
@@ -71,89 +79,42 @@ std::set<WideString> Subkeys(const WideString& path) {
     return names;
 }
 
-void AddTree(const WideString& path, std::set<WideString>& paths) {
-    paths.insert(path);
-    for (const WideString& name : Subkeys(path)) {
-        AddTree(path + TEXT("\\") + name, paths);
-    }
-}
-
-DWORD CountValues(const WideString& path) {
-    DWORD count = 0;
+// How many values the keys of a tree have.
+void CountValues(const WideString& path, std::map<WideString, DWORD>& counts) {
     const CRegistryKeyOwner key = Open(path);
-    EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count,
+    EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &counts[path],
                                nullptr, nullptr, nullptr, nullptr),
               ERROR_SUCCESS);
-    return count;
-}
-
-// Type and bytes as stored; type REG_NONE when the value does not exist.
-std::pair<DWORD, std::string> ReadBytes(const WideString& path, LPCWSTR name) {
-    char bytes[1024];
-    DWORD size = sizeof bytes;
-    DWORD type = REG_NONE;
-    const CRegistryKeyOwner key = Open(path);
-    if (RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size) !=
-        ERROR_SUCCESS) {
-        return {};
+    for (const WideString& name : Subkeys(path)) {
+        CountValues(path + TEXT("\\") + name, counts);
     }
-    return {type, std::string(bytes, size)};
 }
 
-// A string with its terminating null, else a number of four bytes.
-std::pair<DWORD, std::string> Stored(const WideString& text, DWORD number = 0) {
-    if (text.empty()) return {REG_DWORD, {reinterpret_cast<const char*>(&number), sizeof number}};
-    return {REG_SZ, {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(WCHAR)}};
-}
-
-void Write(const WideString& path, LPCWSTR name, const WideString& text) {
-    CRegistryKeyOwner key;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              key.Receive(), nullptr),
-              ERROR_SUCCESS);
-    const std::string bytes = Stored(text).second;
-    ASSERT_EQ(RegSetValueExW(key.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(bytes.data()),
-                             static_cast<DWORD>(bytes.size())),
-              ERROR_SUCCESS);
-}
-
-// The three keys hold exactly the listed entries, and nothing else is in CLSID.
-void ExpectListedEntries(const WideString& libraryPath) {
-    std::map<WideString, DWORD> valuesOfKey;
+// Nothing else is in CLSID and the two keys beside it, unless others are expected to have something there.
+void ExpectListedEntries(const WideString& libraryPath, bool alone = true) {
+    std::map<WideString, DWORD> listed = {{TEXT("CLSID"), 0}};
     for (const Entry& entry : ListedEntries(libraryPath)) {
-        ++valuesOfKey[entry.key];
-        EXPECT_EQ(ReadBytes(entry.key, entry.name), Stored(entry.text, entry.number))
-            << Narrow(entry.key) << " " << Narrow(entry.name);
+        ++listed[entry.key];
+        EXPECT_EQ(Read(entry.key, entry.name), entry.value)
+            << testing::PrintToString(entry.key) << " " << testing::PrintToString(entry.name);
     }
-    std::set<WideString> found;
-    for (const WideString& name : Subkeys(TEXT("CLSID"))) {
-        AddTree(TEXT("CLSID\\") + name, found);
+    std::map<WideString, DWORD> found;
+    for (const LPCWSTR root : {TEXT("CLSID"), TEXT("Tolka.KeybInput"), TEXT("Tolka.KeybInput.1")}) {
+        CountValues(root, found);
     }
-    AddTree(TEXT("Tolka.KeybInput"), found);
-    AddTree(TEXT("Tolka.KeybInput.1"), found);
-    for (const WideString& path : found) {
-        EXPECT_TRUE(valuesOfKey.count(path)) << "not listed: " << Narrow(path);
-        EXPECT_EQ(CountValues(path), valuesOfKey[path]) << Narrow(path);
-    }
-    EXPECT_EQ(found.size(), valuesOfKey.size());
-    EXPECT_EQ(CountValues(TEXT("CLSID")), 0u);
+    EXPECT_EQ(found == listed, alone);
 }
 
-void ExpectTypeLibrary(const WideString& libraryPath, const WideString& folder) {
-    const WideString version = WideString(kTypeLibraryKey) + TEXT("\\1.0");
-    EXPECT_EQ(ReadBytes(version, TEXT("")), Stored(TEXT("Tolka 1.0 Type Library")));
-    EXPECT_EQ(ReadBytes(version + TEXT("\\HELPDIR"), TEXT("")), Stored(folder));
-    EXPECT_EQ(ReadBytes(version + TEXT("\\FLAGS"), TEXT("")),
-              Stored(test::Either(test::Difference::TypeLibraryFlags, TEXT("0"), TEXT("8"))));
-    int paths = 0;
-    for (const WideString& locale : Subkeys(version)) {
-        for (const WideString& system : Subkeys(version + TEXT("\\") + locale)) {
-            EXPECT_EQ(ReadBytes(version + TEXT("\\") + locale + TEXT("\\") + system, TEXT("")),
-                      Stored(libraryPath));
-            ++paths;
-        }
-    }
-    EXPECT_EQ(paths, 1);
+void ExpectTypeLibrary(const WideString& libraryPath) {
+    const WideString version = kVersionKey;
+    EXPECT_EQ(Read(version), TextValue(TEXT("Tolka 1.0 Type Library")));
+    EXPECT_EQ(Read(version + TEXT("\\HELPDIR")),
+              TextValue(libraryPath.substr(0, libraryPath.find_last_of(TEXT('\\')) + 1)));
+    EXPECT_EQ(Read(version + TEXT("\\FLAGS")),
+              TextValue(test::Either(test::Difference::TypeLibraryFlags, TEXT("0"), TEXT("8"))));
+    EXPECT_EQ(Read(version +
+                   test::Either(test::Difference::TypeLibrarySystem, TEXT("\\0\\win32"), TEXT("\\0\\win64"))),
+              TextValue(libraryPath));
 }
 
 void ExpectUnregistered() {
@@ -172,22 +133,21 @@ WideString RegistrationScript(HMODULE library) {
 
 using RegistrationTest = ServerTest;
 
-TEST_F(RegistrationTest, WritesExactlyTheListedEntries) {
+TEST_F(RegistrationTest, WritesExactlyTheListedEntriesAndRepairsThem) {
     EXPECT_EQ(DllRegisterServer(), S_OK);
     ExpectListedEntries(LibraryPath());
-    ExpectTypeLibrary(LibraryPath(), OnDevice(TEXT("\\Windows\\")));
+    ExpectTypeLibrary(LibraryPath());
     EXPECT_EQ(Subkeys(TEXT("")).size(), 4u) << "the three of the class and TypeLib";
-}
-
-TEST_F(RegistrationTest, SecondRegistrationRepairsTheEntries) {
-    ASSERT_EQ(DllRegisterServer(), S_OK);
-    Write(CLASS_KEY, TEXT(""), TEXT("changed"));
-    Write(CLASS_KEY, TEXT("InputMode"), TEXT("changed"));
-    Write(CLASS_KEY, TEXT("Foreign"), TEXT("value"));
-    Write(CLASS_KEY TEXT("\\Foreign\\Deep\\Deeper"), TEXT("x"), TEXT("value"));
-    Write(CLASS_KEY TEXT("\\Foreign\\Second"), TEXT("x"), TEXT("value"));
-    Write(TEXT("Tolka.KeybInput"), TEXT(""), TEXT("changed"));
-    Write(TEXT("Tolka.KeybInput\\CurVer"), TEXT(""), TEXT("changed"));
+    const LPCWSTR changes[][2] = {{CLASS_KEY, TEXT("")},
+                                  {CLASS_KEY, TEXT("InputMode")},
+                                  {CLASS_KEY, TEXT("Foreign")},
+                                  {CLASS_KEY TEXT("\\Foreign\\Deep\\Deeper"), TEXT("x")},
+                                  {CLASS_KEY TEXT("\\Foreign\\Second"), TEXT("x")},
+                                  {TEXT("Tolka.KeybInput"), TEXT("")},
+                                  {TEXT("Tolka.KeybInput\\CurVer"), TEXT("")}};
+    for (const auto& [key, name] : changes) {
+        Write(key, name, TEXT("changed"));
+    }
     EXPECT_EQ(DllRegisterServer(), S_OK);
     ExpectListedEntries(LibraryPath());
 }
@@ -195,44 +155,44 @@ TEST_F(RegistrationTest, SecondRegistrationRepairsTheEntries) {
 TEST_F(RegistrationTest, UnregistrationRemovesAllButClsidAndTypeLibrary) {
     EXPECT_EQ(DllUnregisterServer(), S_OK) << "nothing to remove";
     EXPECT_FALSE(Exists(TEXT("CLSID"))) << "nor anything to write";
-    ASSERT_EQ(DllRegisterServer(), S_OK);
-    EXPECT_EQ(DllUnregisterServer(), S_OK);
-    ExpectUnregistered();
-    EXPECT_TRUE(Exists(TEXT("CLSID")));
-    ExpectTypeLibrary(LibraryPath(), OnDevice(TEXT("\\Windows\\")));
-    EXPECT_EQ(DllUnregisterServer(), S_OK) << "twice";
-    EXPECT_TRUE(Exists(TEXT("CLSID")));
-}
-
-TEST_F(RegistrationTest, PartsThatAreMissingAreNoObstacle) {
-    ASSERT_EQ(DllRegisterServer(), S_OK);
-    RegDeleteKeyW(HKEY_CLASSES_ROOT, CLASS_KEY TEXT("\\InprocServer32"));
-    RegDeleteKeyW(HKEY_CLASSES_ROOT, TEXT("Tolka.KeybInput.1"));
-    RegDeleteValueW(Open(CLASS_KEY).Get(), TEXT("IsDefault"));
-    EXPECT_EQ(DllUnregisterServer(), S_OK);
-    ExpectUnregistered();
+    for (const bool isWhole : {true, false}) {
+        ASSERT_EQ(DllRegisterServer(), S_OK);
+        if (!isWhole) {  // parts that are missing are no obstacle
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, CLASS_KEY TEXT("\\InprocServer32"));
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, TEXT("Tolka.KeybInput.1"));
+            RegDeleteValueW(Open(CLASS_KEY).Get(), TEXT("IsDefault"));
+        }
+        EXPECT_EQ(DllUnregisterServer(), S_OK);
+        ExpectUnregistered();
+        EXPECT_TRUE(Exists(TEXT("CLSID")));
+        ExpectTypeLibrary(LibraryPath());
+    }
 }
 
 TEST_F(RegistrationTest, EntriesOfOthersInTheProgIdsSurviveRegistration) {
-    Write(TEXT("Tolka.KeybInput.1"), TEXT("Foreign"), TEXT("value"));
-    Write(TEXT("Tolka.KeybInput\\Foreign"), TEXT("x"), TEXT("value"));
-    Write(TEXT("Tolka.KeybInput\\CurVer\\Foreign"), TEXT("x"), TEXT("value"));
-    Write(kOtherClass, TEXT(""), TEXT("another input method"));
-    EXPECT_EQ(DllRegisterServer(), S_OK);
-    for (const Entry& entry : ListedEntries(LibraryPath())) {
-        EXPECT_EQ(ReadBytes(entry.key, entry.name), Stored(entry.text, entry.number)) << Narrow(entry.key);
+    const struct {
+        LPCWSTR key, name;
+        bool survivesUnregistration;
+    } others[] = {{TEXT("Tolka.KeybInput.1"), TEXT("Foreign"), false},  // a value alone does not keep a key
+                  {TEXT("Tolka.KeybInput\\Foreign"), TEXT("x"), true},
+                  {TEXT("Tolka.KeybInput\\CurVer\\Foreign"), TEXT("x"), true},
+                  {kOtherClass, TEXT(""), true}};
+    for (const auto& other : others) {
+        Write(other.key, other.name, TEXT("value"));
     }
-    EXPECT_EQ(ReadBytes(TEXT("Tolka.KeybInput.1"), TEXT("Foreign")), Stored(TEXT("value")));
-    EXPECT_EQ(ReadBytes(TEXT("Tolka.KeybInput\\Foreign"), TEXT("x")), Stored(TEXT("value")));
-    EXPECT_EQ(ReadBytes(kOtherClass, TEXT("")), Stored(TEXT("another input method")));
-
+    EXPECT_EQ(DllRegisterServer(), S_OK);
+    ExpectListedEntries(LibraryPath(), false);
+    for (const auto& other : others) {
+        EXPECT_EQ(Read(other.key, other.name), TextValue(TEXT("value")));
+    }
     EXPECT_EQ(DllUnregisterServer(), S_OK);
-    EXPECT_FALSE(Exists(TEXT("Tolka.KeybInput.1"))) << "a value alone does not keep a key";
+    for (const auto& other : others) {
+        EXPECT_EQ(Read(other.key, other.name) == TextValue(TEXT("value")), other.survivesUnregistration);
+    }
+    EXPECT_FALSE(Exists(TEXT("Tolka.KeybInput.1")));
     EXPECT_EQ(Subkeys(TEXT("Tolka.KeybInput")), (std::set<WideString>{TEXT("CurVer"), TEXT("Foreign")}));
-    EXPECT_EQ(ReadBytes(TEXT("Tolka.KeybInput"), TEXT("")), Stored(TEXT("Tolka Class")));
-    EXPECT_EQ(ReadBytes(TEXT("Tolka.KeybInput\\CurVer"), TEXT("")), Stored(TEXT("Tolka.KeybInput.1")));
-    EXPECT_EQ(ReadBytes(TEXT("Tolka.KeybInput\\CurVer\\Foreign"), TEXT("x")), Stored(TEXT("value")));
-    EXPECT_EQ(ReadBytes(kOtherClass, TEXT("")), Stored(TEXT("another input method")));
+    EXPECT_EQ(Read(TEXT("Tolka.KeybInput")), TextValue(TEXT("Tolka Class")));
+    EXPECT_EQ(Read(TEXT("Tolka.KeybInput\\CurVer")), TextValue(TEXT("Tolka.KeybInput.1")));
 }
 
 TEST_F(RegistrationTest, ClassKeyWithAForeignSubkeyLosesTheListedEntriesAlone) {
@@ -240,35 +200,32 @@ TEST_F(RegistrationTest, ClassKeyWithAForeignSubkeyLosesTheListedEntriesAlone) {
     Write(CLASS_KEY, TEXT("Foreign"), TEXT("value"));
     Write(CLASS_KEY TEXT("\\InprocServer32\\Foreign"), TEXT(""), TEXT("value"));
     EXPECT_EQ(DllUnregisterServer(), S_OK);
-    EXPECT_EQ(Subkeys(CLASS_KEY), (std::set<WideString>{TEXT("InprocServer32")}));
-    EXPECT_EQ(CountValues(CLASS_KEY), 2u);
-    EXPECT_EQ(ReadBytes(CLASS_KEY, TEXT("")), Stored(TEXT("Tolka Keyboard")));
-    EXPECT_EQ(ReadBytes(CLASS_KEY, TEXT("Foreign")), Stored(TEXT("value")));
-    EXPECT_EQ(CountValues(CLASS_KEY TEXT("\\InprocServer32")), 1u) << "no ThreadingModel";
-    EXPECT_EQ(Subkeys(CLASS_KEY TEXT("\\InprocServer32")), (std::set<WideString>{TEXT("Foreign")}));
+    std::map<WideString, DWORD> left;
+    CountValues(CLASS_KEY, left);
+    EXPECT_EQ(left, (std::map<WideString, DWORD>{{CLASS_KEY, 2},
+                                                 {CLASS_KEY TEXT("\\InprocServer32"), 1},
+                                                 {CLASS_KEY TEXT("\\InprocServer32\\Foreign"), 1}}));
+    EXPECT_EQ(Read(CLASS_KEY), TextValue(TEXT("Tolka Keyboard")));
+    EXPECT_EQ(Read(CLASS_KEY, TEXT("Foreign")), TextValue(TEXT("value")));
+    EXPECT_EQ(Read(CLASS_KEY TEXT("\\InprocServer32"), TEXT("ThreadingModel")), test::RegistryValue());
 }
 
 TEST_F(RegistrationTest, PathsOfUpTo259CharactersAreRegistered) {
     Detach();
     const std::string folder(120, 'a');
-    const WideString wideFolder(folder.begin(), folder.end());
-    for (const std::size_t length : {std::size_t{259}, std::size_t{260}, std::size_t{300}}) {
+    for (const std::size_t length : {std::size_t{259}, std::size_t{260}}) {
         // Three backslashes, two folders, and the name of what is left.
-        const std::size_t drive = OnDevice({}).size();
-        const std::string name = std::string(length - drive - 243 - 4, 'b') + ".dll";
-        const WideString path = OnDevice(TEXT("\\")) + wideFolder + TEXT("\\") + wideFolder + TEXT("\\") +
-                                WideString(name.begin(), name.end());
-        ASSERT_EQ(path.size(), length);
-        Attach(path.c_str(), folder + "/" + folder + "/" + name);
+        const std::string name = std::string(length - OnDevice({}).size() - 243 - 4, 'b') + ".dll";
+        const std::string path = "\\" + folder + "\\" + folder + "\\" + name;
+        const WideString fullPath = OnDevice(WideString(path.begin(), path.end()));
+        ASSERT_EQ(fullPath.size(), length);
+        Attach(fullPath.c_str(), folder + "/" + folder + "/" + name);
+        EXPECT_EQ(static_cast<DWORD>(DllRegisterServer()), length < 260 ? 0 : 0x8007007Au);
         if (length < 260) {
-            EXPECT_EQ(DllRegisterServer(), S_OK);
-            ExpectListedEntries(path);
-            ExpectTypeLibrary(path, OnDevice(TEXT("\\")) + wideFolder + TEXT("\\") + wideFolder + TEXT("\\"));
-            EXPECT_EQ(DllUnregisterServer(), S_OK);
-        } else {
-            EXPECT_EQ(static_cast<DWORD>(DllRegisterServer()), 0x8007007Au);
-            EXPECT_EQ(DllUnregisterServer(), S_OK);
+            ExpectListedEntries(fullPath);
+            ExpectTypeLibrary(fullPath);
         }
+        EXPECT_EQ(DllUnregisterServer(), S_OK);
         ExpectUnregistered();
         Detach();
     }
@@ -283,13 +240,11 @@ TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
         const HRESULT result = DllRegisterServer();
         sweep.Disarm();
         EXPECT_TRUE(result == S_OK || sweep.WasHit());
-        if (result == S_OK) {
-            ExpectListedEntries(LibraryPath());
-        } else {
+        if (result != S_OK) {
             EXPECT_TRUE(FAILED(result)) << sweep.Describe();
             EXPECT_EQ(DllRegisterServer(), S_OK) << "after " << sweep.Describe();
-            ExpectListedEntries(LibraryPath());
         }
+        ExpectListedEntries(LibraryPath());
         sweep.Arm();
         EXPECT_EQ(DllUnregisterServer(), S_OK) << sweep.Describe();
         sweep.Disarm();
@@ -323,33 +278,33 @@ TEST_F(RegistrationTest, BrokenScriptsFailAndTouchNobodyElse) {
     ASSERT_EQ(registrar.Run(script, RegistryAction::Unregister), S_OK);
     ExpectUnregistered();
 
-    Write(kOtherClass, TEXT(""), TEXT("another input method"));
-    Write(TEXT("txtfile\\shell"), TEXT(""), TEXT("open"));
-    const std::size_t end = script.find_last_of('}');
-    for (std::size_t length = 0; length <= end; length += 7) {
-        const WideString prefix = script.substr(0, length);
-        EXPECT_TRUE(FAILED(registrar.Run(prefix, RegistryAction::Register))) << length;
-        EXPECT_TRUE(FAILED(registrar.Run(prefix, RegistryAction::Unregister))) << length;
-        ASSERT_EQ(ReadBytes(kOtherClass, TEXT("")), Stored(TEXT("another input method"))) << length;
-        ASSERT_EQ(ReadBytes(TEXT("txtfile\\shell"), TEXT("")), Stored(TEXT("open"))) << length;
+    WideStringList broken = {
+        TEXT("HKLM { key = s 'x' }"),
+        TEXT("HKCR { key = s x }"),
+        TEXT("HKCR { key = b '1' }"),
+        TEXT("HKCR { key = s 'x }"),
+        TEXT("HKCR { val }"),
+        TEXT("HKCR { val name s 'x' }"),
+        TEXT("HKCR { ForceRemove }"),
+        TEXT("HKCR { ForceRemove { } }"),
+        TEXT("HKCR { NoRemove 'x' }"),
+        TEXT("HKCR { 'x' }"),
+        TEXT("HKCR } {"),
+        TEXT("{ }"),
+    };
+    for (std::size_t length = 0; length <= script.find_last_of('}'); length += 7) {
+        broken.push_back(script.substr(0, length));
     }
-    for (const LPCWSTR broken : {
-             TEXT("HKLM { key = s 'x' }"),
-             TEXT("HKCR { key = s x }"),
-             TEXT("HKCR { key = b '1' }"),
-             TEXT("HKCR { key = s 'x }"),
-             TEXT("HKCR { val }"),
-             TEXT("HKCR { val name s 'x' }"),
-             TEXT("HKCR { ForceRemove }"),
-             TEXT("HKCR { ForceRemove { } }"),
-             TEXT("HKCR { NoRemove 'x' }"),
-             TEXT("HKCR { 'x' }"),
-             TEXT("HKCR } {"),
-             TEXT("{ }"),
-         }) {
-        EXPECT_TRUE(FAILED(registrar.Run(broken, RegistryAction::Register))) << Narrow(broken);
-        EXPECT_TRUE(FAILED(registrar.Run(broken, RegistryAction::Unregister))) << Narrow(broken);
-        ASSERT_EQ(ReadBytes(kOtherClass, TEXT("")), Stored(TEXT("another input method"))) << Narrow(broken);
+    for (const LPCWSTR other : {kOtherClass, TEXT("txtfile\\shell")}) {
+        Write(other, TEXT(""), TEXT("of others"));
+    }
+    for (const WideString& text : broken) {
+        SCOPED_TRACE(testing::PrintToString(text));
+        EXPECT_TRUE(FAILED(registrar.Run(text, RegistryAction::Register)));
+        EXPECT_TRUE(FAILED(registrar.Run(text, RegistryAction::Unregister)));
+        for (const LPCWSTR other : {kOtherClass, TEXT("txtfile\\shell")}) {
+            ASSERT_EQ(Read(other), TextValue(TEXT("of others")));
+        }
     }
 }
 
@@ -357,9 +312,9 @@ TEST_F(RegistrationTest, QuotesAndBracesInAStringAreText) {
     CRegistrar registrar(TEXT("\\it's {here}.dll"));
     const WideString script = TEXT("HKCR { one = s '}''{' { val a = s '%MODULE%' two = s ''' } ' } }");
     EXPECT_EQ(registrar.Run(script, RegistryAction::Register), S_OK);
-    EXPECT_EQ(ReadBytes(TEXT("one"), TEXT("")), Stored(TEXT("}'{")));
-    EXPECT_EQ(ReadBytes(TEXT("one"), TEXT("a")), Stored(TEXT("\\it's {here}.dll")));
-    EXPECT_EQ(ReadBytes(TEXT("one\\two"), TEXT("")), Stored(TEXT("' } ")));
+    EXPECT_EQ(Read(TEXT("one")), TextValue(TEXT("}'{")));
+    EXPECT_EQ(Read(TEXT("one"), TEXT("a")), TextValue(TEXT("\\it's {here}.dll")));
+    EXPECT_EQ(Read(TEXT("one\\two")), TextValue(TEXT("' } ")));
     EXPECT_EQ(registrar.Run(script, RegistryAction::Unregister), S_OK);
     EXPECT_EQ(registrar.Run(script, RegistryAction::Unregister), S_OK) << "a block to skip";
     EXPECT_FALSE(Exists(TEXT("one")));

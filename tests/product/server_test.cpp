@@ -42,6 +42,13 @@ Interface* Query(IUnknown* object, REFIID iid) {
     return static_cast<Interface*>(found);
 }
 
+void ExpectNoOtherInterface(IUnknown* object, REFIID other = kTypeLibraryInterface) {
+    void* found = kUntouched;
+    EXPECT_EQ(object->QueryInterface(other, &found), E_NOINTERFACE);
+    EXPECT_EQ(found, nullptr);
+    EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+}
+
 // Its references, as the count says that Release returns.
 ULONG CountReferences(IUnknown* object) {
     object->AddRef();
@@ -72,12 +79,13 @@ IUnknown* CreateAggregated(IClassFactory* factory, OuterUnknown& outer) {
 TEST_F(ServerTest, ClassObjectErrorsLeaveTheOutPointerNull) {
     EXPECT_EQ(DllGetClassObject(CLSID_KeybInput, IID_IClassFactory, nullptr), E_POINTER);
     EXPECT_EQ(DllGetClassObject(kOtherClass, IID_IClassFactory, nullptr), E_POINTER);
-    void* object = kUntouched;
-    EXPECT_EQ(DllGetClassObject(kOtherClass, IID_IClassFactory, &object), CLASS_E_CLASSNOTAVAILABLE);
-    EXPECT_EQ(object, nullptr);
-    object = kUntouched;
-    EXPECT_EQ(DllGetClassObject(CLSID_KeybInput, IID_IInputMethod, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
+    for (const auto& [classId, iid, result] :
+         {std::tuple(kOtherClass, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE),
+          {CLSID_KeybInput, IID_IInputMethod, E_NOINTERFACE}}) {
+        void* object = kUntouched;
+        EXPECT_EQ(DllGetClassObject(classId, iid, &object), result);
+        EXPECT_EQ(object, nullptr);
+    }
     // The factory now waits in the class table, which does not keep the library loaded.
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
@@ -86,18 +94,17 @@ TEST_F(ServerTest, FactoryIsMadeOnce) {
     IClassFactory* first = GetFactory();
     IClassFactory* second = GetFactory();
     EXPECT_EQ(first, second);
+    ExpectNoOtherInterface(first, IID_IInputMethod);
     EXPECT_EQ(Query<IUnknown>(first, IID_IUnknown), first);
     EXPECT_EQ(CountReferences(first), 4u) << "three of this test, one of the class table";
-    EXPECT_EQ(first->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
-    void* object = kUntouched;
-    EXPECT_EQ(first->QueryInterface(IID_IInputMethod, &object), E_NOINTERFACE);
-    EXPECT_EQ(object, nullptr);
     first->Release();
     first->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
+    EXPECT_TRUE(DllMain(m_library, DLL_THREAD_ATTACH, nullptr));
+    EXPECT_TRUE(DllMain(m_library, DLL_THREAD_DETACH, nullptr));
     second->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
-    EXPECT_EQ(GetFactory(), first) << "the cached one survives its clients";
+    EXPECT_EQ(GetFactory(), first) << "the cached one survives its clients, and threads";
     first->Release();
 }
 
@@ -130,19 +137,13 @@ TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     OuterUnknown outer;
     EXPECT_EQ(factory->CreateInstance(&outer, IID_IInputMethod, nullptr), E_POINTER);
 
-    struct {
-        IUnknown* outer;
-        IID iid;
-        HRESULT result;
-    } const cases[] = {
-        {&outer, IID_IInputMethod, CLASS_E_NOAGGREGATION},
-        {&outer, kTypeLibraryInterface, CLASS_E_NOAGGREGATION},
-        {nullptr, kTypeLibraryInterface, E_NOINTERFACE},
-        {nullptr, IID_IClassFactory, E_NOINTERFACE},
-    };
-    for (const auto& refused : cases) {
+    for (const auto& [controlling, iid, result] :
+         {std::tuple<IUnknown*, IID, HRESULT>(&outer, IID_IInputMethod, CLASS_E_NOAGGREGATION),
+          {&outer, kTypeLibraryInterface, CLASS_E_NOAGGREGATION},
+          {nullptr, kTypeLibraryInterface, E_NOINTERFACE},
+          {nullptr, IID_IClassFactory, E_NOINTERFACE}}) {
         void* object = kUntouched;
-        EXPECT_EQ(factory->CreateInstance(refused.outer, refused.iid, &object), refused.result);
+        EXPECT_EQ(factory->CreateInstance(controlling, iid, &object), result);
         EXPECT_EQ(object, nullptr);
     }
     EXPECT_EQ(outer.m_references, 1u);
@@ -171,10 +172,7 @@ TEST_F(ServerTest, PlainObjectHasOnePointerForAllInterfaces) {
     EXPECT_EQ(static_cast<void*>(Query<IInputMethod>(object, IID_IInputMethod)), object);
     EXPECT_EQ(Query<IInputMethod2>(object, IID_IInputMethod2), object);
     EXPECT_EQ(CountReferences(object), 4u);
-    EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
-    void* found = kUntouched;
-    EXPECT_EQ(object->QueryInterface(kTypeLibraryInterface, &found), E_NOINTERFACE);
-    EXPECT_EQ(found, nullptr);
+    ExpectNoOtherInterface(object);
     for (ULONG left : {3u, 2u, 1u, 0u}) {
         EXPECT_EQ(object->Release(), left);
     }
@@ -201,17 +199,5 @@ TEST_F(ServerTest, AggregatedObjectBelongsToItsOuterUnknown) {
         object->Release();
     }
     EXPECT_EQ(outer.m_references, 1u);
-    void* found = kUntouched;
-    EXPECT_EQ(inner->QueryInterface(kTypeLibraryInterface, &found), E_NOINTERFACE);
-    EXPECT_EQ(found, nullptr);
-    EXPECT_EQ(inner->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
-}
-
-TEST_F(ServerTest, ThreadAttachAndDetachDoNothing) {
-    IClassFactory* factory = GetFactory();
-    EXPECT_TRUE(DllMain(m_library, DLL_THREAD_ATTACH, nullptr));
-    EXPECT_TRUE(DllMain(m_library, DLL_THREAD_DETACH, nullptr));
-    EXPECT_EQ(GetFactory(), factory);
-    factory->Release();
-    factory->Release();
+    ExpectNoOtherInterface(inner);
 }

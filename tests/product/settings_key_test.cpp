@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "registry_values.h"
 #include "store/settings_key.h"
 
 namespace {
@@ -8,32 +9,15 @@ namespace {
 constexpr WCHAR kPath[] = TEXT("Software\\Store\\Test");
 constexpr WCHAR kName[] = TEXT("Value");
 
-std::string Bytes(const WideString& text) {
-    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR)};
-}
+using test::NumberValue;
+using test::RegistryValue;
+using test::TextBytes;
+using test::TextValue;
 
 CSettingsKey Open(SettingsAccess access) { return CSettingsKey(HKEY_CURRENT_USER, kPath, access); }
 
-// Something other than nulls follows the bytes: a null there counts as the string's end on desktop Windows.
-void StoreRaw(DWORD type, std::string bytes) {
-    const std::size_t size = bytes.size();
-    bytes += "##";
-    CRegistryKeyOwner key;
-    RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr);
-    ASSERT_EQ(RegSetValueExW(key.Get(), kName, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                             static_cast<DWORD>(size)),
-              ERROR_SUCCESS);
-}
-
-std::pair<DWORD, std::string> LoadRaw() {
-    CRegistryKeyOwner key;
-    RegOpenKeyExW(HKEY_CURRENT_USER, kPath, 0, KEY_READ, key.Receive());
-    char bytes[16384];
-    DWORD size = sizeof bytes;
-    DWORD type = 0;
-    if (RegQueryValueExW(key.Get(), kName, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size)) return {};
-    return {type, std::string(bytes, size)};
-}
+void StoreRaw(const RegistryValue& value) { test::WriteValue(HKEY_CURRENT_USER, kPath, kName, value); }
+RegistryValue LoadRaw() { return test::ReadValue(HKEY_CURRENT_USER, kPath, kName); }
 
 TEST(SettingsStore, OnlyCreatingMakesTheKey) {
     for (const SettingsAccess access : {SettingsAccess::Read, SettingsAccess::Write}) {
@@ -58,15 +42,15 @@ TEST(SettingsStore, OnlyCreatingMakesTheKey) {
     key.Close();
     EXPECT_FALSE(key.IsOpen());
     key.WriteDword(kName, 5);
-    EXPECT_EQ(LoadRaw().first, 0u);
+    EXPECT_EQ(LoadRaw(), RegistryValue());
 }
 
 TEST(SettingsStore, ReadAccessWritesNothing) {
     Open(SettingsAccess::Create).WriteDword(kName, 1);
     Open(SettingsAccess::Read).WriteDword(kName, 2);
-    EXPECT_EQ(LoadRaw().second, std::string("\1\0\0\0", 4));
+    EXPECT_EQ(LoadRaw(), NumberValue(1));
     Open(SettingsAccess::Write).WriteDword(kName, 3);
-    EXPECT_EQ(LoadRaw().second, std::string("\3\0\0\0", 4));
+    EXPECT_EQ(LoadRaw(), NumberValue(3));
 }
 
 TEST(SettingsStore, ValuesAreWrittenByteForByte) {
@@ -97,7 +81,7 @@ TEST(SettingsStore, NumbersAreFourBytesOfAnyType) {
         {REG_BINARY, "\x09", true, 9},  // fewer bytes replace as many
     };
     for (const auto& c : cases) {
-        StoreRaw(c.type, c.bytes);
+        StoreRaw({c.type, c.bytes});
         DWORD value = 7;
         EXPECT_EQ(Open(SettingsAccess::Read).ReadDword(kName, value), c.isRead) << c.bytes;
         EXPECT_EQ(value, c.value) << c.bytes;
@@ -111,17 +95,17 @@ TEST(SettingsStore, StringsEndAtANullOrTheEndOfTheData) {
         bool isRead;
         WideString text;
     } cases[] = {
-        {Bytes(TEXT("ab")) + std::string(2, '\0'), true, TEXT("ab")},
-        {Bytes(TEXT("ab")), true, TEXT("ab")},
-        {Bytes(TEXT("ab")) + "c", true, TEXT("ab")},
-        {Bytes(TEXT("ab")) + std::string(2, '\0') + Bytes(TEXT("cd")), true, TEXT("ab")},
+        {TextBytes(TEXT("ab")) + std::string(2, '\0'), true, TEXT("ab")},
+        {TextBytes(TEXT("ab")), true, TEXT("ab")},
+        {TextBytes(TEXT("ab")) + "c", true, TEXT("ab")},
+        {TextBytes(TEXT("ab")) + std::string(2, '\0') + TextBytes(TEXT("cd")), true, TEXT("ab")},
         {"", true, {}},
-        {Bytes(longest) + std::string(2, '\0'), true, longest},
-        {Bytes(longest + TEXT("y")), true, longest + TEXT("y")},  // 260 characters without a null
-        {Bytes(longest + TEXT("y")) + std::string(2, '\0'), false, TEXT("as it was")},
+        {TextBytes(longest) + std::string(2, '\0'), true, longest},
+        {TextBytes(longest + TEXT("y")), true, longest + TEXT("y")},  // 260 characters without a null
+        {TextBytes(longest + TEXT("y")) + std::string(2, '\0'), false, TEXT("as it was")},
     };
     for (const auto& c : cases) {
-        StoreRaw(REG_SZ, c.bytes);
+        StoreRaw({REG_SZ, c.bytes});
         StoredText text = TEXT("as it was");
         EXPECT_EQ(Open(SettingsAccess::Read).ReadString(kName, text), c.isRead) << c.bytes.size();
         EXPECT_EQ(WideString(text), c.text) << c.bytes.size();
@@ -137,26 +121,34 @@ TEST(SettingsStore, ListsReadBackAsWritten) {
         EXPECT_TRUE(Open(SettingsAccess::Read).ReadStringList(kName, back));
         EXPECT_EQ(back, list);
     }
-    WideStringList back;
-    StoreRaw(REG_MULTI_SZ, std::string(kUserSkinsBytes, 'x'));
-    EXPECT_TRUE(Open(SettingsAccess::Read).ReadStringList(kName, back));
-    EXPECT_EQ(back.size(), 1u);
-    StoreRaw(REG_MULTI_SZ, std::string(kUserSkinsBytes + 1, 'x'));
-    EXPECT_TRUE(Open(SettingsAccess::Read).ReadStringList(kName, back));
-    EXPECT_EQ(back.size(), 1u) << "one that is too long holds none";
+}
+
+TEST(SettingsStore, ListsEndAtAnEmptyStringOrTheEndOfTheData) {
+    const std::string null(2, '\0');
+    const std::string one = TextBytes(TEXT("one"));
+    const std::string two = TextBytes(TEXT("two"));
+    const std::pair<std::string, WideStringList> cases[] = {
+        {"", {}},
+        {null + null, {}},
+        {null + one + null, {}},
+        {one, {TEXT("one")}},
+        {one + null + two + "x", {TEXT("one"), TEXT("two")}},  // an odd byte
+        {one + null + one + null + null + two + null, {TEXT("one"), TEXT("one")}},
+        {one + std::string(kUserSkinsBytes - one.size(), '\0'), {TEXT("one")}},
+        {one + std::string(kUserSkinsBytes - one.size() + 1, '\0'), {}},
+    };
+    for (const auto& [bytes, list] : cases) {
+        StoreRaw({REG_MULTI_SZ, bytes});
+        WideStringList back;
+        EXPECT_TRUE(Open(SettingsAccess::Read).ReadStringList(kName, back));
+        EXPECT_EQ(back, list) << bytes.size() << " bytes";
+    }
 }
 
 TEST(SettingsStore, TheSettingsKeyIsTheSystems) {
     CSettingsKey(SettingsAccess::Create).WriteDword(kSwipeValue, 1);
-    CRegistryKeyOwner key;
-    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("Software\\Tolka\\7.0"), 0, KEY_READ, key.Receive()),
-              ERROR_SUCCESS);
-    DWORD value = 0;
-    DWORD size = sizeof value;
-    EXPECT_EQ(
-        RegQueryValueExW(key.Get(), TEXT("Swipe"), nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size),
-        ERROR_SUCCESS);
-    EXPECT_EQ(value, 1u);
+    EXPECT_EQ(test::ReadValue(HKEY_LOCAL_MACHINE, TEXT("Software\\Tolka\\7.0"), TEXT("Swipe")),
+              NumberValue(1));
 }
 
 }  // namespace
