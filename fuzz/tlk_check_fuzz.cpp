@@ -17,7 +17,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const tlk::SkinModule skin = tlk::ReadSkin(module);
         for (bool isLandscape : {false, true})
             for (std::size_t plane = 0; plane < tlk::kPlaneCount; ++plane)
-                (void)tlk::Compose(skin, {plane, isLandscape, true, {}});
+                try {
+                    (void)tlk::Paint(skin, {tlk::LatchesFor(plane) | tlk::latch::kCaps, isLandscape, {}});
+                } catch (const tlk::FileError&) {
+                }
     } catch (const tlk::FileError&) {
     }
     return 0;

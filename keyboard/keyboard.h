@@ -96,6 +96,8 @@ public:
     // --- Status ---
     // Selects the picture and the masks of the current status into the device contexts.
     void GetKeyboardMask();
+    // The plane whose mask is selected; if that is no mask of the skin, the plane that the status asks for.
+    Plane ActivePlane() const;
     // Applies the code of a status key. The window may be null.
     void SetKbStatus(const WCHAR* pCode, CWindow* window);
     // Clears the one-shot flags after a key. The window may be null.
@@ -196,8 +198,6 @@ private:
     HBITMAP MaskOf(Plane plane) const;
     // The plane that the status asks for, with or without caps lock.
     Plane PlaneOfStatus(bool bWithCaps) const;
-    // The plane whose mask is selected; if that is no mask of the skin, the plane that the status asks for.
-    Plane ActivePlane() const;
     void ToggleShift();
     void ToggleControl();
     void SendModifier(BYTE virtualKey, bool bDown) const;

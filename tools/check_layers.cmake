@@ -33,6 +33,8 @@ endforeach()
 layer(platform/host/  device  ${rooms})
 layer(platform/       device  ${own})
 layer(simulator/      device  ${own} store/registry_names[.]h$)
+# What tlk says about a finished skin it asks the engine, on a device of its own.
+layer(tools/tlk/engine.cpp device ${own} keyboard/ framework/)
 layer(tools/tlk/      neutral ${own})
 layer(skins/          neutral)
 layer(tests/product/  test    ${own} framework/ store/ settings/ keyboard/ input_method/ server/ ${strings})

@@ -57,7 +57,7 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     EXPECT_EQ(ReadText(Folder() / "out").find("is a part of"), std::string::npos)
         << "a source has no such name";
     for (const auto& entry : fs::directory_iterator(Folder()))
-        EXPECT_EQ(entry.path().filename().string().find("tlk-watch"), std::string::npos);
+        EXPECT_EQ(entry.path().filename().string().find("tlk-"), std::string::npos);
 }
 
 }  // namespace

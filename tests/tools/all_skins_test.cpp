@@ -8,8 +8,6 @@
 #include <filesystem>
 #include <set>
 
-#include "check.h"
-#include "files.h"
 #include "keyboard_fixture.h"
 
 namespace {
@@ -280,13 +278,6 @@ TEST_P(EverySkin, TypesWhatItsTablesSayInEveryPlane) {
     const SIZE screen = GetParam().screen;
     TypeEverything(screen.cx, screen.cy);
     if (screen.cx != screen.cy) TypeEverything(screen.cy, screen.cx);
-}
-
-TEST_P(EverySkin, PassesTheCheckWithoutARemark) {
-    const tlk::Module module = tlk::Module::Parse(ReadBytes(GetParam().path.string()));
-    const tlk::Size screen{GetParam().screen.cx, GetParam().screen.cy};
-    for (const tlk::Remark& remark : tlk::Check(module, screen))
-        ADD_FAILURE() << tlk::FormatRemark(remark, GetParam().path.string());
 }
 
 INSTANTIATE_TEST_SUITE_P(Skins, EverySkin, testing::ValuesIn(AllSkins()), NameOf);

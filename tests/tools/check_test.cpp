@@ -86,25 +86,22 @@ public:
         });
     }
     void Paint(const std::string& mask, const Rect& rect, std::uint8_t bit) {
-        const Picture pixels = *DecodeBitmap(Bitmap(mask));
-        Mask painted(pixels.GetSize(), 1);
-        for (int y = 0; y < pixels.GetSize().height; ++y)
-            for (int x = 0; x < pixels.GetSize().width; ++x) {
-                const bool isInside = x >= rect.left && x <= rect.right && y >= rect.top && y <= rect.bottom;
-                painted.At(x, y) = isInside ? bit : pixels.At(x, y) != Color{};
-            }
-        Bitmap(mask) = EncodeMask(painted);
+        Mask& pixels = m_Masks.at(mask);
+        for (int y = rect.top; y <= rect.bottom; ++y)
+            for (int x = rect.left; x <= rect.right; ++x)
+                pixels.At(x, y) = bit;
+        Bitmap(mask) = EncodeMask(pixels);
     }
 
     // To what the upright screen shows of it.
     void NarrowDigits() {
-        const Picture pixels = *DecodeBitmap(Bitmap("DIGIT_MASK"));
+        const Mask& wide = m_Masks.at("DIGIT_MASK");
         Mask mask({240, 80}, 1);
         for (int y = 0; y < 80; ++y)
             for (int x = 0; x < 240; ++x)
-                mask.At(x, y) = pixels.At(x, y) != Color{};
+                mask.At(x, y) = wide.At(x, y);
         Bitmap("DIGIT_MASK") = EncodeMask(mask);
-        Bitmap("digit_keyboard_bitmap") = EncodePicture(Picture(mask.GetSize(), Color{0xFF, 0xFF, 0xFF}));
+        Bitmap("DIGIT_KEYBOARD_BITMAP") = EncodePicture(Picture(mask.GetSize(), Color{0xFF, 0xFF, 0xFF}));
     }
 
     Bytes File() const {
@@ -133,10 +130,11 @@ private:
         Bitmap(std::string(PictureResource(board))) = EncodePicture(Picture(size, Color{0xFF, 0xFF, 0xFF}));
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
             if ((plane == kDigitPlane) == (board == BoardKind::Digits))
-                Bitmap(MaskResource(board, plane)) = EncodeMask(mask);
+                Bitmap(MaskResource(board, plane)) = EncodeMask(m_Masks[MaskResource(board, plane)] = mask);
     }
 
     std::map<std::string, Resource> m_Resources;
+    std::map<std::string, Mask> m_Masks;
 };
 
 constexpr const char* kPortrait = "CHAR_LAYOUT_STRUCT";
@@ -397,7 +395,7 @@ TEST(Check, DamagedSkinsAreCheckedToldAndShown) {
             const Module module = Module::Parse(std::move(damaged));
             (void)Check(module, kScreen);
             (void)Dump(module);
-            (void)Compose(ReadSkin(module), {kDigitPlane, false, false, {}});
+            (void)Paint(ReadSkin(module), {latch::kDigits, false, {}});
         } catch (const FileError&) {
         }
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "bitmap.h"
 #include "errors.h"
-#include "module_reader.h"
-#include "module_writer.h"
+#include "skin_module.h"
 
 namespace tlk {
 namespace {
@@ -64,6 +64,15 @@ TEST(Module, NamesStandInTheOrderThatLookupsSearch) {
     EXPECT_EQ(module.Find(ResourceKind::Bitmap, "Zebra")->back(), 3);
     EXPECT_EQ(module.Find(ResourceKind::Data, "SWIPE_ONLY")->size(), 0u);
     EXPECT_FALSE(module.Find(ResourceKind::Data, "ANT"));
+}
+
+// Unlike the loaders of devices, the host's takes the skins of all of them.
+TEST(Module, LoadsForWhicheverProcessorItWasBuilt) {
+    const Bytes picture = EncodePicture(Picture({240, 80}, Color{}));
+    for (const auto processor : {Processor::Arm, Processor::X86, Processor::X64}) {
+        const Bytes file = WriteModule({{ResourceKind::Bitmap, "char_keyboard_bitmap", picture}}, processor);
+        EXPECT_TRUE(ReadSkin(Module::Parse(file)).pEngine->Upright().TakesSkin());
+    }
 }
 
 // Only that reading ends, inside of the bytes: the sanitizers watch over it.

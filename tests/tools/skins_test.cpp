@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The skins that ship, as they look. How they type is for the test of all skins, and how they are built for
-// the check.
+// The skins that ship, as they look and as the check sees them. How they type is for the test of all skins.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,20 +7,16 @@
 #include <map>
 #include <set>
 
-#include "bitmap.h"
+#include "check.h"
 #include "drawing.h"
 #include "files.h"
-#include "module_reader.h"
+#include "skin_module.h"
 #include "source.h"
 
 namespace tlk {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::array<const char*, kSlotCount> kMasks{
-    "LANG1_SMALL_MASK", "LANG1_LARGE_MASK", "UML1_SMALL_MASK", "UML1_LARGE_MASK",
-    "LANG2_SMALL_MASK", "LANG2_LARGE_MASK", "UML2_SMALL_MASK", "UML2_LARGE_MASK"};
 
 // Skins by screen and name: "240x320/german" is 240x320/german-240x320.tlk.
 Skin Read(const std::string& name) {
@@ -71,10 +66,10 @@ void ExpectLegible(const Skin& skin, const Layout& layout, const Picture& mask, 
         const Rect open{face.left, face.top + skin.scale, face.right, face.bottom - skin.scale};
         const Ink ink = InkOf(mask, InnerOf(skin, rect), isLight);
         if (key.rects.size() == 1 && key.key != function_key::kSpace) {
-            EXPECT_FALSE(ink.empty()) << where << " key " << NameKey(skin.characters, key.key);
+            EXPECT_FALSE(ink.empty()) << where << " key " << KeyName(skin.characters, key.key);
         }
         EXPECT_EQ(InkOf(mask, {face.left, open.top, face.left, open.bottom}, isLight).size(), 0u)
-            << where << " key " << NameKey(skin.characters, key.key) << ": ink on the bevel";
+            << where << " key " << KeyName(skin.characters, key.key) << ": ink on the bevel";
         if (IsFunction(key.key)) continue;
         const char16_t character = skin.characters[key.key][slot];
         const auto [same, isNew] = seen.emplace(ink, character);
@@ -87,16 +82,23 @@ class Skins : public testing::TestWithParam<std::string> {};
 
 TEST_P(Skins, DifferentCharactersLookDifferentAndStayOnTheirFaces) {
     const Skin skin = Read(GetParam());
-    const Module module = Module::Parse(ReadBytes(BuiltFile(GetParam())));
-    const auto expect = [&](const Board& board, std::size_t slot, const std::string& name) {
-        const Picture mask = *DecodeBitmap(*module.Find(ResourceKind::Bitmap, name));
-        ExpectLegible(skin, LayOut(skin, board), mask, slot, GetParam() + " " + name);
+    const SkinModule built = ReadSkin(Module::Parse(ReadBytes(BuiltFile(GetParam()))));
+    const auto expect = [&](const Board& board, BoardKind kind, std::size_t plane) {
+        ExpectLegible(skin, LayOut(skin, board), built.Board(kind).masks[plane].pixels, plane % kSlotCount,
+                      GetParam() + " " + MaskResource(kind, plane));
     };
-    for (std::size_t slot = 0; slot < kSlotCount; ++slot) {
-        expect(skin.portrait, slot, kMasks[slot]);
-        if (skin.landscape) expect(*skin.landscape, slot, std::string(kMasks[slot]) + "_LS");
+    for (std::size_t plane = 0; plane < kSlotCount; ++plane) {
+        expect(skin.portrait, BoardKind::Portrait, plane);
+        if (skin.landscape) expect(*skin.landscape, BoardKind::Landscape, plane);
     }
-    expect(*skin.digits, 0, "DIGIT_MASK");
+    expect(*skin.digits, BoardKind::Digits, kDigitPlane);
+}
+
+TEST_P(Skins, PassTheCheckWithoutARemark) {
+    const Module module = Module::Parse(ReadBytes(BuiltFile(GetParam())));
+    const Size screen = *ParseScreen(fs::path(GetParam()).parent_path().string());
+    for (const Remark& remark : Check(module, screen))
+        ADD_FAILURE() << FormatRemark(remark, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Skins, testing::ValuesIn(AllSkins()), [](const auto& skin) {
@@ -172,7 +174,7 @@ TEST(Skins, EachLanguageHasAllItsLettersInBothCasesAndNoKeyLeftBehind) {
         for (const Row& row : skin.portrait.rows)
             for (const RowKey& key : row.keys)
                 EXPECT_TRUE(IsFunction(key.key) || skin.characterPlaces.contains(key.key))
-                    << name << ' ' << NameKey(skin.characters, key.key);
+                    << name << ' ' << KeyName(skin.characters, key.key);
     }
 }
 

@@ -241,7 +241,7 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
     Write("a.toml", source + "portrait = \"own.png\"\n");
     for (const Resource& resource : CompileSkin(Read("a.toml"), Font(TLK_FONT)))
         if (resource.name == "char_keyboard_bitmap") {
-            EXPECT_EQ(DecodeBitmap(resource.data), picture);
+            EXPECT_EQ(resource.data, EncodePicture(picture));
         }
     Write("a.toml", source + "portrait = \"wide.png\"\n");
     EXPECT_NE(FaultsOf("a.toml").find("61x32"), std::string::npos);

@@ -7,7 +7,6 @@ namespace tlk {
 namespace {
 
 constexpr std::uint32_t kHeaderSize = 40;
-constexpr int kLargestSide = 4096;
 
 std::size_t StrideOf(int width, unsigned depth) {
     return (static_cast<std::size_t>(width) * depth + 31) / 32 * 4;
@@ -66,49 +65,6 @@ Bytes EncodeTrueColor(const Picture& picture) {
     return bytes;
 }
 
-struct Header {
-    Size size;
-    unsigned depth = 0;
-    bool topDown = false;
-    std::size_t colorCount = 0;
-    std::size_t paletteOffset = 0;
-};
-
-std::optional<Header> ReadHeader(std::span<const std::uint8_t> bytes) {
-    const auto headerSize = Get32(bytes, 0);
-    if (!headerSize || *headerSize < kHeaderSize || *headerSize > bytes.size()) return std::nullopt;
-    const auto width = static_cast<std::int32_t>(*Get32(bytes, 4));
-    const std::int64_t height = static_cast<std::int32_t>(*Get32(bytes, 8));
-    Header header;
-    header.depth = *Get16(bytes, 14);
-    const bool knownDepth = header.depth == 1 || header.depth == 4 || header.depth == 8 ||
-                            header.depth == 24 || header.depth == 32;
-    if (!knownDepth || *Get32(bytes, 16) != 0) return std::nullopt;
-    if (width < 1 || width > kLargestSide || height == 0 || height > kLargestSide || height < -kLargestSide)
-        return std::nullopt;
-    header.size = {width, static_cast<int>(height < 0 ? -height : height)};
-    header.topDown = height < 0;
-    const std::size_t most = header.depth <= 8 ? std::size_t{1} << header.depth : 0;
-    const std::size_t used = *Get32(bytes, 32);
-    header.colorCount = used == 0 ? most : used;
-    if (header.depth <= 8 && header.colorCount > most) return std::nullopt;
-    header.paletteOffset = *headerSize;
-    return header;
-}
-
-Color ReadColor(std::span<const std::uint8_t> bytes, std::size_t offset) {
-    return {bytes[offset + 2], bytes[offset + 1], bytes[offset]};
-}
-
-Color ReadPixel(const Header& header, std::span<const std::uint8_t> bytes, std::size_t row, int x) {
-    const auto column = static_cast<std::size_t>(x);
-    if (header.depth >= 24) return ReadColor(bytes, row + column * header.depth / 8);
-    const std::size_t bit = column * header.depth;
-    const unsigned shift = static_cast<unsigned>(8 - header.depth - bit % 8);
-    const std::size_t index = (unsigned{bytes[row + bit / 8]} >> shift) & ((1U << header.depth) - 1);
-    return index < header.colorCount ? ReadColor(bytes, header.paletteOffset + index * 4) : Color{};
-}
-
 }  // namespace
 
 Bytes EncodeMask(const Mask& mask) {
@@ -135,20 +91,10 @@ Bytes EncodePicture(const Picture& picture) {
     return EncodeIndexed(picture, indices);
 }
 
-std::optional<Picture> DecodeBitmap(std::span<const std::uint8_t> bytes) {
-    const std::optional<Header> header = ReadHeader(bytes);
-    if (!header) return std::nullopt;
-    const std::size_t stride = StrideOf(header->size.width, header->depth);
-    const std::size_t height = static_cast<std::size_t>(header->size.height);
-    const std::size_t pixels = header->paletteOffset + header->colorCount * 4;
-    if (pixels > bytes.size() || bytes.size() - pixels < stride * height) return std::nullopt;
-    Picture picture(header->size, Color{});
-    for (int y = 0; y < header->size.height; ++y) {
-        const auto line = static_cast<std::size_t>(header->topDown ? y : header->size.height - 1 - y);
-        for (int x = 0; x < header->size.width; ++x)
-            picture.At(x, y) = ReadPixel(*header, bytes, pixels + line * stride, x);
-    }
-    return picture;
+std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> bytes) {
+    if (bytes.size() < kHeaderSize) return std::nullopt;
+    return BitmapHeader{*Get32(bytes, 4), static_cast<std::int32_t>(*Get32(bytes, 8)), *Get16(bytes, 14),
+                        *Get32(bytes, 16) != 0};
 }
 
 }  // namespace tlk

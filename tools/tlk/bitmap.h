@@ -15,7 +15,14 @@ namespace tlk {
 // One byte per pixel and a palette for up to 256 colours, else 24 bits. The colours are exact.
 [[nodiscard]] Bytes EncodePicture(const Picture& picture);
 
-// Reads uncompressed bitmaps of 1, 4, 8, 24 and 32 bits; nothing for any other bytes.
-[[nodiscard]] std::optional<Picture> DecodeBitmap(std::span<const std::uint8_t> bytes);
+// What the header says, which may be wrong.
+struct BitmapHeader {
+    std::int64_t width = 0;
+    // Negative when the top row comes first.
+    std::int64_t rows = 0;
+    unsigned depth = 0;
+    bool isCompressed = false;
+};
+[[nodiscard]] std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> bytes);
 
 }  // namespace tlk

@@ -7,6 +7,8 @@
 namespace tlk {
 namespace {
 
+constexpr std::string_view kNames[] = {"portrait", "landscape", "digits"};
+
 constexpr int kSmallestSide = 64;
 constexpr int kLargestSide = 4096;
 
@@ -14,28 +16,12 @@ int PanelHeight(Size screen) { return screen.width > screen.height ? screen.heig
 
 }  // namespace
 
-std::string_view BoardName(BoardKind board) {
-    switch (board) {
-        case BoardKind::Portrait:
-            return "portrait";
-        case BoardKind::Landscape:
-            return "landscape";
-        case BoardKind::Digits:
-            break;
-    }
-    return "digits";
-}
+std::string_view BoardName(BoardKind board) { return kNames[static_cast<std::size_t>(board)]; }
 
 Size PanelSize(BoardKind board, Size upright) {
     const Size turned{upright.height, upright.width};
-    switch (board) {
-        case BoardKind::Portrait:
-            return {upright.width, PanelHeight(upright)};
-        case BoardKind::Landscape:
-            return {turned.width, PanelHeight(turned)};
-        case BoardKind::Digits:
-            break;
-    }
+    if (board == BoardKind::Portrait) return {upright.width, PanelHeight(upright)};
+    if (board == BoardKind::Landscape) return {turned.width, PanelHeight(turned)};
     return {turned.width, std::max(PanelHeight(upright), PanelHeight(turned))};
 }
 

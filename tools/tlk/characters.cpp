@@ -8,70 +8,6 @@
 namespace tlk {
 namespace {
 
-constexpr std::u16string_view kDigitCharacters =
-    u"[]{}789#%=^,.<>456+-*/\u00B1\u00B0:\\|123$\u00A2\u20AC\u00A3\u00A5(0)1234567890";
-
-// The character entries, four arrangements one after the other: the full keyboard with its keypad, 13
-// unused entries, letters only, four rows of eleven.
-constexpr std::array<std::u16string_view, 4> kLanguage1{
-    // small
-    u"1234567890-="
-    u"qwertyuiop[]"
-    u"asdfghjkl;'"
-    u"zxcvbnm,./`\\"
-    u"789456123(0)`"
-    u"============="
-    u"qwertyuiopasdfghjkl-"
-    u"zxcvbnm;'@&,.!?"
-    u"1234567890-"
-    u"qwertyuiop/"
-    u"asdfghjkl;'"
-    u"zxcvbnm,.[]",
-    // large
-    u"!@#$%^&*()_+"
-    u"QWERTYUIOP{}"
-    u"ASDFGHJKL:\""
-    u"ZXCVBNM<>?~|"
-    u"+#=|%^$€₤[±]`"
-    u"============="
-    u"QWERTYUIOPASDFGHJKL_"
-    u"ZXCVBNM:\"~*<>/\\"
-    u"!@#$%^&*()_"
-    u"QWERTYUIOP?"
-    u"ASDFGHJKL:\""
-    u"ZXCVBNM<>{}",
-    // umlaut small
-    u"¿¡¢€₤¥§¶±º«»"
-    u"àáâãäåæçðèéê"
-    u"ëìíîïñøœòóô"
-    u"õöβþùúûüý\u00B5©®"
-    u"¿¡¢€₤¥§¶±º«»™"
-    u"============="
-    u"àáâãäåæçèéêëìíîïðñòó"
-    u"ôõöøùúûüœ©®ýþÿ\u00B5"
-    u"`¿€₤«≈§±\u00B5[]"
-    u"àáâãäåæçèéê"
-    u"ëìíîïðñòóôõ"
-    u"öøùúûüœýþÿ©",
-    // umlaut large
-    u"¿¡¢€₤¥§¶±º«»"
-    u"ÀÁÂÃÄÅÆÇÐÈÉÊ"
-    u"ËÌÍÎÏÑØŒÒÓÔ"
-    u"ÕÖβþÙÚÛÜÝ\u03BC©®"
-    u"¿¡¢€₤¥§¶±º«»™"
-    u"============="
-    u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓ"
-    u"ÔÕÖØÙÚÛÜŒ©®ÝþŸ\u03BC"
-    u"~¡¢¥»≠¶º\u00B5{}"
-    u"ÀÁÂÃÄÅÆÇÈÉÊ"
-    u"ËÌÍÎÏÐÑÒÓÔÕ"
-    u"ÖØÙÚÛÜŒÝþŸ®",
-};
-
-constexpr std::size_t kCharacterCount = 152;
-static_assert(kDigitCharacters.size() == kFirstFunction);
-static_assert(std::ranges::all_of(kLanguage1, [](auto slot) { return slot.size() == kCharacterCount; }));
-
 constexpr std::array<Arrangement, 4> kArrangements{{
     {"full", 70, 116},
     {"keypad", 117, 129},
@@ -98,21 +34,6 @@ std::string ArrangementNames() {
     return names;
 }
 
-CharacterTable BuiltInCharacters() {
-    CharacterTable table;
-    table.reserve(kFirstCharacter + kCharacterCount);
-    for (char16_t digit : kDigitCharacters)
-        table.emplace_back().fill(digit);
-    // Function keys have no character: the engine's private codes never reach a mask.
-    table.resize(kFirstCharacter, CharacterEntry{});
-    for (std::size_t i = 0; i < kCharacterCount; ++i) {
-        CharacterEntry& entry = table.emplace_back();
-        for (std::size_t slot = 0; slot < kSlotCount; ++slot)
-            entry[slot] = kLanguage1[slot % 4][i];
-    }
-    return table;
-}
-
 std::optional<std::uint16_t> FindCharacter(const CharacterTable& table, const Arrangement& arrangement,
                                            char16_t character) {
     for (std::uint16_t key = arrangement.first; key <= arrangement.last; ++key)
@@ -137,10 +58,14 @@ bool IsDigitLineCharacter(char16_t small) {
     return (small >= u'0' && small <= u'9') || small == u'-' || small == u'=';
 }
 
-std::string NameKey(const CharacterTable& table, std::uint16_t key) {
-    if (!IsFunction(key)) return key < table.size() ? ToUtf8(table[key][0]) : std::to_string(key);
-    const std::size_t function = key - kFirstFunction;
-    return function < kFunctionNames.size() ? std::string(kFunctionNames[function]) : std::to_string(key);
+bool HasName(const CharacterTable& table, std::uint16_t key) {
+    if (IsFunction(key)) return key <= function_key::kDown;
+    return key < table.size() && table[key][0] > u' ';
+}
+
+std::string KeyName(const CharacterTable& table, std::uint16_t key) {
+    if (!HasName(table, key)) return std::to_string(key);
+    return IsFunction(key) ? std::string(kFunctionNames[key - kFirstFunction]) : ToUtf8(table[key][0]);
 }
 
 std::string ToUtf8(char32_t character) {

@@ -53,9 +53,6 @@ inline constexpr Arrangement kDigitArrangement{"digits", 0, 37};
 const Arrangement* FindArrangement(std::string_view name);
 std::string ArrangementNames();
 
-// The table that the engine carries, with language 2 a copy of language 1.
-CharacterTable BuiltInCharacters();
-
 std::optional<std::uint16_t> FindCharacter(const CharacterTable& table, const Arrangement& arrangement,
                                            char16_t character);
 std::optional<std::uint16_t> FindFunction(std::string_view name);
@@ -65,8 +62,10 @@ inline bool IsFunction(std::uint16_t key) { return key >= kFirstFunction && key 
 // The keys that caps lock leaves alone inside the CAPS rectangle, Backspace aside.
 bool IsDigitLineCharacter(char16_t small);
 
-// A character or a function's name, for messages.
-std::string NameKey(const CharacterTable& table, std::uint16_t key);
+// Has the key a character in language 1, or is it a function with an action?
+bool HasName(const CharacterTable& table, std::uint16_t key);
+// The name if it has one, else its index.
+std::string KeyName(const CharacterTable& table, std::uint16_t key);
 std::string ToUtf8(char32_t character);
 
 }  // namespace tlk

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "bitmap.h"
 #include "check_parts.h"
 #include "name_list.h"
 
@@ -56,23 +55,6 @@ std::vector<Remark> RemarkList::Take() {
     return std::move(m_Remarks);
 }
 
-Size UsableArea(const SkinBoard& board, Size panel) {
-    const Size picture = board.picture.GetSize();
-    return {std::min(panel.width, picture.width), std::min(panel.height, picture.height)};
-}
-
-HitMap MapHits(const SkinModule& skin, const SkinBoard& board, Size area) {
-    HitMap hits(area, kNobody);
-    for (const auto& [key, rects] : board.layout) {
-        if (key >= skin.characters.size()) break;  // the engine never hits such a key
-        for (const Rect& rect : rects)
-            for (int y = rect.top; y <= std::min(rect.bottom, area.height - 1); ++y)
-                for (int x = rect.left; x <= std::min(rect.right, area.width - 1); ++x)
-                    if (int& owner = hits.At(x, y); owner == kNobody) owner = key;
-    }
-    return hits;
-}
-
 bool KeysCoverTooMuch(const SkinBoard& board) {
     constexpr std::int64_t kMostCover = 16;
     const Size picture = board.picture.GetSize();
@@ -93,34 +75,24 @@ std::string Text(const Rect& rect) {
            "," + std::to_string(rect.bottom);
 }
 
-std::optional<Size> GuessScreen(const Module& module) {
-    const auto sizeOf = [&module](BoardKind board) {
-        const auto data = module.Find(ResourceKind::Bitmap, PictureResource(board));
-        const auto picture = data ? DecodeBitmap(*data) : std::nullopt;
-        return picture ? picture->GetSize() : Size{};
-    };
-    const Size portrait = sizeOf(BoardKind::Portrait);
-    if (portrait == Size{}) return std::nullopt;
-    // A landscape picture may be as wide as the narrow side alone, and then tells nothing.
-    const int turnedWidth = sizeOf(BoardKind::Landscape).width;
-    if (turnedWidth > portrait.width) return Size{portrait.width, turnedWidth};
-    return Size{portrait.width, std::max(portrait.width, portrait.height * 4)};
-}
-
 std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* pPlaces) {
-    const SkinModule skin = ReadSkin(module);
     const Screen screen{{std::min(size.width, size.height), std::max(size.width, size.height)}};
+    const SkinModule skin = ReadSkin(module, screen.upright);
+    CheckedSkin checked{module, skin, screen, {}};
     RemarkList remarks(skin, pPlaces);
-    CheckLoading(module, skin, screen, remarks);
-    CheckLayout(skin, screen, remarks);
-    CheckCapsRect(skin, screen, remarks);
-    // Without a picture nothing is known of what can be tapped.
+    CheckLoading(checked, remarks);
+    if (!skin.pEngine->Upright().TakesSkin()) return remarks.Take();
     for (BoardKind board : kBoards)
-        if (const SkinBitmap& picture = skin.Board(board).picture; picture.isPresent && !picture.IsReadable())
-            return remarks.Take();
-    CheckStatus(skin, screen, remarks);
-    CheckPlanes(skin, screen, remarks);
-    CheckContrast(skin, screen, remarks);
+        checked.hits[static_cast<std::size_t>(board)] =
+            MapHits(skin, board, Clip(skin.Board(board).picture.GetSize(), screen.Panel(board)));
+    CheckLayout(checked, remarks);
+    CheckCapsRect(checked, remarks);
+    // Without a picture nothing is known of what can be tapped.
+    for (const SkinBoard& board : skin.boards)
+        if (board.picture.isPresent && !board.picture.IsReadable()) return remarks.Take();
+    const Reach reach = CheckStatus(checked, remarks);
+    CheckPlanes(checked, reach, remarks);
+    CheckContrast(checked, reach, remarks);
     return remarks.Take();
 }
 

@@ -30,10 +30,6 @@ struct Remark {
 [[nodiscard]] std::string FormatRemark(const Remark& remark, const std::string& file,
                                        const std::string& label = {});
 
-// The screen, upright, that the widths of the skin's pictures were made for. Without a landscape picture the
-// height is taken from the portrait picture's, a quarter of it. Nothing when there is no portrait picture.
-[[nodiscard]] std::optional<Size> GuessScreen(const Module& module);
-
 // `screen` is the size in pixels, of either orientation; both are checked. No remark: the skin is good.
 [[nodiscard]] std::vector<Remark> Check(const Module& module, Size screen,
                                         const SourcePlaces* pPlaces = nullptr);

@@ -48,12 +48,13 @@ void CheckKey(const Rect& area, const Rect& rect, std::uint16_t key, bool follow
 
 }  // namespace
 
-void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
+void CheckCapsRect(const CheckedSkin& checked, RemarkList& remarks) {
+    const SkinBoard& board = checked.skin.Board(BoardKind::Portrait);
+    Keyboard& keyboard = checked.skin.KeyboardOf(BoardKind::Portrait);
+    const Rect area = keyboard.CapsRect();
     // A square screen has no CAPS rectangle.
-    if (!skin.capsRect || screen.IsSquare() || !skin.portrait.picture.IsReadable()) return;
-    const Rect& area = *skin.capsRect;
-    if (area == Rect{0, 0, 0, 0}) return;
-    const Size picture = skin.portrait.picture.GetSize();
+    if (area == Rect{0, 0, 0, 0} || checked.screen.IsSquare()) return;
+    const Size picture = board.picture.GetSize();
     const std::string where =
         "what caps lock leaves alone" + remarks.Called(kResource) + ", " + Text(area) + ",";
     if (area.right <= area.left || area.bottom <= area.top) {
@@ -62,11 +63,10 @@ void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& rem
     }
     if (area.left < 0 || area.top < 0 || area.right > picture.width || area.bottom > picture.height)
         remarks.Add(BoardKind::Portrait, where + " reaches out of the picture of " + Text(picture));
-    for (const auto& [key, rects] : skin.portrait.layout) {
-        if (IsFunction(key) || key >= skin.characters.size()) continue;
+    for (const auto& [key, rects] : board.layout) {
+        if (IsFunction(key) || key >= checked.skin.characters.size()) continue;
         for (const Rect& rect : rects)
-            if (rect.HasArea())
-                CheckKey(area, rect, key, IsDigitLineCharacter(skin.characters[key][0]), remarks);
+            if (rect.HasArea()) CheckKey(area, rect, key, keyboard.IsOfDigitRow(key), remarks);
     }
 }
 

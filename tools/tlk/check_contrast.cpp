@@ -43,11 +43,25 @@ Contrast Measure(const Color& ink, const Color& face) {
 
 enum class Look { AtRest, Pressed };
 
-Color Paint(const Color& picture, bool maskShowsIt, Look look) {
-    const Color color = maskShowsIt ? picture : Color{};
-    if (look == Look::AtRest) return color;
-    return {static_cast<std::uint8_t>(~color.red), static_cast<std::uint8_t>(~color.green),
-            static_cast<std::uint8_t>(~color.blue)};
+// What the engine paints in one plane, and the mask that says where its ink is.
+struct PlaneLooks {
+    std::size_t plane;
+    const Picture& mask;
+    Picture atRest;
+    Picture pressed;
+
+    const Picture& In(Look look) const { return look == Look::AtRest ? atRest : pressed; }
+};
+
+PlaneLooks PaintLooks(Keyboard& keyboard, const SkinBoard& board, std::size_t plane) {
+    PlaneLooks looks{plane, board.masks[plane].pixels, {}, {}};
+    keyboard.Latch(LatchesFor(plane));
+    keyboard.ReleaseAll();
+    looks.atRest = keyboard.Paint(board.picture.GetSize());
+    for (const auto& [key, rects] : board.layout)
+        keyboard.Press(key);
+    looks.pressed = keyboard.Paint(board.picture.GetSize());
+    return looks;
 }
 
 std::string Text(const Color& color) {
@@ -74,7 +88,11 @@ struct FaintKey {
 class ContrastCheck {
 public:
     ContrastCheck(const SkinModule& skin, const SkinBoard& board, const PlaneSet& planes, RemarkList& remarks)
-        : m_Skin(skin), m_Board(board), m_Planes(planes), m_Remarks(remarks) {}
+        : m_Skin(skin), m_Board(board), m_Planes(planes), m_Remarks(remarks) {
+        for (std::size_t plane : planes)
+            if (IsMaskOf(board.masks[plane], board))
+                m_Looks.push_back(PaintLooks(skin.KeyboardOf(board.kind), board, plane));
+    }
 
     void Run() {
         for (const auto& [key, rects] : m_Board.layout)
@@ -88,14 +106,12 @@ public:
 private:
     FaintKey Read(std::uint16_t key, const std::vector<Rect>& rects) const {
         FaintKey faint{key, {}, Look::AtRest, {kLeastContrast, {}, {}}};
-        for (std::size_t plane : m_Planes) {
-            const SkinBitmap& mask = m_Board.masks[plane];
-            if (!IsMaskOf(mask, m_Board)) continue;
-            const std::vector<Point> ink = FindInk(mask.pixels, rects).pixels;
+        for (const PlaneLooks& looks : m_Looks) {
+            const std::vector<Point> ink = FindInk(looks.mask, rects).pixels;
             for (Look look : {Look::AtRest, Look::Pressed}) {
-                const auto contrast = MeasureOutline(mask.pixels, ink, look);
+                const auto contrast = MeasureOutline(looks.mask, ink, looks.In(look));
                 if (!contrast || contrast->ratio >= kLeastContrast) continue;
-                faint.planes.insert(plane);
+                faint.planes.insert(looks.plane);
                 if (contrast->ratio >= faint.worst.ratio) continue;
                 faint.worst = *contrast;
                 faint.look = look;
@@ -106,22 +122,17 @@ private:
 
     // The contrast where ink and face meet. A quarter of the outline may be worse: faces are shaded, and an
     // author's pictures can be anything.
-    std::optional<Contrast> MeasureOutline(const Picture& mask, const std::vector<Point>& ink,
-                                           Look look) const {
+    static std::optional<Contrast> MeasureOutline(const Picture& mask, const std::vector<Point>& ink,
+                                                  const Picture& painted) {
         std::vector<Contrast> outline;
         for (const auto& [x, y] : ink)
             for (const auto& [nextX, nextY] : {Point{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}})
                 if (mask.Contains(nextX, nextY) && mask.At(nextX, nextY) != mask.At(x, y))
-                    outline.push_back(
-                        Measure(Painted(mask, {x, y}, look), Painted(mask, {nextX, nextY}, look)));
+                    outline.push_back(Measure(painted.At(x, y), painted.At(nextX, nextY)));
         if (outline.empty()) return std::nullopt;
         const auto quarter = outline.begin() + static_cast<std::ptrdiff_t>(outline.size() / 4);
         std::ranges::nth_element(outline, quarter, {}, &Contrast::ratio);
         return *quarter;
-    }
-
-    Color Painted(const Picture& mask, Point point, Look look) const {
-        return Paint(m_Board.picture.pixels.At(point.x, point.y), mask.At(point.x, point.y) != Color{}, look);
     }
 
     void Tell(const FaintKey& faint) {
@@ -141,18 +152,16 @@ private:
     const SkinBoard& m_Board;
     const PlaneSet& m_Planes;
     RemarkList& m_Remarks;
+    std::vector<PlaneLooks> m_Looks;
     std::vector<FaintKey> m_Faint;
 };
 
 }  // namespace
 
-void CheckContrast(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
-    const Reach reach = FindReach(skin, screen);
-    for (BoardKind kind : kBoards) {
-        const SkinBoard& board = skin.Board(kind);
-        if (!screen.Uses(kind) || !board.picture.IsReadable() || KeysCoverTooMuch(board)) continue;
-        ContrastCheck(skin, board, reach.Planes(kind), remarks).Run();
-    }
+void CheckContrast(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks) {
+    for (const SkinBoard& board : checked.skin.boards)
+        if (checked.screen.Uses(board.kind) && board.picture.IsReadable() && !KeysCoverTooMuch(board))
+            ContrastCheck(checked.skin, board, reach.Planes(board.kind), remarks).Run();
 }
 
 }  // namespace tlk

@@ -16,6 +16,9 @@ constexpr int kSmallestShare = 24;
 // Gaps that are told one by one.
 constexpr std::size_t kMostGaps = 12;
 
+// Pixels that no panel shows.
+constexpr int kUnseen = -2;
+
 // These two count as one key when the pen slides from one to the other.
 constexpr std::uint16_t kDigitNine = 46;
 
@@ -38,14 +41,14 @@ bool IsEmpty(const Rect& rect) { return !rect.HasArea(); }
 
 class BoardCheck {
 public:
-    BoardCheck(const SkinModule& skin, const SkinBoard& board, const Screen& screen, RemarkList& remarks)
-        : m_Skin(skin),
+    BoardCheck(const CheckedSkin& checked, const SkinBoard& board, RemarkList& remarks)
+        : m_Skin(checked.skin),
           m_Board(board),
-          m_Area(UsableArea(board, screen.Panel(board.kind))),
-          m_Panels(PanelsOf(board.kind, screen)),
-          m_SmallestSide((screen.upright.width + kSmallestShare - 1) / kSmallestShare),
+          m_Panels(PanelsOf(board.kind, checked.screen)),
+          m_SmallestSide((checked.screen.upright.width + kSmallestShare - 1) / kSmallestShare),
           m_Remarks(remarks),
-          m_Hits(MapHits(skin, board, m_Area)) {
+          m_Hits(checked.Hits(board.kind)),
+          m_Area(m_Hits.GetSize()) {
         for (int y = 0; y < m_Area.height; ++y)
             for (int x = 0; x < m_Area.width; ++x)
                 if (!IsSeen(x, y)) m_Hits.At(x, y) = kUnseen;
@@ -238,22 +241,21 @@ private:
 
     const SkinModule& m_Skin;
     const SkinBoard& m_Board;
-    Size m_Area;
     std::vector<Size> m_Panels;
     int m_SmallestSide;
     RemarkList& m_Remarks;
     HitMap m_Hits;
+    Size m_Area;
     // Keys that no tap hits.
     std::set<std::uint16_t> m_Lost;
 };
 
 }  // namespace
 
-void CheckLayout(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
-    for (BoardKind kind : kBoards) {
-        const SkinBoard& board = skin.Board(kind);
-        if (screen.Uses(kind) && board.picture.IsReadable()) BoardCheck(skin, board, screen, remarks).Run();
-    }
+void CheckLayout(const CheckedSkin& checked, RemarkList& remarks) {
+    for (const SkinBoard& board : checked.skin.boards)
+        if (checked.screen.Uses(board.kind) && board.picture.IsReadable())
+            BoardCheck(checked, board, remarks).Run();
 }
 
 }  // namespace tlk

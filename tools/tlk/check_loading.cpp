@@ -10,18 +10,18 @@ namespace {
 
 class LoadingCheck {
 public:
-    LoadingCheck(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks)
-        : m_Module(module), m_Skin(skin), m_Screen(screen), m_Remarks(remarks) {}
+    LoadingCheck(const CheckedSkin& checked, RemarkList& remarks)
+        : m_Module(checked.module), m_Skin(checked.skin), m_Screen(checked.screen), m_Remarks(remarks) {}
 
     void Run() {
         CheckTypes();
         CheckPortraitWidth();
         if (!m_Screen.IsSquare()) CheckLandscapeWidth();
-        for (BoardKind kind : kBoards) {
-            if (!m_Screen.Uses(kind)) continue;
-            CheckPicture(m_Skin.Board(kind));
-            CheckMasks(m_Skin.Board(kind));
-            CheckRecords(m_Skin.Board(kind));
+        for (const SkinBoard& board : m_Skin.boards) {
+            if (!m_Screen.Uses(board.kind)) continue;
+            CheckPicture(board);
+            CheckMasks(board);
+            CheckRecords(board);
         }
         CheckSecondLanguage();
     }
@@ -38,7 +38,7 @@ private:
     }
 
     void CheckPortraitWidth() {
-        const SkinBitmap& picture = m_Skin.portrait.picture;
+        const SkinBitmap& picture = m_Skin.Board(BoardKind::Portrait).picture;
         const int width = m_Screen.upright.width;
         if (!picture.isPresent)
             m_Remarks.Add(BoardKind::Portrait, "the picture of the keyboard is missing" +
@@ -52,7 +52,7 @@ private:
     }
 
     void CheckLandscapeWidth() {
-        const SkinBitmap& picture = m_Skin.landscape.picture;
+        const SkinBitmap& picture = m_Skin.Board(BoardKind::Landscape).picture;
         const Size screen = m_Screen.Turned();
         if (!picture.isPresent) {
             m_Remarks.Add(BoardKind::Landscape, "the picture of the turned keyboard is missing" +
@@ -79,12 +79,13 @@ private:
         if (!board.picture.IsReadable()) {
             m_Remarks.Add(board.kind,
                           "the picture is damaged or compressed and cannot be checked: use 1, 4, "
-                          "8, 24 or 32 bits without compression");
+                          "8, 16, 24 or 32 bits without compression");
             return;
         }
         const Size picture = board.picture.GetSize();
         // If the skin does not load there, its digit keyboard is never seen.
-        const bool isUprightOnly = board.kind == BoardKind::Digits && !m_Skin.landscape.picture.isPresent;
+        const bool isUprightOnly =
+            board.kind == BoardKind::Digits && !m_Skin.Board(BoardKind::Landscape).picture.isPresent;
         const Size panel = m_Screen.Panel(isUprightOnly ? BoardKind::Portrait : board.kind);
         if (picture.height > panel.height)
             m_Remarks.Add(board.kind, "the picture is " + std::to_string(picture.height) +
@@ -113,23 +114,15 @@ private:
             const SkinBitmap& mask = board.masks[plane];
             if (!mask.isPresent) continue;
             const PlaneSet planes{plane};
-            if (mask.depth != 1 || !mask.IsReadable())
+            if (mask.depth != 1)
                 m_Remarks.Add(board.kind, planes,
-                              "the mask is no bitmap of one bit per pixel: the plane "
+                              "the mask is no bitmap of one bit per pixel, black and white: the plane "
                               "cannot be drawn");
-            else if (!IsBlackAndWhite(mask.pixels))
-                m_Remarks.Add(board.kind, planes, "the mask has other colours than black and white");
             else if (board.picture.IsReadable() && mask.GetSize() != board.picture.GetSize())
                 m_Remarks.Add(board.kind, planes,
                               "the mask is " + Text(mask.GetSize()) + " pixels large, its picture " +
                                   Text(board.picture.GetSize()));
         }
-    }
-
-    static bool IsBlackAndWhite(const Picture& pixels) {
-        return std::ranges::all_of(pixels.Pixels(), [](const Color& color) {
-            return color == Color{} || color == Color{0xFF, 0xFF, 0xFF};
-        });
     }
 
     void CheckRecords(const SkinBoard& board) {
@@ -172,8 +165,6 @@ private:
 
 }  // namespace
 
-void CheckLoading(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
-    LoadingCheck(module, skin, screen, remarks).Run();
-}
+void CheckLoading(const CheckedSkin& checked, RemarkList& remarks) { LoadingCheck(checked, remarks).Run(); }
 
 }  // namespace tlk

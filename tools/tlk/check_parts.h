@@ -2,10 +2,11 @@
 // The parts of the check. Each adds its remarks to the list.
 #pragma once
 
+#include <array>
 #include <set>
 
 #include "check.h"
-#include "skin_module.h"
+#include "moves.h"
 
 namespace tlk {
 
@@ -51,16 +52,16 @@ struct Screen {
     bool Uses(BoardKind board) const { return board != BoardKind::Landscape || !IsSquare(); }
 };
 
-inline constexpr BoardKind kBoards[] = {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits};
+// A skin and what its keyboards have answered.
+struct CheckedSkin {
+    const Module& module;
+    const SkinModule& skin;
+    Screen screen;
+    // By BoardKind: which key a tap hits, where keys can be both seen and hit.
+    std::array<HitMap, 3> hits;
 
-// Which key a tap on each pixel of the panel hits; nobody's pixels hold kNobody.
-inline constexpr int kNobody = -1;
-// Pixels that no panel shows.
-inline constexpr int kUnseen = -2;
-using HitMap = Grid<int>;
-[[nodiscard]] HitMap MapHits(const SkinModule& skin, const SkinBoard& board, Size area);
-// Where the keys of the board can be both seen and hit on such a panel.
-[[nodiscard]] Size UsableArea(const SkinBoard& board, Size panel);
+    const HitMap& Hits(BoardKind kind) const { return hits[static_cast<std::size_t>(kind)]; }
+};
 
 // By the bounds of each, which is what reading their ink costs. Only a damaged layout's do.
 [[nodiscard]] bool KeysCoverTooMuch(const SkinBoard& board);
@@ -69,26 +70,23 @@ using HitMap = Grid<int>;
 
 [[nodiscard]] std::string Text(const Rect& rect);
 
-// Would it load: pictures, masks and data as such.
-void CheckLoading(const Module& module, const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-// Where the keys lie and which there are.
-void CheckLayout(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-void CheckCapsRect(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-// What can be reached by taps, and the way back.
-void CheckStatus(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-// What keys show in the planes that can be reached.
-void CheckPlanes(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-void CheckContrast(const SkinModule& skin, const Screen& screen, RemarkList& remarks);
-
-// The planes that taps can bring up on each board.
+// The planes that the pen can bring up on each board, by BoardKind.
 struct Reach {
-    PlaneSet portrait;
-    PlaneSet landscape;
-    bool digits = false;
+    std::array<PlaneSet, 3> planes;
 
-    PlaneSet Planes(BoardKind board) const;
+    const PlaneSet& Planes(BoardKind board) const { return planes[static_cast<std::size_t>(board)]; }
 };
-[[nodiscard]] Reach FindReach(const SkinModule& skin, const Screen& screen);
+
+// Would it load: pictures, masks and data as such.
+void CheckLoading(const CheckedSkin& checked, RemarkList& remarks);
+// Where the keys lie and which there are.
+void CheckLayout(const CheckedSkin& checked, RemarkList& remarks);
+void CheckCapsRect(const CheckedSkin& checked, RemarkList& remarks);
+// What can be reached by the pen, and the way back.
+Reach CheckStatus(const CheckedSkin& checked, RemarkList& remarks);
+// What keys show in the planes that can be reached.
+void CheckPlanes(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks);
+void CheckContrast(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks);
 
 // The glyph of a key, in each place where it stands: what differs from the key's face, without frames, lines
 // and rounded corners.

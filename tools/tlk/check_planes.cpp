@@ -36,8 +36,12 @@ bool DrawsSomething(const Picture& picture, const Rect& rect) {
 
 class PlaneCheck {
 public:
-    PlaneCheck(const SkinModule& skin, const SkinBoard& board, PlaneSet reached, RemarkList& remarks)
-        : m_Skin(skin), m_Board(board), m_Reached(std::move(reached)), m_Remarks(remarks) {}
+    PlaneCheck(const SkinModule& skin, const SkinBoard& board, const PlaneSet& reached, RemarkList& remarks)
+        : m_Skin(skin),
+          m_Board(board),
+          m_Keyboard(skin.KeyboardOf(board.kind)),
+          m_Reached(reached),
+          m_Remarks(remarks) {}
 
     void Run() {
         TellMissingMasks();
@@ -80,36 +84,32 @@ private:
         for (std::size_t plane : m_Reached) {
             const SkinBitmap& mask = m_Board.masks[plane];
             if (!IsMaskOf(mask, m_Board)) continue;
-            const std::string text = Compare(key, rects, plane, FindInk(mask.pixels, rects));
+            m_Keyboard.Latch(LatchesFor(plane));
+            const std::string text = Compare(key, rects, FindInk(mask.pixels, rects));
             if (!text.empty()) found[text].insert(plane);
         }
         for (const auto& [text, planes] : found)
             m_Remarks.Add(m_Board.kind, planes == m_Reached ? PlaneSet{} : planes, key, text);
     }
 
-    std::string Compare(std::uint16_t key, const std::vector<Rect>& rects, std::size_t plane,
-                        const KeyInk& ink) const {
+    std::string Compare(std::uint16_t key, const std::vector<Rect>& rects, const KeyInk& ink) {
         if (ink.isCut) return "the glyph reaches the edge of the key: it is cut, or runs into the next one";
         const bool showsSomething =
             ink.isThere || (ink.faceShowsPicture && std::ranges::any_of(rects, [this](const Rect& rect) {
                                 return DrawsSomething(m_Board.picture.pixels, rect);
                             }));
         if (IsFunction(key)) return showsSomething || key == function_key::kSpace ? "" : "shows nothing";
-        const char16_t character = Character(key, plane);
+        const char16_t character = m_Keyboard.CharacterOf(key);
         if (character == 0) return ink.isThere ? "shows something but types no character" : "";
         return showsSomething || IsBlank(character) ? "" : "types " + Quote(character) + " but shows nothing";
-    }
-
-    // Digit entries have the same character throughout; of others the engine takes the last one there.
-    char16_t Character(std::uint16_t key, std::size_t plane) const {
-        return m_Skin.characters[key][std::min(plane, kSlotCount - 1)];
     }
 
     static std::string Quote(char16_t character) { return "\"" + ToUtf8(character) + "\""; }
 
     const SkinModule& m_Skin;
     const SkinBoard& m_Board;
-    const PlaneSet m_Reached;
+    Keyboard& m_Keyboard;
+    const PlaneSet& m_Reached;
     RemarkList& m_Remarks;
 };
 
@@ -117,23 +117,25 @@ void CheckLanguage2(const SkinModule& skin, const Reach& reach, RemarkList& rema
     const auto hasLanguage2 = [](const PlaneSet& planes) {
         return std::ranges::any_of(planes, [](std::size_t plane) { return plane >= kSlotCount / 2; });
     };
-    if ((hasLanguage2(reach.portrait) || hasLanguage2(reach.landscape)) && !skin.hasSecondLanguage)
+    if ((hasLanguage2(reach.Planes(BoardKind::Portrait)) ||
+         hasLanguage2(reach.Planes(BoardKind::Landscape))) &&
+        !skin.hasSecondLanguage)
         remarks.Add("language 2 can be switched to but has no characters" + remarks.Called("LOCALE_CHARSET") +
                     ": its keys type nothing");
 }
 
 }  // namespace
 
-void CheckPlanes(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
-    const Reach reach = FindReach(skin, screen);
-    CheckLanguage2(skin, reach, remarks);
-    for (BoardKind kind : kBoards) {
-        const SkinBoard& board = skin.Board(kind);
-        if (!screen.Uses(kind)) continue;
-        if (kind == BoardKind::Digits && reach.digits && !board.picture.isPresent)
-            remarks.Add(kind, "the key \"digits\" leads here but the picture is missing" +
-                                  remarks.Called(PictureResource(kind)));
-        if (board.picture.isPresent) PlaneCheck(skin, board, reach.Planes(kind), remarks).Run();
+void CheckPlanes(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks) {
+    CheckLanguage2(checked.skin, reach, remarks);
+    for (const SkinBoard& board : checked.skin.boards) {
+        if (!checked.screen.Uses(board.kind)) continue;
+        const PlaneSet& reached = reach.Planes(board.kind);
+        if (board.picture.isPresent)
+            PlaneCheck(checked.skin, board, reached, remarks).Run();
+        else if (board.kind == BoardKind::Digits && !reached.empty())
+            remarks.Add(board.kind, "the key \"digits\" leads here but the picture is missing" +
+                                        remarks.Called(PictureResource(board.kind)));
     }
 }
 

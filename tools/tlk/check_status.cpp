@@ -1,198 +1,104 @@
 // SPDX-License-Identifier: MIT
-// Taps all status keys in every order, as the engine would answer them: which planes come up, and is there a
-// way back from each?
-#include <bitset>
-
+// All that the pen can latch, in every order: which planes come up, and is there a way back from each?
 #include "check_parts.h"
+#include "moves.h"
 
 namespace tlk {
 namespace {
 
-// A state of the keyboard in one orientation, a bit for each flag.
-enum Flag : unsigned {
-    kShift = 1,
-    kCaps = 2,
-    kControl = 4,
-    kLanguage2 = 8,
-    kDigits = 16,
-    kUmlaut = 32,
-    kStateCount = 64,
-    kOneShot = kShift | kControl | kUmlaut
+LatchStates Only(Latches state) { return LatchStates{}.set(state); }
+
+template <class Callback>
+void ForEach(const LatchStates& states, const Callback& callback) {
+    for (Latches state = 0; state < kLatchStates; ++state)
+        if (states.test(state)) callback(state);
+}
+
+// What a keyboard starts with after the screen was turned in any of these states.
+LatchStates AfterTurning(const Keyboard& keyboard, const LatchStates& states) {
+    LatchStates after = Only(0);
+    ForEach(states, [&](Latches state) { after.set(state & keyboard.Lasting()); });
+    return after;
+}
+
+HitMap Crop(const HitMap& hits, Size panel) {
+    HitMap part(Clip(hits.GetSize(), panel), kNobody);
+    for (int y = 0; y < part.GetSize().height; ++y)
+        for (int x = 0; x < part.GetSize().width; ++x)
+            part.At(x, y) = hits.At(x, y);
+    return part;
+}
+
+// The keyboard of one orientation, and what the pen brings up there.
+struct Orientation {
+    BoardKind board;
+    Keyboard& keyboard;
+    Moves moves;
+    LatchStates states;
+
+    Orientation(const CheckedSkin& checked, BoardKind kind)
+        : board(kind),
+          keyboard(checked.skin.KeyboardOf(kind)),
+          moves(keyboard, checked.Hits(kind),
+                Crop(checked.Hits(BoardKind::Digits), checked.screen.Panel(kind))) {}
+
+    // Is there a state with this latched, and that one not, from which nothing leads to one without it?
+    bool IsTrapped(Latches latched, Latches without = 0) const {
+        bool isTrapped = false;
+        ForEach(states, [&](Latches state) {
+            if (!(state & latched) || (state & without)) return;
+            bool isFree = false;
+            ForEach(moves.Reach(Only(state)), [&](Latches next) { isFree = isFree || !(next & latched); });
+            isTrapped = isTrapped || !isFree;
+        });
+        return isTrapped;
+    }
+
+    void AddPlanes(Reach& reach) const {
+        ForEach(states, [&](Latches state) {
+            keyboard.Latch(state);
+            const std::size_t plane = keyboard.Plane();
+            reach.planes[static_cast<std::size_t>(plane == kDigitPlane ? BoardKind::Digits : board)].insert(
+                plane);
+        });
+    }
 };
 
-using States = std::bitset<kStateCount>;
-
-// One orientation's boards, as far as their keys can be hit.
-class Machine {
-public:
-    Machine(const SkinModule& skin, const SkinBoard& characters, const Screen& screen)
-        : m_Characters(KeysOf(skin, characters, screen.Panel(characters.kind))),
-          m_Digits(KeysOf(skin, skin.digits, screen.Panel(characters.kind))),
-          m_HasCapsKey(characters.layout.contains(function_key::kCaps)) {}
-
-    // All states that taps and strokes lead to from these, with them.
-    States Reach(States states) const {
-        for (States before; before != states;) {
-            before = states;
-            for (unsigned state = 0; state < kStateCount; ++state)
-                if (before.test(state)) states |= Next(state);
-        }
-        return states;
-    }
-
-private:
-    static std::set<std::uint16_t> KeysOf(const SkinModule& skin, const SkinBoard& board, Size panel) {
-        std::set<std::uint16_t> keys;
-        const HitMap hits = MapHits(skin, board, UsableArea(board, panel));
-        int last = kNobody;
-        for (int key : hits.Pixels()) {
-            if (key == last || key == kNobody) continue;
-            keys.insert(static_cast<std::uint16_t>(key));
-            last = key;
-        }
-        return keys;
-    }
-
-    States Next(unsigned state) const {
-        States next;
-        for (std::uint16_t key : state& kDigits ? m_Digits : m_Characters) {
-            if (key < function_key::kShift || key > function_key::kUmlaut) {
-                next.set(state & ~unsigned{kOneShot});
-                continue;
-            }
-            const unsigned tapped = Tap(state, key);
-            next.set(tapped);
-            if (key == function_key::kShift && !m_HasCapsKey)
-                next.set(Tap(tapped, key) ^ kCaps);                         // the second tap of a double tap
-            if (key == function_key::kLanguage) next.set(state ^ kUmlaut);  // an upward stroke
-        }
-        return next;
-    }
-
-    unsigned Tap(unsigned state, std::uint16_t key) const {
-        switch (key) {
-            case function_key::kShift:
-                return !m_HasCapsKey && (state & kCaps) ? state & ~unsigned{kCaps} : state ^ kShift;
-            case function_key::kControl:
-                return state ^ kControl;
-            case function_key::kCaps:
-                return state ^ kCaps;
-            case function_key::kLanguage:
-                return state ^ kLanguage2;
-            case function_key::kDigits:
-                return (state ^ kDigits) & (state & kDigits ? ~0U : ~unsigned{kControl});
-            default:
-                return state ^ kUmlaut;
-        }
-    }
-
-    std::set<std::uint16_t> m_Characters;
-    std::set<std::uint16_t> m_Digits;
-    bool m_HasCapsKey;
-};
-
-// The plane of the mask that the engine selects.
-std::size_t PlaneOf(unsigned state) {
-    if (state & kControl) return 0;
-    if (state & kDigits) return kDigitPlane;
-    const bool isLarge = ((state & kShift) != 0) != ((state & kCaps) != 0);
-    return (state & kLanguage2 ? 4U : 0U) + (state & kUmlaut ? 2U : 0U) + (isLarge ? 1U : 0U);
-}
-
-States Only(unsigned state) { return States{}.set(state); }
-
-bool HasFlag(const States& states, unsigned flag) {
-    for (unsigned state = 0; state < kStateCount; ++state)
-        if (states.test(state) && (state & flag)) return true;
-    return false;
-}
-
-struct Orientations {
-    States upright;
-    States turned;
-};
-
-// The language is what of a state outlasts the turning of the screen.
-Orientations FindStates(const Machine& upright, const Machine* pTurned) {
-    Orientations found{upright.Reach(Only(0)), {}};
-    if (!pTurned) return found;
-    const auto start = [](const States& other) {
-        return HasFlag(other, kLanguage2) ? Only(0) | Only(kLanguage2) : Only(0);
-    };
-    found.turned = pTurned->Reach(start(found.upright));
-    found.upright = upright.Reach(start(found.turned));
-    return found;
-}
-
-// Is there a state with this flag, and without the other one, from which no tap leads to one without it?
-bool IsTrapped(const Machine& machine, const States& states, unsigned flag, unsigned without = 0) {
-    for (unsigned state = 0; state < kStateCount; ++state) {
-        if (!states.test(state) || !(state & flag) || (state & without)) continue;
-        const States later = machine.Reach(Only(state));
-        bool isFree = false;
-        for (unsigned next = 0; next < kStateCount; ++next)
-            isFree = isFree || (later.test(next) && !(next & flag));
-        if (!isFree) return true;
-    }
-    return false;
-}
-
-void TellTraps(const Machine& machine, const States& states, BoardKind board, RemarkList& remarks) {
-    if (IsTrapped(machine, states, kLanguage2, kDigits))
-        remarks.Add(board,
+void TellTraps(const Orientation& orientation, RemarkList& remarks) {
+    if (orientation.IsTrapped(latch::kLanguage2, latch::kDigits))
+        remarks.Add(orientation.board,
                     "no way back from language 2: add the key \"lang\" here as well, as the language "
                     "stays when the screen is turned");
-    if (IsTrapped(machine, states, kCaps, kDigits)) remarks.Add(board, "no way to release caps lock");
-}
-
-void AddPlanes(const States& states, PlaneSet& planes, bool& digits) {
-    for (unsigned state = 0; state < kStateCount; ++state) {
-        if (!states.test(state)) continue;
-        const std::size_t plane = PlaneOf(state);
-        if (plane == kDigitPlane)
-            digits = true;
-        else
-            planes.insert(plane);
-    }
+    if (orientation.IsTrapped(latch::kCaps, latch::kDigits))
+        remarks.Add(orientation.board, "no way to release caps lock");
 }
 
 }  // namespace
 
-PlaneSet Reach::Planes(BoardKind board) const {
-    switch (board) {
-        case BoardKind::Portrait:
-            return portrait;
-        case BoardKind::Landscape:
-            return landscape;
-        case BoardKind::Digits:
-            break;
+Reach CheckStatus(const CheckedSkin& checked, RemarkList& remarks) {
+    std::vector<Orientation> orientations;
+    orientations.emplace_back(checked, BoardKind::Portrait);
+    orientations[0].states = orientations[0].moves.Reach(Only(0));
+    if (checked.screen.Uses(BoardKind::Landscape) &&
+        checked.skin.Board(BoardKind::Landscape).picture.isPresent) {
+        Orientation& turned = orientations.emplace_back(checked, BoardKind::Landscape);
+        Orientation& upright = orientations[0];
+        turned.states = turned.moves.Reach(AfterTurning(turned.keyboard, upright.states));
+        upright.states = upright.moves.Reach(AfterTurning(upright.keyboard, turned.states));
     }
-    return digits ? PlaneSet{kDigitPlane} : PlaneSet{};
-}
-
-Reach FindReach(const SkinModule& skin, const Screen& screen) {
-    const Machine upright(skin, skin.portrait, screen);
-    const Machine turned(skin, skin.landscape, screen);
-    const Orientations states = FindStates(upright, screen.IsSquare() ? nullptr : &turned);
     Reach reach;
-    AddPlanes(states.upright, reach.portrait, reach.digits);
-    AddPlanes(states.turned, reach.landscape, reach.digits);
-    return reach;
-}
-
-void CheckStatus(const SkinModule& skin, const Screen& screen, RemarkList& remarks) {
-    if (!skin.portrait.picture.isPresent) return;
-    const Machine upright(skin, skin.portrait, screen);
-    const Machine turned(skin, skin.landscape, screen);
-    const bool isTurned = !screen.IsSquare() && skin.landscape.picture.isPresent;
-    const Orientations states = FindStates(upright, isTurned ? &turned : nullptr);
-    if (IsTrapped(upright, states.upright, kDigits) || IsTrapped(turned, states.turned, kDigits))
-        remarks.Add(BoardKind::Digits, "no way back: add the key \"digits\" to it");
-    TellTraps(upright, states.upright, BoardKind::Portrait, remarks);
-    if (isTurned) TellTraps(turned, states.turned, BoardKind::Landscape, remarks);
-    if (skin.digits.layout.contains(function_key::kControl))
+    bool isTrapped = false;
+    for (const Orientation& orientation : orientations) {
+        orientation.AddPlanes(reach);
+        isTrapped = isTrapped || orientation.IsTrapped(latch::kDigits);
+    }
+    if (isTrapped) remarks.Add(BoardKind::Digits, "no way back: add the key \"digits\" to it");
+    for (const Orientation& orientation : orientations)
+        TellTraps(orientation, remarks);
+    if (checked.skin.Board(BoardKind::Digits).layout.contains(function_key::kControl))
         remarks.Add(BoardKind::Digits, function_key::kControl,
                     "Control shows the character keyboard while the keys of this one are hit: leave it out");
+    return reach;
 }
 
 }  // namespace tlk

@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "art.h"
-#include "bitmap.h"
 #include "command.h"
 #include "compile_source.h"
 #include "errors.h"
 #include "file.h"
 #include "png_file.h"
+#include "skin_module.h"
 
 namespace tlk {
 namespace {
@@ -64,18 +64,18 @@ void RequireUnpainted(const Output& output) {
 }
 
 std::vector<Output> MakeOutputs(const Subject& subject, const fs::path& folder) {
+    const SkinModule skin = ReadSkin(subject.module);
     std::vector<Output> outputs;
     std::string lines =
         "# Paint on these pictures; lines of those that you leave alone can go.\n" + subject.table + "\n";
     for (const std::string& name : AllArtNames()) {
-        const auto data = subject.module.Find(ResourceKind::Bitmap, FindArtResource(name));
-        if (!data) continue;
-        const auto picture = DecodeBitmap(*data);
-        if (!picture) {
+        const SkinBitmap bitmap = skin.pEngine->Bitmap(FindArtResource(name));
+        if (!bitmap.isPresent) continue;
+        if (!bitmap.IsReadable()) {
             std::cerr << "warning: " << name << " is left out: it is damaged or compressed\n";
             continue;
         }
-        outputs.push_back({folder / (name + ".png"), EncodePng(*picture)});
+        outputs.push_back({folder / (name + ".png"), EncodePng(bitmap.pixels)});
         lines += name + " = \"" + name + ".png\"\n";
     }
     if (outputs.empty()) throw FileError("there is no picture in it");

@@ -9,6 +9,7 @@
 #include "command.h"
 #include "errors.h"
 #include "file.h"
+#include "skin_module.h"
 #include "source.h"
 
 namespace tlk {

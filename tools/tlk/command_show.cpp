@@ -53,18 +53,22 @@ View MakeView(const Arguments& arguments, const SkinModule& skin) {
             AppendName(names, PlaneName(i));
         throw FileError("no plane '" + arguments.plane + "': there are " + names);
     }
-    View view{*plane, arguments.isLandscape, arguments.hasCapsLock, {}};
+    Latches latches = LatchesFor(*plane);
+    // It turns the case around, and so does Shift.
+    if (arguments.hasCapsLock && *plane != kDigitPlane) latches ^= latch::kCaps | latch::kShift;
+    View view{latches, arguments.isLandscape, {}};
+    const BoardKind board = ShownBoard(skin, view);
     for (const std::string& name : SplitNames(arguments.pressed))
-        view.pressed.push_back(FindKey(skin, view.Board(), name));
+        view.pressed.push_back(FindKey(skin, board, name));
     return view;
 }
 
 Picture Draw(const Arguments& arguments, const SkinModule& skin) {
     if (arguments.isSheet) return DrawSheet(skin, arguments.zoom, Font(arguments.font));
     const View view = MakeView(arguments, skin);
-    Picture picture = Enlarge(Compose(skin, view), arguments.zoom);
+    Picture picture = Enlarge(Paint(skin, view), arguments.zoom);
     if (arguments.showsHitAreas)
-        DrawHitAreas(picture, arguments.zoom, skin, view.Board(), Font(arguments.font));
+        DrawHitAreas(picture, arguments.zoom, skin, ShownBoard(skin, view), Font(arguments.font));
     return picture;
 }
 

@@ -19,8 +19,9 @@
 #include "errors.h"
 #include "file.h"
 #include "file_watch.h"
-#include "keyboard_state.h"
+#include "moves.h"
 #include "png_file.h"
+#include "preview.h"
 #include "running_simulator.h"
 
 namespace tlk {
@@ -53,26 +54,6 @@ void HandleSignals() {
     action.sa_handler = SIG_IGN;
     sigaction(SIGPIPE, &action, nullptr);
 }
-
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = (fs::temp_directory_path() / "tlk-watch-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw FileError(name + ": no folder can be made there");
-        m_Path = name;
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        fs::remove_all(m_Path, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    std::string Path(const std::string& name) const { return (m_Path / name).string(); }
-
-private:
-    fs::path m_Path;
-};
 
 class Watcher {
 public:
@@ -138,38 +119,57 @@ private:
             if (m_HasEnded && !g_isInterrupted)
                 throw std::runtime_error(m_Arguments.simulator + ": ended before it showed the skin");
         } else {
-            const KeyboardState state = TakeState().value_or(KeyboardState{});
-            std::vector<std::string> commands{"deselect", "skin put " + m_SkinPath, "select"};
-            for (const std::string& command : CommandsFor(skin, state))
-                commands.push_back(command);
-            m_HasEnded = !m_Simulator->Do(commands);
+            const View view = TakeView();
+            m_HasEnded = !m_Simulator->Do({"deselect", "skin put " + m_SkinPath, "select"}) ||
+                         !Lead(skin, view.isLandscape, 0, view.latches);
         }
         m_Skin = std::move(skin);
     }
 
-    // Leaves the keyboard in its first language, as a language that stays is not visible on its key later.
-    std::optional<KeyboardState> TakeState() {
-        std::optional<KeyboardState> state = PresentState();
-        if (!state) return std::nullopt;
+    // Answers what is latched, and releases it: a language for which the next skin has no key would stay.
+    View TakeView() {
+        std::optional<View> view = PresentView();
+        if (!view) return {};
         // The digit keyboard does not show the other latched keys.
-        const bool showsDigits = state->showsDigits;
-        if (showsDigits) {
-            static_cast<void>(m_Simulator->Do(TapOn(m_Skin, *state, function_key::kDigits)));
-            state = PresentState();
-            if (!state) return std::nullopt;
+        const Latches digits = view->latches & latch::kDigits;
+        if (digits) {
+            Lead(m_Skin, view->isLandscape, view->latches, view->latches & ~latch::kDigits);
+            view = PresentView();
+            if (!view) return {};
         }
-        if (state->isLanguage2)
-            static_cast<void>(m_Simulator->Do(TapOn(m_Skin, *state, function_key::kLanguage)));
-        state->showsDigits = showsDigits;
-        return state;
+        Lead(m_Skin, view->isLandscape, view->latches, 0);
+        view->latches |= digits;
+        return *view;
     }
 
-    std::optional<KeyboardState> PresentState() {
+    // Brings up as much of the state as the skin has keys for; false when the simulator has ended.
+    bool Lead(const SkinModule& skin, bool isLandscape, Latches from, Latches to) {
+        const BoardKind board = isLandscape ? BoardKind::Landscape : BoardKind::Portrait;
+        const Size panel = skin.Board(board).picture.GetSize();
+        const Moves moves(skin.KeyboardOf(board), MapHits(skin, board, panel),
+                          MapHits(skin, BoardKind::Digits, panel));
+        std::vector<std::string> commands;
+        for (const Move& move : moves.PathTowards(from, to))
+            std::ranges::move(CommandsOf(move), std::back_inserter(commands));
+        return m_Simulator->Do(commands);
+    }
+
+    static std::vector<std::string> CommandsOf(const Move& move) {
+        const auto at = [](const Point& point) {
+            return ' ' + std::to_string(point.x) + ' ' + std::to_string(point.y);
+        };
+        if (move.gesture == Gesture::Tap) return {"tap" + at(move.point)};
+        if (move.gesture == Gesture::DoubleTap) return {"double" + at(move.point)};
+        const Point end = StrokeEnd(move.point);
+        return {"down" + at(move.point), "move" + at(end), "up" + at(end)};
+    }
+
+    std::optional<View> PresentView() {
         const std::string picture = m_Folder.Path("panel.png");
         std::error_code ignored;
         fs::remove(picture, ignored);
         if (!m_Simulator->Do({"screenshot panel " + picture}) || !fs::exists(picture)) return std::nullopt;
-        return FindState(m_Skin, DecodePng(ReadFile(picture)));
+        return FindView(m_Skin, DecodePng(ReadFile(picture)));
     }
 
     const Arguments& m_Arguments;

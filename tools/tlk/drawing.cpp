@@ -67,7 +67,7 @@ private:
         for (char16_t character : sign.text)
             if (!m_Font.Has(character))
                 throw SourceError(PlaceOf(key), "the font has no glyph for " + Describe(character) +
-                                                    " of key '" + NameKey(m_Skin.characters, key) +
+                                                    " of key '" + KeyName(m_Skin.characters, key) +
                                                     "': use another character, or another font (--font)");
     }
 
@@ -135,7 +135,7 @@ private:
     }
 
     [[noreturn]] void FailToFit(std::uint16_t key) const {
-        throw SourceError(PlaceOf(key), "what key '" + NameKey(m_Skin.characters, key) +
+        throw SourceError(PlaceOf(key), "what key '" + KeyName(m_Skin.characters, key) +
                                             "' shows does not fit: give it a larger weight");
     }
 

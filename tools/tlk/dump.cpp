@@ -2,11 +2,12 @@
 #include "dump.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
+#include <cstdlib>
 #include <iomanip>
 #include <sstream>
 
+#include "bitmap.h"
 #include "skin_module.h"
 
 namespace tlk {
@@ -32,7 +33,7 @@ std::string Show(char16_t unit) {
 
 class Writer {
 public:
-    explicit Writer(const Module& module) : m_Skin(ReadSkin(module)) {
+    explicit Writer(const Module& module) {
         DumpFacts(module.GetFacts());
         for (const Module::Entry& entry : module.Entries())
             DumpEntry(entry);
@@ -70,25 +71,20 @@ private:
     // Describes the header; whether the pixels are complete is up to the check.
     void DumpBitmap(const std::string& name, const Module::Entry& entry) {
         m_Out << "bitmap " << name << Language(entry) << ": ";
-        const auto width = Get32(entry.data, 4);
-        const auto height = Get32(entry.data, 8);
-        const auto depth = Get16(entry.data, 14);
-        const auto compression = Get32(entry.data, 16);
-        if (!width || !height || !depth || !compression) {
+        const auto header = ReadBitmapHeader(entry.data);
+        if (!header) {
             m_Out << "damaged, " << entry.data.size() << " bytes\n";
             return;
         }
-        const auto rows = static_cast<std::int32_t>(*height);
-        m_Out << *width << " x " << (rows < 0 ? -std::int64_t{rows} : std::int64_t{rows}) << " pixels of "
-              << *depth << (*depth == 1 ? " bit" : " bits") << (*compression == 0 ? "" : ", compressed")
-              << (rows < 0 ? ", top row first" : "") << ", " << entry.data.size() << " bytes\n";
+        m_Out << header->width << " x " << std::abs(header->rows) << " pixels of " << header->depth
+              << (header->depth == 1 ? " bit" : " bits") << (header->isCompressed ? ", compressed" : "")
+              << (header->rows < 0 ? ", top row first" : "") << ", " << entry.data.size() << " bytes\n";
     }
 
     void DumpData(const std::string& name, const Module::Entry& entry) {
         m_Out << "data " << name << Language(entry) << ": ";
         const bool isLayout =
-            std::ranges::any_of(std::array{BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits},
-                                [&name](BoardKind board) { return LayoutResource(board) == name; });
+            std::ranges::any_of(kBoards, [&name](BoardKind board) { return LayoutResource(board) == name; });
         if (isLayout)
             DumpLayout(entry.data);
         else if (name == "CAPS_RECT")
@@ -105,8 +101,8 @@ private:
         m_Out << bytes.size() / kRecordSize << " records" << Rest(bytes.size() % kRecordSize) << '\n';
         for (std::size_t at = 0; at + kRecordSize <= bytes.size(); at += kRecordSize) {
             const auto key = static_cast<std::uint16_t>(big(at));
-            m_Out << "    " << std::setw(3) << key << ' ' << m_Skin.NameOf(key) << ": " << big(at + 4) << ','
-                  << big(at + 6) << " to " << big(at + 8) << ',' << big(at + 10);
+            m_Out << "    " << std::setw(3) << key << ' ' << KeyName(m_Characters, key) << ": " << big(at + 4)
+                  << ',' << big(at + 6) << " to " << big(at + 8) << ',' << big(at + 10);
             if (big(at + 2) != 0) m_Out << ", bitmap value " << big(at + 2);
             if (*Get32(bytes, at + 12) != 0) m_Out << ", reserved 0x" << Hex(*Get32(bytes, at + 12), 8);
             m_Out << '\n';
@@ -135,7 +131,7 @@ private:
         for (std::size_t at = 0; at + kGroupSize <= groups.size(); at += kGroupSize) {
             const std::size_t key = kFirstCharacter + at / kGroupSize;
             m_Out << "    " << std::setw(3) << key << ' '
-                  << (key <= 0xFFFF ? m_Skin.NameOf(static_cast<std::uint16_t>(key)) : "") << ":";
+                  << (key <= 0xFFFF ? KeyName(m_Characters, static_cast<std::uint16_t>(key)) : "") << ":";
             for (std::size_t i = 0; i < kGroupSize; i += 2)
                 m_Out << ' ' << Show(static_cast<char16_t>(*Get16(groups, at + i)));
             m_Out << '\n';
@@ -146,7 +142,7 @@ private:
         return bytes == 0 ? "" : " and " + std::to_string(bytes) + " bytes more";
     }
 
-    SkinModule m_Skin;
+    const CharacterTable m_Characters = BuiltInCharacters();
     std::ostringstream m_Out;
 };
 

@@ -2,6 +2,7 @@
 #include "file.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -90,6 +91,17 @@ void WriteFile(const std::string& path, const Bytes& bytes) {
     const bool isFile = type == fs::file_type::regular || type == fs::file_type::not_found;
     error = isFile ? Replace(target, bytes) : Write(target, bytes);
     if (error) FailToWrite(path, error.message());
+}
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "tlk-XXXXXX").string();
+    if (!mkdtemp(name.data())) throw FileError(name + ": no folder can be made there");
+    m_Path = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(m_Path, ignored);
 }
 
 void FailAt(const SourceError& error, const std::string& source) {

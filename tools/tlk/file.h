@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "bytes.h"
@@ -18,6 +19,20 @@ namespace tlk {
 // Writes the file completely or not at all, which keeps an older one. Does not replace a write-protected
 // file, or one that begins differently and so is of another kind. Throws FileError.
 void WriteFile(const std::string& path, const Bytes& bytes);
+
+// A folder of this process among those for temporary files; it goes with the object. Throws FileError.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return (m_Path / name).string(); }
+
+private:
+    std::filesystem::path m_Path;
+};
 
 // Throws the faults of a source as a FileError, a line for each, which begins with its file and line;
 // `source` is the file of faults that name none.

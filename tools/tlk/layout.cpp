@@ -54,7 +54,7 @@ void AddRect(const Skin& skin, Layout& layout, std::uint16_t index, const Rect& 
     const bool touches =
         std::ranges::any_of(known->rects, [&rect](const Rect& part) { return part.Touches(rect); });
     if (!touches && !IsFunction(index))
-        throw SourceError(place, "key '" + NameKey(skin.characters, index) +
+        throw SourceError(place, "key '" + KeyName(skin.characters, index) +
                                      "' already stands elsewhere on this keyboard: remove one of them");
     known->rects.push_back(rect);
     if (touches) JoinBentKey(known->rects);
@@ -91,7 +91,7 @@ std::vector<int> RowEdges(const Board& board) {
 
 void RequireRoom(const Skin& skin, std::uint16_t key, const Rect& rect, const SourcePlace& place) {
     if (rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
-        throw SourceError(place, "key '" + NameKey(skin.characters, key) + "' would be smaller than " +
+        throw SourceError(place, "key '" + KeyName(skin.characters, key) + "' would be smaller than " +
                                      std::to_string(kSmallestCell) +
                                      " pixels: use fewer keys or rows, or other weights");
 }
@@ -133,7 +133,7 @@ void RequireInside(const Skin& skin, const Layout& layout, const Key& key, const
         if (rect.left < 0 || rect.top < 0 || rect.right >= layout.size.width ||
             rect.bottom >= layout.size.height || rect.Width() < kSmallestCell ||
             rect.Height() < kSmallestCell)
-            throw SourceError(place, "key '" + NameKey(skin.characters, key.key) +
+            throw SourceError(place, "key '" + KeyName(skin.characters, key.key) +
                                          "' would lie outside of the picture or be smaller than " +
                                          std::to_string(kSmallestCell) +
                                          " pixels: change its move, size or "
@@ -194,7 +194,7 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
         for (const Rect& rect : key.rects)
             if (Intersect(rect, *area))
                 throw SourceError(PlaceOf(skin, key.key),
-                                  "key '" + NameKey(skin.characters, key.key) +
+                                  "key '" + KeyName(skin.characters, key.key) +
                                       "' stands among the keys that caps lock leaves alone (digits, - and "
                                       "=): keep these in one block, or set caps_rect = false");
     }

@@ -34,6 +34,7 @@ public:
         std::size_t fileSize = 0;
     };
 
+    std::span<const std::uint8_t> File() const { return m_File; }
     const Facts& GetFacts() const { return m_Facts; }
     const std::vector<Entry>& Entries() const { return m_Entries; }
     // Ignores case; valid as long as the module.

@@ -2,7 +2,9 @@
 #include "preview.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <numeric>
 
 #include "errors.h"
 #include "name_list.h"
@@ -16,86 +18,35 @@ constexpr Color kLabel{0xFF, 0xFF, 0xFF};
 constexpr int kLabelSize = 9;
 
 // `what` is the thing in the words of a source, `name` what the file calls it.
-const Picture& Need(const SkinBitmap& bitmap, const std::string& what, const std::string& name) {
+void Need(const SkinBitmap& bitmap, const std::string& what, const std::string& name) {
     if (!bitmap.isPresent) throw FileError("the skin has no " + what + " (" + name + ")");
     if (!bitmap.IsReadable())
         throw FileError("the " + what + " (" + name + ") cannot be shown: it is damaged");
-    return bitmap.pixels;
 }
 
-const Picture& NeedPicture(const SkinModule& skin, const SkinBoard& board) {
+void NeedPicture(const SkinModule& skin, const SkinBoard& board) {
     const std::string name(BoardName(board.kind));
-    const Size upright = skin.portrait.picture.GetSize();
+    const Size upright = skin.Board(BoardKind::Portrait).picture.GetSize();
     if (board.kind == BoardKind::Landscape && !board.picture.isPresent && upright.width == upright.height * 4)
         throw FileError("the skin has no [landscape]: it is for a square screen, which has none");
-    return Need(board.picture, "[" + name + "] keyboard", std::string(PictureResource(board.kind)));
+    Need(board.picture, "[" + name + "] keyboard", std::string(PictureResource(board.kind)));
 }
 
-// From the left and top edge up to the right and bottom edge, which stay out.
-struct Area {
-    int left, top, right, bottom;
+bool IsOn(const Picture& keyboard, const Picture& panel) {
+    const Size size = Clip(keyboard.GetSize(), panel.GetSize());
+    for (int y = 0; y < size.height; ++y)
+        for (int x = 0; x < size.width; ++x)
+            if (keyboard.At(x, y) != panel.At(x, y)) return false;
+    return true;
+}
 
-    bool Holds(int x, int y) const { return x >= left && x < right && y >= top && y < bottom; }
-    // Of pressed keys the corner alone counts, and here all edges belong to the area.
-    bool HoldsCorner(const Rect& rect) const {
-        return left < right && top < bottom && rect.left >= left && rect.left <= right && rect.top >= top &&
-               rect.top <= bottom;
+bool LooksLike(const SkinModule& skin, const View& view, const Picture& panel) {
+    try {
+        return IsOn(Paint(skin, view), panel);
+    } catch (const FileError&) {
+        return false;  // the skin has no such plane
     }
-};
-
-// The pictures of one view.
-class Composition {
-public:
-    Composition(const SkinModule& skin, const View& view) : m_Board(skin.Board(view.Board())) {
-        m_pPicture = &NeedPicture(skin, m_Board);
-        m_pMask = &MaskOf(view.plane);
-        if (!view.hasCapsLock || m_Board.kind != BoardKind::Portrait || !skin.capsRect) return;
-        const Rect& rect = *skin.capsRect;
-        m_Caps = {rect.left, rect.top, rect.right, rect.bottom};
-        m_pCapsMask = &MaskOf(view.plane ^ 1);
-    }
-
-    Picture Draw(const std::vector<std::uint16_t>& pressed) const {
-        Picture drawn(m_pPicture->GetSize(), Color{});
-        for (int y = 0; y < drawn.GetSize().height; ++y)
-            for (int x = 0; x < drawn.GetSize().width; ++x)
-                if (Shows(m_pCapsMask && m_Caps.Holds(x, y) ? *m_pCapsMask : *m_pMask, x, y))
-                    drawn.At(x, y) = m_pPicture->At(x, y);
-        for (std::uint16_t key : pressed)
-            for (const Rect& rect : m_Board.layout.at(key))
-                Press(drawn, rect);
-        return drawn;
-    }
-
-private:
-    const Picture& MaskOf(std::size_t plane) const {
-        return Need(m_Board.masks[plane], "plane " + std::string(PlaneName(plane)) + ": no key brings it up",
-                    MaskResource(m_Board.kind, plane));
-    }
-
-    static bool Shows(const Picture& mask, int x, int y) {
-        return mask.Contains(x, y) && mask.At(x, y) != Color{};
-    }
-
-    // The picture inverted where the mask shows it, white elsewhere. Right and bottom edge stay out.
-    void Press(Picture& drawn, const Rect& rect) const {
-        const Picture& mask = m_pCapsMask && m_Caps.HoldsCorner(rect) ? *m_pCapsMask : *m_pMask;
-        const Size size = drawn.GetSize();
-        for (int y = rect.top; y < std::min(rect.bottom, size.height); ++y)
-            for (int x = rect.left; x < std::min(rect.right, size.width); ++x) {
-                const Color color = Shows(mask, x, y) ? m_pPicture->At(x, y) : Color{};
-                drawn.At(x, y) = {static_cast<std::uint8_t>(~color.red),
-                                  static_cast<std::uint8_t>(~color.green),
-                                  static_cast<std::uint8_t>(~color.blue)};
-            }
-    }
-
-    const SkinBoard& m_Board;
-    const Picture* m_pPicture = nullptr;
-    const Picture* m_pMask = nullptr;
-    const Picture* m_pCapsMask = nullptr;
-    Area m_Caps{};
-};
+}
 
 void Outline(Picture& picture, const Rect& rect) {
     const auto put = [&picture](int x, int y) {
@@ -134,9 +85,11 @@ void Write(Picture& picture, const Rect& rect, std::u16string_view word, const F
 
 }  // namespace
 
-BoardKind View::Board() const {
-    if (plane == kDigitPlane) return BoardKind::Digits;
-    return isLandscape ? BoardKind::Landscape : BoardKind::Portrait;
+BoardKind ShownBoard(const SkinModule& skin, const View& view) {
+    const BoardKind letters = view.isLandscape ? BoardKind::Landscape : BoardKind::Portrait;
+    Keyboard& keyboard = skin.KeyboardOf(letters);
+    keyboard.Latch(view.latches);
+    return keyboard.Plane() == kDigitPlane ? BoardKind::Digits : letters;
 }
 
 std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view name) {
@@ -153,20 +106,30 @@ std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view 
                     " keyboard: its keys are " + names);
 }
 
-// The digit keyboard has one picture for both orientations, of which the panel shows as much as the picture
-// of letters covers.
-Picture Compose(const SkinModule& skin, const View& view) {
-    const Picture drawn = Composition(skin, view).Draw(view.pressed);
-    const Size letters =
-        skin.Board(view.isLandscape ? BoardKind::Landscape : BoardKind::Portrait).picture.GetSize();
-    if (view.Board() != BoardKind::Digits || letters == Size{}) return drawn;
-    Picture shown(
-        {std::min(drawn.GetSize().width, letters.width), std::min(drawn.GetSize().height, letters.height)},
-        Color{});
-    for (int y = 0; y < shown.GetSize().height; ++y)
-        for (int x = 0; x < shown.GetSize().width; ++x)
-            shown.At(x, y) = drawn.At(x, y);
-    return shown;
+Picture Paint(const SkinModule& skin, const View& view) {
+    const SkinBoard& letters = skin.Board(view.isLandscape ? BoardKind::Landscape : BoardKind::Portrait);
+    const SkinBoard& board = skin.Board(ShownBoard(skin, view));
+    NeedPicture(skin, board);
+    Keyboard& keyboard = skin.KeyboardOf(letters.kind);
+    keyboard.Latch(view.latches);
+    const std::size_t plane = keyboard.Plane();
+    Need(board.masks[plane], "plane " + std::string(PlaneName(plane)) + ": no key brings it up",
+         MaskResource(board.kind, plane));
+    for (std::uint16_t key : view.pressed)
+        keyboard.Press(key);
+    // Of the one picture of digits the panel shows as much as the letters cover.
+    const Size size = board.picture.GetSize();
+    return keyboard.Paint(letters.picture.isPresent ? Clip(size, letters.picture.GetSize()) : size);
+}
+
+std::optional<View> FindView(const SkinModule& skin, const Picture& panel) {
+    std::vector<Latches> states(kLatchStates);
+    std::iota(states.begin(), states.end(), 0U);
+    std::ranges::stable_sort(states, {}, [](Latches state) { return std::popcount(state); });
+    for (Latches state : states)
+        for (bool isLandscape : {false, true})
+            if (const View view{state, isLandscape, {}}; LooksLike(skin, view, panel)) return view;
+    return std::nullopt;
 }
 
 Picture Enlarge(const Picture& picture, int zoom) {

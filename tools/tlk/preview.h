@@ -2,6 +2,7 @@
 // A skin as the engine draws it.
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -12,21 +13,26 @@
 namespace tlk {
 
 struct View {
-    std::size_t plane = 0;
+    // The keys of what is latched look pressed.
+    Latches latches = 0;
     bool isLandscape = false;
-    // With caps lock on, in portrait: the CAPS rectangle shows the other plane of the pair.
-    bool hasCapsLock = false;
     std::vector<std::uint16_t> pressed;
-
-    BoardKind Board() const;
 };
+
+// The board that the engine shows then.
+[[nodiscard]] BoardKind ShownBoard(const SkinModule& skin, const View& view);
 
 // The key of this name, or of this index; a digit that is both is a name. Throws FileError, which lists the
 // board's keys.
 [[nodiscard]] std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view name);
 
 // Throws FileError when the skin lacks what the view needs.
-[[nodiscard]] Picture Compose(const SkinModule& skin, const View& view);
+[[nodiscard]] Picture Paint(const SkinModule& skin, const View& view);
+
+// What is latched on a keyboard that is running, known by how it looks: it tells nobody. Of states that look
+// alike, the one with the fewest latches; nothing when the picture is none of this skin, as while a key is
+// pressed. `panel` may be larger than the keyboard or cut it off.
+[[nodiscard]] std::optional<View> FindView(const SkinModule& skin, const Picture& panel);
 
 // Every pixel becomes a square of `zoom` pixels.
 [[nodiscard]] Picture Enlarge(const Picture& picture, int zoom);

@@ -80,69 +80,47 @@ private:
         return {picture.width * m_Zoom, picture.height * m_Zoom + kCaptionHeight};
     }
 
-    View ViewOf(std::size_t plane) const {
-        View view;
-        view.plane = plane;
-        view.isLandscape = m_Board.kind == BoardKind::Landscape;
-        return view;
-    }
+    View ViewOf(Latches latches) const { return {latches, m_Board.kind == BoardKind::Landscape, {}}; }
 
     void Add(std::string_view what, const View& view) {
         m_Tiles.push_back({std::string(BoardName(m_Board.kind)) + ", " + std::string(what),
-                           Enlarge(Compose(m_Skin, view), m_Zoom)});
+                           Enlarge(Paint(m_Skin, view), m_Zoom)});
     }
 
     bool Has(std::uint16_t key) const { return m_Board.layout.contains(key); }
 
-    // As the engine shows it: the keys that lead there stay pressed.
+    // The caption names the keys that lead there, which look pressed.
     void AddPlane(std::size_t plane) {
-        View view = ViewOf(plane);
-        std::string caption(PlaneName(plane));
-        const auto latch = [&](std::uint16_t key, bool isLatched) {
-            if (!isLatched || !Has(key)) return;
-            AppendName(caption, m_Skin.NameOf(key), view.pressed.empty() ? ": " : " + ");
-            view.pressed.push_back(key);
-        };
-        if (plane < kSlotCount) {
-            latch(function_key::kShift, plane % 2 == 1);
-            latch(function_key::kUmlaut, plane % 4 >= 2);
-            latch(function_key::kLanguage, plane >= kSlotCount / 2);
-        }
-        Add(caption, view);
+        const Latches latches = LatchesFor(plane);
+        std::string keys;
+        for (const auto& [latch, key] : {std::pair{latch::kShift, function_key::kShift},
+                                         {latch::kUmlauts, function_key::kUmlaut},
+                                         {latch::kLanguage2, function_key::kLanguage}})
+            if (latches & latch && Has(key)) AppendName(keys, m_Skin.NameOf(key), " + ");
+        Add(std::string(PlaneName(plane)) + (keys.empty() ? "" : ": ") + keys, ViewOf(latches));
     }
 
     // What latches without a plane of its own.
     void AddLatched() {
-        if (Has(function_key::kControl) && m_Board.masks[0].IsReadable()) {
-            View view = ViewOf(0);
-            view.pressed = {function_key::kControl};
-            Add("ctrl", view);
+        if (Has(function_key::kControl) && m_Board.masks[0].IsReadable())
+            Add("ctrl", ViewOf(latch::kControl));
+        if (m_Board.kind != BoardKind::Digits) {
+            if (m_Board.masks[1].IsReadable()) Add("caps lock", ViewOf(latch::kCaps));
+        } else if (m_Skin.Board(BoardKind::Landscape).picture.IsReadable()) {
+            // The same picture, of which the turned screen shows more.
+            Add("on the turned screen", {latch::kDigits, true, {}});
         }
-        if (m_Board.kind == BoardKind::Digits) AddTurnedDigits();
-        if (m_Board.kind == BoardKind::Digits || !m_Board.masks[1].IsReadable()) return;
-        View view = ViewOf(1);
-        view.hasCapsLock = true;
-        if (Has(function_key::kCaps)) view.pressed = {function_key::kCaps};
-        Add("caps lock", view);
-    }
-
-    // The same picture, of which the turned screen shows more.
-    void AddTurnedDigits() {
-        if (!m_Skin.Board(BoardKind::Landscape).picture.IsReadable()) return;
-        View view = ViewOf(kDigitPlane);
-        view.isLandscape = true;
-        Add("on the turned screen", view);
     }
 
     void AddPressed(std::size_t plane) {
-        View view = ViewOf(plane);
+        View view = ViewOf(LatchesFor(plane));
         for (const auto& [key, rects] : m_Board.layout)
             view.pressed.push_back(key);
         Add("every key pressed", view);
     }
 
     void AddHitAreas(std::size_t plane) {
-        Add("where taps hit", ViewOf(plane));
+        Add("where taps hit", ViewOf(LatchesFor(plane)));
         DrawHitAreas(m_Tiles.back().picture, m_Zoom, m_Skin, m_Board.kind, m_Font);
     }
 
@@ -158,7 +136,7 @@ private:
 Picture DrawSheet(const SkinModule& skin, int zoom, const Font& font) {
     std::vector<Section> sections;
     Size size{0, 0};
-    for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
+    for (BoardKind kind : kBoards) {
         const Section& section = sections.emplace_back(skin, kind, zoom, font);
         size = {std::max(size.width, section.GetSize().width), size.height + section.GetSize().height};
     }

@@ -3,16 +3,15 @@
 #pragma once
 
 #include <array>
-#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "boards.h"
 #include "characters.h"
-#include "grid.h"
+#include "engine.h"
 #include "module_reader.h"
-#include "places.h"
 
 namespace tlk {
 
@@ -28,59 +27,48 @@ inline constexpr std::size_t kGroupSize = 8;
 // As the command line and the remarks name them: "lng1-small", ..., "uml2-large", "digit".
 [[nodiscard]] std::string_view PlaneName(std::size_t plane);
 [[nodiscard]] std::optional<std::size_t> FindPlane(std::string_view name);
+// What has to be latched for a plane, in the simplest way.
+[[nodiscard]] Latches LatchesFor(std::size_t plane);
 
 // Names of the resources of a board. Of the planes, a board has either the first eight or the last one.
 [[nodiscard]] std::string_view PictureResource(BoardKind board);
 [[nodiscard]] std::string_view LayoutResource(BoardKind board);
 [[nodiscard]] std::string MaskResource(BoardKind board, std::size_t plane);
 
-struct SkinBitmap {
-    bool isPresent = false;
-    // Bits per pixel; 0 when the header cannot be read.
-    unsigned depth = 0;
-    // Empty when the bitmap is absent, damaged or of a kind that is not read here.
-    Picture pixels;
-
-    Size GetSize() const { return pixels.GetSize(); }
-    bool IsReadable() const { return GetSize().width > 0; }
-};
-
-// Ascending, as hit testing walks through it.
-using KeyLayout = std::map<std::uint16_t, std::vector<Rect>>;
-
 struct SkinBoard {
     BoardKind kind = BoardKind::Portrait;
     SkinBitmap picture;
     std::array<SkinBitmap, kPlaneCount> masks;
     KeyLayout layout;
-    // Of the layout resource in use, and how many of them are in `layout`.
+    // Rectangles that the engine has read. Of too many or too large ones, `layout` has only the first.
     std::size_t recordCount = 0;
     std::size_t readCount = 0;
 };
 
 struct SkinModule {
-    SkinBoard portrait;
-    // With the portrait layout when it has none of its own.
-    SkinBoard landscape;
-    SkinBoard digits;
-    // Function keys have no characters here; language 2 has none where the skin gives none.
+    // By BoardKind.
+    std::array<SkinBoard, 3> boards;
     CharacterTable characters;
-    std::optional<Rect> capsRect;
     bool hasSecondLanguage = false;
     bool isSwipeOnly = false;
+    std::unique_ptr<Engine> pEngine;
 
-    const SkinBoard& Board(BoardKind kind) const;
-    // By its small character of language 1 or as the source names functions; the index of any other key.
-    std::string NameOf(std::uint16_t key) const;
+    const SkinBoard& Board(BoardKind kind) const { return boards[static_cast<std::size_t>(kind)]; }
+    // The one that shows this board; the digits are on both.
+    Keyboard& KeyboardOf(BoardKind kind) const {
+        return kind == BoardKind::Landscape ? pEngine->Turned() : pEngine->Upright();
+    }
+    std::string NameOf(std::uint16_t key) const { return KeyName(characters, key); }
     // For messages: key "q", key 87.
     std::string Describe(std::uint16_t key) const;
-
-private:
-    bool HasName(std::uint16_t key) const;
 };
 
-// Ends a layout early that no keyboard has, with thousands of records or rectangles that all cover
-// everything.
-[[nodiscard]] SkinModule ReadSkin(const Module& module);
+// The screen, upright, that the widths of the skin's pictures were made for. Without a landscape picture the
+// height is taken from the portrait picture's, a quarter of it. Nothing when there is no portrait picture.
+[[nodiscard]] std::optional<Size> GuessScreen(const Module& module);
+
+// On this upright screen if the skin is as wide, else on the one that its pictures suggest. Throws FileError
+// for a file that the engine cannot load.
+[[nodiscard]] SkinModule ReadSkin(const Module& module, std::optional<Size> screen = {});
 
 }  // namespace tlk

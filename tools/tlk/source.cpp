@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "art.h"
+#include "engine.h"
 #include "name_list.h"
 #include "source_boards.h"
 #include "source_files.h"
@@ -39,6 +40,9 @@ public:
                              "language2"});
         });
         m_Skin.characters = BuiltInCharacters();
+        // What language 2 types until the source says otherwise.
+        for (CharacterEntry& entry : m_Skin.characters)
+            std::copy_n(entry.begin(), kSlotCount / 2, entry.begin() + kSlotCount / 2);
         faults.Try([&] { ReadGeneral(file); });
         faults.Try([&] { ReadFont(file); });
         faults.Try([&] { ReadPalette(file); });
