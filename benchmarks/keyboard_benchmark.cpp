@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the keyboard costs, as ratios inside one run: machines differ and are noisy, ratios less so. Prints
-// the ratios after the figures and fails when one is beyond its bound.
+// The keyboard's costs, as ratios within one run, which vary less between machines than times. Prints the
+// ratios after the figures and fails if one exceeds its bound.
 #include <benchmark/benchmark.h>
 #include <host_control.h>
 
@@ -18,7 +18,7 @@ std::size_t g_allocations = 0;
 
 }  // namespace
 
-// Not inlined: the compiler would see malloc meet delete.
+// Not inlined, or the compiler would complain about malloc with delete.
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
     ++g_allocations;
     if (void* memory = std::malloc(bytes)) return memory;
@@ -38,7 +38,7 @@ constexpr LONG kHeight = 80;
 constexpr int kFurtherSkins = 500;
 constexpr POINT kLetterQ{27, 23};
 
-// Takes what the keyboard sends and notes how many allocations had been made by then.
+// Receives the keyboard's events and records the number of allocations made by then.
 class Callback : public IIMCallback {
 public:
     STDMETHODIMP QueryInterface(REFIID, void** object) override {
@@ -135,7 +135,7 @@ void CopyPicture(benchmark::State& state) {
 }
 BENCHMARK(CopyPicture);
 
-// The drawing of one paint cycle in which this rectangle is invalid.
+// Drawing only, in a paint cycle with this invalid rectangle.
 void PaintInvalid(benchmark::State& state, const RECT* invalid) {
     CKeyboard keyboard;
     keyboard.Init(240, 320);
@@ -167,7 +167,7 @@ void PaintOneKey(benchmark::State& state) {
 }
 BENCHMARK(PaintOneKey);
 
-// The same with the platform's part of the cycle: invalidation, WM_PAINT, beginning and end.
+// The same with the platform's part: InvalidateRect, WM_PAINT, BeginPaint and EndPaint.
 void PaintMessages(benchmark::State& state, const RECT* invalid) {
     CKeyboard keyboard;
     keyboard.Init(240, 320);
@@ -221,7 +221,7 @@ void InitialiseRepeatedly(benchmark::State& state) {
         if (!keyboard.Init(240, 320)) state.SkipWithError("Init failed");
         ++count;
     }
-    // One file is loaded twice for each Init: once to be checked, once to be used.
+    // Each Init loads the file twice: once to check it, once to use it.
     const unsigned loads = host::CallCount(host::Call::LoadLibrary) - before;
     state.counters["loads"] = static_cast<double>(loads) / static_cast<double>(count);
 }

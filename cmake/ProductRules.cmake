@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# How every product source is compiled: fit for a handheld, no run-time type information, no hidden locks.
+# Compiler options for product sources: small enough for a handheld, no run-time type information, no hidden locks.
 add_library(product_rules INTERFACE)
 target_compile_options(product_rules INTERFACE -fno-rtti -fno-threadsafe-statics -ffunction-sections
                                                -fdata-sections)

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-# add_device_tests(TARGET): registers a program of tests that run on a device. On the host each case is a test
-# of its own; on Windows, where starting a program takes long, the program is one test, and as all of them share
-# one registry and one drive they run one after the other.
+# add_device_tests(TARGET): registers a test program that runs on a device. On the host each case is a test. On Windows
+# starting a program takes long, so the whole program is one test; these run one after the other, as they share one
+# registry and one drive.
 if(WIN32)
-    # The compiler comes with no GoogleTest; Debian's package has its sources.
+    # The cross compiler has no GoogleTest; Debian packages its sources.
     find_path(TOLKA_GOOGLETEST src/gtest-all.cc REQUIRED PATHS /usr/src/googletest/googletest
               NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
     add_library(gtest STATIC ${TOLKA_GOOGLETEST}/src/gtest-all.cc)
@@ -23,8 +23,8 @@ function(add_device_tests target)
     endif()
 endfunction()
 
-# define_paths(TARGET [NAME PATH]...): defines each NAME as the path by which the target's tests open a file. On
-# Windows the project is drive R:, so that no letter of the folder's own name has to be in the code page.
+# define_paths(TARGET [NAME PATH]...): defines each NAME as the path at which the target's tests find a file. On
+# Windows the project is drive R:, so that paths need no letters that the code page lacks.
 function(define_paths target)
     while(ARGN)
         list(POP_FRONT ARGN name path)

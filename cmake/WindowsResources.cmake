@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Resources come from the one .rc through a real resource compiler, in every build.
+# In every build a real resource compiler compiles the same .rc file.
 if(NOT TOLKA_TRIPLE)
     set(TOLKA_TRIPLE x86_64-w64-mingw32)
 endif()
@@ -13,7 +13,7 @@ find_program(TOLKA_WIDL ${TOLKA_TRIPLE}-widl REQUIRED)
 function(add_resource_object source object)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "DEPENDS;INCLUDES")
     get_filename_component(source ${source} ABSOLUTE)
-    # The values that the platform's SDK would give.
+    # Values that the platform's SDK would define.
     set(values ${CMAKE_SOURCE_DIR}/resources)
     list(TRANSFORM arg_INCLUDES PREPEND -I)
     add_custom_command(
@@ -24,7 +24,7 @@ function(add_resource_object source object)
 endfunction()
 
 # add_resource_library(TARGET SOURCE OUTPUT [DEPENDS file...] [INCLUDES folder...])
-# Makes OUTPUT, a PE file of resources alone, from a resource script; the rest as above.
+# Makes OUTPUT, a PE file with only resources, from a resource script; arguments as above.
 function(add_resource_library target source output)
     get_filename_component(folder ${output} DIRECTORY)
     set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)

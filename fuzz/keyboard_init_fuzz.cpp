@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as the one skin of a device: the keyboard is brought up with it in both orientations, drawn and
-// tapped, and leaves nothing behind.
+// Any bytes as the only skin of a device: initialises the keyboard in both orientations, draws, taps, and
+// checks that nothing leaks.
 #include <host_control.h>
 
 #include <cstdlib>
@@ -17,9 +17,9 @@ namespace fs = std::filesystem;
 
 constexpr LONG kNarrow = 240;
 constexpr LONG kWide = 320;
-constexpr LONG kPenStep = 23;  // pixels; visits most keys of a usual size
+constexpr LONG kPenStep = 23;  // pixels; hits most keys of normal size
 
-// Keys go nowhere.
+// Ignores all keys.
 class DeafCallback final : public IIMCallback {
 public:
     STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
@@ -31,7 +31,7 @@ public:
     STDMETHODIMP SendString(LPWSTR, DWORD) override { return S_OK; }
 };
 
-// One device for the whole run, in memory where the system has such a folder; every input replaces its skin.
+// One device for the whole run, in a memory file system if there is one; every input replaces its skin.
 class Device {
 public:
     Device() : m_folder(MakeFolder()) {
@@ -90,7 +90,7 @@ void Paint(CKeyboard& keyboard, CWindow* window) {
     EndPaint(window->m_hWnd, &paint);
 }
 
-// Taps and strokes all over the panel.
+// Taps and strokes everywhere on the panel.
 void UsePen(CKeyboard& keyboard, CWindow* window) {
     for (LONG y = 3; y < 100; y += kPenStep) {
         for (LONG x = 3; x < kWide; x += kPenStep) {
@@ -120,7 +120,7 @@ extern "C" int LLVMFuzzerTestOneInput(const BYTE* data, std::size_t size) {
         keyboard.m_pCallback = &callback;
         for (const SIZE screen : {SIZE{kNarrow, kWide}, SIZE{kWide, kNarrow}}) {
             keyboard.Init(screen.cx, screen.cy);
-            // Without a skin there is only a message, the same for every input.
+            // Without a skin there is only a message, always the same.
             if (keyboard.m_bNoSkin) continue;
             Paint(keyboard, device.Window());
             UsePen(keyboard, device.Window());

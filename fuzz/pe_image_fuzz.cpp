@@ -7,9 +7,9 @@
 
 namespace {
 
-volatile unsigned g_sink;  // keeps the reads
+volatile unsigned g_sink;  // keeps the reads from being optimised away
 
-// Reads every byte, so that a sanitizer sees a resource that reaches out of the file.
+// Reads every byte, so that a sanitizer notices a resource that extends beyond the file.
 unsigned Sum(std::span<const BYTE> bytes) {
     unsigned sum = 0;
     for (const BYTE byte : bytes) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any text as a registry file: it is refused, or written and read again it stays the same.
+// Any text as a registry file: it is refused, or stays the same when written and read again.
 #include "registry/file.h"
 
 #include <cstdlib>

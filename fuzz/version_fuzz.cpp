@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Version blocks, as damaged as files can be.
+// Any bytes as a version block.
 #include <cstdlib>
 #include <cstring>
 
 #include "modules/version_block.h"
 
-// Reads a value to its end, so that a sanitizer sees one that reaches out of the block.
+// Reads a value to its end, so that a sanitizer notices one that extends beyond the block.
 static void ReadValue(std::span<const BYTE> block, std::u16string_view path) {
     const auto value = host::FindVersionValue(block, path);
     if (!value) return;
@@ -14,7 +14,7 @@ static void ReadValue(std::span<const BYTE> block, std::u16string_view path) {
     for (const BYTE byte : block.subspan(value->offset, value->size)) {
         sum ^= byte;
     }
-    const volatile BYTE sink = sum;  // so that the reads happen
+    const volatile BYTE sink = sum;  // keeps the reads from being optimised away
     static_cast<void>(sink);
 }
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The library defines its entry point and its four exports for others, and nothing else. Run as a test:
+# Checks that the library exports its entry point and its four functions, and nothing else. Run as a test:
 #   cmake -D NM=<nm> -D LIBRARY=<shared object> -P check_exports.cmake
 cmake_minimum_required(VERSION 3.25)
 

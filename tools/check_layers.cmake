@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
-# Which folder may include what. Run as a test: cmake -D ROOT=<source tree> -P check_layers.cmake
+# Checks which folder includes what. Run as a test: cmake -D ROOT=<source tree> -P check_layers.cmake
 cmake_minimum_required(VERSION 3.25)
 
-# layer(PREFIX KIND PATTERN...): files whose path begins with PREFIX include, in quotes, only what matches one of
-# the patterns from its begin on; KIND says which headers in angle brackets. The first match counts.
-#   product  the platform's SDK and what of the standard library is fit for a handheld; no #if either
-#   device   everything but the product; a room of the host layer knows those before it
+# layer(PREFIX KIND PATTERN...): the rule for files whose path begins with PREFIX; the first match counts. Headers in
+# quotes must match one of the patterns from their first character on. KIND decides on headers in angle brackets:
+#   product  the platform's SDK and those of the standard library that suit a handheld; also no #if
+#   device   everything but the product; rooms of the host layer include those before them
 #   neutral  neither the product nor the platform
 #   test     everything but the driver's side of the device
 set(layer_count 0)
@@ -43,7 +43,7 @@ layer(tests/platform/ test    ${own} server/test_)
 set(sdk windows windef winbase winuser wingdi winreg winerror winver unknwn objbase oleauto commctrl commdlg aygshell
         sip)
 set(control host_control sip_shell sip_layout)
-# Too large for a handheld, or with state and threads of their own.
+# Too large for a handheld, or with their own state and threads.
 set(heavy atomic cstdio filesystem iostream locale mutex regex thread typeinfo)
 
 set(faults 0)

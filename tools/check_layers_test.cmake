@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-# Feeds check_layers.cmake one line at a time. Run as a test: cmake -D FOLDER=<scratch> -P check_layers_test.cmake
+# Tests check_layers.cmake, one line at a time: cmake -D FOLDER=<scratch> -P check_layers_test.cmake
 cmake_minimum_required(VERSION 3.25)
 
-# The line in that file passes ("ok") or is complained about.
+# Expects that the line in this file passes ("ok") or is refused ("fault").
 function(expect verdict file line)
     file(REMOVE_RECURSE ${FOLDER})
     file(WRITE ${FOLDER}/${file} "// SPDX-License-Identifier: MIT\n${line}\n")

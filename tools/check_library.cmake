@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# The library for Windows is named "Tolka.DLL", exports its four entry points at ordinals 1 to 4 and nothing
-# else, and needs no library but those of Windows and of the handheld's shell. Run as a test:
+# Checks that the library for Windows is named "Tolka.DLL", exports its four functions at ordinals 1 to 4 and nothing
+# else, and needs only libraries of Windows and of the handheld's shell. Run as a test:
 #   cmake -D OBJDUMP=<objdump> -D LIBRARY=<library> -P check_library.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -11,7 +11,7 @@ execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE output RESULT_V
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "cannot read ${LIBRARY}")
 endif()
-# Brackets and semicolons would be taken for those of lists.
+# Brackets and semicolons have a meaning in lists.
 string(REGEX REPLACE "[][;]" "|" output "${output}")
 string(REPLACE "\n" ";" lines "${output}")
 

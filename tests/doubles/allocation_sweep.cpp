@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program's operator new, which AllocationSweep makes fail. Linked where a test uses the sweep.
+// The program's operator new, which AllocationSweep makes fail. Linked into programs that use the sweep.
 #include <cstdlib>
 #include <new>
 
@@ -9,7 +9,7 @@
 namespace test {
 namespace {
 
-unsigned g_countdown = 0;  // the allocation that brings it to 0 fails; 0 when nothing is to fail
+unsigned g_countdown = 0;  // the allocation that brings it to 0 fails; 0: none fails
 
 bool FailsNow() { return g_countdown > 0 && IsAskedByProgram() && --g_countdown == 0; }
 
@@ -40,7 +40,7 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
-// All forms, as those of a sanitizer would not go together with these.
+// All forms, as those of a sanitizer do not match these.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return operator new(size);

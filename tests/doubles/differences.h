@@ -1,60 +1,61 @@
 // SPDX-License-Identifier: MIT
-// Where the handheld, which the host layer follows, and the Windows that the tests run on are known to
-// differ. A test of such a behaviour names its row and what it expects on either side, so that it fails when
-// a difference disappears. Desktop: what Windows documents. Wine: what it does on its own account.
+// The known differences between the handheld, which the host layer follows, and the Windows that the tests
+// run on. A test of such a behaviour names its row and what it expects on either side, so that it fails when
+// the difference disappears. Desktop: documented for Windows. Wine: its own behaviour.
 #pragma once
 
 namespace test {
 
 enum class Difference {
-    // Desktop: RegDeleteKeyW refuses a key with subkeys; the handheld takes them along.
+    // Desktop: RegDeleteKeyW refuses a key with subkeys; the handheld deletes them as well.
     KeyDeletion,
-    // Desktop: a selected bitmap, brush or font is marked as deleted, and goes when it is let go of; the
-    // handheld refuses to delete it.
+    // Desktop: a selected bitmap, brush or font is marked and deleted once it is deselected; the handheld
+    // refuses to delete it.
     SelectedObjects,
-    // Desktop: DeleteObject takes memory contexts too.
+    // Desktop: DeleteObject also deletes memory contexts.
     DeletedContexts,
-    // Desktop: an image list without a colour flag has 16 colours; on the handheld those of the screen.
+    // Desktop: an image list without a colour flag has 16 colours; on the handheld it has the screen's.
     ImageListDepth,
-    // Desktop: "*.tlk" also finds files whose short name fits, such as "a.tlk2".
+    // Desktop: "*.tlk" also finds files whose short name matches, such as "a.tlk2".
     ShortNames,
-    // Desktop: a search lists the folder itself and its parent ("." and "..").
+    // Desktop: a search also lists the folder itself and its parent ("." and "..").
     FolderItself,
-    // Desktop: search handles are pointers that nothing checks.
+    // Desktop: search handles are unchecked pointers.
     StaleSearches,
-    // Desktop: the loader does not check where resources lie; only files that are whole can be read there.
+    // Desktop: the loader does not check the places of resources; only undamaged files can be read there.
     ResourceBounds,
-    // Wine: MaskBlt draws with a mask that is too small or none at all.
+    // Wine: MaskBlt draws with a mask that is too small, or no bitmap.
     MaskBounds,
-    // Wine: FillRect succeeds whatever it is given.
+    // Wine: FillRect succeeds for any arguments.
     FillResult,
-    // Wine: CreateBitmap drops the sign.
+    // Wine: CreateBitmap ignores the sign of the size.
     NegativeWidth,
-    // Wine: SetPixel answers the colour for a point outside.
+    // Wine: SetPixel returns the colour for a point outside.
     PixelsOutside,
-    // Wine: RegQueryInfoKeyW asks for no right where nothing is to be read.
+    // Wine: RegQueryInfoKeyW needs no access right if it reads nothing.
     QueryRights,
-    // Wine: the name of a key may have more than 255 characters.
+    // Wine: the name of a key can have more than 255 characters.
     KeyNameLength,
     // Desktop: a window's first message is WM_NCCREATE and its last WM_NCDESTROY; the handheld sends neither.
     NonclientMessages,
     // Wine: ERROR_CLASS_DOES_NOT_EXIST for a window of an unknown class.
     UnknownClass,
-    // Wine: ERROR_ACCESS_DENIED for a window that is no more.
+    // Wine: ERROR_ACCESS_DENIED for a destroyed window.
     DestroyedTwice,
-    // Wine: CB_GETDROPPEDCONTROLRECT answers 0 and leaves out the height of the field.
+    // Wine: CB_GETDROPPEDCONTROLRECT returns 0 and omits the height of the field.
     DroppedRectangle,
-    // Desktop: a type library made for 64 bits is entered as that of "win64".
+    // Desktop: a type library for 64 bits is registered as "win64".
     TypeLibrarySystem,
-    // Wine: RegisterTypeLib writes the flag that tells of a disk image (8).
+    // Wine: RegisterTypeLib adds the flag for a disk image (8).
     TypeLibraryFlags,
-    // Wine: reading a type library that is cut off behind its first bytes ends the program.
+    // Wine: reading a type library cut off after its first bytes crashes the program.
     CutTypeLibraries,
-    // Wine: other codes for a class whose library is missing, gives no objects or refuses to be loaded.
+    // Wine: other error codes for a class whose library is missing, has no class objects or refuses to be
+    // loaded.
     ActivationErrors,
 };
 
-// Is this the side of the handheld?
+// Do the tests run on the handheld's side, the host layer?
 [[nodiscard]] bool IsHandheld();
 
 // What to expect on this side.
@@ -63,7 +64,7 @@ Value Either(Difference, Value onHandheld, Value elsewhere) {
     return IsHandheld() ? onHandheld : elsewhere;
 }
 
-// For what must not even be tried elsewhere.
+// For calls that must not even be tried elsewhere.
 [[nodiscard]] inline bool ActsAsHandheld(Difference) { return IsHandheld(); }
 
 }  // namespace test

@@ -19,7 +19,7 @@ namespace test {
 
 class FaultSweep {
 public:
-    // False when everything was tried; at once where the platform cannot make calls fail.
+    // False when everything was tried, or if the platform cannot make calls fail.
     bool Next();
     void Arm();
     void Disarm();
@@ -34,7 +34,8 @@ private:
     bool m_hit = true;
 };
 
-// The allocation throws std::bad_alloc. Allocations inside the platform do not fail. One at a time.
+// Makes one allocation throw std::bad_alloc. Allocations inside the platform do not fail. Only one sweep at a
+// time.
 class AllocationSweep {
 public:
     bool Next();

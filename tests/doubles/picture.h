@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pictures to draw on and the naive model of a raster code, for the tests of graphics.
+// Pictures to draw on and a naive model of raster operations, for the tests of graphics.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@ private:
     std::mt19937 m_engine{20240501};
 };
 
-// The colours that a raster code makes of a pattern, a source and a target pixel, bit by bit.
+// The result of a raster operation on a pattern, a source and a target pixel, computed bit by bit.
 inline COLORREF Combine(BYTE code, COLORREF pattern, COLORREF source, COLORREF target) {
     COLORREF result = 0;
     for (int bit = 0; bit < 24; ++bit) {
@@ -28,8 +28,7 @@ inline COLORREF Combine(BYTE code, COLORREF pattern, COLORREF source, COLORREF t
     return result;
 }
 
-// A device-independent section; the two colours are those of a 1-bit one. A negative height: rows from the
-// top.
+// A device-independent section; the two colours are for 1 bit. With a negative height, rows are from the top.
 inline HBITMAP MakeSection(WORD bits, int width, int height, COLORREF zero = 0,
                            COLORREF one = RGB(255, 255, 255)) {
     struct {
@@ -53,7 +52,7 @@ inline HBITMAP MakeSection(WORD bits, int width, int height, COLORREF zero = 0,
                             nullptr, 0);
 }
 
-// A bitmap in a memory context of its own; both end with it.
+// A bitmap in its own memory context.
 class Picture {
 public:
     explicit Picture(HBITMAP bitmap) : m_dc(CreateCompatibleDC(nullptr)), m_bitmap(bitmap) {
@@ -98,7 +97,7 @@ public:
 
     void Scatter(Random& random) {
         for (int i = 0; i < m_width * m_height; ++i) {
-            // Black or white as often as not, so that monochrome pictures get both.
+            // Black or white in half of the cases, so that monochrome pictures get both.
             const COLORREF color = random.Below(2)   ? random.Color()
                                    : random.Below(2) ? RGB(255, 255, 255)
                                                      : 0;

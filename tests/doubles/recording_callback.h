@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An IIMCallback that writes down what it is asked to send, one line for each call:
+// An IIMCallback that records its calls, one line each:
 //   "vk 10 down", "vk 10 up", "char vk=51 flags=20000080 'Q'", "char vk=00 flags=00000080 U+0400"
 #pragma once
 
@@ -33,8 +33,8 @@ inline Events Typed(UINT virtualKey, UINT character, UINT shiftFlag = 0) {
 class RecordingCallback final : public IIMCallback {
 public:
     Events events;
-    HRESULT result = S_OK;  // what every call answers
-    LONG references = 0;    // counted by AddRef and Release; nobody is expected to
+    HRESULT result = S_OK;  // returned by every call
+    LONG references = 0;    // counted by AddRef and Release, which nobody should call
     int calls = 0;
     bool recording = true;  // off where no memory may be asked for
 

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kSectionAddress = 0x1000;  // in the loaded module
 constexpr std::size_t kHeadersSize = 0x200;
 constexpr std::size_t kDirectoryEntrySize = 8;
-constexpr std::size_t kHighBit = 0x80000000;  // a name's text or a directory of its own follows
+constexpr std::size_t kHighBit = 0x80000000;  // the entry refers to a name's text or to a directory
 constexpr std::size_t kBitmapType = 2;
 
 std::string UpperCase(std::string text) {
@@ -43,7 +43,7 @@ void PadTo(std::string& bytes, std::size_t multiple) {
     bytes.resize((bytes.size() + multiple - 1) / multiple * multiple);
 }
 
-// Appends a resource directory of empty entries; returns the place of the first entry.
+// Appends a resource directory of empty entries; returns the offset of the first entry.
 std::size_t PutDirectory(std::string& section, std::size_t named, std::size_t numbered) {
     section.append(12, '\0');
     Put(section, named, 2);
@@ -63,7 +63,7 @@ std::size_t PutName(std::string& section, const std::string& name) {
     return place;
 }
 
-// One directory for the language, the data entry and the bytes; returns the directory's place.
+// Appends a directory for the language, the data entry and the bytes; returns the directory's offset.
 std::size_t PutResource(std::string& section, const std::string& bytes, bool outside) {
     const std::size_t directory = section.size();
     const std::size_t language = PutDirectory(section, 0, 1);
@@ -129,7 +129,7 @@ std::string BuildHeaders(std::size_t sectionSize, std::size_t fileSize) {
     return file;
 }
 
-// Header and colour table; the rows stand upside down and are padded to 4 bytes.
+// Header and colour table; the rows that follow are bottom-up and padded to 4 bytes.
 std::string BitmapHeader(int width, int height, int bits) {
     std::string bytes;
     Put(bytes, 40, 4);
@@ -227,7 +227,7 @@ SkinBuilder& SkinBuilder::PointOutside(const std::string& name) {
     return *this;
 }
 
-// Types by name stand before those by number.
+// Named types come before numbered ones.
 std::string SkinBuilder::BuildSection() const {
     std::string section;
     const std::size_t named = m_data.empty() ? 0 : 1;

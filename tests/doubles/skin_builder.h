@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Builds skin files in memory: libraries (PE) of named bitmaps and data. It trusts its caller, so that broken
-// skins can be made as well.
+// Builds skin files in memory: PE libraries of named bitmaps and data. Checks nothing, so that broken skins
+// can be built, too.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 namespace test {
 
-// What RGB makes of constants; of each value the lowest 8 bits count.
+// RGB for integers, of which the lowest 8 bits count.
 inline COLORREF Color(int red, int green, int blue) {
     return static_cast<COLORREF>((red & 0xFF) | (green & 0xFF) << 8 | (blue & 0xFF) << 16);
 }
@@ -23,7 +23,7 @@ struct LayoutRecord {
     WORD bitmap = 0;
 };
 
-// The bytes of resources, as skins hold them.
+// The bytes of resources as in skins.
 std::string LayoutBytes(const std::vector<LayoutRecord>& records);
 std::string RectBytes(const RECT& rectangle);
 std::string WordBytes(const std::vector<WORD>& words);  // least significant byte first
@@ -32,11 +32,11 @@ std::string MaskBytes(int width, int height, const std::function<bool(int x, int
 
 class SkinBuilder {
 public:
-    // Adds a resource, or replaces the one of this name. Letter case does not matter.
+    // Adds or replaces a resource. The case of the name does not matter.
     SkinBuilder& Bitmap(const std::string& name, std::string dib);
     SkinBuilder& Data(const std::string& name, std::string bytes);
     SkinBuilder& Without(const std::string& name);
-    // The resource's directory entry then points beyond the end of the file.
+    // Makes the resource's directory entry point beyond the end of the file.
     SkinBuilder& PointOutside(const std::string& name);
 
     // The file's bytes.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Another colour scheme, for the rest of the test.
+// Changes system colours for the rest of the test.
 #pragma once
 
 #include <windows.h>

@@ -15,7 +15,7 @@ std::vector<LayoutRecord> LayoutOf(const std::vector<Row>& rows) {
         for (std::size_t x = 0; x < rows[y].size(); ++x) {
             const auto left = static_cast<WORD>(x * kKeySide);
             const auto top = static_cast<WORD>(y * kKeySide);
-            // Hits count the right and bottom edges, so neighbours do not touch.
+            // Hit testing includes the right and bottom edges, so neighbours must not share them.
             records.push_back({rows[y][x], left, top, static_cast<WORD>(left + kKeySide - 1),
                                static_cast<WORD>(top + kKeySide - 1)});
         }
@@ -24,7 +24,7 @@ std::vector<LayoutRecord> LayoutOf(const std::vector<Row>& rows) {
 }
 
 std::string SecondLanguage() {
-    std::vector<WORD> words = {0xABCD};  // the header, which nobody reads
+    std::vector<WORD> words = {0xABCD};  // the header, which is not read
     for (WORD unit = 0x0400; unit < 0x0400 + 4 * 50; ++unit) {
         words.push_back(unit);
     }

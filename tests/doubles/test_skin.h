@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The skin that tests draw and type with. Every pixel of its pictures differs from its neighbours, and so
-// does every mask from the others. Its keys are squares of 20 pixels:
+// The skin for tests that draw and type. Every pixel of its pictures differs from its neighbours, and every
+// mask from the others. Its keys are squares of 20 pixels:
 //
 //      characters                                      digits
 //    0   1    2    -    =    Backspace  Escape         7   8   9
@@ -8,7 +8,7 @@
 //   40   Shift  Control  a  c  Enter    umlaut         -   -   -
 //   60   language  digits  Space  Left  no action      language  digits
 //
-// In landscape there is the key q alone, at the place of 1.
+// In landscape the only key is q, in the place of 1.
 #pragma once
 
 #include "skin_builder.h"
@@ -27,7 +27,7 @@ enum Key : WORD {
     KeyDigit9 = 6,
     KeyShift = 48,
     KeyControl = 49,
-    KeyCaps = 50,  // only where a test adds it
+    KeyCaps = 50,  // only if a test adds it
     KeyLanguage = 51,
     KeyDigits = 52,
     KeyUmlaut = 53,
@@ -60,8 +60,8 @@ std::vector<LayoutRecord> DigitLayout();
 // The middle of the key in the first of these layouts that has it.
 POINT KeyCenter(WORD key);
 
-// Fits the screen of the device in both orientations. Its digit row is the CAPS rectangle; language 2 has the
-// characters U+0400 + 4 x group + position, for the first 50 groups.
+// Fits the device's screen in both orientations. The CAPS rectangle is the digit row; language 2 has the
+// characters U+0400 + 4 x group + position for the first 50 groups.
 SkinBuilder TestSkin();
 // The shorter and the longer side of the screen.
 SIZE ScreenSides();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every test of an executable that links test_support runs on a fresh device of 240 x 320 in a temporary
-// folder of its own, and fails when it leaves a handle open. The folder goes with the test.
+// Every test of a program that links test_support runs on a new device of 240 x 320 in its own temporary
+// folder, and fails if it leaves a handle open. The folder is deleted after the test.
 #pragma once
 
 #include <windows.h>
@@ -13,32 +13,32 @@ namespace test {
 
 // The root of the device's files on the host.
 const std::filesystem::path& DeviceFolder();
-// The drive of that root, which full paths begin with: empty or "T:".
+// The drive at the beginning of full paths: empty or "T:".
 LPCWSTR DeviceDrive();
-// Makes or replaces a file, also one that is loaded, and the folders on the way; the path is relative to the
-// root: "Windows/a.tlk".
+// Creates a file and its folders, or replaces a file, even a loaded one; the path is relative to the root:
+// "Windows/a.tlk".
 void WriteDeviceFile(const std::filesystem::path& path, const std::string& bytes);
-// Copies a host file to that place, whatever stands there.
+// Copies a host file to this path, replacing any file.
 void CopyToDevice(const std::filesystem::path& hostFile, const std::filesystem::path& path);
-// The same for a library whose code is a file of its own on the host: there both go to the device, elsewhere
-// the file of the code, which then holds the resources too.
+// The same for a library, whose code is a separate file on the host: copies both there, elsewhere the file of
+// the code, which includes the resources.
 void CopyLibraryToDevice(const std::filesystem::path& resources, const std::filesystem::path& code,
                          const std::filesystem::path& path);
-// The bytes of a file of the device; a test failure when it cannot be read.
+// The bytes of a file of the device; a test failure if it cannot be read.
 std::string ReadDeviceFile(const std::filesystem::path& path);
 // Forbids programs of the device to change and delete the file.
 void MakeReadOnly(const std::filesystem::path& path);
 
-// Gives the device another screen; false where that cannot be done.
+// Changes the device's screen size; false if that is impossible.
 [[nodiscard]] bool SetScreenSize(LONG width, LONG height);
-// Stops the device and starts it again on the same folder, as a reset of the handheld does.
+// Stops the device and starts it again on the same folder, like a reset of the handheld.
 void RestartDevice();
-// A test that has COM activate a class begins with this: until then the registry's classes are this process'
-// own on a Windows, and COM does not see them.
+// A test in which COM activates a class must call this first: until then, on a Windows, the registry's
+// classes are redirected for this process and COM does not see them.
 void LetComSeeClasses();
-// Has COM let go of every library that it loaded and that can be unloaded.
+// Makes COM unload all libraries that allow it.
 void UnloadUnusedLibraries();
-// What the device reported since the last call. A test that leaves a report unread fails.
+// The device's reports since the last call. A test that leaves one unread fails.
 std::vector<std::string> TakeReports();
 
 }  // namespace test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who asks for memory: found out by walking up the stack.
+// Finds out who allocates by walking up the stack.
 #include <dlfcn.h>
 #include <unwind.h>
 
@@ -31,7 +31,7 @@ Origin FindOrigin(std::uintptr_t address) {
     return info.dli_fbase == own.dli_fbase ? Origin::Program : Origin::Platform;
 }
 
-// The look-up is slow, so answers are kept, each at the place that its address gives.
+// Caches answers, as the look-up is slow.
 Origin OriginOf(std::uintptr_t address) {
     static struct {
         std::uintptr_t address;
@@ -42,11 +42,10 @@ Origin OriginOf(std::uintptr_t address) {
     return entry.origin;
 }
 
-// Up from operator new, the first frame that is not the standard library's: its code is in everybody's
-// module.
+// Up from operator new, finds the first frame outside the standard library, whose code is in every module.
 _Unwind_Reason_Code JudgeFrame(_Unwind_Context* context, void* argument) {
     auto& origin = *static_cast<Origin*>(argument);
-    // One back: the return address of a call that never returns may lie behind its function.
+    // Minus 1: the return address of a call that never returns may be after the end of its function.
     const Origin frame = OriginOf(_Unwind_GetIP(context) - 1);
     if (origin == Origin::Unknown && frame != Origin::OperatorNew) return _URC_NO_REASON;
     origin = frame;

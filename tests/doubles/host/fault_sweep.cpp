@@ -27,7 +27,7 @@ void FaultSweep::Arm() {
 void FaultSweep::Disarm() {
     m_hit = host::CallCount(static_cast<host::Call>(m_kind)) - m_countWhenArmed >= m_occurrence;
     host::ClearFaults();
-    // The device tells of it, as it should.
+    // The device reports this fault, as it should.
     if (m_hit && static_cast<host::Call>(m_kind) == host::Call::WriteRegistryFile) TakeReports();
 }
 

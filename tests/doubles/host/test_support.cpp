@@ -22,7 +22,7 @@ std::vector<std::string> g_reports;
 void Start() {
     host::DeviceOptions options;
     options.folder = g_folder;
-    options.durable = false;  // the simulator's tests wait for the disk
+    options.durable = false;  // the simulator's tests use the default
     options.report = [](const std::string& line) { g_reports.push_back(line); };
     host::StartDevice(options);
 }
@@ -47,7 +47,7 @@ class DeviceForEachTest : public testing::EmptyTestEventListener {
         EXPECT_FALSE(error) << g_folder << ": " << error.message();
     }
 
-    // Image lists do not count: their users never destroy them.
+    // Image lists do not count, as their users never destroy them.
     static void ExpectNoHandleLeft() {
         const host::LiveHandles left = host::CountHandles();
         EXPECT_EQ(left.bitmaps, 0) << "bitmaps left";
@@ -71,7 +71,7 @@ void MakeRoomFor(const fs::path&) {}
 
 void CopyToDevice(const fs::path& hostFile, const fs::path& path) {
     fs::create_directories((g_folder / path).parent_path());
-    // Under a name of its own first: a library that is loaded must not change under its readers.
+    // Written under another name first: a loaded library must not change.
     const fs::path copy = (g_folder / path).string() + ".copy";
     fs::copy_file(hostFile, copy, fs::copy_options::overwrite_existing);
     fs::rename(copy, g_folder / path);
@@ -107,7 +107,7 @@ std::vector<std::string> TakeReports() { return std::exchange(g_reports, {}); }
 
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    // Owned by the framework from here on.
+    // The framework owns the listener.
     testing::UnitTest::GetInstance()->listeners().Append(new test::DeviceForEachTest);
     return RUN_ALL_TESTS();
 }

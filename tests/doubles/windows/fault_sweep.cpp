@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The calls that the program imports go through a stub, which counts them and makes one of them fail. The
-// platform's own calls of them do not pass here.
+// Each imported call goes through a stub, which counts it and makes one of them fail. Calls inside the
+// platform do not pass here.
 #include "fault_sweep.h"
 
 #include <windows.h>
@@ -16,11 +16,11 @@ namespace {
 constexpr unsigned kNone = 0;
 unsigned g_failingKind = kNone;
 unsigned g_occurrence = 0;
-unsigned g_count = 0;  // of calls of that kind since it was armed
+unsigned g_count = 0;  // calls of that kind since Arm
 
 bool FailsNow(unsigned kind) { return kind == g_failingKind && ++g_count == g_occurrence; }
 
-// The stub of one kind of call. Each kind has a number of its own, as the type alone is shared.
+// The stub of one kind of call. Each kind has a number, as several functions can have the same type.
 template <unsigned kind, typename Function>
 struct Stub;
 
@@ -41,7 +41,7 @@ struct Stub<kind, Result WINAPI(Arguments...)> {
     }
 };
 
-// Kinds are numbered by the lines of this list; what the program does not import is left out.
+// The lines of this list number the kinds. Calls that the program does not import never fail.
 #define FAILS_WITH(function, result) \
     Stub<__COUNTER__ + 1 - kFirst, decltype(function)>::Install(#function, result)
 constexpr unsigned kFirst = __COUNTER__;

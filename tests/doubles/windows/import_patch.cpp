@@ -18,7 +18,8 @@ const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
         module, headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
 }
 
-// The loader filled this place with the function's address; null when this library gives no such function.
+// Where the loader has stored the function's address; null if the module does not import it from this
+// library.
 void** FindPlace(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& import, const char* name) {
     const auto* names = At<IMAGE_THUNK_DATA>(module, import.OriginalFirstThunk);
     auto* places = At<IMAGE_THUNK_DATA>(module, import.FirstThunk);

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Puts a function of the test's own in the place of one that a loaded module imports.
+// Replaces a function that a loaded module imports.
 #pragma once
 
 #include <windows.h>
 
 namespace test {
 
-// From then on the module, and no other, calls the replacement. Returns the function that it called before;
-// null when it imports none of this name. The change ends with the module.
+// Only this module then calls the replacement, as long as it is loaded. Returns the replaced function; null
+// if the module does not import this name.
 void* ReplaceImport(HMODULE module, const char* name, void* replacement);
 
 template <typename Function>

@@ -10,7 +10,7 @@
 namespace test {
 namespace {
 
-std::map<int, COLORREF> g_former;  // of the colours that the test changed
+std::map<int, COLORREF> g_former;  // the former values of changed colours
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The roots lead to keys of the tests' own. COM reads the classes past such a redirection: a test that needs
-// it works on the real ones, and what it adds to them goes behind it.
+// Redirects the registry's roots to keys of the tests. COM ignores the redirection of the classes: a test
+// that needs COM works on the real ones, and its additions are removed afterwards.
 #include <string>
 #include <vector>
 
@@ -32,7 +32,7 @@ Names SubkeysOf(HKEY key) {
     return names;
 }
 
-// What the tests that COM takes part in enter.
+// The classes that tests with COM register.
 constexpr LPCWSTR kClasses[] = {
     L"Tolka.KeybInput",
     L"Tolka.KeybInput.1",

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The screen of the handheld on a larger one.
+// Simulates the handheld's screen on a larger one.
 #include "test_support.h"
 #include "windows/import_patch.h"
 #include "windows/test_system.h"
@@ -16,7 +16,7 @@ int WINAPI GetTestMetrics(int index) {
         case SM_CYSCREEN:
             return static_cast<int>(g_screen.cy);
         default: {
-            // Called by its address: this module's import leads here.
+            // Called by its address, as this module's import is redirected to this function.
             static const auto original = reinterpret_cast<decltype(&GetTestMetrics)>(
                 reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetSystemMetrics")));
             return original(index);

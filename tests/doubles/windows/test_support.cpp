@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 const fs::path g_folder(kDeviceDrive);
 
-// Marks a drive as the tests' own, so that nobody else's is ever emptied.
+// Marks the tests' drive, so that no other is ever emptied.
 constexpr WCHAR kMark[] = L"tests-empty-this-drive";
 
 bool ClaimDrive() {
@@ -35,8 +35,7 @@ bool ClaimDrive() {
     return SetCurrentDirectoryW(kDeviceDrive) != FALSE;
 }
 
-// Also files that programs may not delete. Not by the standard library, whose iteration over a folder ends in
-// an error here.
+// Also deletes read-only files. Does not use the standard library, whose directory iterator fails here.
 void EmptyFolder(const std::wstring& folder) {
     WIN32_FIND_DATAW entry;
     const HANDLE find = FindFirstFileW((folder + L"*").c_str(), &entry);
@@ -61,7 +60,7 @@ class DeviceForEachTest : public testing::EmptyTestEventListener {
         EmptyFolder(kDeviceDrive);
         EmptyRegistry();
         SetCurrentDirectoryW(kDeviceDrive);
-        // Modules that are named without a folder are those of the device.
+        // Modules named without a folder are those of the device.
         SetDllDirectoryW((std::wstring(kDeviceDrive) + L"Windows").c_str());
         ASSERT_TRUE(SetScreenSize(240, 320));
     }
@@ -81,9 +80,9 @@ LPCWSTR DeviceDrive() {
     return drive.c_str();
 }
 
-bool IsAskedByProgram() { return true; }  // the platform's libraries have allocators of their own
+bool IsAskedByProgram() { return true; }  // the platform's libraries have their own allocators
 
-// A file that is loaded cannot be written to, but another can take its place.
+// A loaded file cannot be overwritten, but it can be renamed.
 void MakeRoomFor(const fs::path& path) {
     static int count = 0;
     const fs::path old = g_folder / "old";
@@ -106,11 +105,11 @@ void MakeReadOnly(const fs::path& path) {
     ASSERT_TRUE(SetFileAttributesW((g_folder / path).c_str(), FILE_ATTRIBUTE_READONLY));
 }
 
-// What a restart keeps, the files and the registry, is kept here in any case.
+// A restart only keeps the files and the registry, which are kept here anyway.
 void RestartDevice() {}
 
-// With free threading COM waits for ten minutes, unless it is told otherwise; the first call marks what is
-// unused, the second one finds that its time is over.
+// With free threading COM would wait ten minutes; the first call marks unused libraries, the second one
+// unloads them.
 void UnloadUnusedLibraries() {
     for (int time = 0; time < 2; ++time)
         CoFreeUnusedLibrariesEx(0, 0);
@@ -127,12 +126,12 @@ int main(int argumentCount, char** arguments) {
                    stderr);
         return 2;
     }
-    // Free threading, as all of the handheld: in an apartment, COM would put a proxy before the object.
+    // Free threading, as on the handheld: in an apartment, COM would return a proxy.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     for (const HMODULE module : {GetModuleHandleW(nullptr), GetModuleHandleW(L"aygshell.dll")}) {
         if (module) test::RedirectScreenSize(module);
     }
-    // Owned by the framework from here on.
+    // The framework owns the listener.
     testing::UnitTest::GetInstance()->listeners().Append(new test::DeviceForEachTest);
     return RUN_ALL_TESTS();
 }

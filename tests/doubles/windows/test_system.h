@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
-// What a test may change of the Windows that it runs on, and what puts it back.
+// Changes of the Windows that a test runs on, and their restoration.
 #pragma once
 
 #include <windows.h>
 
 namespace test {
 
-// The drive whose root is the device's: "\windows" is a folder of the current drive. scripts/test-windows
-// gives the prefix such a drive, on an empty folder of the build.
+// The drive whose root is the device's, as "\windows" is on the current drive. scripts/test-windows maps it
+// to an empty folder of the build.
 inline constexpr WCHAR kDeviceDrive[] = L"T:\\";
 
-// Prepares the registry of this process' own; false when that fails.
+// Prepares the registry of this process; false on failure.
 bool PrepareRegistry();
-// From then on the three roots are empty keys of this process' own.
+// Redirects the three roots to empty keys of this process.
 void EmptyRegistry();
 
 void RestoreSystemColors();
 
-// From then on this module is told the screen of SetScreenSize.
+// Makes this module see the screen of SetScreenSize.
 void RedirectScreenSize(HMODULE module);
 
 }  // namespace test
