@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The numbering of keys that all skins share: which key index types what, and what the engine calls it.
+// The numbering of keys, which all skins share: their characters and names.
 #pragma once
 
 #include <array>
@@ -11,8 +11,8 @@
 
 namespace tlk {
 
-// One row of the engine's character table: small and large of language 1, of its umlaut plane, of
-// language 2 and of its umlaut plane.
+// One row of the engine's character table: small and large of language 1, its umlaut plane, language 2 and
+// its umlaut plane.
 inline constexpr std::size_t kSlotCount = 8;
 using CharacterEntry = std::array<char16_t, kSlotCount>;
 using CharacterTable = std::vector<CharacterEntry>;
@@ -38,18 +38,18 @@ inline constexpr std::uint16_t kRight = 61;
 inline constexpr std::uint16_t kDown = 62;
 }  // namespace function_key
 
-// A run of key indices in which every small character stands once, so that a character names a key.
+// A range of key indices in which every small character occurs once, so that a character names a key.
 struct Arrangement {
     std::string_view name;
     std::uint16_t first;
     std::uint16_t last;
 };
 
-// The keys of the digit keyboard. Its later entries repeat the digits and are left out: index 46, the
-// second '9', counts as one key with the umlaut key.
+// The keys of the digit keyboard. Excludes later entries, which repeat the digits: index 46, the second '9',
+// counts as one key with the umlaut key.
 inline constexpr Arrangement kDigitArrangement{"digits", 0, 37};
 
-// Null when there is none of this name.
+// Null if there is no such arrangement.
 const Arrangement* FindArrangement(std::string_view name);
 std::string ArrangementNames();
 
@@ -59,12 +59,12 @@ std::optional<std::uint16_t> FindFunction(std::string_view name);
 std::string FunctionNames();
 
 inline bool IsFunction(std::uint16_t key) { return key >= kFirstFunction && key < kFirstCharacter; }
-// The keys that caps lock leaves alone inside the CAPS rectangle, Backspace aside.
+// The keys, besides Backspace, that caps lock leaves alone inside the CAPS rectangle.
 bool IsDigitLineCharacter(char16_t small);
 
-// Has the key a character in language 1, or is it a function with an action?
+// Does the key have a character in language 1, or a function with an action?
 bool HasName(const CharacterTable& table, std::uint16_t key);
-// The name if it has one, else its index.
+// The key's name, or its index if it has none.
 std::string KeyName(const CharacterTable& table, std::uint16_t key);
 std::string ToUtf8(char32_t character);
 

@@ -87,7 +87,7 @@ std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* p
             MapHits(skin, board, Clip(skin.Board(board).picture.GetSize(), screen.Panel(board)));
     CheckLayout(checked, remarks);
     CheckCapsRect(checked, remarks);
-    // Without a picture nothing is known of what can be tapped.
+    // Without a picture it is unknown what can be tapped.
     for (const SkinBoard& board : skin.boards)
         if (board.picture.isPresent && !board.picture.IsReadable()) return remarks.Take();
     const Reach reach = CheckStatus(checked, remarks);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The CAPS rectangle against the keys. Inside, the engine draws by Shift alone; which keys type by Shift
-// alone it knows by their characters, and which pressed keys it draws so by their top left corner. The three
-// must agree.
+// Checks the CAPS rectangle against the keys. Inside it the engine draws by Shift alone. Keys type by Shift
+// alone depending on their characters, and look pressed by Shift alone depending on their top left corner.
+// The three must agree.
 #include "check_parts.h"
 
 namespace tlk {
@@ -11,8 +11,8 @@ constexpr std::string_view kResource = "CAPS_RECT";
 
 enum class Position { Outside, Inside, Across };
 
-// What is inverted when the key is pressed, all of it but the last column and row, against what is drawn by
-// Shift alone.
+// Compares the inverted part of a pressed key, without its last column and row, with the part drawn by Shift
+// alone.
 Position Locate(const Rect& area, const Rect& rect) {
     if (rect.right <= area.left || rect.left >= area.right || rect.bottom <= area.top ||
         rect.top >= area.bottom)

@@ -6,11 +6,11 @@
 namespace tlk {
 namespace {
 
-// A frame's lines: at most so many, each mostly of ink.
+// A frame has at most this many lines, each mostly ink.
 constexpr int kFrameLines = 3;
 constexpr bool IsMost(int part, int whole) { return whole > 0 && part * 4 >= whole * 3; }
 
-// A key's part of a mask, with its rectangles' bounds as the origin.
+// A key's part of a mask; the origin is that of its rectangles' bounds.
 class KeyFace {
 public:
     KeyFace(const Picture& mask, const std::vector<Rect>& rects) : m_Bounds(BoundsOf(rects, mask.GetSize())) {
@@ -25,7 +25,7 @@ public:
                     ++(one ? ones : zeros);
                     m_Pixels.At(x - m_Bounds.left, y - m_Bounds.top) = one ? Kind::One : Kind::Zero;
                 }
-        // A glyph covers less than half of its key, so that keys of light glyphs on black are read as well.
+        // A glyph covers less than half of its key: this distinguishes light glyphs on black faces.
         m_Ink.faceShowsPicture = ones >= zeros;
     }
 
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    // Frame is of the key, and no ink.
+    // Frame belongs to the key and is no ink.
     enum class Kind : std::uint8_t { Other, Zero, One, Frame };
 
     bool IsInk(int x, int y) const {
@@ -53,7 +53,7 @@ private:
         return IsKey(x, y) && (!IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1));
     }
 
-    // A line all around the key, whatever its shape, and further lines along its sides.
+    // Removes lines around the key, whatever its shape, and further lines along its sides.
     void TakeFrameOff() {
         const Size size = m_Pixels.GetSize();
         std::vector<std::pair<int, int>> border;
@@ -90,7 +90,7 @@ private:
         return true;
     }
 
-    // Ink that hangs together; read pixels are taken out.
+    // Reads connected ink and removes its pixels.
     void ReadComponent(int startX, int startY) {
         const Kind face = m_Ink.faceShowsPicture ? Kind::One : Kind::Zero;
         Rect bounds{startX, startY, startX, startY};
@@ -119,14 +119,14 @@ private:
         m_Ink.isCut = m_Ink.isCut || touchesEdge;
     }
 
-    // What makes a corner look round.
+    // Is this ink a rounded corner?
     bool IsCorner(const Rect& bounds) const {
         return (bounds.left == m_Face.left || bounds.right == m_Face.right) &&
                (bounds.top == m_Face.top || bounds.bottom == m_Face.bottom) &&
                bounds.Width() * 4 <= m_Face.Width() && bounds.Height() * 4 <= m_Face.Height();
     }
 
-    // From one side to the other.
+    // Is this ink a line from one side to the other?
     bool IsLine(const Rect& bounds) const {
         return (bounds.left == m_Face.left && bounds.right == m_Face.right) ||
                (bounds.top == m_Face.top && bounds.bottom == m_Face.bottom);
@@ -134,7 +134,7 @@ private:
 
     Rect m_Bounds;
     Grid<Kind> m_Pixels;
-    // What the frame leaves.
+    // The face inside the frame.
     Rect m_Face;
     KeyInk m_Ink;
 };
@@ -151,7 +151,7 @@ Rect BoundsOf(const std::vector<Rect>& rects, Size mask) {
     return bounds;
 }
 
-// The rectangles that hang together, a list for each place where the key stands.
+// The touching rectangles, a list for each place of the key.
 std::vector<std::vector<Rect>> PlacesOf(const std::vector<Rect>& rects) {
     std::vector<std::vector<Rect>> places;
     for (const Rect& rect : rects) {

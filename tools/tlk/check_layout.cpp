@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the keys lie: each can be hit, none hides another, and every tap among them hits one.
+// Checks the places of keys: each can be hit, none hides another, and there are no gaps between them.
 #include <algorithm>
 
 #include "check_parts.h"
@@ -8,18 +8,17 @@
 namespace tlk {
 namespace {
 
-// A pen is set down on a point by eye within a millimetre or so, and a key's side should leave that much on
-// either hand: 2.2 millimetres. The narrow side of these screens is about 54 millimetres, whatever its
-// pixels.
+// A pen hits a point within about a millimetre, so a key should be 2.2 millimetres wide and high. The narrow
+// side of these screens is about 54 millimetres, whatever its pixels.
 constexpr int kSmallestShare = 24;
 
-// Gaps that are told one by one.
+// This many gaps are reported one by one.
 constexpr std::size_t kMostGaps = 12;
 
 // Pixels that no panel shows.
 constexpr int kUnseen = -2;
 
-// These two count as one key when the pen slides from one to the other.
+// These two count as one key when the pen slides between them.
 constexpr std::uint16_t kDigitNine = 46;
 
 struct Gap {
@@ -69,7 +68,7 @@ public:
     }
 
 private:
-    // The digit keyboard's picture serves two panels.
+    // Two panels show the digit keyboard's picture.
     static std::vector<Size> PanelsOf(BoardKind board, const Screen& screen) {
         if (board != BoardKind::Digits) return {screen.Panel(board)};
         return {screen.Panel(BoardKind::Portrait), screen.Panel(BoardKind::Landscape)};
@@ -98,7 +97,7 @@ private:
             Add(key, "the rectangle " + Text(rect) + " has no area: it never looks pressed");
             return;
         }
-        // What the panel cuts off is told with the picture.
+        // Keys that the panel cuts off are reported with the picture.
         const Size picture = m_Board.picture.GetSize();
         if (!m_Lost.contains(key) && (rect.right >= picture.width || rect.bottom >= picture.height))
             Add(key, "the rectangle " + Text(rect) + " reaches out of the picture of " + Text(picture));
@@ -116,7 +115,7 @@ private:
                      " or more");
     }
 
-    // What lies wholly beyond the upright panel is an addition to the wider one, which shows the others too.
+    // Keys completely outside the upright panel are additions for the wider one, which also shows the others.
     void CheckPanels(std::uint16_t key, const std::vector<Rect>& rects) {
         for (const Size& panel : m_Panels)
             for (const Rect& rect : rects)
@@ -129,7 +128,7 @@ private:
                          ": give it a second place that this shows too");
     }
 
-    // A key of which nothing is left is told with those that lie over it, any other with the overlaps.
+    // Reports a completely hidden key with those above it; others are reported with the overlaps.
     void CheckHit(std::uint16_t key, const std::vector<Rect>& rects) {
         std::set<int> owners;
         int last = kNobody;
@@ -145,7 +144,7 @@ private:
         Add(key, over.empty() ? "cannot be hit" : "cannot be hit: covered by " + over);
     }
 
-    // All edges belong to a rectangle, and layouts may let neighbours share one: the lower index has it. More
+    // All edges belong to a rectangle, and neighbours may share one, which is hit for the lower index. More
     // than one common column and row is an overlap.
     void CheckOverlaps() {
         for (auto a = m_Board.layout.begin(); a != m_Board.layout.end(); ++a)
@@ -183,7 +182,7 @@ private:
         return gaps;
     }
 
-    // The connected pixels that no key has, which are marked as visited.
+    // The connected pixels without a key, which it marks as visited.
     static Gap Fill(HitMap& hits, const Rect& within, int startX, int startY) {
         constexpr int kVisited = -2;
         Gap gap{{startX, startY, startX, startY}};
@@ -205,7 +204,7 @@ private:
         return gap;
     }
 
-    // Told with the key that is left of its first pixel, or above it.
+    // Reports the gap with the key to the left of its first pixel, or above it.
     void TellGap(const Rect& keyboard, const Gap& gap) {
         const std::string text =
             "taps are lost in a gap of " + std::to_string(gap.pixels) + " pixels within " + Text(gap.bounds);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The parts of the check. Each adds its remarks to the list.
+// The parts of the check, each of which adds its remarks to the list.
 #pragma once
 
 #include <array>
@@ -22,7 +22,8 @@ public:
     void Add(BoardKind board, const PlaneSet& planes, std::string text);
     void Add(BoardKind board, const PlaneSet& planes, std::uint16_t key, std::string text);
 
-    // The name of a resource behind what it is: whoever wrote the skin as a source never meets it.
+    // The name of a resource, appended to its description; empty for a skin with a source, whose author does
+    // not know it.
     std::string Called(std::string_view resource) const {
         return m_pPlaces ? "" : " (" + std::string(resource) + ")";
     }
@@ -30,7 +31,7 @@ public:
     std::vector<Remark> Take();
 
 private:
-    // More than anybody reads; a damaged skin may be worth any number.
+    // More than anybody reads; a damaged skin could give any number.
     static constexpr std::size_t kMost = 500;
 
     bool HasRoom() const { return m_Remarks.size() < kMost; }
@@ -41,31 +42,31 @@ private:
     std::vector<Remark> m_Remarks;
 };
 
-// The two sizes that the screen has when it is turned.
+// The sizes of the screen in both orientations.
 struct Screen {
     Size upright;
 
     bool IsSquare() const { return upright.width == upright.height; }
     Size Turned() const { return {upright.height, upright.width}; }
     Size Panel(BoardKind board) const { return PanelSize(board, upright); }
-    // Can the engine come to show this board, if the skin has it?
+    // Can the engine show this board, if the skin has it?
     bool Uses(BoardKind board) const { return board != BoardKind::Landscape || !IsSquare(); }
 };
 
-// A skin and what its keyboards have answered.
+// A skin and its keyboards' answers.
 struct CheckedSkin {
     const Module& module;
     const SkinModule& skin;
     Screen screen;
-    // By BoardKind: which key a tap hits, where keys can be both seen and hit.
+    // By BoardKind: which key a tap hits, in the area where keys can be both seen and hit.
     std::array<HitMap, 3> hits;
 
     const HitMap& Hits(BoardKind kind) const { return hits[static_cast<std::size_t>(kind)]; }
 };
 
-// By the bounds of each, which is what reading their ink costs. Only a damaged layout's do.
+// By their bounds, which determine the cost of reading their ink. True only for damaged layouts.
 [[nodiscard]] bool KeysCoverTooMuch(const SkinBoard& board);
-// One bit deep and as large as the board's picture.
+// Is the mask one bit deep and as large as the board's picture?
 [[nodiscard]] bool IsMaskOf(const SkinBitmap& mask, const SkinBoard& board);
 
 [[nodiscard]] std::string Text(const Rect& rect);
@@ -77,29 +78,29 @@ struct Reach {
     const PlaneSet& Planes(BoardKind board) const { return planes[static_cast<std::size_t>(board)]; }
 };
 
-// Would it load: pictures, masks and data as such.
+// Does it load: pictures, masks and data.
 void CheckLoading(const CheckedSkin& checked, RemarkList& remarks);
-// Where the keys lie and which there are.
+// Which keys there are, and where.
 void CheckLayout(const CheckedSkin& checked, RemarkList& remarks);
 void CheckCapsRect(const CheckedSkin& checked, RemarkList& remarks);
-// What can be reached by the pen, and the way back.
+// What the pen can reach, and the way back.
 Reach CheckStatus(const CheckedSkin& checked, RemarkList& remarks);
-// What keys show in the planes that can be reached.
+// The signs on keys in the planes that can be reached.
 void CheckPlanes(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks);
 void CheckContrast(const CheckedSkin& checked, const Reach& reach, RemarkList& remarks);
 
-// The glyph of a key, in each place where it stands: what differs from the key's face, without frames, lines
-// and rounded corners.
+// The glyph of a key, in each of its places: the difference from its face, without frames, lines and rounded
+// corners.
 struct KeyInk {
     bool isThere = false;
-    // It reaches an edge of the key.
+    // It touches an edge of the key.
     bool isCut = false;
-    // The face is where the mask lets the picture through; else it is black.
+    // The face shows the picture; otherwise it is black.
     bool faceShowsPicture = true;
-    // All of it, in pixels of the mask.
+    // All its pixels, in the mask's coordinates.
     std::vector<Point> pixels;
 };
-// What of the mask's area the rectangles reach over; without area when that is nothing.
+// The bounds of the rectangles inside the mask; without area if there are none.
 [[nodiscard]] Rect BoundsOf(const std::vector<Rect>& rects, Size mask);
 [[nodiscard]] KeyInk FindInk(const Picture& mask, const std::vector<Rect>& rects);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the keys show in the planes that can come up, against what they type there.
+// Compares the signs on keys, in the planes that can be reached, with the characters typed there.
 #include <algorithm>
 #include <map>
 
@@ -9,17 +9,17 @@
 namespace tlk {
 namespace {
 
-// The bevel, which is no drawing of the key.
+// The width of the bevel, which is no sign on the key.
 constexpr int kBevel = 3;
 
-// Characters that are typed without ink.
+// Characters without ink.
 bool IsBlank(char16_t character) {
     return character <= u' ' || character == u'\u00A0' || character == u'\u00AD' ||
            (character >= u'\u2000' && character <= u'\u200F') || character == u'\u2060' ||
            character == u'\u3000' || character == u'\uFEFF';
 }
 
-// Does the picture itself draw something on the key? The shading of a face runs down or across.
+// Does the picture itself have a sign on the key? The shading of a face runs down or across.
 bool DrawsSomething(const Picture& picture, const Rect& rect) {
     const Rect inner{rect.left + kBevel, rect.top + kBevel,
                      std::min(rect.right - kBevel, picture.GetSize().width - 1),

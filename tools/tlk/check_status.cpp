@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// All that the pen can latch, in every order: which planes come up, and is there a way back from each?
+// Latches everything that the pen can, in every order: which planes come up, and is there a way back from
+// each?
 #include "check_parts.h"
 #include "moves.h"
 
@@ -14,7 +15,7 @@ void ForEach(const LatchStates& states, const Callback& callback) {
         if (states.test(state)) callback(state);
 }
 
-// What a keyboard starts with after the screen was turned in any of these states.
+// The states after turning the screen in any of these states.
 LatchStates AfterTurning(const Keyboard& keyboard, const LatchStates& states) {
     LatchStates after = Only(0);
     ForEach(states, [&](Latches state) { after.set(state & keyboard.Lasting()); });
@@ -29,7 +30,7 @@ HitMap Crop(const HitMap& hits, Size panel) {
     return part;
 }
 
-// The keyboard of one orientation, and what the pen brings up there.
+// The keyboard of one orientation, and the states that the pen reaches.
 struct Orientation {
     BoardKind board;
     Keyboard& keyboard;
@@ -42,7 +43,7 @@ struct Orientation {
           moves(keyboard, checked.Hits(kind),
                 Crop(checked.Hits(BoardKind::Digits), checked.screen.Panel(kind))) {}
 
-    // Is there a state with this latched, and that one not, from which nothing leads to one without it?
+    // Is there a state with `latched`, and without `without`, from which `latched` cannot be released?
     bool IsTrapped(Latches latched, Latches without = 0) const {
         bool isTrapped = false;
         ForEach(states, [&](Latches state) {

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The one of this process, from its first use to its end. Only resources of the library are on it.
+// The device of this process, from its first use to the end. It has only the library's resources.
 class Device {
 public:
     static Device& Get() {
@@ -28,7 +28,7 @@ public:
         return device;
     }
 
-    // A path for a skin that no module has had: while one is loaded, its path stands for it.
+    // A new path for a skin: loading the path of a loaded module would return that module.
     std::string NextSkin() { return m_Folder.Path("Windows/skin" + std::to_string(++m_SkinCount) + ".tlk"); }
 
     Device(const Device&) = delete;
@@ -59,7 +59,7 @@ private:
     int m_SkinCount = 0;
 };
 
-// Where keys arrive.
+// Receives the keys.
 class KeySink final : public IIMCallback {
 public:
     char16_t character = 0;
@@ -79,7 +79,7 @@ public:
     STDMETHODIMP SendString(LPWSTR, DWORD) override { return S_OK; }
 };
 
-// Pixels of 32 bits to draw on.
+// A bitmap of 32 bits per pixel to draw on.
 class Canvas {
 public:
     explicit Canvas(Size size) : m_Size(size), m_DC(CreateCompatibleDC(nullptr)) {
@@ -147,7 +147,7 @@ POINT ToPOINT(Point point) { return {point.x, point.y}; }
 struct Keyboard::Parts {
     CKeyboard engine;
     KeySink sink;
-    // The panel; nobody sees it, so that it needs no window.
+    // The panel, which is invisible and needs no window.
     CWindow panel;
     CharacterTable characters;
     Latches lasting = 0;
@@ -243,7 +243,7 @@ void Keyboard::Press(std::uint16_t key) {
             return EqualRect(&pressed, &rect) != FALSE;
         });
     };
-    // The engine would take the look off again.
+    // Otherwise the engine would toggle the look off.
     if (!std::ranges::any_of(found->second.m_Rects, isPressed))
         engine.DrawButton(&m_pParts->panel, found->second, false);
 }
@@ -270,12 +270,12 @@ Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_pParts(std:
     m_pParts->file.Reset(
         LoadLibraryW((WideString(TEXT("\\Windows\\")) + WideString(name.begin(), name.end())).c_str()));
     if (m_pParts->file) {
-        // Of the device's own screen the engine asks the narrow side alone.
+        // The engine uses only the narrow side of the device's screen.
         host::SetScreenSize({upright.width, upright.width});
         m_pParts->pUpright.reset(new Keyboard(upright));
         m_pParts->pTurned.reset(new Keyboard({upright.height, upright.width}));
     }
-    // What is loaded stays, and the next skin is alone again.
+    // The module stays loaded, and the next skin is the only file again.
     fs::remove(path);
     if (!m_pParts->file) throw FileError("not a library file that a device loads");
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The keyboard engine itself, on a device in a temporary folder: whatever this program says about a finished
-// skin, it asks here. Nothing of Win32 leaves engine.cpp.
+// The keyboard engine itself, on a device in a temporary folder; all statements about finished skins come
+// from it. Only engine.cpp uses Win32.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@
 
 namespace tlk {
 
-// What is latched on a keyboard, a bit for each.
+// The latched statuses of a keyboard, one bit each.
 using Latches = unsigned;
 namespace latch {
 inline constexpr Latches kShift = 1;
@@ -31,52 +31,52 @@ inline constexpr Latches kLatchStates = 64;
 
 struct SkinBitmap {
     bool isPresent = false;
-    // Bits per pixel of the device: 1 for what can be a mask. 0 when the device cannot load it.
+    // The device's bits per pixel: 1 for a possible mask, 0 if the device cannot load the bitmap.
     unsigned depth = 0;
-    // Empty when the bitmap is absent or cannot be loaded.
+    // Empty if the bitmap is missing or cannot be loaded.
     Picture pixels;
 
     Size GetSize() const { return pixels.GetSize(); }
     bool IsReadable() const { return GetSize().width > 0; }
 };
 
-// Ascending, as hit testing walks through it.
+// Ascending, in the order of hit testing.
 using KeyLayout = std::map<std::uint16_t, std::vector<Rect>>;
 
-// Of a stroke upwards from here, which is longer than any has to be.
+// The end of a stroke upwards from here, of sufficient length.
 [[nodiscard]] inline Point StrokeEnd(Point start) { return {start.x, start.y - 100}; }
 
-// One keyboard with one skin on one screen. Keys are those of the board that it shows.
+// One keyboard with one skin on one screen. Keys are those of the board shown.
 class Keyboard {
 public:
-    // False: the engine refuses the skin on this screen. What it has read of it is there all the same.
+    // False if the engine refuses the skin on this screen; the parts that it has read exist all the same.
     bool TakesSkin() const;
     const CharacterTable& Characters() const;
-    // Of the digits or of the other keyboard.
+    // The keys of the digit keyboard, or of the other one.
     KeyLayout Keys(bool ofDigits) const;
-    // Without area when the skin has none.
+    // Without area if the skin has none.
     Rect CapsRect() const;
 
-    // What can still be latched after the screen has been turned.
+    // The latches that remain after the screen has been turned.
     Latches Lasting() const;
     Latches Latched() const;
-    // Brings this state up, in which no key is pressed but those that show it.
+    // Selects this state; only the keys of its statuses look pressed.
     void Latch(Latches latches);
-    // Numbered as the slots of a character entry; the digit plane follows.
+    // Numbered like the slots of a character entry; the digit plane follows.
     std::size_t Plane() const;
 
     // Negative for none.
     int KeyAt(Point point) const;
     bool IsStatusKey(std::uint16_t key) const;
-    // Caps lock leaves such a key alone inside of the CAPS rectangle.
+    // Is it a key that caps lock leaves alone inside the CAPS rectangle?
     bool IsOfDigitRow(std::uint16_t key) const;
-    // What a tap on a character key would send; 0 for nothing.
+    // The character that a tap on the key would send; 0 for none.
     char16_t CharacterOf(std::uint16_t key);
     void Tap(Point point);
     void DoubleTap(Point point);
     void StrokeUp(Point point);
 
-    // The look alone.
+    // Changes only the look.
     void Press(std::uint16_t key);
     void ReleaseAll();
     [[nodiscard]] Picture Paint(Size size);
@@ -94,10 +94,10 @@ private:
     std::unique_ptr<Parts> m_pParts;
 };
 
-// A skin file on the device, and the keyboards with it for both orientations of the screen.
+// A skin file on the device, and its keyboards for both orientations of the screen.
 class Engine {
 public:
-    // Throws FileError for a file that the device does not load.
+    // Throws FileError if the device does not load the file.
     Engine(std::span<const std::uint8_t> file, Size uprightScreen);
     ~Engine();
     Engine(const Engine&) = delete;
@@ -113,7 +113,7 @@ private:
     std::unique_ptr<Parts> m_pParts;
 };
 
-// The characters that the engine has without a skin; language 2 has none.
+// The engine's characters without a skin; language 2 has none.
 [[nodiscard]] CharacterTable BuiltInCharacters();
 
 }  // namespace tlk

@@ -11,10 +11,10 @@ namespace tlk {
 
 enum class Icon { Shift, Caps, CapsFilled, Backspace, Delete, Enter, Space, Tab, Left, Up, Right, Down };
 
-// Ink is 1. The size goes with characters whose capitals are so many pixels high.
+// Ink is 1. The size matches characters with capitals of this height.
 [[nodiscard]] Mask DrawIcon(Icon icon, int capHeight);
 
-// Nothing when there is none of this name.
+// Nothing if there is no such icon.
 [[nodiscard]] std::optional<Icon> FindIcon(std::string_view name);
 [[nodiscard]] std::string IconNames();
 

@@ -8,7 +8,7 @@
 namespace tlk {
 namespace {
 
-// A point of each status key and of one other key, which does to the state what all others do.
+// A point on each status key and on one other key, as all others change the state in the same way.
 std::vector<Point> FindPoints(const Keyboard& keyboard, const HitMap& hits) {
     std::map<int, Point> found;
     for (int y = 0; y < hits.GetSize().height; ++y)
@@ -40,7 +40,7 @@ void Make(Keyboard& keyboard, Gesture gesture, Point point) {
 HitMap MapHits(const SkinModule& skin, BoardKind board, Size area) {
     Keyboard& keyboard = skin.KeyboardOf(board);
     keyboard.Latch(board == BoardKind::Digits ? latch::kDigits : 0);
-    // Between two rows at which rectangles begin or end, all are alike.
+    // Rows between the beginnings and ends of rectangles are equal.
     std::set<int> changes{0};
     for (const auto& [key, rects] : skin.Board(board).layout)
         for (const Rect& rect : rects)

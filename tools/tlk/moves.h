@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the pen leads a keyboard: every gesture is tried on the engine, in every state that it comes to.
+// The state changes that the pen can cause: tries every gesture on the engine, in every state reached.
 #pragma once
 
 #include <bitset>
@@ -10,7 +10,7 @@
 
 namespace tlk {
 
-// Which key a tap on each pixel hits; nobody's pixels hold kNobody.
+// The key that a tap on each pixel hits, or kNobody.
 inline constexpr int kNobody = -1;
 using HitMap = Grid<int>;
 [[nodiscard]] HitMap MapHits(const SkinModule& skin, BoardKind board, Size area);
@@ -20,7 +20,7 @@ enum class Gesture { Tap, DoubleTap, StrokeUp };
 struct Move {
     Gesture gesture;
     Point point;
-    // The state that it leads to.
+    // The state after the move.
     Latches after = 0;
 };
 
@@ -28,22 +28,22 @@ using LatchStates = std::bitset<kLatchStates>;
 
 class Moves {
 public:
-    // Of the keyboard's board of characters and of its digits, as far as the panel shows them.
+    // `characters` and `digits` are the hit maps of the two boards, as far as the panel shows them.
     Moves(Keyboard& keyboard, const HitMap& characters, const HitMap& digits);
 
-    // All states that these lead to, with them.
+    // All states that can be reached from these, including them.
     [[nodiscard]] LatchStates Reach(LatchStates states) const;
-    // The fewest moves from one state to another, or to that with the most in common.
+    // The shortest path from one state to another, or to the most similar state.
     [[nodiscard]] std::vector<Move> PathTowards(Latches from, Latches to) const;
 
 private:
     const std::vector<Move>& From(Latches state) const;
 
     Keyboard& m_Keyboard;
-    // Where the pen goes down on each board: on its status keys, and on one of all others.
+    // The points of each board to try: its status keys, and one of the other keys.
     std::vector<Point> m_Characters;
     std::vector<Point> m_Digits;
-    // Tried so far.
+    // The states tried so far.
     mutable std::map<Latches, std::vector<Move>> m_Known;
 };
 

@@ -14,10 +14,10 @@ namespace {
 
 constexpr Color kOutline{0xE0, 0x10, 0x60};
 constexpr Color kLabel{0xFF, 0xFF, 0xFF};
-// Pixels per em: the smallest that can be read.
+// Pixels per em; the smallest legible size.
 constexpr int kLabelSize = 9;
 
-// `what` is the thing in the words of a source, `name` what the file calls it.
+// `what` is its name in a source, `name` that in the file.
 void Need(const SkinBitmap& bitmap, const std::string& what, const std::string& name) {
     if (!bitmap.isPresent) throw FileError("the skin has no " + what + " (" + name + ")");
     if (!bitmap.IsReadable())
@@ -62,7 +62,7 @@ void Outline(Picture& picture, const Rect& rect) {
     }
 }
 
-// The character of a character key; names of functions and indices are ASCII.
+// The character of a character key, else the name or index, which are ASCII.
 std::u16string LabelOf(const SkinModule& skin, std::uint16_t key, const Font& font) {
     const char16_t character =
         !IsFunction(key) && key < skin.characters.size() ? skin.characters[key][0] : u'\0';
@@ -117,7 +117,7 @@ Picture Paint(const SkinModule& skin, const View& view) {
          MaskResource(board.kind, plane));
     for (std::uint16_t key : view.pressed)
         keyboard.Press(key);
-    // Of the one picture of digits the panel shows as much as the letters cover.
+    // The panel shows as much of the digits' picture as the letters cover.
     const Size size = board.picture.GetSize();
     return keyboard.Paint(letters.picture.isPresent ? Clip(size, letters.picture.GetSize()) : size);
 }

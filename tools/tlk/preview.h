@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A skin as the engine draws it.
+// A skin as drawn by the engine.
 #pragma once
 
 #include <optional>
@@ -13,31 +13,30 @@
 namespace tlk {
 
 struct View {
-    // The keys of what is latched look pressed.
+    // The keys of latched statuses look pressed.
     Latches latches = 0;
     bool isLandscape = false;
     std::vector<std::uint16_t> pressed;
 };
 
-// The board that the engine shows then.
+// The board that the engine shows in this view.
 [[nodiscard]] BoardKind ShownBoard(const SkinModule& skin, const View& view);
 
-// The key of this name, or of this index; a digit that is both is a name. Throws FileError, which lists the
-// board's keys.
+// The key with this name or index; a digit is a name. Throws FileError, which lists the board's keys.
 [[nodiscard]] std::uint16_t FindKey(const SkinModule& skin, BoardKind board, std::string_view name);
 
-// Throws FileError when the skin lacks what the view needs.
+// Throws FileError if the skin lacks a part of the view.
 [[nodiscard]] Picture Paint(const SkinModule& skin, const View& view);
 
-// What is latched on a keyboard that is running, known by how it looks: it tells nobody. Of states that look
-// alike, the one with the fewest latches; nothing when the picture is none of this skin, as while a key is
-// pressed. `panel` may be larger than the keyboard or cut it off.
+// Finds out what is latched on a running keyboard by its picture. Of views that look alike, the one with the
+// fewest latches; nothing if the picture is none of this skin, for instance while a key is pressed. `panel`
+// may be larger than the keyboard or cut it off.
 [[nodiscard]] std::optional<View> FindView(const SkinModule& skin, const Picture& panel);
 
 // Every pixel becomes a square of `zoom` pixels.
 [[nodiscard]] Picture Enlarge(const Picture& picture, int zoom);
 
-// Outlines every rectangle of the board on its enlarged picture and writes the key's name into it.
+// Outlines each rectangle of the board on its enlarged picture and labels it with the key's name.
 void DrawHitAreas(Picture& enlarged, int zoom, const SkinModule& skin, BoardKind board, const Font& font);
 
 }  // namespace tlk

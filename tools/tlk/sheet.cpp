@@ -17,7 +17,7 @@ namespace {
 constexpr Color kPaper{0xFA, 0xFA, 0xF7};
 constexpr Color kInk{0x22, 0x22, 0x22};
 constexpr int kMargin = 12;
-// Between a caption and its picture.
+// In pixels, between a caption and its picture.
 constexpr int kGap = 4;
 constexpr int kCaptionSize = 11;
 constexpr int kCaptionHeight = 14;
@@ -34,7 +34,7 @@ void Stamp(Picture& page, const Picture& picture, int left, int top) {
             if (page.Contains(left + x, top + y)) page.At(left + x, top + y) = picture.At(x, y);
 }
 
-// Captions are ASCII. What is wider than its picture is cut off there.
+// Captions are ASCII. Clips a caption at the width of its picture.
 void Write(Picture& page, std::string_view text, int left, int baseline, int width, const Font& font) {
     const Glyph glyph = font.Draw(std::u16string(text.begin(), text.end()), {kCaptionSize});
     for (int y = 0; y < glyph.ink.GetSize().height; ++y)
@@ -89,7 +89,7 @@ private:
 
     bool Has(std::uint16_t key) const { return m_Board.layout.contains(key); }
 
-    // The caption names the keys that lead there, which look pressed.
+    // The caption names the keys that select the plane, which look pressed.
     void AddPlane(std::size_t plane) {
         const Latches latches = LatchesFor(plane);
         std::string keys;
@@ -100,14 +100,14 @@ private:
         Add(std::string(PlaneName(plane)) + (keys.empty() ? "" : ": ") + keys, ViewOf(latches));
     }
 
-    // What latches without a plane of its own.
+    // Statuses without a plane of their own.
     void AddLatched() {
         if (Has(function_key::kControl) && m_Board.masks[0].IsReadable())
             Add("ctrl", ViewOf(latch::kControl));
         if (m_Board.kind != BoardKind::Digits) {
             if (m_Board.masks[1].IsReadable()) Add("caps lock", ViewOf(latch::kCaps));
         } else if (m_Skin.Board(BoardKind::Landscape).picture.IsReadable()) {
-            // The same picture, of which the turned screen shows more.
+            // The same picture; the turned screen shows more of it.
             Add("on the turned screen", {latch::kDigits, true, {}});
         }
     }

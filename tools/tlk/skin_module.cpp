@@ -25,11 +25,11 @@ constexpr std::array<std::string_view, kPlaneCount> kMasks{
     "LANG1_SMALL_MASK", "LANG1_LARGE_MASK", "UML1_SMALL_MASK", "UML1_LARGE_MASK", "LANG2_SMALL_MASK",
     "LANG2_LARGE_MASK", "UML2_SMALL_MASK",  "UML2_LARGE_MASK", "DIGIT_MASK"};
 
-// No keyboard has more rectangles, nor any that cover its picture more often.
+// No real keyboard has more rectangles, or covers its picture more often.
 constexpr std::size_t kMostRecords = 1024;
 constexpr std::int64_t kMostCover = 16;
 
-// Of a picture that can be for a device.
+// Of a picture for a real device.
 constexpr int kLargestSide = 2048;
 
 std::int64_t ClippedArea(const Rect& rect, Size size) {
@@ -64,7 +64,7 @@ SkinBoard ReadBoard(const SkinModule& skin, BoardKind kind) {
     return board;
 }
 
-// Empty when there is none of a usual size.
+// Empty if there is none of a normal size.
 Size PictureSize(const Module& module, BoardKind board) {
     const auto data = module.Find(ResourceKind::Bitmap, PictureResource(board));
     const auto header = data ? ReadBitmapHeader(*data) : std::nullopt;
@@ -109,14 +109,14 @@ std::string SkinModule::Describe(std::uint16_t key) const {
 std::optional<Size> GuessScreen(const Module& module) {
     const Size portrait = PictureSize(module, BoardKind::Portrait);
     if (portrait == Size{}) return std::nullopt;
-    // A landscape picture may be as wide as the narrow side alone, and then tells nothing.
+    // A landscape picture may be only as wide as the narrow side, and then says nothing about the screen.
     const int turnedWidth = PictureSize(module, BoardKind::Landscape).width;
     if (turnedWidth > portrait.width) return Size{portrait.width, turnedWidth};
     return Size{portrait.width, std::max(portrait.width, portrait.height * 4)};
 }
 
 SkinModule ReadSkin(const Module& module, std::optional<Size> screen) {
-    // Any screen serves to say that there is no picture.
+    // Without a picture, any screen will do to report that.
     const Size suggested = GuessScreen(module).value_or(Size{240, 320});
     SkinModule skin;
     skin.pEngine = std::make_unique<Engine>(module.File(),
