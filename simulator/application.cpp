@@ -8,26 +8,26 @@
 namespace {
 
 enum Command : UINT {
-    commandMenuClosed = 0,
-    commandNew = 1,
-    commandEditMenu,
-    commandKeyboard,
-    commandKeyboardMenu,
-    firstEditCommand = 100,
+    CommandMenuClosed = 0,
+    CommandNew = 1,
+    CommandEditMenu,
+    CommandKeyboard,
+    CommandKeyboardMenu,
+    FirstEditCommand = 100,
 };
 
 // The time stands still while a script runs, so that its pictures are the same in every run.
-constexpr char16_t timeOfScripts[] = u"12:00";
+constexpr char16_t kTimeOfScripts[] = u"12:00";
 
 }  // namespace
 
-Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_time(timeOfScripts) {
+Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_time(kTimeOfScripts) {
     const SIZE screen = ScreenSize();
     Create(TEXT("SimulatorApplication"), WS_POPUP | WS_CLIPCHILDREN, {0, 0, screen.cx, screen.cy}, nullptr);
     m_edit = std::make_unique<EditField>(Handle(), RECT{});
-    const std::vector<MenuBar::Word> words = {{commandNew, u"New", MenuBar::Kind::Button},
-                                              {commandEditMenu, u"Edit", MenuBar::Kind::Menu}};
-    m_bar = std::make_unique<MenuBar>(Handle(), words, commandKeyboard, commandKeyboardMenu);
+    const std::vector<MenuBar::Word> words = {{CommandNew, u"New", MenuBar::Kind::Button},
+                                              {CommandEditMenu, u"Edit", MenuBar::Kind::Menu}};
+    m_bar = std::make_unique<MenuBar>(Handle(), words, CommandKeyboard, CommandKeyboardMenu);
     m_menu = std::make_unique<PopupMenu>(Handle());
     LayOut({0, BarHeight(screen), screen.cx, screen.cy - BarHeight(screen)});
     ShowWindow(Handle(), SW_SHOW);
@@ -84,19 +84,19 @@ LRESULT Application::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void Application::OnCommand(UINT id) {
     switch (id) {
-        case commandMenuClosed:
+        case CommandMenuClosed:
             return m_bar->ShowOpenMenu(0);
-        case commandNew:
+        case CommandNew:
             return m_edit->Perform(EditCommand::Clear);
-        case commandEditMenu:
+        case CommandEditMenu:
             return OpenMenu(id, EditMenu(), PopupMenu::Side::Left);
-        case commandKeyboard:
+        case CommandKeyboard:
             return m_keyboard.ToggleKeyboard();
-        case commandKeyboardMenu:
+        case CommandKeyboardMenu:
             return OpenMenu(id, m_keyboard.MenuItems(), PopupMenu::Side::Right);
         default:
-            if (id >= firstKeyboardCommand) return m_keyboard.ChooseKeyboardItem(id);
-            m_edit->Perform(static_cast<EditCommand>(id - firstEditCommand));
+            if (id >= kFirstKeyboardCommand) return m_keyboard.ChooseKeyboardItem(id);
+            m_edit->Perform(static_cast<EditCommand>(id - FirstEditCommand));
     }
 }
 
@@ -110,7 +110,7 @@ void Application::OpenMenu(UINT id, std::vector<MenuItem> items, PopupMenu::Side
 
 std::vector<MenuItem> Application::EditMenu() const {
     const auto item = [this](EditCommand command, const char16_t* text) {
-        return MenuItem{firstEditCommand + static_cast<UINT>(command), text, m_edit->CanPerform(command)};
+        return MenuItem{FirstEditCommand + static_cast<UINT>(command), text, m_edit->CanPerform(command)};
     };
     return {item(EditCommand::Undo, u"Undo"),
             {},

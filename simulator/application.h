@@ -16,11 +16,11 @@ public:
     virtual ~KeyboardSwitch() = default;
     // Called when the button is tapped.
     virtual void ToggleKeyboard() = 0;
-    // The menu of the arrow beside it; its identifiers begin at firstKeyboardCommand.
+    // The menu of the arrow beside it; its identifiers begin at kFirstKeyboardCommand.
     virtual std::vector<MenuItem> MenuItems() = 0;
     virtual void ChooseKeyboardItem(UINT id) = 0;
 };
-constexpr UINT firstKeyboardCommand = 1000;
+constexpr UINT kFirstKeyboardCommand = 1000;
 
 // The application that receives the keys: a full-screen window with a title bar, an edit field and a menu
 // bar.

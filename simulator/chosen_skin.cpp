@@ -13,9 +13,9 @@
 namespace {
 
 // The simulator's own registry key.
-const KeyPath choice{HKEY_CURRENT_USER, u"Software\\Simulator"};
-constexpr char16_t chosenName[] = u"ChosenSkin";
-constexpr char16_t standInPath[] = u"StandIn";
+const KeyPath kChoice{HKEY_CURRENT_USER, u"Software\\Simulator"};
+constexpr char16_t kChosenName[] = u"ChosenSkin";
+constexpr char16_t kStandInPath[] = u"StandIn";
 
 bool AreSame(const std::u16string& name, const std::u16string& other) {
     return lstrcmpiW(name.c_str(), other.c_str()) == 0;
@@ -34,7 +34,7 @@ bool IsSideOfScreen(std::u16string_view text) {
 }
 
 void Write(const char16_t* name, const std::u16string& text) {
-    if (WriteRegistryValue(choice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS) {
+    if (WriteRegistryValue(kChoice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS) {
         throw ScriptError("the choice of the skin cannot be kept");
     }
 }
@@ -63,8 +63,8 @@ std::string NamesOfSkins() {
 
 std::u16string ChosenSkin() {
     const std::u16string stored = StoredSkin();
-    const std::optional<RegistryValue> standIn = ReadRegistryValue(choice, standInPath);
-    const std::optional<RegistryValue> chosen = ReadRegistryValue(choice, chosenName);
+    const std::optional<RegistryValue> standIn = ReadRegistryValue(kChoice, kStandInPath);
+    const std::optional<RegistryValue> chosen = ReadRegistryValue(kChoice, kChosenName);
     const bool standsIn = standIn && chosen && standIn->Text() == stored;
     return standsIn ? chosen->Text() : PlainSkinName(stored);
 }
@@ -85,12 +85,12 @@ bool ChooseSkin(const std::u16string& name) {
 bool KeepChosenSkin(const std::u16string& name) {
     const std::u16string stored = StoredSkin();
     if (AreSame(PlainSkinName(stored), name)) return ForgetStandIn(), false;
-    Write(chosenName, name);
-    Write(standInPath, stored);
+    Write(kChosenName, name);
+    Write(kStandInPath, stored);
     return true;
 }
 
 void ForgetStandIn() {
-    DeleteRegistryValue(choice, chosenName);
-    DeleteRegistryValue(choice, standInPath);
+    DeleteRegistryValue(kChoice, kChosenName);
+    DeleteRegistryValue(kChoice, kStandInPath);
 }

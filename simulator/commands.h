@@ -36,7 +36,7 @@ struct Command {
     std::size_t greatest;
     void (*run)(Session& session, const Arguments& arguments);
 };
-constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
+constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
 // Runs the command that these words (at least one) name. Throws ScriptError.
 void RunCommand(Session& session, const std::vector<std::string>& words);

@@ -53,7 +53,7 @@ void Writable(Session&, const Arguments& arguments) {
 
 void Renew(Session&, const Arguments& arguments) { RenewDeviceFile(arguments.Wide(0), arguments.Text(1)); }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"text", "", 0, 0, Text},
     {"screenshot panel", "FILE", 1, 1, ScreenshotPanel},
     {"screenshot", "[panel] FILE", 1, 1, Screenshot},
@@ -65,4 +65,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> DeviceCommands() { return commands; }
+std::span<const Command> DeviceCommands() { return kCommands; }

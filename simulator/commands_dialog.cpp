@@ -161,7 +161,7 @@ void WideImage(Session& session, const Arguments& arguments) {
     if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageWide, info.iWide);
 }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"options", "", 0, 0, Options},
     {"click", "ID", 1, 1, Click},
     {"choose", "ID TEXT", 2, 2, Choose},
@@ -174,4 +174,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> DialogCommands() { return commands; }
+std::span<const Command> DialogCommands() { return kCommands; }

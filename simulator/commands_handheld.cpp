@@ -66,12 +66,12 @@ void Time(Session& session, const Arguments& arguments) {
     session.GetApplication().SetTime(arguments.Wide(0));
 }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"skins", "FOLDER", 1, 1, Skins},
     {"skin next", "", 0, 0, NextSkin},
     {"skin put", "FILE", 1, 1, PutSkinFile},
     {"skin choose", "NAME", 1, 1, ChooseSkinNamed},
-    {"skin prefer", "NAME...", 1, anyNumber, PreferSkins},
+    {"skin prefer", "NAME...", 1, kAnyNumber, PreferSkins},
     {"skin keep", "NAME", 1, 1, KeepSkin},
     {"notes", "", 0, 0, Notes},
     {"time", "TEXT", 1, 1, Time},
@@ -79,4 +79,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> HandheldCommands() { return commands; }
+std::span<const Command> HandheldCommands() { return kCommands; }

@@ -69,7 +69,7 @@ void Objects(Session& session, const Arguments&) {
         " finds=" + std::to_string(live.finds) + " lists=" + std::to_string(live.lists));
 }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"setup", "", 0, 0, SetUp},
     {"register", "", 0, 0, Register},
     {"unregister", "", 0, 0, Unregister},
@@ -85,4 +85,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> LibraryCommands() { return commands; }
+std::span<const Command> LibraryCommands() { return kCommands; }

@@ -33,7 +33,7 @@ void OnScreen(Session& session, const Arguments& arguments) {
     session.QueuePen(PenSpace::Screen, event, arguments.Point(0));
 }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"down", "X Y", 2, 2, Down},
     {"move", "X Y", 2, 2, Move},
     {"up", "X Y", 2, 2, Up},
@@ -48,4 +48,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> PenCommands() { return commands; }
+std::span<const Command> PenCommands() { return kCommands; }

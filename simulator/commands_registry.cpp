@@ -101,8 +101,8 @@ void Delete(Session&, const Arguments& arguments) {
            wholeKey ? DeleteRegistryKey(key) : DeleteRegistryValue(key, arguments.Wide(1)));
 }
 
-constexpr Command commands[] = {
-    {"reg set", "KEY NAME sz|dword|multi|hex …", 3, anyNumber, Set},
+constexpr Command kCommands[] = {
+    {"reg set", "KEY NAME sz|dword|multi|hex …", 3, kAnyNumber, Set},
     {"reg get", "KEY NAME", 2, 2, Get},
     {"reg keys", "KEY", 1, 1, Keys},
     {"reg delete", "KEY [NAME]", 1, 2, Delete},
@@ -110,4 +110,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> RegistryCommands() { return commands; }
+std::span<const Command> RegistryCommands() { return kCommands; }

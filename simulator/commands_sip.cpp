@@ -73,7 +73,7 @@ void Windows(Session& session, const Arguments&) {
     session.GetTrace().Write("Window panel " + Describe(panel, corner));
 }
 
-constexpr Command commands[] = {
+constexpr Command kCommands[] = {
     {"create", "", 0, 0, Create},
     {"select", "", 0, 0, Select},
     {"deselect", "", 0, 0, Deselect},
@@ -89,4 +89,4 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> SipCommands() { return commands; }
+std::span<const Command> SipCommands() { return kCommands; }

@@ -17,7 +17,7 @@ struct KeyAction {
     Action action;
 };
 
-constexpr KeyAction plainKeys[] = {
+constexpr KeyAction kPlainKeys[] = {
     {VK_BACK, [](EditText& text, Selecting) { text.DeleteBackward(); }},
     {VK_DELETE, [](EditText& text, Selecting) { text.DeleteForward(); }},
     {VK_RETURN, [](EditText& text, Selecting) { text.Insert(u"\n"); }},
@@ -27,7 +27,7 @@ constexpr KeyAction plainKeys[] = {
 };
 
 // With Control, keys edit and move, and insert nothing.
-constexpr KeyAction controlKeys[] = {
+constexpr KeyAction kControlKeys[] = {
     {'A', [](EditText& text, Selecting) { text.SelectAll(); }},
     {'C', [](EditText& text, Selecting) { text.Copy(); }},
     {'X', [](EditText& text, Selecting) { text.Cut(); }},
@@ -91,7 +91,7 @@ void EditField::OnKey(UINT virtualKey) {
     if (virtualKey == VK_UP) return MoveLine(-1, FromShift());
     if (virtualKey == VK_DOWN) return MoveLine(1, FromShift());
     const Action action =
-        IsHeld(VK_CONTROL) ? FindAction(controlKeys, virtualKey) : FindAction(plainKeys, virtualKey);
+        IsHeld(VK_CONTROL) ? FindAction(kControlKeys, virtualKey) : FindAction(kPlainKeys, virtualKey);
     if (!action) return;
     action(m_text, FromShift());
     OnChanged();

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr UINT optionsItem = firstKeyboardCommand;
-constexpr UINT firstMethodItem = firstKeyboardCommand + 1;
+constexpr UINT kOptionsItem = kFirstKeyboardCommand;
+constexpr UINT kFirstMethodItem = kFirstKeyboardCommand + 1;
 
 }  // namespace
 
@@ -22,19 +22,19 @@ std::vector<MenuItem> KeyboardMenu::MenuItems() {
     std::vector<MenuItem> items;
     for (std::size_t i = 0; i < m_listed.size(); ++i) {
         const bool current = IsEqualCLSID(m_listed[i].clsid, sip.CurrentIM()) != FALSE;
-        items.push_back({firstMethodItem + static_cast<UINT>(i), m_listed[i].name, true, current});
+        items.push_back({kFirstMethodItem + static_cast<UINT>(i), m_listed[i].name, true, current});
     }
     if (!items.empty()) items.emplace_back();
-    items.push_back({optionsItem, u"Options...", sip.HasInputMethod()});
+    items.push_back({kOptionsItem, u"Options...", sip.HasInputMethod()});
     return items;
 }
 
 void KeyboardMenu::ChooseKeyboardItem(UINT id) {
     if (m_session.Sip().IsCalling()) return;
-    if (id == optionsItem) {
+    if (id == kOptionsItem) {
         m_session.Sip().OpenOptions(m_session.GetApplication().Handle());
-    } else if (id - firstMethodItem < m_listed.size()) {
-        Choose(m_listed[id - firstMethodItem]);
+    } else if (id - kFirstMethodItem < m_listed.size()) {
+        Choose(m_listed[id - kFirstMethodItem]);
     }
 }
 

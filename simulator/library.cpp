@@ -8,15 +8,16 @@
 #include "script.h"
 #include "trace.h"
 
-const CLSID inputMethodClass = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
+const CLSID kInputMethodClass = {
+    0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
 
 namespace {
 
-constexpr char16_t installedPath[] = u"\\Windows\\tolka.dll";
-constexpr char16_t serverKey[] = u"CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32";
+constexpr char16_t kInstalledPath[] = u"\\Windows\\tolka.dll";
+constexpr char16_t kServerKey[] = u"CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32";
 
 std::u16string RegisteredPath() {
-    const std::optional<RegistryValue> value = ReadRegistryValue({HKEY_CLASSES_ROOT, serverKey}, u"");
+    const std::optional<RegistryValue> value = ReadRegistryValue({HKEY_CLASSES_ROOT, kServerKey}, u"");
     if (!value || value->type != REG_SZ) return {};
     const std::u16string text = value->Text();
     return text.substr(0, text.find(u'\0'));
@@ -43,12 +44,12 @@ void Library::EnsureRegistered() {
 }
 
 void Library::Install() {
-    CopyToDevice(m_built, installedPath);
+    CopyToDevice(m_built, kInstalledPath);
     std::filesystem::path code = m_built;
     code += ".so";
-    CopyToDevice(code, std::u16string(installedPath) + u".so");
+    CopyToDevice(code, std::u16string(kInstalledPath) + u".so");
     const host::PlatformScope scope;
-    const HMODULE module = LoadLibraryW(installedPath);
+    const HMODULE module = LoadLibraryW(kInstalledPath);
     if (!module) {
         throw ScriptError("the library " + m_built.string() + " does not load: error " +
                           std::to_string(GetLastError()));
@@ -93,7 +94,7 @@ HRESULT Library::GetClassObject(REFIID iid, void** object) {
     using Entry = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     const auto entry =
         reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(FindExport("DllGetClassObject", result)));
-    return entry ? entry(inputMethodClass, iid, object) : result;
+    return entry ? entry(kInputMethodClass, iid, object) : result;
 }
 
 // COM also holds the library if it has created an object, and releases it first: the last FreeLibrary

@@ -8,7 +8,7 @@
 #include <utility>
 
 // The library's class.
-extern const CLSID inputMethodClass;
+extern const CLSID kInputMethodClass;
 
 // The library under test: the file named by InprocServer32 of its class, loaded when first needed and held
 // until Unload.

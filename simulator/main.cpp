@@ -21,10 +21,10 @@ namespace {
 namespace fs = std::filesystem;
 
 // Exit statuses.
-constexpr int succeeded = 0;
-constexpr int callFailed = 1;
-constexpr int notSaved = 1;
-constexpr int notUnderstood = 2;
+constexpr int kSucceeded = 0;
+constexpr int kCallFailed = 1;
+constexpr int kNotSaved = 1;
+constexpr int kNotUnderstood = 2;
 
 struct CommandLine {
     std::string device;
@@ -81,8 +81,8 @@ int RunScript(const CommandLine& line) {
         RunCommand(session, act);
     }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
-    if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return notUnderstood;
-    return session.GetTrace().CallFailed() ? callFailed : succeeded;
+    if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return kNotUnderstood;
+    return session.GetTrace().CallFailed() ? kCallFailed : kSucceeded;
 }
 
 int RunWindow(const CommandLine& line) {
@@ -94,7 +94,7 @@ int RunWindow(const CommandLine& line) {
     options.scale = line.scale;
     if (line.trace) options.trace = WindowOptions::Trace::Shown;
     if (line.commands) options.commands = WindowOptions::Commands::FromStandardInput;
-    return RunInWindow(options) ? succeeded : notSaved;
+    return RunInWindow(options) ? kSucceeded : kNotSaved;
 }
 
 void Describe(CLI::App& app, CommandLine& line) {
@@ -134,11 +134,11 @@ int main(int argc, char** argv) {
         try {
             app.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
-            return app.exit(error) == 0 ? succeeded : notUnderstood;
+            return app.exit(error) == 0 ? kSucceeded : kNotUnderstood;
         }
         return line.script.empty() ? RunWindow(line) : RunScript(line);
     } catch (const std::exception& error) {
         std::cerr << "simulator: " << error.what() << '\n';
     }
-    return notUnderstood;
+    return kNotUnderstood;
 }

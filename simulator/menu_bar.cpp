@@ -9,11 +9,11 @@
 namespace {
 
 // In pixels, before scaling.
-constexpr int fontHeight = 12;
-constexpr int wordMargin = 8;
-constexpr int arrowWidth = 15;
-constexpr int pictureSize = 16;
-constexpr int pictureMargin = 4;
+constexpr int kFontHeight = 12;
+constexpr int kWordMargin = 8;
+constexpr int kArrowWidth = 15;
+constexpr int kPictureSize = 16;
+constexpr int kPictureMargin = 4;
 
 }  // namespace
 
@@ -28,11 +28,11 @@ MenuBar::MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT
 
 void MenuBar::LayOut(SIZE screen) {
     m_screen = screen;
-    SetFont(Scaled(screen, fontHeight), FW_NORMAL);
+    SetFont(Scaled(screen, kFontHeight), FW_NORMAL);
     const RECT area = ClientArea();
-    const LONG arrowLeft = area.right - Scaled(screen, arrowWidth);
+    const LONG arrowLeft = area.right - Scaled(screen, kArrowWidth);
     const LONG pictureLeft =
-        arrowLeft - pictureSize * PictureScale(screen) - 2 * Scaled(screen, pictureMargin);
+        arrowLeft - kPictureSize * PictureScale(screen) - 2 * Scaled(screen, kPictureMargin);
     LONG left = 0;
     for (Part& part : m_parts) {
         if (part.look == Look::Picture) {
@@ -40,7 +40,7 @@ void MenuBar::LayOut(SIZE screen) {
         } else if (part.look == Look::Arrow) {
             part.place = {arrowLeft, 1, area.right, area.bottom};
         } else {
-            const LONG width = Measure(part.text).cx + 2 * Scaled(screen, wordMargin);
+            const LONG width = Measure(part.text).cx + 2 * Scaled(screen, kWordMargin);
             part.place = {left, 1, left + width, area.bottom};
             left = part.place.right;
         }

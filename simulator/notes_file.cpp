@@ -11,17 +11,17 @@
 
 namespace {
 
-constexpr char16_t path[] = u"\\My Documents\\Notes.txt";
-constexpr std::size_t greatestSize = 256 << 10;  // bytes; an edit field lays out its whole text at each key
+constexpr char16_t kPath[] = u"\\My Documents\\Notes.txt";
+constexpr std::size_t kGreatestSize = 256 << 10;  // bytes; an edit field lays out its whole text at each key
 
 }  // namespace
 
 std::u16string ReadNotes() {
-    if (!HasDeviceFile(path)) return {};
-    const std::string bytes = ReadDeviceFile(path);
+    if (!HasDeviceFile(kPath)) return {};
+    const std::string bytes = ReadDeviceFile(kPath);
     std::optional<std::u16string> text = FromUtf8(bytes);
-    if (!text || bytes.size() > greatestSize) {
-        throw ScriptError(host::HostPath(path).string() +
+    if (!text || bytes.size() > kGreatestSize) {
+        throw ScriptError(host::HostPath(kPath).string() +
                           (text ? " is too long to be shown" : " is not UTF-8") +
                           ": it stays as it is, and what is typed now is not kept");
     }
@@ -31,4 +31,4 @@ std::u16string ReadNotes() {
     return *text;
 }
 
-void WriteNotes(std::u16string_view text) { WriteDeviceFile(path, ToUtf8(text)); }
+void WriteNotes(std::u16string_view text) { WriteDeviceFile(kPath, ToUtf8(text)); }

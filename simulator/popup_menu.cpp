@@ -10,13 +10,13 @@
 
 namespace {
 
-constexpr UINT textFormat = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
+constexpr UINT kTextFormat = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
 // In pixels, before scaling.
-constexpr int fontHeight = 12;
-constexpr int itemHeight = 19;
-constexpr int lineHeight = 5;
-constexpr int bulletWidth = 16;
-constexpr int rightMargin = 12;
+constexpr int kFontHeight = 12;
+constexpr int kItemHeight = 19;
+constexpr int kLineHeight = 5;
+constexpr int kBulletWidth = 16;
+constexpr int kRightMargin = 12;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ void PopupMenu::Open(std::vector<MenuItem> items, POINT corner, Side side) {
     m_items = std::move(items);
     m_highlighted.reset();
     m_screen = ScreenSize();
-    SetFont(Scaled(m_screen, fontHeight), FW_NORMAL);
+    SetFont(Scaled(m_screen, kFontHeight), FW_NORMAL);
     const SIZE size = WantedSize();
     const LONG left =
         std::clamp<LONG>(side == Side::Left ? corner.x : corner.x - size.cx, 0, m_screen.cx - 1);
@@ -85,13 +85,13 @@ SIZE PopupMenu::WantedSize() const {
         size.cx = std::max(size.cx, Measure(item.text).cx);
         size.cy += HeightOf(item);
     }
-    size.cx += Scaled(m_screen, bulletWidth) + Scaled(m_screen, rightMargin);
+    size.cx += Scaled(m_screen, kBulletWidth) + Scaled(m_screen, kRightMargin);
     size.cx = std::min(size.cx, m_screen.cx);
     return size;
 }
 
 int PopupMenu::HeightOf(const MenuItem& item) const {
-    return Scaled(m_screen, item.text.empty() ? lineHeight : itemHeight);
+    return Scaled(m_screen, item.text.empty() ? kLineHeight : kItemHeight);
 }
 
 std::optional<std::size_t> PopupMenu::ItemAt(POINT point) const {
@@ -128,8 +128,8 @@ void PopupMenu::DrawItem(HDC dc, const MenuItem& item, const RECT& place, bool h
     if (highlighted) FillArea(dc, place, GetSysColor(COLOR_HIGHLIGHT));
     const int color = !item.enabled ? COLOR_GRAYTEXT : highlighted ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT;
     SetTextColor(dc, GetSysColor(color));
-    RECT bullet{place.left, place.top, place.left + Scaled(m_screen, bulletWidth), place.bottom};
-    if (item.bulleted) DrawTextW(dc, TEXT("\u2022"), 1, &bullet, textFormat | DT_CENTER);
+    RECT bullet{place.left, place.top, place.left + Scaled(m_screen, kBulletWidth), place.bottom};
+    if (item.bulleted) DrawTextW(dc, TEXT("\u2022"), 1, &bullet, kTextFormat | DT_CENTER);
     RECT text{bullet.right, place.top, place.right, place.bottom};
-    DrawTextW(dc, item.text.c_str(), static_cast<int>(item.text.size()), &text, textFormat);
+    DrawTextW(dc, item.text.c_str(), static_cast<int>(item.text.size()), &text, kTextFormat);
 }

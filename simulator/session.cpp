@@ -31,7 +31,7 @@ Session::Session(const Options& options)
       m_keyboardMenu(*this) {
     const host::PlatformScope scope;
     m_application = std::make_unique<Application>(m_keyboardMenu);
-    m_sip = SipShell::Create({nullptr, inputMethodClass, &m_sipTrace, &m_keys});
+    m_sip = SipShell::Create({nullptr, kInputMethodClass, &m_sipTrace, &m_keys});
     if (!m_application->Handle() || !m_sip) throw std::runtime_error("the device cannot make its windows");
     m_sipTrace.SetInfoHandler([this](const IMINFO& info) {
         m_application->SetKeyboardPicture(host::PictureOf(info.hImageNarrow, info.iNarrow));

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const KeyPath settings{HKEY_LOCAL_MACHINE, kSettingsKey};
+const KeyPath kSettings{HKEY_LOCAL_MACHINE, kSettingsKey};
 
 // Ignores case.
 bool IsSkinName(const std::u16string& name) {
@@ -124,7 +124,7 @@ bool SuitsScreen(const std::u16string& path) {
 std::vector<std::u16string> ListSkins() {
     std::vector<std::u16string> paths;
     AppendMatches(u"\\windows\\*.tlk", u"\\windows\\", paths);
-    const std::optional<RegistryValue> added = ReadRegistryValue(settings, kUserSkinsValue);
+    const std::optional<RegistryValue> added = ReadRegistryValue(kSettings, kUserSkinsValue);
     if (!added) return paths;
     for (const std::u16string& path : added->Texts()) {
         if (Exists(path)) paths.push_back(path);
@@ -135,14 +135,14 @@ std::vector<std::u16string> ListSkins() {
 bool IsSkinLoaded() { return host::CountHandles().modules > 0; }
 
 std::u16string StoredSkin() {
-    const std::optional<RegistryValue> value = ReadRegistryValue(settings, kSkinValue);
+    const std::optional<RegistryValue> value = ReadRegistryValue(kSettings, kSkinValue);
     if (!value) return {};
     const std::u16string text = value->Text();
     return text.substr(0, text.find(u'\0'));
 }
 
 void StoreSkin(const std::u16string& path) {
-    if (WriteRegistryValue(settings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS) {
+    if (WriteRegistryValue(kSettings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS) {
         throw ScriptError("the setting of the skin cannot be written");
     }
 }

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr SIZE screens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480, 800}};
+constexpr SIZE kScreens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480, 800}};
 
 Words ScreenAct(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
 
@@ -94,7 +94,7 @@ Words ScreenshotAct() {
 
 SIZE NextScreenSize(SIZE screen) {
     const SIZE upright{std::min(screen.cx, screen.cy), std::max(screen.cx, screen.cy)};
-    const auto found = std::find_if(std::begin(screens), std::end(screens),
+    const auto found = std::find_if(std::begin(kScreens), std::end(kScreens),
                                     [upright](SIZE size) { return IsSameSize(size, upright); });
-    return found == std::end(screens) || found + 1 == std::end(screens) ? screens[0] : found[1];
+    return found == std::end(kScreens) || found + 1 == std::end(kScreens) ? kScreens[0] : found[1];
 }

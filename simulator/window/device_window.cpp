@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Uint32 borderColor = 0x303030;
+constexpr Uint32 kBorderColor = 0x303030;
 
 bool IsEmpty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
 
@@ -155,7 +155,7 @@ void DeviceWindow::PresentAll() {
     if (m_page) {
         SDL_BlitSurface(m_page.get(), nullptr, target, nullptr);
     } else {
-        SDL_FillRect(target, nullptr, borderColor);
+        SDL_FillRect(target, nullptr, kBorderColor);
         const SIZE screen = ScreenSize();
         Draw({0, 0, screen.cx, screen.cy}, target);
     }

@@ -14,7 +14,7 @@ bool IsSet(const char* variable) {
     return value && *value != '\0';
 }
 
-constexpr char advice[] =
+constexpr char kAdvice[] =
     "\nOn a desktop, start it from a terminal window there. Over a plain terminal a script can drive the "
     "keyboard:\n"
     "    simulator --device DIR --script FILE\n"
@@ -36,13 +36,13 @@ void SetHints() {
 
 void ConnectToDisplay() {
     if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("SDL_VIDEODRIVER")) {
-        throw std::runtime_error("there is no display to open a window on." + std::string(advice));
+        throw std::runtime_error("there is no display to open a window on." + std::string(kAdvice));
     }
     SetHints();
     SDL_SetMainReady();
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         throw std::runtime_error("the display does not answer: " + std::string(SDL_GetError()) + '.' +
-                                 advice);
+                                 kAdvice);
     }
     SDL_StopTextInput();
 }

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr COLORREF paper = RGB(0xFF, 0xFF, 0xE1);
-constexpr COLORREF ink = RGB(0, 0, 0);
+constexpr COLORREF kPaper = RGB(0xFF, 0xFF, 0xE1);
+constexpr COLORREF kInk = RGB(0, 0, 0);
 
 // A bitmap to draw on, whose pixels can be read.
 class Canvas {
@@ -59,25 +59,25 @@ public:
     Page(const Canvas& canvas, SIZE size, int scale) : m_canvas(canvas), m_size(size), m_scale(scale) {
         m_title.Create(13 * scale, FW_BOLD);
         m_normal.Create(12 * scale, FW_NORMAL);
-        FillArea(canvas.Get(), {0, 0, size.cx, size.cy}, paper);
+        FillArea(canvas.Get(), {0, 0, size.cx, size.cy}, kPaper);
         SetBkMode(canvas.Get(), TRANSPARENT);
-        SetTextColor(canvas.Get(), ink);
+        SetTextColor(canvas.Get(), kInk);
     }
 
     void Title(const std::string& text) {
         m_top += 7 * m_scale;
-        Write(m_title, text, margin);
+        Write(m_title, text, kMargin);
         m_top += 20 * m_scale;
     }
     void Line(const std::string& name, const std::string& purpose) {
-        Write(m_normal, name, margin);
-        Write(m_normal, purpose, margin + column);
+        Write(m_normal, name, kMargin);
+        Write(m_normal, purpose, kMargin + kColumn);
         m_top += 15 * m_scale;
     }
 
 private:
-    static constexpr int margin = 10;
-    static constexpr int column = 40;
+    static constexpr int kMargin = 10;
+    static constexpr int kColumn = 40;
 
     void Write(const Font& font, const std::string& text, int left) const {
         const Selection selection(m_canvas.Get(), font.Get());

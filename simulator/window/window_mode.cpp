@@ -33,9 +33,9 @@ bool CoversScreen(HWND dialog) {
 }
 
 // The desktop reports a key that is held while the window gets the focus as pressed at that moment.
-constexpr Uint32 takingOver = 10;  // milliseconds
-constexpr Uint32 millisecondsToSave = 1000;
-constexpr int millisecondsToCommands = 50;  // between looks for commands of another program
+constexpr Uint32 kTakingOver = 10;  // milliseconds
+constexpr Uint32 kMillisecondsToSave = 1000;
+constexpr int kMillisecondsToCommands = 50;  // between looks for commands of another program
 
 // The user at the window: the platform's idle time, even inside modal windows, is spent waiting for them.
 // Each action becomes a command and runs like a command of a script, when all messages before it have been
@@ -139,7 +139,7 @@ void WindowMode::RunNextAct() {
 void WindowMode::SaveInTime() {
     const Uint32 now = SDL_GetTicks();
     const bool unsaved = m_handheld.HasUnsavedNotes();
-    if (unsaved && now - m_saved < millisecondsToSave) return;
+    if (unsaved && now - m_saved < kMillisecondsToSave) return;
     if (unsaved) m_handheld.Save();
     m_saved = now;
 }
@@ -153,8 +153,8 @@ SDL_Event WindowMode::WaitForEvent() {
     FollowHandheld();
     m_window.Present();
     int wait = MillisecondsToNextMinute();
-    if (m_handheld.HasUnsavedNotes()) wait = std::min(wait, static_cast<int>(millisecondsToSave));
-    if (m_commands) wait = std::min(wait, millisecondsToCommands);
+    if (m_handheld.HasUnsavedNotes()) wait = std::min(wait, static_cast<int>(kMillisecondsToSave));
+    if (m_commands) wait = std::min(wait, kMillisecondsToCommands);
     if (!SDL_WaitEventTimeout(&event, wait)) event.type = SDL_FIRSTEVENT;
     return event;
 }
@@ -244,7 +244,7 @@ void WindowMode::Perform(const WindowKey& key, Uint32 pressed) {
             return Add(ScreenshotAct());
         case WindowAction::Quit:
             // Quits on release: a held key would be passed on to the next window.
-            if (pressed - m_focused > takingOver) m_quitKey = key.code;
+            if (pressed - m_focused > kTakingOver) m_quitKey = key.code;
     }
 }
 

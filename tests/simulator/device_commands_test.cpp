@@ -68,27 +68,28 @@ protected:
 };
 
 TEST_F(EditFieldTest, FunctionKeysAct) {
-    EXPECT_EQ(Typed(TapKey("ab ") + tapEnter + TapKey("c") + tapTab + tapEscape), "\"ab \\nc\\u0009\"");
-    EXPECT_EQ(Typed(TapKey("abc") + tapBack), "\"ab\"");
+    EXPECT_EQ(Typed(TapKey("ab ") + kTapEnter + TapKey("c") + kTapTab + kTapEscape), "\"ab \\nc\\u0009\"");
+    EXPECT_EQ(Typed(TapKey("abc") + kTapBack), "\"ab\"");
     // Shift with Backspace is Delete, with Tab nothing.
-    EXPECT_EQ(Typed(TapKey("abc") + tapLeft + tapLeft + tapShift + tapBack), "\"ac\"");
-    EXPECT_EQ(Typed(TapKey("a") + tapShift + tapTab), "\"a\"");
+    EXPECT_EQ(Typed(TapKey("abc") + kTapLeft + kTapLeft + kTapShift + kTapBack), "\"ac\"");
+    EXPECT_EQ(Typed(TapKey("a") + kTapShift + kTapTab), "\"a\"");
     EXPECT_EQ(Typed("down 9 23\nmove 9 -10\nup 9 -10\n"), "\"\"");
 }
 
 TEST_F(EditFieldTest, ArrowsMoveAndSelect) {
-    EXPECT_EQ(Typed(TapKey("ab") + tapLeft + TapKey("x") + tapRight + TapKey("y")), "\"axby\"");
-    EXPECT_EQ(Typed(TapKey("ab") + tapShift + tapLeft + TapKey("x")), "\"ax\"");
-    EXPECT_EQ(Typed(TapKey("ab") + tapEnter + TapKey("ab") + tapUp + TapKey("x") + tapDown + TapKey("y")),
+    EXPECT_EQ(Typed(TapKey("ab") + kTapLeft + TapKey("x") + kTapRight + TapKey("y")), "\"axby\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kTapShift + kTapLeft + TapKey("x")), "\"ax\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kTapEnter + TapKey("ab") + kTapUp + TapKey("x") + kTapDown + TapKey("y")),
               "\"abx\\naby\"");
 }
 
 TEST_F(EditFieldTest, ControlEditsAndInsertsNothing) {
-    const auto control = [](const std::string& key) { return tapControl + TapKey(key); };
-    EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("c") + tapRight + control("v")), "\"abab\"");
+    const auto control = [](const std::string& key) { return kTapControl + TapKey(key); };
+    EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("c") + kTapRight + control("v")), "\"abab\"");
     EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("x")), "\"\"");
     EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("x") + control("z")), "\"ab\"");
-    EXPECT_EQ(Typed(TapKey("a") + control("q") + control(" ") + tapControl + tapTab + TapKey("b")), "\"ab\"");
+    EXPECT_EQ(Typed(TapKey("a") + control("q") + control(" ") + kTapControl + kTapTab + TapKey("b")),
+              "\"ab\"");
 }
 
 TEST_F(EditFieldTest, ThePenPutsTheCaret) {

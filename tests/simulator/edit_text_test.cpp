@@ -15,7 +15,7 @@ struct Key {
     char16_t key;
     void (*press)(EditText& edit);
 };
-const Key keys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }},
+const Key kEys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }},
                     {u'>', [](EditText& edit) { edit.MoveRight(Selecting::No); }},
                     {u'(', [](EditText& edit) { edit.MoveLeft(Selecting::Yes); }},
                     {u')', [](EditText& edit) { edit.MoveRight(Selecting::Yes); }},
@@ -34,9 +34,9 @@ const Key keys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }}
 std::u16string Shown(std::u16string_view pressed) {
     EditText edit;
     for (const char16_t unit : pressed) {
-        const auto* key = std::find_if(std::begin(keys), std::end(keys),
+        const auto* key = std::find_if(std::begin(kEys), std::end(kEys),
                                        [unit](const Key& one) { return one.key == unit; });
-        key == std::end(keys) ? edit.Insert({&unit, 1}) : key->press(edit);
+        key == std::end(kEys) ? edit.Insert({&unit, 1}) : key->press(edit);
     }
     std::u16string text = edit.Text();
     text.insert(edit.SelectionEnd(), 1, u'|');

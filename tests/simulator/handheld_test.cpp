@@ -14,27 +14,27 @@ std::string PenTap(int x, int y) {
     const std::string place = ' ' + std::to_string(x) + ' ' + std::to_string(y) + '\n';
     return "pen down" + place + "pen up" + place;
 }
-const std::string tapNew = PenTap(15, 308);
-const std::string tapEdit = PenTap(60, 308);
-const std::string tapButton = PenTap(212, 308);
-const std::string tapArrow = PenTap(232, 308);
+const std::string kTapNew = PenTap(15, 308);
+const std::string kTapEdit = PenTap(60, 308);
+const std::string kTapButton = PenTap(212, 308);
+const std::string kTapArrow = PenTap(232, 308);
 // The items of a menu are counted from below, lines left out.
 std::string Item(int x, int fromBelow, int linesBelow = 0) {
     return PenTap(x, 294 - 10 - 19 * fromBelow - 5 * linesBelow);
 }
-const std::string selectAll = tapEdit + Item(60, 0);
-const std::string paste = tapEdit + Item(60, 1, 1);
-const std::string copy = tapEdit + Item(60, 2, 1);
-const std::string cut = tapEdit + Item(60, 3, 1);
-const std::string undo = tapEdit + Item(60, 4, 2);
-const std::string options = tapArrow + Item(220, 0);
+const std::string kSelectAll = kTapEdit + Item(60, 0);
+const std::string kPaste = kTapEdit + Item(60, 1, 1);
+const std::string kCopy = kTapEdit + Item(60, 2, 1);
+const std::string kCut = kTapEdit + Item(60, 3, 1);
+const std::string kUndo = kTapEdit + Item(60, 4, 2);
+const std::string kOptions = kTapArrow + Item(220, 0);
 // With another input method registered as well.
-const std::string chooseTolka = tapArrow + Item(220, 1, 1);
-const std::string chooseOther = tapArrow + Item(220, 2, 1);
-const std::string otherKey = "HKCR\\CLSID\\{00000000-1111-2222-3333-444444444444}";
-const std::string registerOther = "reg set " + otherKey + " \"\" sz Other\nreg set " + otherKey +
-                                  "\\IsSIPInputMethod \"\" sz 1\nreg set " + otherKey +
-                                  "\\InprocServer32 \"\" sz \\Windows\\other.dll\n";
+const std::string kChooseTolka = kTapArrow + Item(220, 1, 1);
+const std::string kChooseOther = kTapArrow + Item(220, 2, 1);
+const std::string kOtherKey = "HKCR\\CLSID\\{00000000-1111-2222-3333-444444444444}";
+const std::string kRegisterOther = "reg set " + kOtherKey + " \"\" sz Other\nreg set " + kOtherKey +
+                                   "\\IsSIPInputMethod \"\" sz 1\nreg set " + kOtherKey +
+                                   "\\InprocServer32 \"\" sz \\Windows\\other.dll\n";
 
 class HandheldTest : public SimulatorTest {
 protected:
@@ -45,7 +45,7 @@ protected:
 };
 
 TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
-    const std::string trace = Trace("select\n" + tapButton + "windows\n" + tapButton + "windows\n");
+    const std::string trace = Trace("select\n" + kTapButton + "windows\n" + kTapButton + "windows\n");
     EXPECT_NE(trace.find("Hiding 0x0\nWindow sip 0 214 240 80 shown=0\n"), std::string::npos) << trace;
     EXPECT_EQ(LastLine(trace, "Window sip"), "Window sip 0 214 240 80 shown=1");
     // Lifted elsewhere, and tapped in the coordinates of the panel, it does nothing.
@@ -60,15 +60,15 @@ TEST_F(HandheldTest, APanelOverTheMenuBarTakesThePen) {
 }
 
 TEST_F(HandheldTest, TheEditMenuEdits) {
-    EXPECT_EQ(Typed(TapKey("ab") + selectAll + cut + TapKey("c") + paste + paste), "\"cabab\"");
-    EXPECT_EQ(Typed(TapKey("ab") + selectAll + copy + tapRight + paste + undo), "\"ab\"");
-    EXPECT_EQ(Typed(TapKey("ab") + tapNew), "\"\"");
-    EXPECT_EQ(Typed(TapKey("ab") + tapNew + undo + TapKey("c")), "\"abc\"");
-    EXPECT_EQ(Typed(TapKey("ab") + paste + TapKey("c")), "\"abc\"") << "a grey item does nothing";
+    EXPECT_EQ(Typed(TapKey("ab") + kSelectAll + kCut + TapKey("c") + kPaste + kPaste), "\"cabab\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kSelectAll + kCopy + kTapRight + kPaste + kUndo), "\"ab\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kTapNew), "\"\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kTapNew + kUndo + TapKey("c")), "\"abc\"");
+    EXPECT_EQ(Typed(TapKey("ab") + kPaste + TapKey("c")), "\"abc\"") << "a grey item does nothing";
 }
 
 TEST_F(HandheldTest, APenDownElsewhereClosesTheMenuAndDoesNothingElse) {
-    const std::string trace = Trace("select\n" + tapEdit + PenTap(27, 237) + PenTap(44, 237) + "text\n");
+    const std::string trace = Trace("select\n" + kTapEdit + PenTap(27, 237) + PenTap(44, 237) + "text\n");
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"w\"");
     EXPECT_EQ(trace.find("char=0x71"), std::string::npos);
     // From the word to the item in one stroke.
@@ -81,18 +81,18 @@ TEST_F(HandheldTest, ThePenPlacesTheCaretAndSelects) {
     // The stroke stays the field's over the keyboard too.
     EXPECT_EQ(Typed(TapKey("ab") + "pen down 2 34\npen move 100 240\npen up 100 240\n" + TapKey("x")),
               "\"x\"");
-    EXPECT_EQ(Typed(TapKey("abc") + tapShift + tapLeft + TapKey("x")), "\"abx\"");
+    EXPECT_EQ(Typed(TapKey("abc") + kTapShift + kTapLeft + TapKey("x")), "\"abx\"");
 }
 
 TEST_F(HandheldTest, TheMenuOpensTheOptions) {
-    const std::string trace = Trace("select\n" + options + "dialog\nclick 2\n");
+    const std::string trace = Trace("select\n" + kOptions + "dialog\nclick 2\n");
     EXPECT_NE(trace.find("Dialog 0 0 240 320"), std::string::npos) << trace;
     EXPECT_EQ(LastLine(trace, "UserOptionsDlg"), "UserOptionsDlg 0x0");
 }
 
 TEST_F(HandheldTest, AnInputMethodThatCannotStartLeavesThePresentOne) {
     const SimulatorResult result =
-        Run("select\n" + registerOther + chooseOther + "click 1\n" + TapKey("a") + "text\n");
+        Run("select\n" + kRegisterOther + kChooseOther + "click 1\n" + TapKey("a") + "text\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.trace.find("\nMessageBox type=0x10 caption=\"Input method\""), std::string::npos)
         << result.trace;
@@ -103,8 +103,8 @@ TEST_F(HandheldTest, AnInputMethodThatCannotStartLeavesThePresentOne) {
 TEST_F(HandheldTest, TheMenuChangesTheInputMethodAndBack) {
     fs::copy_file(LIBRARY, Device() / "Windows" / "other.dll");
     fs::copy_file(OTHER_INPUT_METHOD, Device() / "Windows" / "other.dll.so");
-    const std::string trace = Trace("select\n" + TapKey("a") + registerOther + chooseOther + TapKey("b") +
-                                    chooseOther + chooseTolka + TapKey("c") + "text\n");
+    const std::string trace = Trace("select\n" + TapKey("a") + kRegisterOther + kChooseOther + TapKey("b") +
+                                    kChooseOther + kChooseTolka + TapKey("c") + "text\n");
     EXPECT_NE(trace.find("Create 0x0\nDeselect 0x0\nSelect 0x0\n"), std::string::npos) << trace;
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"aoc\"") << trace;
 }

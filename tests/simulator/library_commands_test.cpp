@@ -7,22 +7,22 @@ namespace {
 
 using LibraryCommandsTest = SimulatorTest;
 
-const std::string classKey = "HKCR\\CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
-const std::string getServer = "reg get " + classKey + "\\InprocServer32 \"\"\n";
+const std::string kClassKey = "HKCR\\CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
+const std::string kGetServer = "reg get " + kClassKey + "\\InprocServer32 \"\"\n";
 
 TEST_F(LibraryCommandsTest, TheLibraryIsInstalledWhenItIsFirstNeeded) {
-    const std::string trace = Trace(getServer + "windows\n" + getServer + "unloadable\n" + getServer);
-    const std::string prefix = "Reg " + classKey + "\\InprocServer32 \"\" ";
+    const std::string trace = Trace(kGetServer + "windows\n" + kGetServer + "unloadable\n" + kGetServer);
+    const std::string prefix = "Reg " + kClassKey + "\\InprocServer32 \"\" ";
     EXPECT_EQ(trace, prefix + "absent\nWindow sip 0 214 240 80 shown=0\nWindow panel none\n" + prefix +
                          "absent\nCanUnloadNow 0x0\n" + prefix + "sz \"\\\\Windows\\\\tolka.dll\"\n");
     EXPECT_TRUE(std::filesystem::exists(Device() / "Windows" / "tolka.dll"));
 }
 
 TEST_F(LibraryCommandsTest, RegistrationComesAndGoes) {
-    const std::string trace = Trace("register\nreg keys " + classKey + "\nunregister\nreg keys " + classKey +
-                                    "\nreg get " + classKey + " \"\"\nregister\n" + getServer);
+    const std::string trace = Trace("register\nreg keys " + kClassKey + "\nunregister\nreg keys " +
+                                    kClassKey + "\nreg get " + kClassKey + " \"\"\nregister\n" + kGetServer);
     EXPECT_EQ(trace.rfind("Register 0x0\nKey ", 0), 0u) << trace;
-    EXPECT_NE(trace.find("Unregister 0x0\nReg " + classKey + " \"\" absent\nRegister 0x0\n"),
+    EXPECT_NE(trace.find("Unregister 0x0\nReg " + kClassKey + " \"\" absent\nRegister 0x0\n"),
               std::string::npos)
         << trace;
     EXPECT_NE(LastLine(trace, "Reg ").find("tolka.dll"), std::string::npos);
@@ -30,7 +30,7 @@ TEST_F(LibraryCommandsTest, RegistrationComesAndGoes) {
 
 TEST_F(LibraryCommandsTest, TheRegistryOutlivesTheRun) {
     Trace("register\nunload\nreg set HKLM\\Software\\Tolka\\7.0 Swipe dword 2\n");
-    const std::string trace = Trace("reg get HKLM\\SOFTWARE\\tolka\\7.0 swipe\n" + getServer);
+    const std::string trace = Trace("reg get HKLM\\SOFTWARE\\tolka\\7.0 swipe\n" + kGetServer);
     EXPECT_EQ(trace.rfind("Reg HKLM\\SOFTWARE\\tolka\\7.0 swipe dword 2\n", 0), 0u) << trace;
     EXPECT_NE(trace.find("tolka.dll"), std::string::npos);
 }
@@ -56,8 +56,8 @@ TEST_F(LibraryCommandsTest, InstancesComeThroughTheFactory) {
 }
 
 TEST_F(LibraryCommandsTest, ALibraryOfTheUsersOwnChoiceIsNotReplaced) {
-    const SimulatorResult result =
-        Run("reg set " + classKey + "\\InprocServer32 \"\" sz \\Windows\\other.dll\nregister\n" + getServer);
+    const SimulatorResult result = Run(
+        "reg set " + kClassKey + "\\InprocServer32 \"\" sz \\Windows\\other.dll\nregister\n" + kGetServer);
     EXPECT_EQ(result.status, 1);
     EXPECT_FALSE(std::filesystem::exists(Device() / "Windows" / "tolka.dll"));
 }

@@ -11,19 +11,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string own = "{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
-const std::string other = "{42429667-AE04-11D0-A4F8-00AA00A749B9}";
+const std::string kOwn = "{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
+const std::string kOther = "{42429667-AE04-11D0-A4F8-00AA00A749B9}";
 // The panel goes and comes back: at opening, and with another skin.
-const std::string shownAgain = "SipShowIM flags=0x0\nHiding 0x0\nSipShowIM flags=0x1\nShowing 0x0\n";
-const std::string leftByOk =
-    "SipSetCurrentIM " + own + "\nSipShowIM flags=0x0\nHiding 0x0\nUserOptionsDlg 0x0\n";
-const std::string leftByCancel = "UserOptionsDlg 0x0\n";
-const std::string wrongSkin =
+const std::string kShownAgain = "SipShowIM flags=0x0\nHiding 0x0\nSipShowIM flags=0x1\nShowing 0x0\n";
+const std::string kLeftByOk =
+    "SipSetCurrentIM " + kOwn + "\nSipShowIM flags=0x0\nHiding 0x0\nUserOptionsDlg 0x0\n";
+const std::string kLeftByCancel = "UserOptionsDlg 0x0\n";
+const std::string kWrongSkin =
     "MessageBox type=0x10 caption=\"Tolka 7\" text=\"This skin is not for current resolution\"\n";
-const std::string openFile = "OpenFile ext=\"tlk\" filter=\"Tolka 7 Skin (*.tlk)|*.tlk\"\n";
+const std::string kOpenFile = "OpenFile ext=\"tlk\" filter=\"Tolka 7 Skin (*.tlk)|*.tlk\"\n";
 
-const std::string settings = R"(HKLM\Software\Tolka\7.0 )";
-const std::string sip = R"(HKCU\ControlPanel\Sip )";
+const std::string kSettings = R"(HKLM\Software\Tolka\7.0 )";
+const std::string kSip = R"(HKCU\ControlPanel\Sip )";
 
 std::string Get(const std::string& place) { return "reg get " + place + '\n'; }
 std::string Set(const std::string& place, const std::string& value) {
@@ -31,7 +31,7 @@ std::string Set(const std::string& place, const std::string& value) {
 }
 // What `reg get` of a setting prints.
 std::string Setting(const std::string& name, const std::string& value) {
-    return "Reg " + settings + name + ' ' + value + '\n';
+    return "Reg " + kSettings + name + ' ' + value + '\n';
 }
 std::string Question(const std::string& skin) {
     return "MessageBox type=0x1 caption=\"Tolka 7\" text=\"Skin " + skin +
@@ -77,25 +77,25 @@ protected:
     // The same inside the open dialog.
     std::string InDialog(const std::string& script, const std::string& screen = "240x320") {
         const std::string trace = AfterSelect("options\n" + script, screen);
-        EXPECT_TRUE(trace.starts_with(shownAgain)) << trace;
-        return trace.substr(shownAgain.size());
+        EXPECT_TRUE(trace.starts_with(kShownAgain)) << trace;
+        return trace.substr(kShownAgain.size());
     }
 };
 
 TEST_F(OptionsTest, OkHidesThePanelAndCancelLeavesIt) {
     EXPECT_EQ(AfterSelect("options\nclick 1\nwindows\n"),
-              shownAgain + leftByOk + "Window sip 0 214 240 80 shown=0\nWindow panel 0 0 240 80 shown=1\n");
+              kShownAgain + kLeftByOk + "Window sip 0 214 240 80 shown=0\nWindow panel 0 0 240 80 shown=1\n");
     EXPECT_EQ(
         AfterSelect("options\nclick 2\nwindows\n"),
-        shownAgain + leftByCancel + "Window sip 0 214 240 80 shown=1\nWindow panel 0 0 240 80 shown=1\n");
+        kShownAgain + kLeftByCancel + "Window sip 0 214 240 80 shown=1\nWindow panel 0 0 240 80 shown=1\n");
 }
 
 TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndComesBackWithOkOnly) {
     const std::string opened =
-        "Create 0x0\nSipShowIM flags=0x0\nSipSetCurrentIM " + own + "\nSipShowIM flags=0x1\nShowing 0x0\n";
+        "Create 0x0\nSipShowIM flags=0x0\nSipSetCurrentIM " + kOwn + "\nSipShowIM flags=0x1\nShowing 0x0\n";
     EXPECT_EQ(Trace("create\noptions\nclick 1\n"),
-              opened + "SipSetCurrentIM " + other + "\nSipShowIM flags=0x0\nUserOptionsDlg 0x0\n");
-    EXPECT_EQ(Trace("create\noptions\nclick 2\n"), opened + leftByCancel);
+              opened + "SipSetCurrentIM " + kOther + "\nSipShowIM flags=0x0\nUserOptionsDlg 0x0\n");
+    EXPECT_EQ(Trace("create\noptions\nclick 2\n"), opened + kLeftByCancel);
 }
 
 TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
@@ -139,14 +139,14 @@ TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {
 
 TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
     const std::string values =
-        Get(settings + "Swipe") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
+        Get(kSettings + "Swipe") + Get(kSettings + "ExtSym") + Get(kSettings + "UserSkins");
     const std::string first = InDialog("dialog\nclick 212\nclick 211\nclick 2\n" + values);
     EXPECT_TRUE(Control(first, 212).ends_with("\"Use gestures\" enabled=1 checked=1")) << first;
     EXPECT_TRUE(Control(first, 211).ends_with("\"Extended symbols\" enabled=1 checked=0")) << first;
-    EXPECT_TRUE(first.ends_with(leftByCancel + Setting("Swipe", "dword 1") + Setting("ExtSym", "absent") +
+    EXPECT_TRUE(first.ends_with(kLeftByCancel + Setting("Swipe", "dword 1") + Setting("ExtSym", "absent") +
                                 Setting("UserSkins", "absent")))
         << first;
-    EXPECT_EQ(InDialog("click 212\nclick 1\n" + values), leftByOk + Setting("Swipe", "dword 0") +
+    EXPECT_EQ(InDialog("click 212\nclick 1\n" + values), kLeftByOk + Setting("Swipe", "dword 0") +
                                                              Setting("ExtSym", "dword 0") +
                                                              Setting("UserSkins", "multi"));
     const std::string last = InDialog("dialog\nclick 211\nclick 1\n" + values);
@@ -158,22 +158,22 @@ TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
 
 TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
     const std::string trace =
-        Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + tapUmlaut + TapKey("[") + "text\n");
+        Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + kTapUmlaut + TapKey("[") + "text\n");
     EXPECT_TRUE(Control(trace, 211).ends_with("checked=1")) << trace;
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"é\"");
     // Nothing that is there is overwritten.
-    EXPECT_EQ(Trace(Set(settings + "ExtSym", "dword 0") + "setup\n" + Get(settings + "ExtSym")),
+    EXPECT_EQ(Trace(Set(kSettings + "ExtSym", "dword 0") + "setup\n" + Get(kSettings + "ExtSym")),
               Setting("ExtSym", "dword 0"));
 }
 
 TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
     InstallSkins({"B"});
     const std::string prepared =
-        Set(settings + "Swipe", "dword 0") + Set(settings + "SwipeOnlySkin", "dword 0x3000");
+        Set(kSettings + "Swipe", "dword 0") + Set(kSettings + "SwipeOnlySkin", "dword 0x3000");
     const std::string locked =
-        AfterSelect(prepared + "options\nclick 212\ndialog\nclick 1\n" + Get(settings + "Swipe"));
+        AfterSelect(prepared + "options\nclick 212\ndialog\nclick 1\n" + Get(kSettings + "Swipe"));
     EXPECT_TRUE(Control(locked, 212).ends_with("enabled=0 checked=1")) << locked;
-    EXPECT_EQ(LastLine(locked, "Reg"), "Reg " + settings + "Swipe dword 1");
+    EXPECT_EQ(LastLine(locked, "Reg"), "Reg " + kSettings + "Swipe dword 1");
     const std::string freed = AfterSelect(prepared + "options\nchoose 202 B\ndialog\n");
     EXPECT_TRUE(Control(freed, 212).ends_with("enabled=1 checked=1")) << freed;
 }
@@ -181,11 +181,11 @@ TEST_F(OptionsTest, ASkinForStrokesOnlyLocksTheBoxUntilAnotherSkinIsChosen) {
 TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
     InstallSkins({"B"});
     const std::string values =
-        Get(settings + "Skin") + Get(settings + "ExtSym") + Get(settings + "UserSkins");
+        Get(kSettings + "Skin") + Get(kSettings + "ExtSym") + Get(kSettings + "UserSkins");
     const std::string saved = Setting("Skin", "sz \"\\\\windows\\\\B.tlk\"") + Setting("ExtSym", "dword 1") +
                               Setting("UserSkins", "multi");
     EXPECT_EQ(InDialog("click 211\nchoose 202 B\n" + values + "click 2\n" + values),
-              shownAgain + saved + leftByCancel + saved);
+              kShownAgain + saved + kLeftByCancel + saved);
     const std::string reopened = InDialog("dialog\n");
     EXPECT_NE(reopened.find("items=\"A|B\" selected=\"B\" index=1"), std::string::npos) << reopened;
 }
@@ -193,7 +193,7 @@ TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
 TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
     InstallSkins({"Blue", "Blue2"});
     const std::string trace =
-        InDialog("choose 202 Blue\n" + Get(settings + "Skin") + "click 2\noptions\ndialog\n");
+        InDialog("choose 202 Blue\n" + Get(kSettings + "Skin") + "click 2\noptions\ndialog\n");
     EXPECT_NE(trace.find(Setting("Skin", "sz \"\\\\windows\\\\Blue2.tlk\"")), std::string::npos) << trace;
     EXPECT_NE(trace.find("selected=\"Blue2\" index=2"), std::string::npos) << trace;
 }
@@ -201,7 +201,7 @@ TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
 TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
     InstallSkins({"B"});
     InstallSkins({"A"}, "More");
-    const std::string trace = AfterSelect(Set(settings + "UserSkins", R"(multi \More\A.tlk)") +
+    const std::string trace = AfterSelect(Set(kSettings + "UserSkins", R"(multi \More\A.tlk)") +
                                           "options\ndialog\nclick 221\nclick 1\nclick 2\n");
     EXPECT_NE(trace.find("items=\"A|A|B\" selected=\"A\" index=1"), std::string::npos) << trace;
     EXPECT_FALSE(HasFile("Windows/A.tlk"));
@@ -210,37 +210,38 @@ TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
 
 TEST_F(OptionsTest, AnUnlistedSkinSelectsNothingAndOkSavesTheLastOne) {
     InstallSkins({"B"});
-    const std::string trace = AfterSelect(Set(settings + "Skin", R"(sz \gone\C.tlk)") +
-                                          "options\ndialog\nclick 221\nclick 1\n" + Get(settings + "Skin"));
+    const std::string trace = AfterSelect(Set(kSettings + "Skin", R"(sz \gone\C.tlk)") +
+                                          "options\ndialog\nclick 221\nclick 1\n" + Get(kSettings + "Skin"));
     EXPECT_NE(trace.find("selected=\"\" index=-1"), std::string::npos) << trace;
     EXPECT_EQ(trace.find("MessageBox"), std::string::npos) << trace;
-    EXPECT_EQ(LastLine(trace, "Reg"), "Reg " + settings + R"(Skin sz "\\windows\\B.tlk")");
+    EXPECT_EQ(LastLine(trace, "Reg"), "Reg " + kSettings + R"(Skin sz "\\windows\\B.tlk")");
 }
 
 TEST_F(OptionsTest, ARejectedSkinWritesTheBoxesAndNotTheSkins) {
     InstallJunk("Junk");
-    const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "ExtSym") +
-                               Get(settings + "UserSkins");
+    const std::string values = Get(kSettings + "Skin") + Get(kSettings + "Swipe") +
+                               Get(kSettings + "ExtSym") + Get(kSettings + "UserSkins");
     const std::string trace =
         InDialog("click 212\nclick 211\nchoose 202 Junk\nclick 1\n" + values + "dialog\nclick 1\n");
-    EXPECT_TRUE(trace.starts_with(wrongSkin + Setting("Skin", "sz \"\\\\windows\\\\A.tlk\"") +
+    EXPECT_TRUE(trace.starts_with(kWrongSkin + Setting("Skin", "sz \"\\\\windows\\\\A.tlk\"") +
                                   Setting("Swipe", "dword 0") + Setting("ExtSym", "dword 1") +
                                   Setting("UserSkins", "absent")))
         << trace;
     EXPECT_NE(trace.find("selected=\"Junk\""), std::string::npos) << trace;
-    EXPECT_TRUE(trace.ends_with(leftByOk)) << trace;
+    EXPECT_TRUE(trace.ends_with(kLeftByOk)) << trace;
 }
 
 TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
     InstallSkins({"B"});
-    const std::string values = Get(settings + "Skin") + Get(settings + "Swipe") + Get(settings + "UserSkins");
+    const std::string values =
+        Get(kSettings + "Skin") + Get(kSettings + "Swipe") + Get(kSettings + "UserSkins");
     const std::string trace = InDialog(
         "choose 202 B\nclick 1\n" + values + "click 221\nclick 1\ndialog\nclick 1\n" + values, "480x640");
     const std::string unsaved =
         Setting("Skin", "absent") + Setting("Swipe", "dword 1") + Setting("UserSkins", "absent");
-    EXPECT_TRUE(trace.starts_with(wrongSkin + unsaved + Question("B") + "Dialog ")) << trace;
+    EXPECT_TRUE(trace.starts_with(kWrongSkin + unsaved + Question("B") + "Dialog ")) << trace;
     EXPECT_NE(trace.find("items=\"A\" selected=\"A\" index=0"), std::string::npos) << trace;
-    EXPECT_TRUE(trace.ends_with(leftByOk + unsaved)) << trace;
+    EXPECT_TRUE(trace.ends_with(kLeftByOk + unsaved)) << trace;
     EXPECT_FALSE(HasFile("Windows/B.tlk"));
 }
 
@@ -254,14 +255,14 @@ click 219
 file \WINDOWS\B.tlk
 click 1
 )";
-    const std::string added = openFile +
+    const std::string added = kOpenFile +
                               "MessageBox type=0x0 caption=\"\" text=\"\\\\My Skins\\\\Own.tlk\"\n" +
-                              openFile + "MessageBox type=0x0 caption=\"\" text=\"\\\\WINDOWS\\\\B.tlk\"\n";
-    const std::string skins = Get(settings + "UserSkins");
-    EXPECT_EQ(InDialog(add + skins + "click 2\n"), added + Setting("UserSkins", "absent") + leftByCancel);
+                              kOpenFile + "MessageBox type=0x0 caption=\"\" text=\"\\\\WINDOWS\\\\B.tlk\"\n";
+    const std::string skins = Get(kSettings + "UserSkins");
+    EXPECT_EQ(InDialog(add + skins + "click 2\n"), added + Setting("UserSkins", "absent") + kLeftByCancel);
     const std::string trace = InDialog(add + "dialog\nclick 1\n" + skins + "options\ndialog\n");
     EXPECT_NE(trace.find("items=\"A|B|B|Own\" selected=\"A\" index=0"), std::string::npos) << trace;
-    EXPECT_NE(trace.find(leftByOk + Setting("UserSkins", "multi \"\\\\My Skins\\\\Own.tlk\"")),
+    EXPECT_NE(trace.find(kLeftByOk + Setting("UserSkins", "multi \"\\\\My Skins\\\\Own.tlk\"")),
               std::string::npos)
         << trace;
     EXPECT_NE(trace.find("items=\"A|B|Own\" selected=\"A\" index=0"), std::string::npos) << trace;
@@ -269,14 +270,14 @@ click 1
 
 TEST_F(OptionsTest, NothingIsAddedWithoutAFile) {
     const std::string trace = InDialog("click 219\nfile cancel\ndialog\nclick 1\n");
-    EXPECT_TRUE(trace.starts_with(openFile + "Dialog")) << trace;
+    EXPECT_TRUE(trace.starts_with(kOpenFile + "Dialog")) << trace;
     EXPECT_NE(trace.find("items=\"A\" selected=\"A\" index=0"), std::string::npos) << trace;
 }
 
 TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
-    const std::string values = Get(settings + "UserSkins");
+    const std::string values = Get(kSettings + "UserSkins");
     const std::string trace =
-        AfterSelect(Set(settings + "UserSkins", R"(multi \gone\C.tlk)") + "options\ndialog\nclick 2\n" +
+        AfterSelect(Set(kSettings + "UserSkins", R"(multi \gone\C.tlk)") + "options\ndialog\nclick 2\n" +
                     values + "options\nclick 1\n" + values);
     EXPECT_NE(trace.find("items=\"A\""), std::string::npos) << trace;
     EXPECT_NE(trace.find(Setting("UserSkins", "multi \"\\\\gone\\\\C.tlk\"")), std::string::npos) << trace;
@@ -286,20 +287,20 @@ TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
 TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
     InstallSkins({"B", "C"});
     // The first item gives way to the one after it, any other to the first.
-    const std::string first = InDialog("click 221\nclick 1\ndialog\n" + Get(settings + "Skin"));
-    EXPECT_TRUE(first.starts_with(Question("A") + shownAgain + "Dialog ")) << first;
+    const std::string first = InDialog("click 221\nclick 1\ndialog\n" + Get(kSettings + "Skin"));
+    EXPECT_TRUE(first.starts_with(Question("A") + kShownAgain + "Dialog ")) << first;
     EXPECT_NE(first.find("items=\"B|C\" selected=\"B\" index=0"), std::string::npos) << first;
-    EXPECT_EQ(LastLine(first, "Reg"), "Reg " + settings + R"(Skin sz "\\windows\\B.tlk")");
+    EXPECT_EQ(LastLine(first, "Reg"), "Reg " + kSettings + R"(Skin sz "\\windows\\B.tlk")");
     EXPECT_FALSE(HasFile("Windows/A.tlk"));
 
     const std::string later = InDialog("choose 202 C\nclick 221\nclick 1\ndialog\n");
-    EXPECT_TRUE(later.starts_with(shownAgain + Question("C") + shownAgain + "Dialog ")) << later;
+    EXPECT_TRUE(later.starts_with(kShownAgain + Question("C") + kShownAgain + "Dialog ")) << later;
     EXPECT_NE(later.find("items=\"B\" selected=\"B\" index=0"), std::string::npos) << later;
     EXPECT_FALSE(HasFile("Windows/C.tlk"));
 
     const std::string last = InDialog("click 221\nclick 1\nclick 2\n");
     EXPECT_EQ(last, "MessageBox type=0x10 caption=\"Tolka 7\" text=\"Last skin can't be deleted\"\n" +
-                        leftByCancel);
+                        kLeftByCancel);
     EXPECT_TRUE(HasFile("Windows/B.tlk"));
 }
 
@@ -307,8 +308,8 @@ TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
     std::string chosen, expected;
     for (const auto& entry : fs::directory_iterator(SKINS "/240x320")) {
         const std::string name = entry.path().stem().string();
-        chosen += "choose 202 " + name + '\n' + Get(settings + "Skin");
-        expected += shownAgain + Setting("Skin", "sz \"\\\\windows\\\\" + name + ".tlk\"");
+        chosen += "choose 202 " + name + '\n' + Get(kSettings + "Skin");
+        expected += kShownAgain + Setting("Skin", "sz \"\\\\windows\\\\" + name + ".tlk\"");
     }
     const std::string select = "skins \"" SKINS "\"\nselect\n";
     EXPECT_NE(Trace(select + "options\n" + chosen).find(expected), std::string::npos);
@@ -322,7 +323,7 @@ TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
 TEST_F(OptionsTest, ARefusedQuestionChangesNothing) {
     InstallSkins({"B"});
     const std::string trace =
-        InDialog("objects\nclick 221\nclick 2\nobjects\ndialog\nclick 2\n" + Get(settings + "UserSkins"));
+        InDialog("objects\nclick 221\nclick 2\nobjects\ndialog\nclick 2\n" + Get(kSettings + "UserSkins"));
     const std::string counts = LastLine(trace, "Objects") + '\n';
     EXPECT_TRUE(trace.starts_with(counts + Question("A") + counts + "Dialog ")) << trace;
     EXPECT_NE(trace.find("items=\"A|B\" selected=\"A\" index=0"), std::string::npos) << trace;
@@ -334,7 +335,7 @@ TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
     InstallSkins({"B"});
     const std::string trace = InDialog(
         "readonly \\Windows\\A.tlk\nclick 221\nclick 1\nclick 2\ndialog\nclick 2\noptions\ndialog\n");
-    EXPECT_TRUE(trace.starts_with(Question("A") + shownAgain +
+    EXPECT_TRUE(trace.starts_with(Question("A") + kShownAgain +
                                   "MessageBox type=0x1 caption=\"Tolka 7\" text=\"LastError: 5 \"\nDialog "))
         << trace;
     EXPECT_NE(trace.find("items=\"B\" selected=\"B\" index=0"), std::string::npos) << trace;
@@ -343,27 +344,27 @@ TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
 }
 
 TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
-    const std::string values = Get(sip + "DefaultIm") + Get(sip + "PrevIMClsid");
+    const std::string values = Get(kSip + "DefaultIm") + Get(kSip + "PrevIMClsid");
     const auto pair = [](const std::string& now, const std::string& before) {
-        return "Reg " + sip + "DefaultIm sz \"" + now + "\"\nReg " + sip + "PrevIMClsid " + before + '\n';
+        return "Reg " + kSip + "DefaultIm sz \"" + now + "\"\nReg " + kSip + "PrevIMClsid " + before + '\n';
     };
     // Without a default there is none to keep, and none to put back.
     EXPECT_EQ(InDialog("click 214\n" + values + "click 214\n" + values + "click 2\n"),
-              pair(own, "absent") + pair(own, "absent") + leftByCancel);
+              pair(kOwn, "absent") + pair(kOwn, "absent") + kLeftByCancel);
     const std::string checked = InDialog("dialog\n");
     EXPECT_TRUE(Control(checked, 214).ends_with("enabled=1 checked=1")) << checked;
 
     const std::string kept =
-        AfterSelect(Set(sip + "DefaultIm", "sz " + other) + "options\ndialog\nclick 214\n" + values +
+        AfterSelect(Set(kSip + "DefaultIm", "sz " + kOther) + "options\ndialog\nclick 214\n" + values +
                     "click 214\n" + values + "click 2\n");
     EXPECT_TRUE(Control(kept, 214).ends_with("enabled=1 checked=0")) << kept;
-    const std::string before = "sz \"" + other + '"';
-    EXPECT_TRUE(kept.ends_with(pair(own, before) + pair(other, before) + leftByCancel)) << kept;
+    const std::string before = "sz \"" + kOther + '"';
+    EXPECT_TRUE(kept.ends_with(pair(kOwn, before) + pair(kOther, before) + kLeftByCancel)) << kept;
 }
 
 TEST_F(OptionsTest, TheDefaultIsComparedAsAnIdentifier) {
     const auto box = [this](const std::string& text) {
-        return Control(AfterSelect(Set(sip + "DefaultIm", "sz " + text) + "options\ndialog\n"), 214);
+        return Control(AfterSelect(Set(kSip + "DefaultIm", "sz " + text) + "options\ndialog\n"), 214);
     };
     EXPECT_TRUE(box("{5c1e0b7a-93d4-4f28-b6a1-2d7e4c9f8a30}").ends_with("checked=1"));
     EXPECT_TRUE(box("tolka").ends_with("checked=0"));

@@ -40,17 +40,17 @@ private:
 
 // Commands on the standard skin's portrait keys.
 std::string TapKey(const std::string& keys);  // characters of language 1, small; a blank is the space key
-inline const std::string tapShift = "tap 15 55\n";
-inline const std::string tapControl = "tap 11 71\n";
-inline const std::string tapUmlaut = "tap 10 39\n";
-inline const std::string tapBack = "tap 230 7\n";
-inline const std::string tapEnter = "tap 224 39\n";
-inline const std::string tapTab = "tap 9 23\n";
-inline const std::string tapEscape = "tap 228 55\n";
-inline const std::string tapLeft = "tap 192 71\n";
-inline const std::string tapUp = "tap 209 55\n";
-inline const std::string tapDown = "tap 209 71\n";
-inline const std::string tapRight = "tap 228 71\n";
+inline const std::string kTapShift = "tap 15 55\n";
+inline const std::string kTapControl = "tap 11 71\n";
+inline const std::string kTapUmlaut = "tap 10 39\n";
+inline const std::string kTapBack = "tap 230 7\n";
+inline const std::string kTapEnter = "tap 224 39\n";
+inline const std::string kTapTab = "tap 9 23\n";
+inline const std::string kTapEscape = "tap 228 55\n";
+inline const std::string kTapLeft = "tap 192 71\n";
+inline const std::string kTapUp = "tap 209 55\n";
+inline const std::string kTapDown = "tap 209 71\n";
+inline const std::string kTapRight = "tap 228 71\n";
 
 // The line of the trace that begins so, the last one of several; empty when there is none.
 std::string LastLine(const std::string& trace, const std::string& beginning);

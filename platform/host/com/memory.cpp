@@ -15,10 +15,10 @@
 namespace host {
 namespace {
 
-constexpr std::size_t guidLength = 38;
+constexpr std::size_t kGuidLength = 38;
 
 // The positions of each byte's digits in the text, in the order of the GUID's fields; the high digit of each.
-constexpr int digitPlaces[16] = {1, 3, 5, 7, 10, 12, 15, 17, 20, 22, 25, 27, 29, 31, 33, 35};
+constexpr int kDigitPlaces[16] = {1, 3, 5, 7, 10, 12, 15, 17, 20, 22, 25, 27, 29, 31, 33, 35};
 
 int HexDigit(WCHAR c) {
     if (c >= u'0' && c <= u'9') return c - u'0';
@@ -28,7 +28,7 @@ int HexDigit(WCHAR c) {
 }
 
 bool HasPunctuation(std::u16string_view text) {
-    return text.size() == guidLength && text.front() == u'{' && text.back() == u'}' && text[9] == u'-' &&
+    return text.size() == kGuidLength && text.front() == u'{' && text.back() == u'}' && text[9] == u'-' &&
            text[14] == u'-' && text[19] == u'-' && text[24] == u'-';
 }
 
@@ -36,7 +36,7 @@ bool ParseGuid(std::u16string_view text, GUID& guid) {
     if (!HasPunctuation(text)) return false;
     BYTE bytes[16];
     for (int i = 0; i < 16; ++i) {
-        const auto place = static_cast<std::size_t>(digitPlaces[i]);
+        const auto place = static_cast<std::size_t>(kDigitPlaces[i]);
         const int high = HexDigit(text[place]);
         const int low = HexDigit(text[place + 1]);
         if (high < 0 || low < 0) return false;
@@ -51,17 +51,17 @@ bool ParseGuid(std::u16string_view text, GUID& guid) {
 }
 
 // Automation keeps the length in bytes before the text.
-constexpr std::size_t stringPrefix = sizeof(DWORD);
+constexpr std::size_t kStringPrefix = sizeof(DWORD);
 
 }  // namespace
 
 std::u16string FormatGuid(const GUID& guid) {
-    char text[guidLength + 1];
+    char text[kGuidLength + 1];
     const BYTE* last = guid.Data4;
     std::snprintf(text, sizeof(text), "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", guid.Data1,
                   guid.Data2, guid.Data3, last[0], last[1], last[2], last[3], last[4], last[5], last[6],
                   last[7]);
-    return {text, text + guidLength};
+    return {text, text + kGuidLength};
 }
 
 }  // namespace host
@@ -80,23 +80,23 @@ BSTR WINAPI SysAllocString(const WCHAR* text) {
     if (!text || CallFails(Call::AllocateMemory)) return nullptr;
     const std::size_t bytes = std::u16string_view(text).size() * sizeof(WCHAR);
     const auto length = static_cast<DWORD>(bytes);
-    auto* block = static_cast<char*>(std::malloc(stringPrefix + bytes + sizeof(WCHAR)));
+    auto* block = static_cast<char*>(std::malloc(kStringPrefix + bytes + sizeof(WCHAR)));
     if (!block) return nullptr;
-    std::memcpy(block, &length, stringPrefix);
-    std::memcpy(block + stringPrefix, text, bytes + sizeof(WCHAR));
-    return reinterpret_cast<BSTR>(block + stringPrefix);
+    std::memcpy(block, &length, kStringPrefix);
+    std::memcpy(block + kStringPrefix, text, bytes + sizeof(WCHAR));
+    return reinterpret_cast<BSTR>(block + kStringPrefix);
 }
 
 void WINAPI SysFreeString(BSTR text) {
-    if (text) std::free(reinterpret_cast<char*>(text) - stringPrefix);
+    if (text) std::free(reinterpret_cast<char*>(text) - kStringPrefix);
 }
 
 HRESULT WINAPI StringFromCLSID(REFCLSID clsid, LPWSTR* text) {
     if (!text) return E_INVALIDARG;
-    *text = static_cast<LPWSTR>(CoTaskMemAlloc((guidLength + 1) * sizeof(WCHAR)));
+    *text = static_cast<LPWSTR>(CoTaskMemAlloc((kGuidLength + 1) * sizeof(WCHAR)));
     if (!*text) return E_OUTOFMEMORY;
     const std::u16string formatted = FormatGuid(clsid);
-    std::copy_n(formatted.c_str(), guidLength + 1, *text);
+    std::copy_n(formatted.c_str(), kGuidLength + 1, *text);
     return S_OK;
 }
 

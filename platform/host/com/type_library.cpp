@@ -21,9 +21,9 @@ namespace {
 
 using Bytes = std::span<const BYTE>;
 
-constexpr DWORD signature = 0x5446534D;
-constexpr DWORD formatVersion = 0x00010002;
-constexpr DWORD none = 0xFFFFFFFF;
+constexpr DWORD kSignature = 0x5446534D;
+constexpr DWORD kFormatVersion = 0x00010002;
+constexpr DWORD kNone = 0xFFFFFFFF;
 
 enum class Table { Guids = 5, Strings = 8 };
 
@@ -63,7 +63,7 @@ std::optional<std::u16string> ReadString(Bytes strings, std::size_t offset) {
 }  // namespace
 
 std::optional<TypeLibrary> ParseTypeLibrary(Bytes bytes) {
-    if (Read<DWORD>(bytes, 0) != signature || Read<DWORD>(bytes, 4) != formatVersion) return std::nullopt;
+    if (Read<DWORD>(bytes, 0) != kSignature || Read<DWORD>(bytes, 4) != kFormatVersion) return std::nullopt;
     const std::optional<Bytes> guids = FindTable(bytes, Table::Guids);
     if (!guids) return std::nullopt;
     // The bytes exist: finding a table has read beyond this part of the header.
@@ -76,7 +76,7 @@ std::optional<TypeLibrary> ParseTypeLibrary(Bytes bytes) {
                         *Read<DWORD>(bytes, 0x1C),
                         {}};
     const DWORD help = *Read<DWORD>(bytes, 0x24);
-    if (help == none) return library;
+    if (help == kNone) return library;
     const std::optional<Bytes> strings = FindTable(bytes, Table::Strings);
     std::optional<std::u16string> text = strings ? ReadString(*strings, help) : std::nullopt;
     if (!text) return std::nullopt;

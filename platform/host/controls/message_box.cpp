@@ -26,7 +26,7 @@ constexpr UINT kTypes = MB_OKCANCEL | MB_ICONHAND;
 constexpr ATOM kButton = 0x0080;
 constexpr ATOM kStatic = 0x0082;
 
-MessageBoxHandler messageBoxHandler;
+MessageBoxHandler g_messageBoxHandler;
 
 // The state of the dialog procedure. Sizes are in pixels.
 struct Box {
@@ -207,9 +207,9 @@ int ShowBox(HWND owner, const std::u16string& text, const std::u16string& captio
 
 }  // namespace
 
-void SetMessageBoxHandler(MessageBoxHandler handler) { messageBoxHandler = std::move(handler); }
+void SetMessageBoxHandler(MessageBoxHandler handler) { g_messageBoxHandler = std::move(handler); }
 
-void ResetMessageBoxes() { messageBoxHandler = nullptr; }
+void ResetMessageBoxes() { g_messageBoxHandler = nullptr; }
 
 }  // namespace host
 
@@ -218,7 +218,7 @@ using namespace host;
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
     const std::u16string shownText = text ? text : u"";
     const std::u16string shownCaption = caption ? caption : u"Error";
-    if (messageBoxHandler) messageBoxHandler(type, shownCaption, shownText);
+    if (g_messageBoxHandler) g_messageBoxHandler(type, shownCaption, shownText);
     if (CallFails(Call::MessageBox, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     if (owner && !RequireWindow(owner)) return 0;
     if (type & ~kTypes) return SetLastError(ERROR_INVALID_MSGBOX_STYLE), 0;

@@ -11,13 +11,13 @@ namespace host {
 
 namespace {
 
-std::vector<HWND> openDialogs;  // the one opened last at the end
+std::vector<HWND> g_openDialogs;  // the one opened last at the end
 
 // Lists a dialog among the open ones while it lives.
 class Opened {
 public:
-    explicit Opened(HWND dialog) : m_dialog(dialog) { openDialogs.push_back(dialog); }
-    ~Opened() { std::erase(openDialogs, m_dialog); }
+    explicit Opened(HWND dialog) : m_dialog(dialog) { g_openDialogs.push_back(dialog); }
+    ~Opened() { std::erase(g_openDialogs, m_dialog); }
     Opened(const Opened&) = delete;
     Opened& operator=(const Opened&) = delete;
 
@@ -100,7 +100,7 @@ INT_PTR RunModal(const ModalRequest& request) {
 }
 
 HWND TopmostModalWindow() {
-    for (auto dialog = openDialogs.rbegin(); dialog != openDialogs.rend(); ++dialog) {
+    for (auto dialog = g_openDialogs.rbegin(); dialog != g_openDialogs.rend(); ++dialog) {
         const auto open = FindSystemWindow<Dialog>(*dialog);
         if (open && !open->HasEnded()) return *dialog;
     }

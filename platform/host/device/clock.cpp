@@ -5,15 +5,15 @@
 namespace host {
 
 namespace {
-DWORD now = 0;
+DWORD g_now = 0;
 }
 
-DWORD Now() { return now; }
+DWORD Now() { return g_now; }
 
 // Wraps after 49.7 days, as the platform's counter does.
-void AdvanceClock(DWORD milliseconds) { now += milliseconds; }
+void AdvanceClock(DWORD milliseconds) { g_now += milliseconds; }
 
-void ResetClock() { now = 0; }
+void ResetClock() { g_now = 0; }
 
 }  // namespace host
 

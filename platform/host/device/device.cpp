@@ -10,7 +10,7 @@ namespace {
 
 DeviceOptions g_options;
 // Nested PlatformScopes of this thread.
-thread_local int t_platformDepth = 0;
+thread_local int g_platformDepth = 0;
 
 }  // namespace
 
@@ -18,12 +18,12 @@ const DeviceOptions& Options() { return g_options; }
 
 void SetOptions(DeviceOptions options) { g_options = std::move(options); }
 
-PlatformScope::PlatformScope() { ++t_platformDepth; }
-PlatformScope::~PlatformScope() { --t_platformDepth; }
+PlatformScope::PlatformScope() { ++g_platformDepth; }
+PlatformScope::~PlatformScope() { --g_platformDepth; }
 
-ProductScope::ProductScope() : m_platformDepth(t_platformDepth) { t_platformDepth = 0; }
-ProductScope::~ProductScope() { t_platformDepth = m_platformDepth; }
+ProductScope::ProductScope() : m_platformDepth(g_platformDepth) { g_platformDepth = 0; }
+ProductScope::~ProductScope() { g_platformDepth = m_platformDepth; }
 
-HandleOwner CurrentOwner() { return t_platformDepth > 0 ? HandleOwner::Platform : HandleOwner::Product; }
+HandleOwner CurrentOwner() { return g_platformDepth > 0 ? HandleOwner::Platform : HandleOwner::Product; }
 
 }  // namespace host

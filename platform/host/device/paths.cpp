@@ -15,13 +15,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::u16string_view separators = u"\\/";
+constexpr std::u16string_view kSeparators = u"\\/";
 
 // The names from the root on; "." and ".." are resolved.
 std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
     std::vector<std::u16string_view> names;
     while (!path.empty()) {
-        const std::size_t end = std::min(path.find_first_of(separators), path.size());
+        const std::size_t end = std::min(path.find_first_of(kSeparators), path.size());
         const std::u16string_view name = path.substr(0, end);
         path.remove_prefix(std::min(end + 1, path.size()));
         if (name == u"..") {
@@ -77,7 +77,7 @@ fs::path FindEntry(const fs::path& folder, std::u16string_view name) {
 }  // namespace
 
 SplitPath SplitDevicePath(std::u16string_view devicePath) {
-    const std::size_t last = devicePath.find_last_of(separators);
+    const std::size_t last = devicePath.find_last_of(kSeparators);
     if (last == std::u16string_view::npos) return {{}, devicePath};
     return {devicePath.substr(0, last), devicePath.substr(last + 1)};
 }

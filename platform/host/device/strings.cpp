@@ -12,8 +12,8 @@
 namespace host {
 namespace {
 
-constexpr char32_t malformed = 0xFFFFFFFF;
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t kMalformed = 0xFFFFFFFF;
+constexpr char32_t kReplacement = 0xFFFD;
 
 bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -22,8 +22,8 @@ bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 char32_t TakeUtf16(std::u16string_view& text) {
     const char32_t unit = text[0];
     text.remove_prefix(1);
-    if (!IsHighSurrogate(unit)) return IsLowSurrogate(unit) ? malformed : unit;
-    if (text.empty() || !IsLowSurrogate(text[0])) return malformed;
+    if (!IsHighSurrogate(unit)) return IsLowSurrogate(unit) ? kMalformed : unit;
+    if (text.empty() || !IsLowSurrogate(text[0])) return kMalformed;
     const char32_t low = text[0];
     text.remove_prefix(1);
     return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
@@ -44,7 +44,7 @@ char32_t TakeUtf8(std::string_view& text) {
     if (good && length == 3) good = character >= 0x800 && (character < 0xD800 || character > 0xDFFF);
     if (good && length == 4) good = character >= 0x10000 && character <= 0x10FFFF;
     text.remove_prefix(good ? length : 1);
-    return good ? character : malformed;
+    return good ? character : kMalformed;
 }
 
 void AppendUtf8(std::string& text, char32_t character) {
@@ -79,8 +79,8 @@ void AppendUtf16(std::u16string& text, char32_t character) {
 bool Convert(std::u16string_view from, std::string& to, char32_t standIn) {
     while (!from.empty()) {
         const char32_t character = TakeUtf16(from);
-        if (character == malformed && standIn == malformed) return false;
-        AppendUtf8(to, character == malformed ? standIn : character);
+        if (character == kMalformed && standIn == kMalformed) return false;
+        AppendUtf8(to, character == kMalformed ? standIn : character);
     }
     return true;
 }
@@ -88,8 +88,8 @@ bool Convert(std::u16string_view from, std::string& to, char32_t standIn) {
 bool Convert(std::string_view from, std::u16string& to, char32_t standIn) {
     while (!from.empty()) {
         const char32_t character = TakeUtf8(from);
-        if (character == malformed && standIn == malformed) return false;
-        AppendUtf16(to, character == malformed ? standIn : character);
+        if (character == kMalformed && standIn == kMalformed) return false;
+        AppendUtf16(to, character == kMalformed ? standIn : character);
     }
     return true;
 }
@@ -98,35 +98,35 @@ bool Convert(std::string_view from, std::u16string& to, char32_t standIn) {
 
 std::string ToUtf8(std::u16string_view text) {
     std::string result;
-    Convert(text, result, replacement);
+    Convert(text, result, kReplacement);
     return result;
 }
 
 std::u16string FromUtf8(std::string_view text) {
     std::u16string result;
-    Convert(text, result, replacement);
+    Convert(text, result, kReplacement);
     return result;
 }
 
 std::optional<std::string> ToStrictUtf8(std::u16string_view text) {
     std::string result;
-    if (!Convert(text, result, malformed)) return std::nullopt;
+    if (!Convert(text, result, kMalformed)) return std::nullopt;
     return result;
 }
 
 std::optional<std::u16string> FromStrictUtf8(std::string_view text) {
     std::u16string result;
     result.reserve(text.size());
-    if (!Convert(text, result, malformed)) return std::nullopt;
+    if (!Convert(text, result, kMalformed)) return std::nullopt;
     return result;
 }
 
 WCHAR FoldCase(WCHAR unit) {
     if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<WCHAR>(unit - 0x20) : unit;
     // The device's case does not depend on the locale of the process. Without this one only ASCII has case.
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (!unicode) return unit;
-    const wint_t upper = towupper_l(unit, unicode);
+    static const locale_t kUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (!kUnicode) return unit;
+    const wint_t upper = towupper_l(unit, kUnicode);
     return upper <= 0xFFFF ? static_cast<WCHAR>(upper) : unit;
 }
 
@@ -150,7 +150,7 @@ bool EqualIgnoringCase(std::u16string_view first, std::u16string_view second) {
 
 namespace {
 
-constexpr UINT westernCodePage = 1252;
+constexpr UINT kWesternCodePage = 1252;
 
 // A null text counts as an empty one.
 std::u16string_view View(LPCWSTR text) { return text ? std::u16string_view(text) : std::u16string_view(); }
@@ -158,14 +158,14 @@ std::u16string_view View(LPCWSTR text) { return text ? std::u16string_view(text)
 int Sign(int order) { return (order > 0) - (order < 0); }
 
 // Windows-1252 differs from the first 256 characters of Unicode here alone; its five holes stay themselves.
-constexpr std::array<WCHAR, 32> westernHigh = {
+constexpr std::array<WCHAR, 32> kWesternHigh = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 WCHAR FromWestern(char byte) {
     const auto code = static_cast<unsigned char>(byte);
-    return code >= 0x80 && code < 0xA0 ? westernHigh[code - 0x80u] : code;
+    return code >= 0x80 && code < 0xA0 ? kWesternHigh[code - 0x80u] : code;
 }
 
 }  // namespace
@@ -181,7 +181,7 @@ int WINAPI lstrlenW(LPCWSTR text) { return static_cast<int>(View(text).size()); 
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text,
                                int characters) {
-    const bool knownPage = codePage == CP_ACP || codePage == westernCodePage;
+    const bool knownPage = codePage == CP_ACP || codePage == kWesternCodePage;
     if (!knownPage || flags != 0 || !bytes || byteCount == 0 || byteCount < -1 || characters < 0 ||
         (characters > 0 && !text)) {
         SetLastError(ERROR_INVALID_PARAMETER);

@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-constexpr off_t maxFileSize = 64 << 20;
+constexpr off_t kMaxFileSize = 64 << 20;
 
 class FileDescriptor {
 public:
@@ -46,7 +46,7 @@ std::optional<FileImage> FileImage::Read(const std::filesystem::path& path) {
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size <= 0 || status.st_size > maxFileSize) {
+        status.st_size <= 0 || status.st_size > kMaxFileSize) {
         return std::nullopt;
     }
     const auto size = static_cast<std::size_t>(status.st_size);

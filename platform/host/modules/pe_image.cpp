@@ -15,12 +15,12 @@ using Bytes = std::span<const BYTE>;
 
 // Windows has the first limit, too. The others bound the cost of a directory whose entries refer to the same
 // parts again and again; real libraries stay far below.
-constexpr std::size_t maxSections = 96;
-constexpr std::size_t maxResources = 16384;
-constexpr std::size_t maxNameLength = 255;
+constexpr std::size_t kMaxSections = 96;
+constexpr std::size_t kMaxResources = 16384;
+constexpr std::size_t kMaxNameLength = 255;
 
-constexpr std::size_t resourceDirectoryIndex = 2;
-constexpr DWORD highBit = 0x80000000;
+constexpr std::size_t kResourceDirectoryIndex = 2;
+constexpr DWORD kHighBit = 0x80000000;
 
 // Little-endian, at any alignment. None beyond the end of the bytes.
 template <typename Value>
@@ -70,9 +70,9 @@ bool ReadResourceDirectory(Bytes header, Layout& layout) {
     const std::size_t directories = magic == magic32 ? 96 : 112;
     const auto count = Read<DWORD>(header, directories - 4);
     if (!count) return false;
-    if (*count <= resourceDirectoryIndex) return true;
-    const auto address = Read<DWORD>(header, directories + resourceDirectoryIndex * 8);
-    const auto size = Read<DWORD>(header, directories + resourceDirectoryIndex * 8 + 4);
+    if (*count <= kResourceDirectoryIndex) return true;
+    const auto address = Read<DWORD>(header, directories + kResourceDirectoryIndex * 8);
+    const auto size = Read<DWORD>(header, directories + kResourceDirectoryIndex * 8 + 4);
     if (!size) return false;
     layout.resourceAddress = *address;
     layout.resourceSize = *size;
@@ -89,7 +89,7 @@ std::optional<Layout> ReadLayout(Bytes file) {
     const auto sectionCount = Read<WORD>(file, std::size_t{*header} + 6);
     const auto optionalSize = Read<WORD>(file, std::size_t{*header} + 20);
     const std::size_t optionalHeader = std::size_t{*header} + fileHeaderSize;
-    if (!optionalSize || *sectionCount > maxSections || optionalHeader > file.size() ||
+    if (!optionalSize || *sectionCount > kMaxSections || optionalHeader > file.size() ||
         file.size() - optionalHeader < *optionalSize) {
         return std::nullopt;
     }
@@ -124,7 +124,7 @@ public:
     std::vector<Resource> ReadAll() {
         ForEachEntry(0, [&](DWORD typeField, DWORD typeTarget) {
             const std::optional<ResourceId> type = ReadId(typeField);
-            if (type && (typeTarget & highBit)) ReadNames(*type, typeTarget & ~highBit);
+            if (type && (typeTarget & kHighBit)) ReadNames(*type, typeTarget & ~kHighBit);
         });
         return std::move(m_resources);
     }
@@ -133,14 +133,14 @@ private:
     void ReadNames(const ResourceId& type, DWORD table) {
         ForEachEntry(table, [&](DWORD nameField, DWORD nameTarget) {
             const std::optional<ResourceId> name = ReadId(nameField);
-            if (name && (nameTarget & highBit)) ReadFirstLanguage(type, *name, nameTarget & ~highBit);
+            if (name && (nameTarget & kHighBit)) ReadFirstLanguage(type, *name, nameTarget & ~kHighBit);
         });
     }
 
     void ReadFirstLanguage(const ResourceId& type, const ResourceId& name, DWORD table) {
         bool first = true;
         ForEachEntry(table, [&](DWORD, DWORD target) {
-            if (first && !(target & highBit)) AddResource(type, name, target);
+            if (first && !(target & kHighBit)) AddResource(type, name, target);
             first = false;
         });
     }
@@ -163,7 +163,7 @@ private:
         const auto numberedCount = Read<WORD>(m_directory, std::size_t{table} + 14);
         if (!numberedCount) return;
         const std::size_t count = std::size_t{*namedCount} + *numberedCount;
-        for (std::size_t i = 0; i < count && m_visited < maxResources; ++i, ++m_visited) {
+        for (std::size_t i = 0; i < count && m_visited < kMaxResources; ++i, ++m_visited) {
             const std::size_t entry = std::size_t{table} + 16 + i * 8;
             const auto field = Read<DWORD>(m_directory, entry);
             const auto target = Read<DWORD>(m_directory, entry + 4);
@@ -173,13 +173,13 @@ private:
     }
 
     std::optional<ResourceId> ReadId(DWORD field) const {
-        if (!(field & highBit)) {
+        if (!(field & kHighBit)) {
             if (field > 0xFFFF) return std::nullopt;
             return ResourceId{false, static_cast<WORD>(field), {}};
         }
-        const std::size_t offset = field & ~highBit;
+        const std::size_t offset = field & ~kHighBit;
         const auto length = Read<WORD>(m_directory, offset);
-        if (!length || *length > maxNameLength) return std::nullopt;
+        if (!length || *length > kMaxNameLength) return std::nullopt;
         const std::size_t size = *length * sizeof(WCHAR);
         if (m_directory.size() - offset - sizeof(WORD) < size) return std::nullopt;
         std::u16string text(*length, u'\0');

@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t maxHexLine = 78;  // characters, as editors break their lines
+constexpr std::size_t kMaxHexLine = 78;  // characters, as editors break their lines
 
 void AppendQuoted(std::string& out, std::u16string_view text) {
     out += '"';
@@ -51,7 +51,7 @@ void AppendBytes(std::string& out, const RegistryValue& value, std::size_t lineS
     }
     for (std::size_t i = 0; i < value.data.size(); ++i) {
         if (i > 0) out += ',';
-        if (out.size() - lineStart > maxHexLine - 3) {
+        if (out.size() - lineStart > kMaxHexLine - 3) {
             out += "\\\r\n";
             lineStart = out.size();
             out += "  ";

@@ -29,7 +29,7 @@ LSTATUS NewHandle(std::shared_ptr<RegistryKey> key, REGSAM access, HKEY* result)
 bool HasOverlongName(std::u16string_view path) {
     const std::vector<std::u16string_view> names = SplitKeyPath(path);
     return std::any_of(names.begin(), names.end(),
-                       [](std::u16string_view name) { return name.size() > maxKeyNameLength; });
+                       [](std::u16string_view name) { return name.size() > kMaxKeyNameLength; });
 }
 
 LSTATUS Open(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* result) {

@@ -9,13 +9,13 @@
 namespace host {
 namespace {
 
-constexpr std::string_view header = "Windows Registry Editor Version 5.00";
-constexpr std::string_view blanks = " \t";
+constexpr std::string_view kHeader = "Windows Registry Editor Version 5.00";
+constexpr std::string_view kBlanks = " \t";
 
 std::string_view Trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
+    const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 int HexDigit(char c) {
@@ -91,7 +91,7 @@ public:
             const std::string_view line = Trim(m_line);
             if (line.empty() || line.starts_with(';')) continue;
             if (!headerSeen) {
-                headerSeen = line == header;
+                headerSeen = line == kHeader;
                 if (!headerSeen) break;
             } else if (line.starts_with('[')) {
                 ParseKey(line);
@@ -99,7 +99,7 @@ public:
                 ParseValue(line);
             }
         }
-        if (m_error.empty() && !headerSeen) m_error = "is not \"" + std::string(header) + "\"";
+        if (m_error.empty() && !headerSeen) m_error = "is not \"" + std::string(kHeader) + "\"";
         if (!m_error.empty()) return RegistryFileError{std::max<std::size_t>(m_lineNumber, 1), m_error};
         return std::move(m_tree);
     }
@@ -156,8 +156,8 @@ private:
     }
 
     std::shared_ptr<RegistryKey> FindRoot(std::u16string_view name) const {
-        for (std::size_t i = 0; i < registryRootNames.size(); ++i) {
-            if (EqualIgnoringCase(name, registryRootNames[i]))
+        for (std::size_t i = 0; i < kRegistryRootNames.size(); ++i) {
+            if (EqualIgnoringCase(name, kRegistryRootNames[i]))
                 return m_tree.Root(static_cast<RegistryRoot>(i));
         }
         return nullptr;

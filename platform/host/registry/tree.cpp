@@ -24,11 +24,11 @@ void MarkDeleted(RegistryKey& key) {
 }  // namespace
 
 bool IsKeyName(std::u16string_view name) {
-    return !name.empty() && name.size() <= maxKeyNameLength &&
+    return !name.empty() && name.size() <= kMaxKeyNameLength &&
            name.find(u'\\') == std::u16string_view::npos && IsLine(name);
 }
 
-bool IsValueName(std::u16string_view name) { return name.size() <= maxValueNameLength && IsLine(name); }
+bool IsValueName(std::u16string_view name) { return name.size() <= kMaxValueNameLength && IsLine(name); }
 
 std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path) {
     std::vector<std::u16string_view> names;
@@ -43,7 +43,7 @@ std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path) {
 RegistryTree::RegistryTree() {
     for (std::size_t i = 0; i < m_roots.size(); ++i) {
         m_roots[i] = std::make_shared<RegistryKey>();
-        m_roots[i]->name = registryRootNames[i];
+        m_roots[i]->name = kRegistryRootNames[i];
     }
 }
 
@@ -61,7 +61,7 @@ std::shared_ptr<RegistryKey> MakeKey(const std::shared_ptr<RegistryKey>& key, st
                                      bool& created) {
     created = false;
     const std::vector<std::u16string_view> names = SplitKeyPath(path);
-    if (key->depth + names.size() > maxKeyDepth || !std::all_of(names.begin(), names.end(), IsKeyName)) {
+    if (key->depth + names.size() > kMaxKeyDepth || !std::all_of(names.begin(), names.end(), IsKeyName)) {
         return nullptr;
     }
     std::shared_ptr<RegistryKey> current = key;

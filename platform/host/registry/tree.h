@@ -32,13 +32,13 @@ struct RegistryKey {
 };
 
 enum class RegistryRoot { ClassesRoot, CurrentUser, LocalMachine };
-inline constexpr std::array<std::u16string_view, 3> registryRootNames = {
+inline constexpr std::array<std::u16string_view, 3> kRegistryRootNames = {
     u"HKEY_CLASSES_ROOT", u"HKEY_CURRENT_USER", u"HKEY_LOCAL_MACHINE"};
 
 // Limits, so that walking the tree is bounded and a file of lines can hold it.
-inline constexpr std::size_t maxKeyNameLength = 255;
-inline constexpr std::size_t maxValueNameLength = 16383;
-inline constexpr std::size_t maxKeyDepth = 512;
+inline constexpr std::size_t kMaxKeyNameLength = 255;
+inline constexpr std::size_t kMaxValueNameLength = 16383;
+inline constexpr std::size_t kMaxKeyDepth = 512;
 
 // No control characters, no lone surrogates, not too long, and no "\" in a key's name.
 bool IsKeyName(std::u16string_view name);
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    std::array<std::shared_ptr<RegistryKey>, registryRootNames.size()> m_roots;
+    std::array<std::shared_ptr<RegistryKey>, kRegistryRootNames.size()> m_roots;
 };
 
 // Null if a name in the path is missing.

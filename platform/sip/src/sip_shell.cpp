@@ -10,10 +10,11 @@
 
 namespace {
 
-SipShell* currentShell = nullptr;
+SipShell* g_currentShell = nullptr;
 
 // The platform's standard keyboard, with which a device starts.
-const CLSID standardKeyboard = {0x42429667, 0xAE04, 0x11D0, {0xA4, 0xF8, 0x00, 0xAA, 0x00, 0xA7, 0x49, 0xB9}};
+const CLSID kStandardKeyboard = {
+    0x42429667, 0xAE04, 0x11D0, {0xA4, 0xF8, 0x00, 0xAA, 0x00, 0xA7, 0x49, 0xB9}};
 
 HRESULT CreateObject(REFCLSID clsid, IInputMethod2** object) {
     *object = nullptr;
@@ -40,16 +41,16 @@ SipShell::SipShell(const Options& options, std::unique_ptr<SipWindow> window)
     : m_options(options),
       m_window(std::move(window)),
       m_callback(std::make_unique<SipCallback>(*options.observer, *options.keys)),
-      m_current(standardKeyboard) {
-    currentShell = this;
+      m_current(kStandardKeyboard) {
+    g_currentShell = this;
 }
 
 SipShell::~SipShell() {
     ReleaseInputMethod();
-    currentShell = nullptr;
+    g_currentShell = nullptr;
 }
 
-SipShell* SipShell::Current() { return currentShell; }
+SipShell* SipShell::Current() { return g_currentShell; }
 
 template <typename Function>
 HRESULT SipShell::Call(Function function) {

@@ -3,7 +3,7 @@
 
 namespace {
 
-const WCHAR windowClass[] = TEXT("SipWindow");
+const WCHAR kWindowClass[] = TEXT("SipWindow");
 
 void Paint(HWND window) {
     PAINTSTRUCT paint;
@@ -31,16 +31,16 @@ SipWindow::SipWindow(HINSTANCE instance, const RECT& rectangle) : m_instance(ins
     WNDCLASSW description{};
     description.lpfnWndProc = HandleMessage;
     description.hInstance = instance;
-    description.lpszClassName = windowClass;
+    description.lpszClassName = kWindowClass;
     RegisterClassW(&description);
-    m_window = CreateWindowExW(WS_EX_TOPMOST, windowClass, nullptr, WS_POPUP | WS_CLIPCHILDREN,
+    m_window = CreateWindowExW(WS_EX_TOPMOST, kWindowClass, nullptr, WS_POPUP | WS_CLIPCHILDREN,
                                rectangle.left, rectangle.top, rectangle.right - rectangle.left,
                                rectangle.bottom - rectangle.top, nullptr, nullptr, instance, nullptr);
 }
 
 SipWindow::~SipWindow() {
     if (m_window) DestroyWindow(m_window);
-    UnregisterClassW(windowClass, m_instance);
+    UnregisterClassW(kWindowClass, m_instance);
 }
 
 RECT SipWindow::Rectangle() const {
