@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Builds skin files in memory: PE libraries of named bitmaps and data. Checks nothing, so that broken skins
-// can be built, too.
+// Builds skin files in memory with the skin compiler's writer. Checks nothing, so that broken skins can be
+// built, too.
 #pragma once
 
 #include <windows.h>
@@ -9,6 +9,8 @@
 #include <map>
 #include <string>
 #include <vector>
+
+#include "tools/tlk/module_writer.h"
 
 namespace test {
 
@@ -45,16 +47,23 @@ public:
     void Install(const std::string& fileName) const;
 
 private:
-    struct Resource {
+    // In the order of the file: data before bitmaps, and upper-case names ascending.
+    struct ResourceName {
+        ResourceName(tlk::ResourceKind resourceKind, std::string text);
+        bool operator==(const ResourceName&) const = default;
+        bool operator<(const ResourceName& other) const {
+            return kind == other.kind ? name < other.name : kind == tlk::ResourceKind::Data;
+        }
+
+        tlk::ResourceKind kind;
+        std::string name;
+    };
+    struct Content {
         std::string bytes;
         bool outside = false;
     };
-    using Resources = std::map<std::string, Resource>;  // by upper-case name, in the order that lookups need
 
-    std::string BuildSection() const;
-
-    Resources m_bitmaps;
-    Resources m_data;
+    std::map<ResourceName, Content> m_resources;
 };
 
 }  // namespace test

@@ -75,25 +75,25 @@ TEST(PeImage, CutOffAnywhereIsNoLibrary) {
     }
 }
 
-// Layout of the section: type table (entry at 16), name of the type at 24, table of names at 40 with entries
-// at 56 and 64.
+// Layout of the section: table of types with an entry at 16, table of names at 24 with entries at 40 and 48,
+// name of the type at 136.
 TEST(PeImage, LeavesOutWhatCannotBeRead) {
     const std::string file = GoodFile();
     for (const auto& [offset, value] : std::vector<std::pair<std::size_t, DWORD>>{
              {kSection + 16, kHighBit | 0x7FFFFFF0},  // name of the type outside
              {kSection + 20, kHighBit | 0x7FFFFFF0},  // table of names outside
-             {kSection + 20, 40},                     // data where a table has to be
-             {kSection + 24, 0xFFFF},                 // name of the type too long
-             {kSection + 56, kHighBit | 0xFFFFF},     // name of the resource outside
-             {kSection + 56, 0x10000},                // number of more than 16 bits
-             {kSection + 60, kHighBit | 0xFFFFF},     // languages outside
-             {kSection + 60, 8}}) {                   // data where languages have to be
+             {kSection + 20, 136},                    // data where a table has to be
+             {kSection + 136, 0xFFFF},                // name of the type too long
+             {kSection + 40, kHighBit | 0xFFFFF},     // name of the resource outside
+             {kSection + 40, 0x10000},                // number of more than 16 bits
+             {kSection + 44, kHighBit | 0xFFFFF},     // languages outside
+             {kSection + 44, 8}}) {                   // data where languages have to be
         EXPECT_EQ(Find(Patch(file, offset, value)), "no resource") << std::hex << offset << ' ' << value;
     }
     // More types than there are: those that are there count.
     EXPECT_EQ(Find(Patch(file, kSection + 12, 0xFFFF0001)), "12345");
     // The other resource stays readable.
-    EXPECT_EQ(Find(Patch(file, kSection + 60, kHighBit | 0xFFFFF), u"second"), "abc");
+    EXPECT_EQ(Find(Patch(file, kSection + 44, kHighBit | 0xFFFFF), u"second"), "abc");
     EXPECT_EQ(Find(test::SkinBuilder().Data("first", "12345").PointOutside("first").Build()), "no data");
 }
 
