@@ -3,11 +3,14 @@
 // callback.
 #pragma once
 
+#include <optional>
+
 #include "input_method/main_wnd.h"
 #include "recording_callback.h"
 #include "rectangles.h"
 #include "server_fixture.h"
 #include "test_skin.h"
+#include "test_window.h"
 
 inline RECT WindowRect(HWND window) {
     RECT rectangle{};
@@ -17,16 +20,12 @@ inline RECT WindowRect(HWND window) {
 
 class InputMethodTest : public ServerTest {
 protected:
-    static constexpr WCHAR kSipClass[] = TEXT("InputMethodTestSip");
     // Neither a third nor a quarter of the screen high, and not as wide as it.
     static constexpr RECT kSipPlace{10, 200, 210, 300};
+    static constexpr RECT kSipInfoPlace{30, 100, 50, 180};
 
     void SetUp() override {
         ServerTest::SetUp();
-        WNDCLASSW windowClass{};
-        windowClass.lpfnWndProc = DefWindowProcW;
-        windowClass.lpszClassName = kSipClass;
-        RegisterClassW(&windowClass);
         MakeSipWindow();
         m_object = CreateInputMethod();
     }
@@ -35,8 +34,7 @@ protected:
         if (m_object) {
             EXPECT_EQ(m_object->Release(), 0u);
         }
-        DestroyWindow(m_sip);
-        UnregisterClassW(kSipClass, nullptr);
+        m_sipWindow.reset();
         ServerTest::TearDown();
     }
 
@@ -49,9 +47,8 @@ protected:
     }
 
     void MakeSipWindow() {
-        m_sip = CreateWindowExW(0, kSipClass, nullptr, WS_POPUP | WS_VISIBLE, kSipPlace.left, kSipPlace.top,
-                                kSipPlace.right - kSipPlace.left, kSipPlace.bottom - kSipPlace.top, nullptr,
-                                nullptr, nullptr, nullptr);
+        m_sipWindow.emplace(kSipPlace);
+        m_sip = m_sipWindow->m_hWnd;
         ASSERT_NE(m_sip, nullptr);
     }
 
@@ -73,16 +70,17 @@ protected:
     }
     CKeyboard& Keyboard() const { return *PanelObject().m_pKbd; }
 
-    // The SIP's rectangle {30, 100, 50, 180} as the input method gives it back.
+    // The SIP's rectangle kSipInfoPlace as the input method gives it back.
     RECT ReceiveSipInfo(HRESULT expected = S_OK) {
         SIPINFO info{};
-        info.rcSipRect = {30, 100, 50, 180};
+        info.rcSipRect = kSipInfoPlace;
         EXPECT_EQ(m_object->ReceiveSipInfo(&info), expected);
         return info.rcSipRect;
     }
 
     void MoveSip(LONG top, LONG height) { MoveWindow(m_sip, kSipPlace.left, top, 200, height, FALSE); }
 
+    std::optional<TestWindow> m_sipWindow;
     HWND m_sip = nullptr;
     IInputMethod2* m_object = nullptr;
     test::RecordingCallback m_callback;

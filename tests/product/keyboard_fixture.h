@@ -16,6 +16,7 @@
 #include "store/settings_key.h"
 #include "test_skin.h"
 #include "test_support.h"
+#include "test_window.h"
 
 // The module record of the product, with the resources of Tolka.DLL and without its code.
 class LibraryResources {
@@ -50,39 +51,6 @@ inline const std::map<WORD, test::Events>& FunctionKeyEvents() {
                                                         {62, {"vk 28 down", "vk 28 up"}}};
     return events;
 }
-
-// A visible window of 240 x 80 pixels that leaves every message to the system.
-class TestWindow : public CWindow {
-public:
-    TestWindow() {
-        WNDCLASSW windowClass{};
-        windowClass.lpfnWndProc = DefWindowProcW;
-        windowClass.lpszClassName = kClass;
-        RegisterClassW(&windowClass);
-        m_hWnd = CreateWindowExW(0, kClass, nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 240, 80, nullptr, nullptr,
-                                 nullptr, nullptr);
-        TakeInvalid();
-    }
-    ~TestWindow() {
-        DestroyWindow(m_hWnd);
-        UnregisterClassW(kClass, nullptr);
-    }
-    TestWindow(const TestWindow&) = delete;
-    TestWindow& operator=(const TestWindow&) = delete;
-
-    // The bounds of what was invalidated since the last call, all 0 for nothing.
-    RECT TakeInvalid() {
-        RECT invalid{};
-        GetUpdateRect(m_hWnd, &invalid, FALSE);
-        PAINTSTRUCT paint;
-        BeginPaint(m_hWnd, &paint);
-        EndPaint(m_hWnd, &paint);
-        return invalid;
-    }
-
-private:
-    static constexpr WCHAR kClass[] = TEXT("KeyboardTestWindow");
-};
 
 using Rects = std::vector<RECT>;
 using test::Events;

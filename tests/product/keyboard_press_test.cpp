@@ -76,10 +76,9 @@ TEST_F(Press, EveryRectangleOfAKeyIsPressedWithIt) {
 
 TEST_F(Press, ReleasingAPenThatWentDownInAGapDoesNothing) {
     Start();
+    Tap(test::KeyShift);
     for (const DWORD swipe : {0u, 1u, 2u}) {
         m_keyboard->m_dwSwipe = swipe;
-        m_keyboard->SetKbStatus(&kShiftCode, &m_window);
-        m_callback.Take();
         Down(kGap);
         EXPECT_EQ(GetCapture(), nullptr);
         EXPECT_EQ(m_keyboard->m_nPressedIndex, -1);
@@ -89,8 +88,6 @@ TEST_F(Press, ReleasingAPenThatWentDownInAGapDoesNothing) {
         EXPECT_EQ(GetCapture(), nullptr);
         EXPECT_EQ(m_callback.Take(), Events());
         EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 1) << "not even the modifier is released";
-        m_keyboard->ResetKbStatus(&m_window);
-        m_callback.Take();
     }
 }
 
@@ -126,11 +123,10 @@ TEST_F(Press, TwinKeysAreOne) {
 TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
     Start();
     EXPECT_EQ(Tap(test::KeyDigits), Events());
-    EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, true), LONG{test::Key1});
     EXPECT_EQ(Tap(test::Key1), Typed('7', '7'));
     EXPECT_EQ(Tap(test::KeyQ), Events()) << "nothing lies there now";
     EXPECT_EQ(Tap(test::KeyDigits), Events());
-    EXPECT_EQ(Tap(test::KeyQ).size(), 2u);
+    EXPECT_EQ(Tap(test::KeyQ), Typed('Q', 'q'));
 }
 
 // The first tap releases caps lock where it is on; the second always engages it.
@@ -161,16 +157,11 @@ TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
 // The look is a toggle: what is shown pressed because of its status is shown released under the pen.
 TEST_F(Press, PressingAnEngagedStatusKeyShowsItReleased) {
     Start();
-    const Rects shift = {RectOf(test::KeyShift)};
     Tap(test::KeyShift);
-    EXPECT_EQ(Pressed(), shift);
     Down(KeyCenter(test::KeyShift));
     EXPECT_EQ(Pressed(), Rects());
     Move(kGap);
-    EXPECT_EQ(Pressed(), shift);
-    Move(KeyCenter(test::KeyShift));
-    Up(KeyCenter(test::KeyShift));
-    EXPECT_EQ(Pressed(), Rects());
+    EXPECT_EQ(Pressed(), Rects{RectOf(test::KeyShift)});
 }
 
 TEST_F(Press, WithoutAWindowKeysAreTypedAndNothingIsDrawn) {

@@ -2,6 +2,7 @@
 // The whole library through its file alone: loaded, registered, activated by its class identifier, unloaded.
 #include "server_fixture.h"
 #include "test_skin.h"
+#include "test_window.h"
 
 namespace {
 
@@ -24,10 +25,10 @@ protected:
         return entry ? entry() : E_UNEXPECTED;
     }
 
-    static IInputMethod* Activate() {
+    static IInputMethod* Activate(HRESULT expected = S_OK) {
         void* object = nullptr;
         EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object),
-                  S_OK);
+                  expected);
         return static_cast<IInputMethod*>(object);
     }
 
@@ -60,29 +61,20 @@ TEST_F(LibraryTest, CanBeLoadedAgain) {
     test::TestSkin().Install("a.tlk");
     ASSERT_EQ(Call("DllRegisterServer"), S_OK);
     EXPECT_TRUE(FreeLibrary(m_library));
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = DefWindowProcW;
-    windowClass.lpszClassName = TEXT("LibraryTestSip");
-    RegisterClassW(&windowClass);
-    const HWND sip = CreateWindowExW(0, windowClass.lpszClassName, nullptr, WS_POPUP | WS_VISIBLE, 0, 240,
-                                     240, 80, nullptr, nullptr, nullptr, nullptr);
+    const TestWindow sip;
     for (int life = 0; life < 3; ++life) {
         IInputMethod* object = Activate();
         ASSERT_NE(object, nullptr);
-        EXPECT_EQ(object->Select(sip), S_OK);
-        EXPECT_TRUE(IsWindowVisible(GetWindow(sip, GW_CHILD)));
+        EXPECT_EQ(object->Select(sip.m_hWnd), S_OK);
+        EXPECT_TRUE(IsWindowVisible(GetWindow(sip.m_hWnd, GW_CHILD)));
         EXPECT_EQ(object->Release(), 0u);
         test::UnloadUnusedLibraries();
     }
-    DestroyWindow(sip);
-    UnregisterClassW(windowClass.lpszClassName, nullptr);
 }
 
 TEST_F(LibraryTest, UnregisteredClassCannotBeActivated) {
     ASSERT_EQ(Call("DllRegisterServer"), S_OK);
     EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
-    void* object = nullptr;
-    EXPECT_EQ(CoCreateInstance(CLSID_KeybInput, nullptr, CLSCTX_INPROC_SERVER, IID_IInputMethod, &object),
-              REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(Activate(REGDB_E_CLASSNOTREG), nullptr);
     EXPECT_TRUE(FreeLibrary(m_library));
 }
