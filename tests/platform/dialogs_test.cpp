@@ -77,21 +77,17 @@ TEST_F(Controls, TextIsCutToTheBuffer) {
 
 TEST_F(Controls, CheckBoxChecksItselfWhenClicked) {
     const HWND box = Create(TEXT("Button"), BS_AUTOCHECKBOX);
-    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_UNCHECKED);
+    const auto state = [&] { return SendMessageW(box, BM_GETCHECK, 0, 0); };
+    EXPECT_EQ(state(), BST_UNCHECKED);
     SendMessageW(box, BM_CLICK, 0, 0);
-    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_CHECKED);
-    EXPECT_EQ(commands, (std::vector<Command>{{5, BN_CLICKED}}));
+    EXPECT_EQ(state(), BST_CHECKED);
     SendMessageW(box, BM_SETCHECK, BST_UNCHECKED, 0);
-    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_UNCHECKED);
-    EXPECT_EQ(commands.size(), 1u) << "only a person's click notifies";
-}
-
-TEST_F(Controls, EnablingTellsWhatWasBefore) {
-    const HWND box = Create(TEXT("Button"), BS_AUTOCHECKBOX);
-    EXPECT_FALSE(EnableWindow(box, FALSE));
-    EXPECT_FALSE(IsWindowEnabled(box));
-    EXPECT_TRUE(EnableWindow(box, TRUE));
-    EXPECT_TRUE(IsWindowEnabled(box));
+    EXPECT_EQ(state(), BST_UNCHECKED);
+    EXPECT_EQ(commands, (std::vector<Command>{{5, BN_CLICKED}})) << "only a person's click notifies";
+    for (const bool enabled : {false, true}) {
+        EXPECT_EQ(EnableWindow(box, enabled), enabled) << "whether it was disabled before";
+        EXPECT_EQ(IsWindowEnabled(box) != FALSE, enabled);
+    }
 }
 
 class ComboBoxes : public Controls {

@@ -8,9 +8,13 @@
 
 namespace {
 
-using test::Difference;
-using test::Either;
 using namespace test;
+
+template <typename Record>
+int Describe(HGDIOBJ object, Record& record) {
+    return GetObjectW(object, sizeof record, &record);
+}
+constexpr int kBitmapBytes = sizeof(BITMAP);
 
 TEST(GraphicsObjects, SelectingReturnsWhatWasSelected) {
     const HDC dc = CreateCompatibleDC(nullptr);
@@ -42,10 +46,8 @@ TEST(GraphicsObjects, ABitmapIsInOneContextAtATime) {
     const HDC third = CreateCompatibleDC(nullptr);
     EXPECT_EQ(GetCurrentObject(third, OBJ_BITMAP), initial);
     BITMAP record{};
-    EXPECT_EQ(GetObjectW(initial, sizeof record, &record), static_cast<int>(sizeof record));
-    EXPECT_EQ(record.bmWidth, 1);
-    EXPECT_EQ(record.bmHeight, 1);
-    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_EQ(Describe(initial, record), kBitmapBytes);
+    EXPECT_TRUE(record.bmWidth == 1 && record.bmHeight == 1 && record.bmBitsPixel == 1);
     EXPECT_TRUE(DeleteDC(other));
     EXPECT_TRUE(DeleteDC(third));
 }
@@ -63,42 +65,37 @@ TEST(GraphicsObjects, ADeletedContextReleasesItsBitmap) {
 TEST(GraphicsObjects, BitmapsDescribeThemselves) {
     const HBITMAP mono = CreateBitmap(17, 3, 1, 1, nullptr);
     BITMAP record{};
-    ASSERT_EQ(GetObjectW(mono, sizeof record, &record), static_cast<int>(sizeof record));
-    EXPECT_EQ(record.bmWidth, 17);
-    EXPECT_EQ(record.bmHeight, 3);
-    EXPECT_EQ(record.bmWidthBytes, 4);
-    EXPECT_EQ(record.bmPlanes, 1);
-    EXPECT_EQ(record.bmBitsPixel, 1);
-    EXPECT_EQ(record.bmBits, nullptr);
     DIBSECTION section{};
-    EXPECT_EQ(GetObjectW(mono, sizeof section, &section), static_cast<int>(sizeof record));
+    EXPECT_EQ(Describe(mono, section), kBitmapBytes) << "no section";
+    ASSERT_EQ(Describe(mono, record), kBitmapBytes);
+    EXPECT_EQ((std::vector<LONG>{record.bmWidth, record.bmHeight, record.bmWidthBytes, record.bmPlanes,
+                                 record.bmBitsPixel}),
+              (std::vector<LONG>{17, 3, 4, 1, 1}));
+    EXPECT_EQ(record.bmBits, nullptr);
     EXPECT_EQ(GetObjectW(mono, sizeof record - 1, &record), 0);
     EXPECT_TRUE(DeleteObject(mono));
-    EXPECT_EQ(GetObjectW(mono, sizeof record, &record), 0);
+    EXPECT_EQ(Describe(mono, record), 0);
 
     const HBITMAP bytes = MakeSection(24, 5, 2);
-    ASSERT_EQ(GetObjectW(bytes, sizeof section, &section), static_cast<int>(sizeof section));
-    EXPECT_EQ(section.dsBm.bmWidthBytes, 16);
-    EXPECT_EQ(section.dsBm.bmHeight, 2);
-    EXPECT_EQ(section.dsBm.bmBitsPixel, 24);
-    EXPECT_NE(section.dsBm.bmBits, nullptr);
+    ASSERT_EQ(Describe(bytes, section), static_cast<int>(sizeof section));
+    EXPECT_TRUE(section.dsBm.bmWidthBytes == 16 && section.dsBm.bmHeight == 2);
+    EXPECT_TRUE(section.dsBm.bmBitsPixel == 24 && section.dsBmih.biBitCount == 24);
     EXPECT_EQ(section.dsBmih.biSizeImage, 32u);
-    EXPECT_EQ(section.dsBmih.biBitCount, 24);
-    EXPECT_EQ(GetObjectW(bytes, sizeof record, &record), static_cast<int>(sizeof record));
+    EXPECT_NE(section.dsBm.bmBits, nullptr);
+    EXPECT_EQ(Describe(bytes, record), kBitmapBytes);
     EXPECT_EQ(record.bmBits, section.dsBm.bmBits);
     EXPECT_TRUE(DeleteObject(bytes));
 }
 
 TEST(GraphicsObjects, FontsDescribeThemselves) {
     LOGFONTW font{};
-    ASSERT_EQ(GetObjectW(GetStockObject(SYSTEM_FONT), sizeof font, &font), static_cast<int>(sizeof font));
+    ASSERT_EQ(Describe(GetStockObject(SYSTEM_FONT), font), static_cast<int>(sizeof font));
     EXPECT_NE(font.lfHeight, 0);
     font.lfWeight = FW_BOLD;
     const HFONT bold = CreateFontIndirectW(&font);
     LOGFONTW read{};
-    EXPECT_EQ(GetObjectW(bold, sizeof read, &read), static_cast<int>(sizeof read));
-    EXPECT_EQ(read.lfWeight, FW_BOLD);
-    EXPECT_EQ(read.lfHeight, font.lfHeight);
+    EXPECT_EQ(Describe(bold, read), static_cast<int>(sizeof read));
+    EXPECT_TRUE(read.lfWeight == FW_BOLD && read.lfHeight == font.lfHeight);
     EXPECT_TRUE(DeleteObject(bold));
     EXPECT_FALSE(DeleteObject(bold));
 }
@@ -140,8 +137,8 @@ TEST(GraphicsObjects, HandlesOfNothingFail) {
 
 TEST(GraphicsObjects, LoadedBitmapsOutliveTheirModule) {
     SkinBuilder()
-        .Bitmap("PICTURE", PictureBytes(5, 3, [](int x, int y) { return test::Color(10 * x, 20 * y, 200); }))
-        .Bitmap("MASK", MaskBytes(9, 2, [](int x, int y) { return (x + y) % 3 == 0; }))
+        .Bitmap("PICTURE", PictureBytes(2, 2, [](int x, int y) { return test::Color(10 * x, 20 * y, 200); }))
+        .Bitmap("MASK", MaskBytes(3, 1, [](int x, int) { return x % 2 == 0; }))
         .Bitmap("BROKEN", std::string(40, '\xFF'))
         .Install("bitmaps.tlk");
     const HMODULE module = LoadLibraryW(TEXT("\\windows\\bitmaps.tlk"));
@@ -152,13 +149,11 @@ TEST(GraphicsObjects, LoadedBitmapsOutliveTheirModule) {
     EXPECT_EQ(LoadBitmapW(module, TEXT("broken")), nullptr);
     EXPECT_TRUE(FreeLibrary(module));
     BITMAP record{};
-    EXPECT_NE(GetObjectW(mask.Bitmap(), sizeof record, &record), 0);
+    Describe(mask.Bitmap(), record);
     EXPECT_EQ(record.bmBitsPixel, 1);
-    EXPECT_EQ(record.bmWidth, 9);
-    EXPECT_EQ(GetPixel(picture, 4, 2), RGB(40, 40, 200));
-    EXPECT_EQ(GetPixel(picture, 0, 1), RGB(0, 20, 200));
-    EXPECT_EQ(GetPixel(mask, 8, 1), RGB(255, 255, 255));
-    EXPECT_EQ(GetPixel(mask, 7, 1), RGB(0, 0, 0));
+    EXPECT_EQ(picture.Pixels(),
+              (std::vector<COLORREF>{RGB(0, 0, 200), RGB(10, 0, 200), RGB(0, 20, 200), RGB(10, 20, 200)}));
+    EXPECT_EQ(mask.Pixels(), (std::vector<COLORREF>{RGB(255, 255, 255), 0, RGB(255, 255, 255)}));
 }
 
 TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
@@ -166,11 +161,14 @@ TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
     EXPECT_EQ(negative == nullptr, Either(Difference::NegativeWidth, true, false));
     DeleteObject(negative);
     EXPECT_EQ(CreateBitmap(0x7FFFFFFF, 0x7FFFFFFF, 1, 32, nullptr), nullptr);
-    EXPECT_EQ(MakeSection(24, 0, 4), nullptr);
-    EXPECT_EQ(MakeSection(24, -4, 4), nullptr);
-    EXPECT_EQ(MakeSection(24, 4, 0), nullptr);
-    EXPECT_EQ(MakeSection(23, 4, 4), nullptr);
-    EXPECT_EQ(MakeSection(32, 0x10000, static_cast<int>(0x80000000)), nullptr);
+    const struct {
+        WORD bits;
+        int width, height;
+    } cases[] = {
+        {24, 0, 4}, {24, -4, 4}, {24, 4, 0}, {23, 4, 4}, {32, 0x10000, static_cast<int>(0x80000000)}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(MakeSection(c.bits, c.width, c.height), nullptr) << c.width << " x " << c.height;
+    }
     void* bits = &bits;
     EXPECT_EQ(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr);
 }
@@ -195,22 +193,25 @@ TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
     Picture target(CreateBitmap(8, 8, 1, 32, nullptr));
     Picture source(CreateBitmap(8, 8, 1, 32, nullptr));
     const HBITMAP mask = CreateBitmap(4, 4, 1, 1, nullptr);
-    const auto draw = [&](int width, int height, HBITMAP with, int maskX, int maskY) {
+    const auto draw = [&](int width, int height, HBITMAP with, int maskX, int maskY) -> DWORD {
         SetLastError(ERROR_SUCCESS);
         const BOOL drawn = MaskBlt(target, 0, 0, width, height, source, 0, 0, with, maskX, maskY,
                                    MAKEROP4(WHITENESS, SRCCOPY));
-        return drawn ? static_cast<DWORD>(ERROR_SUCCESS) : GetLastError();
+        return drawn ? ERROR_SUCCESS : GetLastError();
     };
-    const auto kBadParameter = Either<DWORD>(Difference::MaskBounds, ERROR_INVALID_PARAMETER, ERROR_SUCCESS);
-    EXPECT_EQ(draw(4, 4, mask, 0, 0), static_cast<DWORD>(ERROR_SUCCESS));
-    EXPECT_EQ(draw(1, 3, mask, 3, 1), static_cast<DWORD>(ERROR_SUCCESS));
-    EXPECT_EQ(draw(5, 4, mask, 0, 0), kBadParameter);
-    EXPECT_EQ(draw(4, 4, mask, 0, 1), kBadParameter);
-    EXPECT_EQ(draw(2, 2, mask, -1, 0), kBadParameter);
-    EXPECT_EQ(draw(2, 2, mask, 0x7FFFFFFF, 0), kBadParameter);
-    EXPECT_EQ(draw(2, 2, target.Bitmap(), 0, 0), kBadParameter);
-    EXPECT_EQ(draw(-2, 2, mask, 0, 0), kBadParameter);
-    EXPECT_EQ(draw(2, 0, mask, 9, 9), static_cast<DWORD>(ERROR_SUCCESS));
+    const struct {
+        int width, height, maskX, maskY;
+        bool isCovered;
+    } cases[] = {{4, 4, 0, 0, true},   {1, 3, 3, 1, true},  {2, 0, 9, 9, true},
+                 {5, 4, 0, 0, false},  {4, 4, 0, 1, false}, {2, 2, 0x7FFFFFFF, 0, false},
+                 {2, 2, -1, 0, false}, {-2, 2, 0, 0, false}};
+    const auto badParameter = Either<DWORD>(Difference::MaskBounds, ERROR_INVALID_PARAMETER, ERROR_SUCCESS);
+    for (const auto& c : cases) {
+        EXPECT_EQ(draw(c.width, c.height, mask, c.maskX, c.maskY),
+                  c.isCovered ? DWORD{ERROR_SUCCESS} : badParameter)
+            << c.width << " x " << c.height << " at " << c.maskX << "," << c.maskY;
+    }
+    EXPECT_EQ(draw(2, 2, target.Bitmap(), 0, 0), badParameter) << "not monochrome";
     // Without a mask the background code needs no source either.
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 2, nullptr, 0, 0, nullptr, 0, 0, MAKEROP4(WHITENESS, SRCCOPY)));
     EXPECT_TRUE(DeleteObject(mask));

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <ios>
 
 namespace {
@@ -16,26 +17,23 @@ constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr COLORREF kOrange = RGB(250, 120, 10);
 constexpr COLORREF kBlue = RGB(3, 77, 201);
 
-// --- Colours and rows
-// ---------------------------------------------------------------------------------------
+using Colors = std::vector<COLORREF>;
 
 TEST(Graphics, ColoursSurviveEveryDepth) {
-    const COLORREF colors[] = {kBlack, kWhite, kOrange, kBlue, RGB(1, 2, 3), RGB(254, 0, 128)};
-    Picture screenFormat(CreateBitmap(6, 2, 1, 32, nullptr));
-    Picture bytes(MakeSection(24, 6, 2));
-    Picture words(MakeSection(32, 6, -2));
-    for (int x = 0; x < 6; ++x) {
-        SetPixel(screenFormat, x, 1, colors[x]);
+    const Colors colors = {kBlack, kWhite, kOrange, kBlue, RGB(1, 2, 3), RGB(254, 0, 128)};
+    Colors inverted;
+    for (const COLORREF color : colors) {
+        inverted.push_back(color ^ kWhite);
     }
-    ASSERT_TRUE(BitBlt(bytes, 0, 0, 6, 2, screenFormat, 0, 0, SRCCOPY));
-    ASSERT_TRUE(BitBlt(words, 0, 0, 6, 2, bytes, 0, 0, SRCCOPY));
-    ASSERT_TRUE(BitBlt(screenFormat, 0, 0, 6, 1, words, 0, 1, NOTSRCCOPY));
-    for (int x = 0; x < 6; ++x) {
-        EXPECT_EQ(GetPixel(bytes, x, 1), colors[x]);
-        EXPECT_EQ(GetPixel(words, x, 1), colors[x]);
-        EXPECT_EQ(GetPixel(screenFormat, x, 0), colors[x] ^ kWhite);
-        EXPECT_EQ(GetPixel(words, x, 0), kBlack);
-    }
+    const Picture screenFormat(CreateBitmap(6, 1, 1, 32, nullptr), colors);
+    const Picture bytes(MakeSection(24, 6, 1));
+    const Picture words(MakeSection(32, 6, -1));
+    ASSERT_TRUE(BitBlt(bytes, 0, 0, 6, 1, screenFormat, 0, 0, SRCCOPY));
+    ASSERT_TRUE(BitBlt(words, 0, 0, 6, 1, bytes, 0, 0, SRCCOPY));
+    EXPECT_EQ(bytes.Pixels(), colors);
+    EXPECT_EQ(words.Pixels(), colors);
+    ASSERT_TRUE(BitBlt(screenFormat, 0, 0, 6, 1, words, 0, 0, NOTSRCCOPY));
+    EXPECT_EQ(screenFormat.Pixels(), inverted);
 }
 
 TEST(Graphics, SectionsShowTheirMemory) {
@@ -43,62 +41,44 @@ TEST(Graphics, SectionsShowTheirMemory) {
     Picture words(MakeSection(32, 3, -2));
     SetPixel(bytes, 0, 0, RGB(0x11, 0x22, 0x33));
     SetPixel(words, 2, 1, RGB(0x11, 0x22, 0x33));
-    const BYTE* row = bytes.Bits() + 12;
-    EXPECT_EQ(row[0], 0x33);
-    EXPECT_EQ(row[1], 0x22);
-    EXPECT_EQ(row[2], 0x11);
-    EXPECT_EQ(words.Bits()[20], 0x33);
-    EXPECT_EQ(words.Bits()[22], 0x11);
+    EXPECT_EQ(std::memcmp(bytes.Bits() + 12, "\x33\x22\x11", 3), 0);
+    EXPECT_EQ(std::memcmp(words.Bits() + 20, "\x33\x22\x11", 3), 0);
     bytes.Bits()[8] = 0xFE;
     EXPECT_EQ(GetPixel(bytes, 2, 1), RGB(0xFE, 0, 0));
 }
 
 TEST(Graphics, MonochromeTakesTheTargetsTextAndBackgroundColours) {
     const WORD rows[] = {0x00B0, 0x0040};  // 1011, 0100
-    Picture mono(CreateBitmap(4, 2, 1, 1, rows));
-    Picture color(CreateBitmap(4, 2, 1, 32, nullptr));
+    const Picture mono(CreateBitmap(4, 2, 1, 1, rows));
+    const Picture color(CreateBitmap(4, 2, 1, 32, nullptr));
     SetTextColor(color, kOrange);
     SetBkColor(color, kBlue);
     ASSERT_TRUE(BitBlt(color, 0, 0, 4, 2, mono, 0, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(color, 0, 0), kBlue);
-    EXPECT_EQ(GetPixel(color, 1, 0), kOrange);
-    EXPECT_EQ(GetPixel(color, 3, 0), kBlue);
-    EXPECT_EQ(GetPixel(color, 0, 1), kOrange);
-    EXPECT_EQ(GetPixel(color, 1, 1), kBlue);
-    EXPECT_EQ(GetPixel(mono, 0, 0), kWhite);
-    EXPECT_EQ(GetPixel(mono, 1, 0), kBlack);
+    EXPECT_EQ(color.Pixels(), (Colors{kBlue, kOrange, kBlue, kBlue, kOrange, kBlue, kOrange, kOrange}));
+    EXPECT_EQ(mono.Pixels(), (Colors{kWhite, kBlack, kWhite, kWhite, kBlack, kWhite, kBlack, kBlack}));
 }
 
 TEST(Graphics, TheSourcesBackgroundColourBecomesWhiteInMonochrome) {
-    Picture color(CreateBitmap(3, 1, 1, 32, nullptr));
-    Picture mono(CreateBitmap(3, 1, 1, 1, nullptr));
-    SetPixel(color, 0, 0, kOrange);
-    SetPixel(color, 1, 0, kWhite);
-    SetPixel(color, 2, 0, kBlue);
+    const Picture color(CreateBitmap(3, 1, 1, 32, nullptr), {kOrange, kWhite, kBlue});
+    const Picture mono(CreateBitmap(3, 1, 1, 1, nullptr));
     SetBkColor(color, kBlue);
     ASSERT_TRUE(BitBlt(mono, 0, 0, 3, 1, color, 0, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(mono, 0, 0), kBlack);
-    EXPECT_EQ(GetPixel(mono, 1, 0), kBlack);
-    EXPECT_EQ(GetPixel(mono, 2, 0), kWhite);
+    EXPECT_EQ(mono.Pixels(), (Colors{kBlack, kBlack, kWhite}));
 }
 
 TEST(Graphics, TwoColourSectionsBringTheirTable) {
-    Picture two(MakeSection(1, 9, 1, kOrange, kBlue));
-    Picture color(CreateBitmap(9, 1, 1, 32, nullptr));
+    const Picture two(MakeSection(1, 9, 1, kOrange, kBlue));
+    const Picture color(CreateBitmap(9, 1, 1, 32, nullptr));
     two.Bits()[0] = 0x40;
     two.Bits()[1] = 0x80;
     ASSERT_TRUE(BitBlt(color, 0, 0, 9, 1, two, 0, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(color, 0, 0), kOrange);
-    EXPECT_EQ(GetPixel(color, 1, 0), kBlue);
-    EXPECT_EQ(GetPixel(color, 8, 0), kBlue);
+    EXPECT_EQ(color.Pixels(),
+              (Colors{kOrange, kBlue, kOrange, kOrange, kOrange, kOrange, kOrange, kOrange, kBlue}));
     // Back again each colour finds its own bit.
     ASSERT_TRUE(BitBlt(two, 0, 0, 2, 1, color, 7, 0, SRCCOPY));
     EXPECT_EQ(GetPixel(two, 0, 0), kOrange);
     EXPECT_EQ(GetPixel(two, 1, 0), kBlue);
 }
-
-// --- Raster codes
-// -------------------------------------------------------------------------------------------
 
 // Any pair of codes, sizes and mask offsets, against the definition of a raster code.
 TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
@@ -114,7 +94,7 @@ TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
         source.Scatter(random);
     }
     mask.Scatter(random);
-    const std::vector<COLORREF> maskPixels = mask.Pixels();
+    const Colors maskPixels = mask.Pixels();
     for (int round = 0; round < 300; ++round) {
         target.Scatter(random);
         const COLORREF pattern = random.Color();
@@ -129,8 +109,8 @@ TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
         const auto at = [&](int size, int room) { return random.Below(room - size + 1); };
         const POINT to{at(width, kWidth), at(height, kHeight)}, from{at(width, kWidth), at(height, kHeight)};
         const POINT maskAt{at(width, kWidth), at(height, kHeight)};
-        std::vector<COLORREF> expected = target.Pixels();
-        const std::vector<COLORREF> sourcePixels = source.Pixels();
+        Colors expected = target.Pixels();
+        const Colors sourcePixels = source.Pixels();
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 const auto index = [&](const POINT& p) {
@@ -165,8 +145,8 @@ TEST(Graphics, BitBltFollowsEveryCodeAtEveryDepth) {
             target.Scatter(random);
             SelectObject(target, GetStockObject(code % 2 ? WHITE_BRUSH : BLACK_BRUSH));
             const COLORREF pattern = code % 2 ? kWhite : kBlack;
-            std::vector<COLORREF> expected = target.Pixels();
-            const std::vector<COLORREF> sourcePixels = source.Pixels();
+            Colors expected = target.Pixels();
+            const Colors sourcePixels = source.Pixels();
             for (std::size_t i = 0; i < expected.size(); ++i) {
                 expected[i] = Combine(static_cast<BYTE>(code), pattern, sourcePixels[i], expected[i]);
             }
@@ -178,20 +158,16 @@ TEST(Graphics, BitBltFollowsEveryCodeAtEveryDepth) {
 
 TEST(Graphics, ASetMaskBitTakesTheForeground) {
     const WORD bits = 0x0080;
-    Picture target(CreateBitmap(2, 1, 1, 32, nullptr));
-    Picture source(CreateBitmap(2, 1, 1, 32, nullptr));
-    SetPixel(source, 0, 0, kOrange);
-    SetPixel(source, 1, 0, kOrange);
+    const Picture target(CreateBitmap(2, 1, 1, 32, nullptr));
+    const Picture source(CreateBitmap(2, 1, 1, 32, nullptr), {kOrange, kOrange});
     const HBITMAP mask = CreateBitmap(2, 1, 1, 1, &bits);
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, source, 0, 0, mask, 0, 0, MAKEROP4(SRCCOPY, WHITENESS)));
-    EXPECT_EQ(GetPixel(target, 0, 0), kOrange);
-    EXPECT_EQ(GetPixel(target, 1, 0), kWhite);
+    EXPECT_EQ(target.Pixels(), (Colors{kOrange, kWhite}));
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, nullptr, 0, 0, mask, 0, 0, MAKEROP4(WHITENESS, BLACKNESS)));
-    EXPECT_EQ(GetPixel(target, 0, 0), kWhite);
-    EXPECT_EQ(GetPixel(target, 1, 0), kBlack);
+    EXPECT_EQ(target.Pixels(), (Colors{kWhite, kBlack}));
     // Without a mask the foreground code alone counts.
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, source, 0, 0, nullptr, 0, 0, MAKEROP4(SRCCOPY, WHITENESS)));
-    EXPECT_EQ(GetPixel(target, 1, 0), kOrange);
+    EXPECT_EQ(target.Pixels(), (Colors{kOrange, kOrange}));
     EXPECT_TRUE(DeleteObject(mask));
 }
 
@@ -204,7 +180,7 @@ TEST(Graphics, ABitmapCanBeCopiedOntoItself) {
                                    : CreateBitmap(kSide, kSide, 1, static_cast<UINT>(bits), nullptr));
         for (const POINT& shift : shifts) {
             picture.Scatter(random);
-            const std::vector<COLORREF> before = picture.Pixels();
+            const Colors before = picture.Pixels();
             ASSERT_TRUE(BitBlt(picture, 8 + shift.x, 8 + shift.y, 8, 8, picture, 8, 8, SRCCOPY));
             for (int i = 0; i < 64; ++i) {
                 const int x = 8 + i % 8, y = 8 + i / 8;
@@ -216,36 +192,30 @@ TEST(Graphics, ABitmapCanBeCopiedOntoItself) {
 }
 
 TEST(Graphics, NothingIsDrawnOutsideTheTarget) {
-    Picture target(CreateBitmap(4, 4, 1, 32, nullptr));
-    Picture source(CreateBitmap(4, 4, 1, 32, nullptr));
-    source.Fill(kOrange);
-    EXPECT_TRUE(BitBlt(target, -2, 3, 4, 4, source, 0, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(target, 0, 3), kOrange);
-    EXPECT_EQ(GetPixel(target, 1, 3), kOrange);
-    EXPECT_EQ(GetPixel(target, 2, 3), kBlack);
-    EXPECT_EQ(GetPixel(target, 0, 2), kBlack);
-    EXPECT_TRUE(BitBlt(target, 4, 0, 4, 4, source, 0, 0, SRCCOPY));
-    EXPECT_TRUE(BitBlt(target, 0, -2000000000, 4, 4, source, 0, 0, SRCCOPY));
+    const Picture target(CreateBitmap(3, 2, 1, 32, nullptr));
+    const Picture source(CreateBitmap(4, 4, 1, 32, nullptr), Colors(16, kOrange));
+    const POINT outside[] = {{3, 0}, {0, -2000000000}, {-4, 0}, {0, 2}};
+    for (const POINT& p : outside) {
+        EXPECT_TRUE(BitBlt(target, p.x, p.y, 4, 4, source, 0, 0, SRCCOPY));
+    }
     EXPECT_TRUE(BitBlt(target, 0, 0, 0, 4, source, 0, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(target, 0, 0), kBlack);
-    EXPECT_EQ(GetPixel(target, 4, 0), static_cast<COLORREF>(CLR_INVALID));
+    EXPECT_TRUE(BitBlt(target, -2, 1, 4, 4, source, 0, 0, SRCCOPY));
+    EXPECT_EQ(target.Pixels(), (Colors{kBlack, kBlack, kBlack, kOrange, kOrange, kBlack}));
+    EXPECT_EQ(GetPixel(target, 3, 0), static_cast<COLORREF>(CLR_INVALID));
     EXPECT_EQ(SetPixel(target, 0, -1, kOrange),
               test::Either<COLORREF>(test::Difference::PixelsOutside, CLR_INVALID, kOrange));
 }
 
 TEST(Graphics, FilledRectanglesExcludeTheirRightAndBottomEdges) {
-    Picture picture(CreateBitmap(6, 6, 1, 32, nullptr));
+    const Picture picture(CreateBitmap(3, 2, 1, 32, nullptr));
     const HBRUSH brush = CreateSolidBrush(kOrange);
-    const RECT middle{1, 2, 4, 5};
-    const RECT corner{5, 5, 99, 99};
+    const RECT middle{1, 0, 2, 1};
+    const RECT corner{2, 1, 99, 99};
     EXPECT_TRUE(FillRect(picture, &middle, brush));
     EXPECT_TRUE(FillRect(picture, &corner, GetSysColorBrush(COLOR_HIGHLIGHT)));
     EXPECT_TRUE(DeleteObject(brush));
-    EXPECT_EQ(GetPixel(picture, 1, 2), kOrange);
-    EXPECT_EQ(GetPixel(picture, 3, 4), kOrange);
-    EXPECT_EQ(GetPixel(picture, 4, 4), kBlack);
-    EXPECT_EQ(GetPixel(picture, 3, 5), kBlack);
-    EXPECT_EQ(GetPixel(picture, 5, 5), static_cast<COLORREF>(GetSysColor(COLOR_HIGHLIGHT)));
+    const auto highlight = static_cast<COLORREF>(GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(picture.Pixels(), (Colors{kBlack, kOrange, kBlack, kBlack, kBlack, highlight}));
 }
 
 }  // namespace

@@ -12,6 +12,10 @@ LONG Open(HKEY key, LPCWSTR path, REGSAM access, HKEY& result) {
     return RegOpenKeyExW(key, path, 0, access, &result);
 }
 
+LONG Create(HKEY key, LPCWSTR path, HKEY& result, DWORD* disposition = nullptr) {
+    return RegCreateKeyExW(key, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &result, disposition);
+}
+
 std::vector<WideString> Subkeys(HKEY key) {
     std::vector<WideString> names;
     for (DWORD i = 0;; ++i) {
@@ -31,16 +35,12 @@ TEST(Registry, KeysAreMadeWithAllOnTheWayAndFoundWithoutCase) {
     DWORD disposition = 0;
     EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, TEXT("Software\\Test\\7.0"), KEY_READ, key), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(key, nullptr);
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, TEXT("Software\\Test\\7.0"), 0, nullptr, 0, KEY_ALL_ACCESS,
-                              nullptr, &key, &disposition),
-              ERROR_SUCCESS);
-    EXPECT_EQ(disposition, static_cast<DWORD>(REG_CREATED_NEW_KEY));
-    RegCloseKey(key);
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\test\\7.0"), 0, nullptr, 0, KEY_ALL_ACCESS,
-                              nullptr, &key, &disposition),
-              ERROR_SUCCESS);
-    EXPECT_EQ(disposition, static_cast<DWORD>(REG_OPENED_EXISTING_KEY));
-    RegCloseKey(key);
+    for (const auto& [path, expected] : {std::pair(TEXT("Software\\Test\\7.0"), REG_CREATED_NEW_KEY),
+                                         {TEXT("SOFTWARE\\test\\7.0"), REG_OPENED_EXISTING_KEY}}) {
+        ASSERT_EQ(Create(HKEY_LOCAL_MACHINE, path, key, &disposition), ERROR_SUCCESS);
+        EXPECT_EQ(disposition, static_cast<DWORD>(expected));
+        RegCloseKey(key);
+    }
     EXPECT_EQ(Open(HKEY_CURRENT_USER, TEXT("Software\\Test"), KEY_READ, key), ERROR_FILE_NOT_FOUND);
 }
 
@@ -89,8 +89,7 @@ TEST(Registry, AKeyAllowsWhatItWasOpenedFor) {
     EXPECT_EQ(reader.SetNumber(TEXT("Value"), 2), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteValueW(reader, TEXT("Value")), ERROR_ACCESS_DENIED);
     // Whether keys may be made under it is not a matter of the handle.
-    EXPECT_EQ(RegCreateKeyExW(reader, TEXT("New"), 0, nullptr, 0, KEY_READ, nullptr, &result, nullptr),
-              ERROR_SUCCESS);
+    EXPECT_EQ(Create(reader, TEXT("New"), result), ERROR_SUCCESS);
     EXPECT_EQ(RegCloseKey(result), ERROR_SUCCESS);
     const TestKey writer(TEXT("Test\\Sub"), HKEY_LOCAL_MACHINE, KEY_WRITE);
     EXPECT_EQ(writer.SetNumber(TEXT("Value"), 2), ERROR_SUCCESS);
@@ -103,9 +102,7 @@ TEST(Registry, AKeyAllowsWhatItWasOpenedFor) {
 
 TEST(Registry, HandlesGoStale) {
     HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, TEXT("Test"), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
-                              nullptr),
-              ERROR_SUCCESS);
+    ASSERT_EQ(Create(HKEY_LOCAL_MACHINE, TEXT("Test"), key), ERROR_SUCCESS);
     EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
     for (const HKEY bad : {key, HKEY(nullptr)}) {
         HKEY result = nullptr;
@@ -166,8 +163,7 @@ TEST(Registry, NamesHaveLimits) {
     const WideString longest(255, TEXT('k'));
     const TestKey made(longest.c_str());
     EXPECT_EQ(Subkeys(HKEY_LOCAL_MACHINE), (std::vector<WideString>{longest}));
-    EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, (longest + TEXT("k")).c_str(), 0, nullptr, 0, KEY_READ,
-                              nullptr, &key, nullptr),
+    EXPECT_EQ(Create(HKEY_LOCAL_MACHINE, (longest + TEXT("k")).c_str(), key),
               test::Either(test::Difference::KeyNameLength, ERROR_INVALID_PARAMETER, ERROR_SUCCESS));
     if (key) RegCloseKey(key);
 }

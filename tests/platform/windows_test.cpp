@@ -2,10 +2,13 @@
 #include <windows.h>
 
 #include <differences.h>
+#include <rectangles.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <vector>
 
 namespace {
@@ -27,23 +30,11 @@ std::vector<Event> events;
 // Answers a message instead of DefWindowProcW when it is set and returns true.
 std::function<bool(HWND, UINT, LRESULT&)> answer;
 
-bool IsRecorded(UINT message) {
-    switch (message) {
-        case kNonclientCreate:
-        case WM_CREATE:
-        case WM_MOVE:
-        case WM_SIZE:
-        case WM_SHOWWINDOW:
-        case WM_DESTROY:
-        case kNonclientDestroy:
-        case WM_CAPTURECHANGED:
-            return true;
-    }
-    return message >= WM_USER;
-}
+constexpr UINT kRecorded[] = {kNonclientCreate, WM_CREATE,  WM_MOVE,           WM_SIZE,
+                              WM_SHOWWINDOW,    WM_DESTROY, kNonclientDestroy, WM_CAPTURECHANGED};
 
 LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (IsRecorded(message)) events.push_back({window, message});
+    if (std::count(std::begin(kRecorded), std::end(kRecorded), message)) events.push_back({window, message});
     LRESULT result = 0;
     if (answer && answer(window, message, result)) return result;
     return DefWindowProcW(window, message, wParam, lParam);
@@ -58,9 +49,18 @@ std::vector<UINT> TakeMessages() {
     return messages;
 }
 
-void ExpectEqual(const RECT& actual, const RECT& expected) {
-    EXPECT_TRUE(EqualRect(&actual, &expected))
-        << actual.left << ", " << actual.top << ", " << actual.right << ", " << actual.bottom;
+RECT ClientRect(HWND window) {
+    RECT rectangle{};
+    EXPECT_TRUE(GetClientRect(window, &rectangle));
+    return rectangle;
+}
+
+// What is to be drawn anew, all 0 for nothing.
+RECT UpdateRect(HWND window) {
+    RECT rectangle{};
+    const BOOL isAny = GetUpdateRect(window, &rectangle, FALSE);
+    EXPECT_EQ(isAny == FALSE, rectangle == RECT{});
+    return rectangle;
 }
 
 class Windows : public testing::Test {
@@ -100,9 +100,13 @@ TEST_F(Windows, ClassNamesAreUniqueWithoutRegardToCase) {
     again.lpszClassName = kClassInCapitals;
     EXPECT_EQ(RegisterClassW(&again), 0);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_ALREADY_EXISTS));
-
-    m_top = Create(kClassInCapitals, WS_POPUP, nullptr);
-    EXPECT_TRUE(IsWindow(m_top));
+    ASSERT_TRUE(UnregisterClassW(kClass, nullptr));
+    const LPCWSTR atom = MAKEINTRESOURCEW(Register());
+    for (const LPCWSTR name : {kClass, kClassInCapitals, atom}) {
+        const HWND window = Create(name, WS_POPUP, nullptr);
+        EXPECT_TRUE(IsWindow(window));
+        DestroyWindow(window);
+    }
 }
 
 TEST_F(Windows, ClassInUseCannotBeUnregistered) {
@@ -118,13 +122,6 @@ TEST_F(Windows, ClassInUseCannotBeUnregistered) {
     EXPECT_EQ(Create(kClass, WS_POPUP, nullptr), nullptr);
     EXPECT_EQ(GetLastError(), test::Either<DWORD>(test::Difference::UnknownClass, ERROR_CANNOT_FIND_WND_CLASS,
                                                   ERROR_CLASS_DOES_NOT_EXIST));
-}
-
-TEST_F(Windows, AtomNamesTheClass) {
-    ASSERT_TRUE(UnregisterClassW(kClass, nullptr));
-    const LPCWSTR atom = MAKEINTRESOURCEW(Register());
-    m_top = Create(atom, WS_POPUP, nullptr);
-    EXPECT_TRUE(IsWindow(m_top));
 }
 
 TEST_F(Windows, ChildNeedsALiveParent) {
@@ -176,7 +173,10 @@ TEST_F(Windows, DestructionReachesParentFirstAndEndsWithIt) {
 
 TEST_F(Windows, StaleHandleIsRefusedEverywhere) {
     const HWND stale = CreateTop();
-    DestroyWindow(stale);
+    EXPECT_TRUE(DestroyWindow(stale));
+    EXPECT_FALSE(DestroyWindow(stale));
+    EXPECT_EQ(GetLastError(), test::Either<DWORD>(test::Difference::DestroyedTwice,
+                                                  ERROR_INVALID_WINDOW_HANDLE, ERROR_ACCESS_DENIED));
     const HWND top = CreateTop();
     ASSERT_NE(top, stale);
     RECT rectangle;
@@ -202,14 +202,6 @@ TEST_F(Windows, StaleHandleIsRefusedEverywhere) {
     }
 }
 
-TEST_F(Windows, IsDestroyedOnce) {
-    const HWND window = CreateTop();
-    EXPECT_TRUE(DestroyWindow(window));
-    EXPECT_FALSE(DestroyWindow(window));
-    EXPECT_EQ(GetLastError(), test::Either<DWORD>(test::Difference::DestroyedTwice,
-                                                  ERROR_INVALID_WINDOW_HANDLE, ERROR_ACCESS_DENIED));
-}
-
 TEST_F(Windows, WindowShowsOnlyWithItsAncestors) {
     const HWND top = CreateTop();
     const HWND child = CreateChild(top, WS_VISIBLE);
@@ -232,14 +224,12 @@ TEST_F(Windows, MovingReportsOnlyWhatChanged) {
     EXPECT_EQ(TakeMessages(), std::vector<UINT>{WM_SIZE});
 
     RECT rectangle;
-    GetClientRect(child, &rectangle);
-    ExpectEqual(rectangle, {0, 0, 50, 40});
+    EXPECT_EQ(ClientRect(child), (RECT{0, 0, 50, 40}));
     GetWindowRect(child, &rectangle);
-    ExpectEqual(rectangle, {15, 26, 65, 66});
+    EXPECT_EQ(rectangle, (RECT{15, 26, 65, 66}));
     POINT point{0, 0};
     ScreenToClient(child, &point);
-    EXPECT_EQ(point.x, -15);
-    EXPECT_EQ(point.y, -26);
+    EXPECT_TRUE(point.x == -15 && point.y == -26);
 }
 
 TEST_F(Windows, ProcedureAndUserDataBelongToTheWindow) {
@@ -273,7 +263,10 @@ TEST_F(Windows, CaptureTellsItsLoser) {
 
 TEST_F(Windows, PostedMessagesComeInOrderAndQuitComesLast) {
     const HWND top = CreateTop();
+    const HWND child = CreateChild(top);
     PostQuitMessage(3);
+    PostMessageW(child, WM_USER + 2, 0, 0);
+    DestroyWindow(child);  // its message is forgotten
     PostMessageW(top, WM_USER, 0, 0);
     PostMessageW(top, WM_USER + 1, 0, 0);
     MSG message;
@@ -284,15 +277,6 @@ TEST_F(Windows, PostedMessagesComeInOrderAndQuitComesLast) {
     EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0));
     EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
     EXPECT_EQ(message.wParam, 3u);
-}
-
-TEST_F(Windows, MessagesOfADestroyedWindowAreForgotten) {
-    const HWND top = CreateTop();
-    const HWND child = CreateChild(top);
-    PostMessageW(child, WM_USER, 0, 0);
-    DestroyWindow(child);
-    MSG message;
-    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_REMOVE));
 }
 
 class Painting : public Windows {
@@ -310,17 +294,13 @@ TEST_F(Painting, UpdateRegionGathersAndIsClippedToTheClientArea) {
     const RECT second{90, 30, 300, 40};
     EXPECT_TRUE(InvalidateRect(m_top, &first, TRUE));
     EXPECT_TRUE(InvalidateRect(m_top, &second, TRUE));
-    RECT box;
-    EXPECT_TRUE(GetUpdateRect(m_top, &box, FALSE));
     const RECT expected{10, 10, 100, 40};
-    ExpectEqual(box, expected);
-
+    EXPECT_EQ(UpdateRect(m_top), expected);
     PAINTSTRUCT paint;
     ASSERT_NE(BeginPaint(m_top, &paint), nullptr);
-    ExpectEqual(paint.rcPaint, expected);
+    EXPECT_EQ(paint.rcPaint, expected);
     EXPECT_TRUE(EndPaint(m_top, &paint));
-    EXPECT_FALSE(GetUpdateRect(m_top, &box, FALSE));
-    ExpectEqual(box, {});
+    EXPECT_EQ(UpdateRect(m_top), RECT{});
 }
 
 TEST_F(Painting, BackgroundIsErasedOnceWhenAskedFor) {
@@ -354,11 +334,11 @@ TEST_F(Painting, BackgroundIsErasedOnceWhenAskedFor) {
 TEST_F(Painting, HiddenWindowsAreNotInvalidated) {
     InvalidateRect(m_top, nullptr, TRUE);
     ShowWindow(m_top, SW_HIDE);
-    EXPECT_FALSE(GetUpdateRect(m_top, nullptr, FALSE));
+    EXPECT_EQ(UpdateRect(m_top), RECT{});
     EXPECT_TRUE(InvalidateRect(m_top, nullptr, TRUE));
-    EXPECT_FALSE(GetUpdateRect(m_top, nullptr, FALSE));
+    EXPECT_EQ(UpdateRect(m_top), RECT{});
     ShowWindow(m_top, SW_SHOW);
-    EXPECT_TRUE(GetUpdateRect(m_top, nullptr, FALSE));
+    EXPECT_EQ(UpdateRect(m_top), ClientRect(m_top));
 }
 
 TEST_F(Painting, MovedChildLeavesItsOldPlaceToTheParent) {
@@ -366,11 +346,8 @@ TEST_F(Painting, MovedChildLeavesItsOldPlaceToTheParent) {
     UpdateWindow(child);
     UpdateWindow(m_top);
     MoveWindow(child, 10, 20, 30, 60, TRUE);
-    RECT box;
-    EXPECT_TRUE(GetUpdateRect(m_top, &box, FALSE));
-    ExpectEqual(box, {40, 20, 100, 80});
-    EXPECT_TRUE(GetUpdateRect(child, &box, FALSE));
-    ExpectEqual(box, {0, 0, 30, 60});
+    EXPECT_EQ(UpdateRect(m_top), (RECT{40, 20, 100, 80}));
+    EXPECT_EQ(UpdateRect(child), (RECT{0, 0, 30, 60}));
 }
 
 }  // namespace
