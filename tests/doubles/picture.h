@@ -78,6 +78,7 @@ public:
 
     operator HDC() const { return m_dc; }
     HBITMAP Bitmap() const { return m_bitmap; }
+    SIZE Size() const { return {m_width, m_height}; }
     BYTE* Bits() const { return m_bits; }  // of a section
 
     // Every pixel, in rows from the top.

@@ -5,45 +5,18 @@
 
 namespace {
 
-// A bitmap in a memory context, 32 bits per pixel, rows from the top.
-class Canvas {
-public:
-    Canvas(int width, int height) : m_size{width, height} {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        m_bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        m_bits = static_cast<const DWORD*>(bits);
-        m_former = SelectObject(m_dc, m_bitmap);
-    }
-    ~Canvas() {
-        SelectObject(m_dc, m_former);
-        DeleteObject(m_bitmap);
-        DeleteDC(m_dc);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    PanelPicture CopyFrom(HDC source) const {
-        BitBlt(m_dc, 0, 0, m_size.cx, m_size.cy, source, 0, 0, SRCCOPY);
-        GdiFlush();
-        PanelPicture picture{static_cast<int>(m_size.cx), static_cast<int>(m_size.cy), {}};
-        for (int i = 0; i < picture.width * picture.height; ++i)
-            picture.pixels.push_back(m_bits[i] & 0xFFFFFF);
-        return picture;
-    }
-
-private:
-    SIZE m_size;
-    HDC m_dc = CreateCompatibleDC(nullptr);
-    HBITMAP m_bitmap = nullptr;
-    const DWORD* m_bits = nullptr;
-    HGDIOBJ m_former = nullptr;
-};
+PanelPicture Copy(HDC source, SIZE size) {
+    const int width = static_cast<int>(size.cx);
+    const int height = static_cast<int>(size.cy);
+    const test::Picture canvas(test::MakeSection(32, width, -height));
+    BitBlt(canvas, 0, 0, width, height, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    PanelPicture picture{width, height, {}};
+    const auto* pixels = reinterpret_cast<const DWORD*>(canvas.Bits());
+    for (int i = 0; i < width * height; ++i)
+        picture.pixels.push_back(pixels[i] & 0xFFFFFF);
+    return picture;
+}
 
 }  // namespace
 
@@ -60,23 +33,12 @@ PanelPicture PictureOf(HWND window) {
     RECT area{};
     GetClientRect(window, &area);
     const HDC dc = GetDC(window);
-    const PanelPicture picture =
-        Canvas(static_cast<int>(area.right), static_cast<int>(area.bottom)).CopyFrom(dc);
+    const PanelPicture picture = Copy(dc, {area.right, area.bottom});
     ReleaseDC(window, dc);
     return picture;
 }
 
-PanelPicture PictureOf(HBITMAP bitmap) {
-    BITMAP record{};
-    GetObjectW(bitmap, sizeof record, &record);
-    const HDC dc = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(dc, bitmap);
-    const PanelPicture picture =
-        Canvas(static_cast<int>(record.bmWidth), static_cast<int>(record.bmHeight)).CopyFrom(dc);
-    SelectObject(dc, former);
-    DeleteDC(dc);
-    return picture;
-}
+PanelPicture PictureOf(const test::Picture& picture) { return Copy(picture, picture.Size()); }
 
 PanelPicture ReadPicture(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
