@@ -35,7 +35,7 @@ bool IsSideOfScreen(std::u16string_view text) {
 
 void Write(const char16_t* name, const std::u16string& text) {
     if (WriteRegistryValue(kChoice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS) {
-        throw ScriptError("the choice of the skin cannot be kept");
+        throw ScriptError("the choice of the skin cannot be saved");
     }
 }
 

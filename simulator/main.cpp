@@ -100,28 +100,28 @@ int RunWindow(const CommandLine& line) {
 void Describe(CLI::App& app, CommandLine& line) {
     app.footer(DescribeKeys());
     app.option_defaults()->take_last();  // so that users can override the options of ./run
-    app.add_option("--device", line.device, "root of the device's file system; made when missing")
+    app.add_option("--device", line.device, "root of the device's file system; created if missing")
         ->required();
     app.add_option("--screen", line.screen, "screen size, WxH")->capture_default_str();
     app.add_option("--library", line.library,
-                   "the library to install, its code beside it with .so behind the name");
+                   "the library to install; its code is beside it, with .so appended to the name");
     app.add_option("--skin", line.skins.file, R"(a skin to put into \Windows; a window uses it)");
     app.add_option("--skins", line.skins.folder, "folder with skins for each screen size (240x320/*.tlk)")
         ->check(CLI::ExistingDirectory);
     app.add_option("--choose", line.skins.choice, "the skin to use, by its name without size and .tlk");
     app.add_option("--prefer", line.skins.preferred,
-                   "the skin to use where none has been chosen or the screen lacks the chosen one");
+                   "the skin to use if none has been chosen or the screen lacks it");
     CLI::Option* script =
         app.add_option("--script", line.script, "commands to run, without a window; - is standard input");
     const auto ofWindow = [script](CLI::Option* option) {
         option->group("Options of the window")->excludes(script);
     };
-    ofWindow(app.add_option("--scale", line.scale, "enlargement; without it what fits the monitor")
+    ofWindow(app.add_option("--scale", line.scale, "enlargement; default: the greatest that fits the monitor")
                  ->check(CLI::Range(1, 20)));
     ofWindow(app.add_flag("--trace", line.trace, "print every call and key as it happens"));
     ofWindow(app.add_flag("--commands", line.commands,
-                          "do the commands of the standard input as they come; their end closes the window"));
-    ofWindow(app.add_option("--record", line.record, "file that gets a script of everything you do"));
+                          "run commands from standard input as they arrive; its end closes the window"));
+    ofWindow(app.add_option("--record", line.record, "record everything you do as a script"));
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ std::u16string ReadNotes() {
     if (!text || bytes.size() > kGreatestSize) {
         throw ScriptError(host::HostPath(kPath).string() +
                           (text ? " is too long to be shown" : " is not UTF-8") +
-                          ": it stays as it is, and what is typed now is not kept");
+                          ": the file is left alone, and what you type is not saved");
     }
     // Editors on PCs write a byte order mark and CR.
     if (text->starts_with(u'\uFEFF')) text->erase(0, 1);

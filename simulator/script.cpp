@@ -88,6 +88,6 @@ std::vector<std::uint8_t> ParseBytes(const std::string& word) {
         if (high < 0 || low < 0) break;
         bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
     }
-    if (bytes.size() * 2 != word.size()) throw ScriptError("\"" + word + "\" is not a row of bytes");
+    if (bytes.size() * 2 != word.size()) throw ScriptError("\"" + word + "\" is not a list of bytes");
     return bytes;
 }

@@ -27,7 +27,7 @@ std::string ScriptLine(const std::vector<std::string>& words) {
 
 Recorder::Recorder(const fs::path& file, const std::string& device)
     : m_path(file), m_file(file, std::ios::binary | std::ios::trunc) {
-    if (!m_file) throw std::runtime_error("cannot write the record " + file.string());
+    if (!m_file) throw std::runtime_error("cannot write the recording " + file.string());
     WriteLine("# Replay it with: simulator --device DIR --script " + file.filename().string());
     WriteLine("# where DIR is a copy of " + device + " as it was before.");
 }
@@ -40,7 +40,8 @@ void Recorder::Write(const std::vector<std::string>& words) {
 void Recorder::WriteLine(const std::string& line) {
     if (!m_file) return;
     m_file << line << '\n' << std::flush;
-    if (!m_file) std::cerr << "simulator: cannot write to " << m_path.string() << ": the record ends here\n";
+    if (!m_file)
+        std::cerr << "simulator: cannot write to " << m_path.string() << ": the recording ends here\n";
 }
 
 void Recorder::TakeBack() {

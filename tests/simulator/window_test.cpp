@@ -287,7 +287,7 @@ TEST_F(WindowTest, WhatKeepsItFromStartingIsSaidAtOnce) {
     std::ofstream(Folder() / "broken.tlk") << "no skin";
     for (const auto& [options, message] :
          std::initializer_list<std::pair<std::vector<std::string>, std::string>>{
-             {{"--record", "nowhere/record"}, "cannot write the record nowhere/record\n"},
+             {{"--record", "nowhere/record"}, "cannot write the recording nowhere/record\n"},
              {{"--skins", SKINS, "--choose", "grek"},
               "there is no skin \"grek\" for a screen of 240x320; there are: "},
              {{"--skin", "broken.tlk"}, "broken.tlk is no skin"},

@@ -174,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(
               [](Spoiled& skin) {
                   skin.Move(kPortrait, 83, {36, 20, 79, 39});
               },
-              {"portrait, key \"w\": key \"q\" lies over it from 36,20 to 39,39"}},
+              {"portrait, key \"w\": key \"q\" covers it from 36,20 to 39,39"}},
         Fault{"SharedEdge",
               [](Spoiled& skin) {
                   skin.Move(kPortrait, 83, {39, 20, 79, 39});
@@ -247,7 +247,7 @@ INSTANTIATE_TEST_SUITE_P(
               [](Spoiled& skin) {
                   skin.Move(kDigits, 5, {200, 0, 250, 19});
               },
-              {"digits, key \"8\": is cut where the panel of 240x80 ends",
+              {"digits, key \"8\": is cut at the end of the panel of 240x80",
                "digits, key \",\": beside it taps are lost"}},
         Fault{"MaskOfAnotherSize",
               [](Spoiled& skin) {

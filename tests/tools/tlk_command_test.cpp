@@ -75,7 +75,7 @@ TEST_F(TlkCommand, UnpaintedArtMakesTheSameSkinAndPaintedArtIsKept) {
         EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN)) << skin;
         std::ofstream(Path("art/digit.png"), std::ios::app) << "paint";
         EXPECT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 2);
-        EXPECT_NE(ReadText(Path("messages")).find("digit.png: is there already"), std::string::npos);
+        EXPECT_NE(ReadText(Path("messages")).find("digit.png: exists already"), std::string::npos);
         EXPECT_NE(ReadText(art).find("uml2_large_ls = \"uml2_large_ls.png\"\n"), std::string::npos);
         std::filesystem::remove_all(Path("art"));
     }

@@ -80,7 +80,7 @@ Picture ReadArtPicture(const ArtFile& file, Size size) {
     const Bytes bytes = ReadArtFile(file);
     PngImage image;
     if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()))
-        throw SourceError(file.place, file.path + " is not a picture that can be read: save it as PNG");
+        throw SourceError(file.place, file.path + " is not a readable picture: save it as PNG");
     const Size found{static_cast<int>(image.width), static_cast<int>(image.height)};
     if (found != size)
         throw SourceError(

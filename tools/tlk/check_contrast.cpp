@@ -145,7 +145,7 @@ private:
         std::string names;
         for (std::size_t i = kMostKeys; i < m_Faint.size(); ++i)
             AppendName(names, m_Skin.NameOf(m_Faint[i].key), " ");
-        if (!names.empty()) m_Remarks.Add(m_Board.kind, "hard to read are also the keys " + names);
+        if (!names.empty()) m_Remarks.Add(m_Board.kind, "also hard to read: the keys " + names);
     }
 
     const SkinModule& m_Skin;

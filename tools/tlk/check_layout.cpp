@@ -120,12 +120,12 @@ private:
         for (const Size& panel : m_Panels)
             for (const Rect& rect : rects)
                 if (IsSeen(panel, rect.left, rect.top) && !IsSeen(panel, rect.right - 1, rect.bottom - 1))
-                    Add(key, "is cut where the panel of " + Text(panel) +
-                                 " ends: let no key reach over that edge");
+                    Add(key,
+                        "is cut at the end of the panel of " + Text(panel) + ": let no key cross that edge");
         const auto isBelow = [this](const Rect& rect) { return rect.top >= m_Panels.back().height; };
         if (std::ranges::all_of(rects, isBelow))
             Add(key, "lies below the panel of " + Text(m_Panels.back()) +
-                         ": give it a second place that this shows too");
+                         ": give it a second place that this panel shows");
     }
 
     // Reports a completely hidden key with those above it; others are reported with the overlaps.
@@ -154,8 +154,8 @@ private:
                     for (const Rect& second : b->second) {
                         const Rect common = Intersect(first, second);
                         if (common.Width() > 1 && common.Height() > 1)
-                            Add(b->first, m_Skin.Describe(a->first) + " lies over it from " + Text(common) +
-                                              " and has the taps there");
+                            Add(b->first, m_Skin.Describe(a->first) + " covers it from " + Text(common) +
+                                              " and gets the taps there");
                     }
             }
     }

@@ -129,9 +129,9 @@ private:
         if (!board.picture.isPresent) return;
         const auto records = m_Module.Find(ResourceKind::Data, LayoutResource(board.kind));
         if (!records && board.kind == BoardKind::Landscape)
-            m_Remarks.Add(board.kind, "a layout of its own is missing" +
+            m_Remarks.Add(board.kind, "its own layout is missing" +
                                           m_Remarks.Called(LayoutResource(board.kind)) +
-                                          ": the keys lie where portrait has them");
+                                          ": the keys are where portrait has them");
         if (board.recordCount == 0)
             m_Remarks.Add(board.kind, "the layout is missing or empty: no tap hits a key");
         if (board.readCount < board.recordCount)

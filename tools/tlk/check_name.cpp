@@ -26,9 +26,9 @@ std::string Quoted(const std::string& name) { return '"' + name + '"'; }
 std::string TellApart(const std::string& part, const std::string& whole) {
     return "the name " + Quoted(part) + " is a part of " + Quoted(whole) +
            ", a skin in the same folder, and the keyboard finds skins by a part of their paths: on a device "
-           "that has both, who chooses or deletes " +
+           "that has both, choosing or deleting " +
            Quoted(part) +
-           " may hit the other. Name them apart, such as \"mine-240x320\" and \"mine-480x640\"";
+           " may hit the other. Give them different names, such as \"mine-240x320\" and \"mine-480x640\"";
 }
 
 std::vector<std::string> SkinsBeside(const fs::path& file) {
@@ -52,8 +52,7 @@ std::vector<Remark> CheckName(const std::string& path) {
     if (Contains("\\windows\\", Folded(name)) || Contains(".tlk", name))
         add("the name " + Quoted(name) +
             " is a part of the path of every skin in \\Windows, and the keyboard finds skins by a part of "
-            "their "
-            "paths: who chooses or deletes this one may hit another. Give it a longer name");
+            "their paths: choosing or deleting this one may hit another. Give it a longer name");
     for (const std::string& other : SkinsBeside(path)) {
         if (Contains(other, name)) add(TellApart(name, other));
         if (Contains(name, other)) add(TellApart(other, name));

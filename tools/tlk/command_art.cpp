@@ -60,14 +60,14 @@ void RequireUnpainted(const Output& output) {
     if (fs::exists(output.path) && ReadFile(output.path.string()) != output.bytes)
         throw FileError(
             output.path.string() +
-            ": is there already and differs; nothing was written: name another folder, or remove it");
+            ": exists already and differs; nothing was written: name another folder, or remove it");
 }
 
 std::vector<Output> MakeOutputs(const Subject& subject, const fs::path& folder) {
     const SkinModule skin = ReadSkin(subject.module);
     std::vector<Output> outputs;
-    std::string lines =
-        "# Paint on these pictures; lines of those that you leave alone can go.\n" + subject.table + "\n";
+    std::string lines = "# Paint on these pictures. Lines of those that you do not change can be removed.\n" +
+                        subject.table + "\n";
     for (const std::string& name : AllArtNames()) {
         const SkinBitmap bitmap = skin.pEngine->Bitmap(FindArtResource(name));
         if (!bitmap.isPresent) continue;
@@ -103,9 +103,10 @@ Command DescribeArt(CLI::App& app) {
         app.add_subcommand("art", "Write the pictures and masks of a skin as PNG files to paint on");
     auto arguments = std::make_shared<Arguments>();
     pOptions->add_option("skin", arguments->skin, "A skin's source, or a skin file")->required();
-    pOptions->add_option("-o,--output", arguments->output, "The folder for them; it is made")->required();
+    pOptions->add_option("-o,--output", arguments->output, "The folder to write to, created if missing")
+        ->required();
     pOptions->add_option("--screen", arguments->screen,
-                         "Of a source: the upright screen, such as 240x320; without it the first one");
+                         "For a source: the upright screen, such as 240x320; default: the first one");
     pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
     return {pOptions, [arguments] { return Run(*arguments); }};

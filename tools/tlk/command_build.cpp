@@ -96,7 +96,7 @@ void BuildEachScreen(const Arguments& arguments) {
 // A source that cannot be built does not stop the others.
 Status Run(Arguments arguments) {
     if (!arguments.all && arguments.sources.size() > 1)
-        throw FileError("build: name one source; for several say --all, and a folder for their skins");
+        throw FileError("build: name one source, or use --all and name a folder for the skins");
     Status status = kDone;
     for (const std::string& source : arguments.sources) {
         arguments.source = source;
@@ -116,25 +116,25 @@ Status Run(Arguments arguments) {
 }  // namespace
 
 Command DescribeBuild(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand("build", "Write a skin file from a source");
+    CLI::App* pOptions = app.add_subcommand("build", "Build a skin file from a source");
     auto arguments = std::make_shared<Arguments>();
     pOptions->add_option("source", arguments->sources, "The skin's TOML text")->required();
     pOptions->add_option("-o,--output", arguments->output, "The skin file to write; with --all a folder")
         ->required();
     CLI::Option* screen = pOptions->add_option("--screen", arguments->screen,
                                                "Width and height of the upright screen, such as 240x320; "
-                                               "without it the first one that the source lists");
+                                               "default: the first one that the source lists");
     pOptions
-        ->add_flag(
-            "--all", arguments->all,
-            "Build one or more sources for all the screens that each lists, as 240x320/NAME-240x320.tlk")
+        ->add_flag("--all", arguments->all,
+                   "Build one or more sources for all their screens, as 240x320/NAME-240x320.tlk")
         ->excludes(screen);
     pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
     pOptions
-        ->add_option("--processor", arguments->processor,
-                     "Whose loader takes the file: arm (a handheld; the simulator takes all), x86 or x86-64 "
-                     "(Windows)")
+        ->add_option(
+            "--processor", arguments->processor,
+            "The processor that loads the file: arm (a handheld; the simulator loads any), x86 or x86-64 "
+            "(Windows)")
         ->check(CLI::IsMember(Processors()))
         ->capture_default_str();
     return {pOptions, [arguments] { return Run(*arguments); }};

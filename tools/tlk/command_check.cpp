@@ -72,12 +72,13 @@ std::size_t TellRemarks(const Checked& checked, const std::string& label, std::o
 
 Command DescribeCheck(CLI::App& app) {
     CLI::App* pOptions =
-        app.add_subcommand("check", "Say what is wrong with a skin file; status 1 when something is");
+        app.add_subcommand("check", "Check a skin file; exit status 1 if something is wrong");
     auto arguments = std::make_shared<Arguments>();
     pOptions->add_option("skin", arguments->skin, "The skin file")->required();
     pOptions->add_option("--screen", arguments->screen,
                          "Size of the screen, as in 240x320; both orientations are checked");
-    pOptions->add_option("--source", arguments->source, "The skin's source, to say where it names the keys");
+    pOptions->add_option("--source", arguments->source,
+                         "The skin's source, for the lines that name the keys");
     return {pOptions, [arguments] { return Run(*arguments); }};
 }
 

@@ -10,7 +10,7 @@
 namespace tlk {
 
 Command DescribeDump(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand("dump", "Tell everything that a skin file holds");
+    CLI::App* pOptions = app.add_subcommand("dump", "Print the content of a skin file");
     auto skin = std::make_shared<std::string>();
     pOptions->add_option("skin", *skin, "The skin file")->required();
     return {pOptions, [skin] {

@@ -94,22 +94,23 @@ Command DescribeShow(CLI::App& app) {
     pOptions
         ->add_option("--plane", arguments->plane, "lng1, uml1, lng2 or uml2 with -small or -large, or digit")
         ->capture_default_str();
-    pOptions->add_flag("--landscape", arguments->isLandscape, "The keyboard of the turned screen");
+    pOptions->add_flag("--landscape", arguments->isLandscape, "The landscape keyboard");
     pOptions->add_flag("--caps", arguments->hasCapsLock,
-                       "With caps lock: the digit row keeps its case where the skin says so");
+                       "With caps lock; the digit row ignores it if the skin says so");
     pOptions
         ->add_option("--pressed", arguments->pressed,
-                     "Keys to draw pressed: names or indices with commas between them")
+                     "Keys to draw pressed: names or indices, separated by commas")
         ->allow_extra_args(false);
     pOptions->add_flag("--hit-areas", arguments->showsHitAreas, "Outline and name the keys' rectangles");
     CLI::Option* sheet = pOptions->add_flag(
         "--sheet", arguments->isSheet,
-        "All planes of all keyboards, latched and pressed keys and hit areas, on one picture");
+        "All planes of all keyboards, latched and pressed keys and hit areas, in one picture");
     for (const char* name : {"--plane", "--landscape", "--caps", "--pressed", "--hit-areas"})
         sheet->excludes(pOptions->get_option(name));
     pOptions->add_option("-o,--output", arguments->output, "The PNG file to write")->required();
-    pOptions->add_option("--zoom", arguments->zoom, "Size of a pixel")->check(CLI::Range(1, 8));
-    pOptions->add_option("--font", arguments->font, "Font file of names and captions")->capture_default_str();
+    pOptions->add_option("--zoom", arguments->zoom, "Enlarge each pixel")->check(CLI::Range(1, 8));
+    pOptions->add_option("--font", arguments->font, "Font file for names and captions")
+        ->capture_default_str();
     return {pOptions, [arguments] { return Show(*arguments); }};
 }
 

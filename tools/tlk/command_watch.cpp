@@ -194,16 +194,15 @@ std::string BuiltSimulator() {
 
 Command DescribeWatch(CLI::App& app) {
     CLI::App* pOptions = app.add_subcommand(
-        "watch", "Show a source in a simulator and build it anew whenever one of its files is saved");
+        "watch", "Show a source in a simulator, and rebuild it whenever one of its files is saved");
     auto arguments = std::make_shared<Arguments>();
     pOptions->add_option("source", arguments->source, "The skin's TOML text")
         ->required()
         ->check(CLI::ExistingFile);
-    pOptions->add_option(
-        "--screen", arguments->screen,
-        "The upright screen, such as 240x320; without it the first one that the source lists");
+    pOptions->add_option("--screen", arguments->screen,
+                         "The upright screen, such as 240x320; default: the first one that the source lists");
     pOptions->add_option("--simulator", arguments->simulator,
-                         "The simulator's program; without it the one that was built with tlk");
+                         "The simulator's program; default: the one built with tlk");
     pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
     return {pOptions, [arguments] {

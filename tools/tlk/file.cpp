@@ -24,7 +24,7 @@ constexpr std::size_t kMarkSize = 2;
 
 [[noreturn]] void FailToWrite(const std::string& path, const std::string& reason) {
     throw FileError(path + ": cannot be written (" + reason +
-                    "): name another file, or look after the folder, its rights and free space");
+                    "): name another file, or check the folder, its rights and free space");
 }
 
 // Protects the author's sources from a slip on the command line: replaces only a file of the same kind.
@@ -35,7 +35,7 @@ void RequireReplaceable(const std::string& path, const fs::path& target, const B
     char mark[kMarkSize]{};
     old.read(mark, kMarkSize);
     if (old.gcount() != 0 && AsText(bytes).substr(0, kMarkSize) != std::string_view(mark, kMarkSize))
-        FailToWrite(path, "it holds something else");
+        FailToWrite(path, "it is a file of another kind");
 }
 
 std::error_code Write(const fs::path& target, const Bytes& bytes) {

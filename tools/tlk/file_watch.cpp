@@ -28,7 +28,7 @@ void ReadsWatched::Note(const std::string& path) {
 FileWatch::FileWatch() : m_Descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
     if (m_Descriptor < 0)
         throw FileError(std::string("files cannot be watched (") + std::strerror(errno) +
-                        "): end other programs that do");
+                        "): end other programs that watch files");
 }
 
 FileWatch::~FileWatch() { close(m_Descriptor); }

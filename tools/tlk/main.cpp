@@ -52,7 +52,7 @@ tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
 }
 
 tlk::Status Run(int argc, char** argv) {
-    CLI::App app{"Writes skin files (.tlk) from their source, and shows and checks them."};
+    CLI::App app{"Builds skin files (.tlk) from their sources, shows and checks them."};
     app.require_subcommand(1);
     const tlk::Status status = RunNamedCommand(app, argc, argv);
     if (!std::cout.flush()) throw tlk::FileError("the output cannot be written: is the disk full?");
@@ -68,7 +68,7 @@ int main(int argc, char** argv) {
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
     } catch (...) {
-        std::fputs("tlk: cannot go on\n", stderr);
+        std::fputs("tlk: failed\n", stderr);
     }
     return tlk::kFailed;
 }

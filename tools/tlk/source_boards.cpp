@@ -217,7 +217,7 @@ private:
                 AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "face"});
             },
             [&] {
-                if (!key) Fail(node, "[[key]] must say which: add key = \"...\"");
+                if (!key) Fail(node, "[[key]] must name its key: add key = \"...\"");
             },
             [&] { change = ReadChangeOf(section); }, [&] { (void)IsMeant(section, BoardKind::Portrait); });
         Apply(section, *key, change);

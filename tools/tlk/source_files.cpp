@@ -128,8 +128,8 @@ private:
         if (std::ranges::find(m_Open, path) != m_Open.end())
             Fail(node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
         if (++m_Count == kMostSources)
-            Fail(node, "'based_on' leads to more than " + std::to_string(kMostSources) +
-                           " sources: base this one on nearer ones");
+            Fail(node,
+                 "'based_on' leads to more than " + std::to_string(kMostSources) + " sources: use fewer");
         m_Open.push_back(path);
         toml::table base = Read(ReadNamedFile(node, path));
         m_Open.pop_back();
