@@ -2,246 +2,44 @@
 #include "icons.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
+#include <string>
 #include <utility>
 
+#include "icons_text.h"
 #include "ink.h"
 #include "name_list.h"
 
 namespace tlk {
 namespace {
 
-// Each drawn twice: with lines of one pixel beside capitals of about eight pixels, and with lines of two.
-// The widest has a drawing for the keys of the smallest screens as well, and those with an arrow have one for
-// larger screens, as an arrow's point does not stand being doubled.
-struct Drawing {
-    Icon icon;
-    InkRows thin;
-    InkRows thick;
-    InkRows tiny = {};
-    InkRows large = {};
-};
+// By name and size, as "shift thin".
+using Drawings = std::map<std::string_view, Mask>;
 
-const std::array<Drawing, 8>& Drawings() {
-    static const std::array<Drawing, 8> drawings{{
-        {Icon::Shift,
-         {"....#....",  //
-          "...#.#...",  //
-          "..#...#..",  //
-          ".#.....#.",  //
-          "###...###",  //
-          "..#...#..",  //
-          "..#...#..",  //
-          "..#####.."},
-         {"......#......",  //
-          ".....###.....",  //
-          "....##.##....",  //
-          "...##...##...",  //
-          "..##.....##..",  //
-          ".##.......##.",  //
-          "#####...#####",  //
-          "...##...##...",  //
-          "...##...##...",  //
-          "...##...##...",  //
-          "...#######...",  //
-          "...#######..."}},
-        {Icon::Caps,
-         {"....#....",  //
-          "...#.#...",  //
-          "..#...#..",  //
-          ".#.....#.",  //
-          "###...###",  //
-          "..#...#..",  //
-          "..#####..",  //
-          ".........",  //
-          "..#####..",  //
-          "..#####.."},
-         {"......#......",  //
-          ".....###.....",  //
-          "....##.##....",  //
-          "...##...##...",  //
-          "..##.....##..",  //
-          ".##.......##.",  //
-          "#####...#####",  //
-          "...##...##...",  //
-          "...#######...",  //
-          "...#######...",  //
-          ".............",  //
-          "...#######...",  //
-          "...#######..."},
-         {"...#...",  //
-          "..#.#..",  //
-          ".#...#.",  //
-          "##...##",  //
-          ".#####.",  //
-          ".......",  //
-          ".#####."}},
-        {Icon::CapsFilled,
-         {"....#....",  //
-          "...###...",  //
-          "..#####..",  //
-          ".#######.",  //
-          "#########",  //
-          "..#####..",  //
-          "..#####..",  //
-          ".........",  //
-          "..#####..",  //
-          "..#####.."},
-         {"......#......",  //
-          ".....###.....",  //
-          "....#####....",  //
-          "...#######...",  //
-          "..#########..",  //
-          ".###########.",  //
-          "#############",  //
-          "...#######...",  //
-          "...#######...",  //
-          "...#######...",  //
-          ".............",  //
-          "...#######...",  //
-          "...#######..."},
-         {"...#...",  //
-          "..###..",  //
-          ".#####.",  //
-          "#######",  //
-          ".#####.",  //
-          ".......",  //
-          ".#####."}},
-        {Icon::Backspace,
-         {"....#########",  //
-          "...#........#",  //
-          "..#..#...#..#",  //
-          ".#....#.#...#",  //
-          "#......#....#",  //
-          ".#....#.#...#",  //
-          "..#..#...#..#",  //
-          "...#........#",  //
-          "....#########"},
-         {"....##############",  //
-          "...###############",  //
-          "..##............##",  //
-          ".##...##..##....##",  //
-          "##.....####.....##",  //
-          "##......##......##",  //
-          "##.....####.....##",  //
-          ".##...##..##....##",  //
-          "..##............##",  //
-          "...###############",  //
-          "....##############"},
-         {"...########",  //
-          "..#.......#",  //
-          ".#..#.#...#",  //
-          "#....#....#",  //
-          ".#..#.#...#",  //
-          "..#.......#",  //
-          "...########"}},
-        {Icon::Enter,
-         {"..........#",  //
-          "..........#",  //
-          "..#.......#",  //
-          ".##.......#",  //
-          "###########",  //
-          ".##........",  //
-          "..#........"},
-         {".............##",  //
-          ".............##",  //
-          "...#.........##",  //
-          "..##.........##",  //
-          ".###.........##",  //
-          "###############",  //
-          "###############",  //
-          ".###...........",  //
-          "..##...........",  //
-          "...#..........."},
-         {},
-         {"..................##",  //
-          "..................##",  //
-          "..................##",  //
-          ".....#............##",  //
-          "....##............##",  //
-          "...###............##",  //
-          "..####............##",  //
-          ".#####............##",  //
-          "####################",  //
-          "####################",  //
-          ".#####..............",  //
-          "..####..............",  //
-          "...###..............",  //
-          "....##..............",  //
-          ".....#.............."}},
-        {Icon::Space,
-         {"#................#",  //
-          "#................#",  //
-          "##################"},
-         {"##....................##",  //
-          "##....................##",  //
-          "##....................##",  //
-          "########################",  //
-          "########################"}},
-        {Icon::Tab,
-         {".....#...#",  //
-          ".....##..#",  //
-          ".....###.#",  //
-          "########.#",  //
-          ".....###.#",  //
-          ".....##..#",  //
-          ".....#...#"},
-         {".....#.....##",  //
-          ".....##....##",  //
-          ".....###...##",  //
-          ".....####..##",  //
-          "##########.##",  //
-          "##########.##",  //
-          ".....####..##",  //
-          ".....###...##",  //
-          ".....##....##",  //
-          ".....#.....##"},
-         {},
-         {"........#.......##",  //
-          "........##......##",  //
-          "........###.....##",  //
-          "........####....##",  //
-          "........#####...##",  //
-          "##############..##",  //
-          "##############..##",  //
-          "........#####...##",  //
-          "........####....##",  //
-          "........###.....##",  //
-          "........##......##",  //
-          "........#.......##"}},
-        {Icon::Left,
-         {"...#...",  //
-          "..##...",  //
-          ".###...",  //
-          "#######",  //
-          ".###...",  //
-          "..##...",  //
-          "...#..."},
-         {"....#.....",  //
-          "...##.....",  //
-          "..###.....",  //
-          ".####.....",  //
-          "##########",  //
-          "##########",  //
-          ".####.....",  //
-          "..###.....",  //
-          "...##.....",  //
-          "....#....."},
-         {},
-         {".....#........",  //
-          "....##........",  //
-          "...###........",  //
-          "..####........",  //
-          ".#####........",  //
-          "##############",  //
-          "##############",  //
-          ".#####........",  //
-          "..####........",  //
-          "...###........",  //
-          "....##........",  //
-          ".....#........"}},
-    }};
+// Of icons.txt, which says how it is written. A blank line ends a drawing.
+Drawings ReadDrawings(std::string_view text) {
+    Drawings drawings;
+    std::string_view name;
+    InkRows rows;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(line.size() + 1);
+        if (line.starts_with("//")) continue;
+        if (line.find_first_not_of(".#") != std::string_view::npos)
+            name = line;
+        else if (!line.empty())
+            rows.push_back(line);
+        else if (!rows.empty())
+            drawings.emplace(name, ToInk(std::exchange(rows, {})));
+    }
     return drawings;
+}
+
+// Null when there is none.
+const Mask* FindDrawing(std::string_view name, std::string_view size) {
+    static const Drawings drawings = ReadDrawings(kIconsText);
+    const auto found = drawings.find(std::string(name) + ' ' + std::string(size));
+    return found == drawings.end() ? nullptr : &found->second;
 }
 
 // The capitals from which on each drawing is used, and then all of them at twice their size.
@@ -250,10 +48,11 @@ constexpr int kThickFrom = 11;
 constexpr int kLargeFrom = 15;
 constexpr int kDoubledFrom = 20;
 
-constexpr std::pair<std::string_view, Icon> kNames[] = {
-    {"shift", Icon::Shift}, {"caps", Icon::Caps},   {"back", Icon::Backspace}, {"delete", Icon::Delete},
-    {"enter", Icon::Enter}, {"space", Icon::Space}, {"tab", Icon::Tab},        {"left", Icon::Left},
-    {"up", Icon::Up},       {"right", Icon::Right}, {"down", Icon::Down}};
+using NamedIcon = std::pair<std::string_view, Icon>;
+constexpr NamedIcon kNames[] = {{"shift", Icon::Shift},   {"caps", Icon::Caps},   {"back", Icon::Backspace},
+                                {"delete", Icon::Delete}, {"enter", Icon::Enter}, {"space", Icon::Space},
+                                {"tab", Icon::Tab},       {"left", Icon::Left},   {"up", Icon::Up},
+                                {"right", Icon::Right},   {"down", Icon::Down}};
 
 Mask Mirror(const Mask& ink) {
     const Size size = ink.GetSize();
@@ -301,32 +100,34 @@ Mask Double(const Mask& ink) {
     return doubled;
 }
 
-Mask DrawStored(Icon icon, int capHeight) {
-    for (const Drawing& drawing : Drawings()) {
-        if (drawing.icon != icon) continue;
-        if (capHeight >= kDoubledFrom) return Double(DrawStored(icon, std::max(capHeight / 2, kThickFrom)));
-        if (capHeight >= kLargeFrom)
-            return drawing.large.empty() ? Double(ToInk(drawing.thin)) : ToInk(drawing.large);
-        if (capHeight >= kThickFrom) return ToInk(drawing.thick);
-        return ToInk(capHeight >= kThinFrom || drawing.tiny.empty() ? drawing.thin : drawing.tiny);
+Mask DrawStored(std::string_view name, int capHeight) {
+    if (capHeight >= kDoubledFrom) return Double(DrawStored(name, std::max(capHeight / 2, kThickFrom)));
+    const Mask& thin = *FindDrawing(name, "thin");
+    if (capHeight >= kLargeFrom) {
+        const Mask* pLarge = FindDrawing(name, "large");
+        return pLarge ? *pLarge : Double(thin);
     }
-    return {};
+    if (capHeight >= kThickFrom) return *FindDrawing(name, "thick");
+    const Mask* pTiny = capHeight < kThinFrom ? FindDrawing(name, "tiny") : nullptr;
+    return pTiny ? *pTiny : thin;
 }
 
 }  // namespace
 
 Mask DrawIcon(Icon icon, int capHeight) {
     switch (icon) {
+        case Icon::CapsFilled:
+            return DrawStored("caps-filled", capHeight);
         case Icon::Delete:
-            return Mirror(DrawStored(Icon::Backspace, capHeight));
+            return Mirror(DrawStored("back", capHeight));
         case Icon::Right:
-            return Mirror(DrawStored(Icon::Left, capHeight));
+            return Mirror(DrawStored("left", capHeight));
         case Icon::Up:
-            return Transpose(DrawStored(Icon::Left, capHeight));
+            return Transpose(DrawStored("left", capHeight));
         case Icon::Down:
-            return Transpose(Mirror(DrawStored(Icon::Left, capHeight)));
+            return Transpose(Mirror(DrawStored("left", capHeight)));
         default:
-            return DrawStored(icon, capHeight);
+            return DrawStored(std::ranges::find(kNames, icon, &NamedIcon::second)->first, capHeight);
     }
 }
 
