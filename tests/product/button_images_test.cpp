@@ -16,7 +16,7 @@ using Colors = std::vector<COLORREF>;
 using test::MakeSection;
 using test::Picture;
 
-// An image as it looks on a page of a colour that it does not have.
+// The image, drawn on a page of a colour that it does not have.
 Colors DrawImage(HANDLE list, int width) {
     Picture page(MakeSection(24, width, 16));
     page.Fill(kPage);
@@ -26,7 +26,7 @@ Colors DrawImage(HANDLE list, int width) {
 
 std::set<COLORREF> Distinct(const Colors& colors) { return {colors.begin(), colors.end()}; }
 
-// What GetInfo says of an input method made by this factory; all 0 when none can be made.
+// GetInfo of an input method from this factory; all 0 if none can be created.
 IMINFO CreateAndAsk(IClassFactory& factory) {
     IMINFO info{};
     void* created = nullptr;
@@ -57,7 +57,7 @@ TEST_F(ButtonImages, NarrowGlyphHasTheColorOfCaptionText) {
     EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 16)),
               (std::set<COLORREF>{kPage, GetSysColor(COLOR_CAPTIONTEXT)}));
 
-    constexpr COLORREF other = RGB(0x80, 0, 0x80);  // one that lists of 16 colours have as well
+    constexpr COLORREF other = RGB(0x80, 0, 0x80);  // also one of 16 colours
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, other);
     const IMINFO recolored = CreateAndAsk(*m_factory);
     EXPECT_EQ(Distinct(DrawImage(recolored.hImageNarrow, 16)), (std::set<COLORREF>{kPage, other}));
@@ -75,7 +75,7 @@ TEST_F(ButtonImages, WidePictureKeepsItsColors) {
     EXPECT_EQ(DrawImage(CreateAndAsk(*m_factory).hImageWide, 32), before);
 }
 
-// Faults during creation lose at most the image that they met, and never a handle.
+// A fault during creation loses at most one image, and never a handle.
 TEST_F(ButtonImages, AFaultCostsOneImageAtMost) {
     bool listsFailed = false;
     bool picturesFailed = false;
@@ -97,7 +97,7 @@ TEST_F(ButtonImages, AFaultCostsOneImageAtMost) {
     EXPECT_TRUE(picturesFailed);
 }
 
-// 5 x 3 pixels, so rows are padded; the first pixel in memory is the bottom left one, whose colour is kept.
+// 5 x 3 pixels, so rows are padded. The first pixel in memory is the bottom left one, whose colour is kept.
 class Colorizing : public testing::Test {
 protected:
     static constexpr COLORREF kKey = RGB(1, 2, 3);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The templates under the product: owners, objects and their creation, the module record, windows.
+// The product's templates: owners, objects and their creation, the module record, windows.
 #include <thread>
 #include <utility>
 #include <vector>
@@ -23,7 +23,7 @@ using NumberOwner = CHandleOwner<NumberTraits>;
 LONG g_locksAtDestruction = 0;
 HRESULT g_constructResult = S_OK;
 
-// Takes and gives back a reference to itself while it is being made, as an object may.
+// Adds and releases a reference to itself during its construction, as an object may.
 class Probe : public IUnknown, public CComObjectRootEx<CComMultiThreadModel> {
 public:
     HRESULT FinalConstruct() {
@@ -51,7 +51,7 @@ HRESULT NoFactory(CreatorFunction, REFIID, void**) { return E_ACCESSDENIED; }
 
 constexpr RECT kPlace{0, 0, 10, 10};
 
-// Makes another window while it is being made itself.
+// Creates another window during its own creation.
 class NestingWnd : public CWindowImpl<NestingWnd, CWindow, CWinTraits<WS_POPUP, 0>> {
 public:
     ~NestingWnd() override {
@@ -72,7 +72,7 @@ public:
     NestingWnd* m_inner = nullptr;
 };
 
-// Runs it on several threads at once and returns what each got.
+// Runs it on several threads at once and returns all results.
 template <typename Function>
 auto RunOnThreads(Function function) {
     std::vector<decltype(function())> results(8);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The input method as the SIP holds it: created through the class factory, with the SIP's window and
-// callback.
+// The input method as the SIP uses it: created by the class factory, with the SIP's window and callback.
 #pragma once
 
 #include <optional>
@@ -20,7 +19,7 @@ inline RECT WindowRect(HWND window) {
 
 class InputMethodTest : public ServerTest {
 protected:
-    // Neither a third nor a quarter of the screen high, and not as wide as it.
+    // Its height is neither a third nor a quarter of the screen, its width not the screen's.
     static constexpr RECT kSipPlace{10, 200, 210, 300};
     static constexpr RECT kSipInfoPlace{30, 100, 50, 180};
 
@@ -38,7 +37,7 @@ protected:
         ServerTest::TearDown();
     }
 
-    // A new life of the library, and of the object with it.
+    // Detaches and attaches the library, and creates a new object.
     void Renew() {
         m_object->Release();
         Detach();
@@ -52,7 +51,7 @@ protected:
         ASSERT_NE(m_sip, nullptr);
     }
 
-    // A usable skin and a registered callback, selected.
+    // Selects the input method, with a usable skin and a callback.
     void SelectWithSkin() {
         test::TestSkin().Install("a.tlk");
         EXPECT_EQ(m_object->RegisterCallback(&m_callback), S_OK);
@@ -60,9 +59,9 @@ protected:
         ASSERT_FALSE(Keyboard().m_bNoSkin);
     }
 
-    // The input method's window; null while there is none.
+    // The input method's window; null if there is none.
     HWND Panel() const { return GetWindow(m_sip, GW_CHILD); }
-    // The panel's object, which the window knows.
+    // The object of the panel's window.
     CMainWnd& PanelObject() const {
         return static_cast<CMainWnd&>(
             *reinterpret_cast<CWindowImplBaseT<CWindow, CWinTraits<0x06080000, 0>>*>(
@@ -70,7 +69,7 @@ protected:
     }
     CKeyboard& Keyboard() const { return *PanelObject().m_pKbd; }
 
-    // The SIP's rectangle kSipInfoPlace as the input method gives it back.
+    // Sends kSipInfoPlace as the SIP's rectangle and returns it as changed by the input method.
     RECT ReceiveSipInfo(HRESULT expected = S_OK) {
         SIPINFO info{};
         info.rcSipRect = kSipInfoPlace;

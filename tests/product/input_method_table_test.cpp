@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The interface as a client written in C sees it: a table of function pointers.
+// The interface for a client written in C: a table of function pointers.
 #include <cstring>
 
 #include "input_method_fixture.h"
@@ -25,7 +25,7 @@ struct InputMethodTable {
     HRESULT(STDMETHODCALLTYPE* registerCallback2)(void*, IIMCallback2*);
 };
 
-// A pointer to a virtual member holds the distance of its slot from the table's beginning, plus one.
+// A pointer to a virtual member function is the offset of its slot in the table, plus one.
 template <typename Member>
 std::ptrdiff_t SlotOf(Member member) {
     std::ptrdiff_t distance;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The input method's operations in every state of it, as the SIP may call them.
+// The input method's operations in all its states, as the SIP may call them.
 #include "fault_sweep.h"
 #include "input_method_fixture.h"
 #include "registry_values.h"
@@ -22,7 +22,7 @@ TEST_F(InputMethodTest, SelectMakesThePanelAndStretchesTheSipWindow) {
     EXPECT_TRUE(IsWindowVisible(Panel()));
     EXPECT_EQ(GetWindowLongPtrW(Panel(), GWL_STYLE), static_cast<LONG_PTR>(WS_CHILD | WS_VISIBLE));
     EXPECT_EQ(WindowRect(m_sip), (RECT{0, 200, 240, 300})) << "as wide as the screen, top and height kept";
-    // The screen rectangle of the SIP window, taken as client coordinates of it.
+    // The SIP window's screen rectangle, used as its client coordinates.
     EXPECT_EQ(WindowRect(Panel()), (RECT{10, 400, 210, 500}));
     EXPECT_NE(GetFocus(), Panel());
 }
@@ -71,12 +71,12 @@ TEST_F(InputMethodTest, FailedInitialisationLeavesAHiddenPanel) {
     EXPECT_EQ(Panel(), nullptr);
 }
 
-// Whatever the platform fails to do: no panel, a hidden one, or a visible one that works as far as it can.
+// Whatever call fails, there is no panel, a hidden one, or a visible one that works as far as it can.
 TEST_F(InputMethodTest, SelectSurvivesEveryFailureOfThePlatform) {
     test::TestSkin().Install("a.tlk");
     for (test::FaultSweep sweep; sweep.Next();) {
         SCOPED_TRACE(sweep.Describe());
-        Renew();  // the window class is registered once for each life of the library
+        Renew();  // the window class is registered once after each attach
         sweep.Arm();
         const HRESULT result = m_object->Select(m_sip);
         sweep.Disarm();
@@ -145,7 +145,7 @@ TEST_F(InputMethodTest, ShowingCorrectsTheHeightOfTheSipWindow) {
     struct {
         SIZE screen;
         LONG height;
-        LONG corrected;  // 0: left alone
+        LONG corrected;  // 0: not changed
     } const cases[] = {
         {{240, 320}, 80, 0},  {{240, 320}, 106, 0},  {{240, 320}, 100, 80},  {{240, 320}, 81, 80},
         {{320, 240}, 80, 0},  {{320, 240}, 60, 0},   {{320, 240}, 100, 80},  {{240, 240}, 60, 0},
@@ -226,7 +226,7 @@ TEST_F(InputMethodTest, AnotherScreenSizeInitialisesTheKeyboardAgain) {
         EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 0);
         EXPECT_EQ(Keyboard().m_bPortrait, screen.cx < screen.cy);
     }
-    // A failure leaves the panel in its place, and the size counts as tried.
+    // After a failure the panel stays, and the same size is not tried again.
     test::TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP").Install("a.tlk");
     const RECT before = WindowRect(Panel());
     ASSERT_TRUE(test::SetScreenSize(320, 240));

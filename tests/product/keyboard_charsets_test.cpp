@@ -9,7 +9,7 @@ using test::WordBytes;
 
 class KeyboardCharsets : public KeyboardTest {
 protected:
-    // A second language of that many groups: code units 1, 2, 3 and so on, after the header.
+    // A second language with this many groups: after the header, code units 1, 2, 3 and so on.
     static std::string Groups(WORD count) {
         std::vector<WORD> words = {0xFFFF};
         for (WORD unit = 1; unit <= 4 * count; ++unit) {
@@ -25,7 +25,7 @@ protected:
 
 std::vector<unsigned> Eight(unsigned code) { return std::vector<unsigned>(8, code); }
 
-// Skins address keys by position, so no entry may ever change its place or its characters.
+// Skins name keys by their numbers, so no entry may ever change its number or its characters.
 TEST_F(KeyboardCharsets, BuiltInTablesAreWhatSkinsAddress) {
     Start(test::TestSkin().Without("LOCALE_CHARSET"));
     ASSERT_EQ(m_keyboard->m_Charset.size(), 222u);
@@ -44,7 +44,7 @@ TEST_F(KeyboardCharsets, BuiltInTablesAreWhatSkinsAddress) {
     EXPECT_EQ(Slots(70), (std::vector<unsigned>{'1', '!', 0xBF, 0xBF, 0, 0, 0, 0}));
     EXPECT_EQ(Slots(221), (std::vector<unsigned>{']', '}', 0xA9, 0xAE, 0, 0, 0, 0}));
 
-    // FNV-1a over all code units, from the published tables: whatever else changed shows here.
+    // FNV-1a over all code units of the published tables, to notice any other change.
     std::uint64_t hash = 0xCBF29CE484222325;
     for (const CharsetEntry& entry : m_keyboard->m_Charset) {
         for (const WCHAR unit : entry.m_Slots) {
@@ -102,7 +102,7 @@ TEST_F(KeyboardCharsets, CodesAreClassifiedOnceTheTableHasElevenEntries) {
             SCOPED_TRACE(testing::Message() << entries << " entries, code " << std::hex << unsigned{c.code});
             EXPECT_EQ(m_keyboard->IsDigitalLineEntry(c.code), isLoaded && c.digitalLine);
             EXPECT_EQ(m_keyboard->IsStatusKeyEntry(c.code), isLoaded && c.status);
-            // This one also needs the whole function block.
+            // This one also needs the complete function block.
             EXPECT_EQ(m_keyboard->IsFunctionalKeyEntry(c.code), entries >= 70 && c.functional);
         }
     }

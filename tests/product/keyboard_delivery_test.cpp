@@ -23,7 +23,7 @@ TEST_F(Delivery, FunctionKeysSendVirtualKeys) {
         for (WORD key = 48; key <= 69; ++key) {
             const Events expected = sending.contains(key) ? sending.at(key) : Events();
             EXPECT_EQ(Send(key), expected) << key;
-            // Tab alone looks at the stroke.
+            // Only Tab depends on the stroke.
             EXPECT_EQ(Send(key, key != test::KeyTab), expected) << key;
         }
     }
@@ -35,7 +35,7 @@ TEST_F(Delivery, ShiftChangesBackspaceAndTabAlone) {
     EXPECT_EQ(Send(test::KeyTab), Events{"char vk=09 flags=20000080 U+0009"});
     EXPECT_EQ(Send(test::KeyEscape), Events{"vk 1B down"});
     EXPECT_EQ(Send(test::KeyEnter), (Events{"vk 0D down", "vk 0D up"}));
-    // The first release of Shift makes it a plain Delete; the status releases it once more.
+    // Shift is released first, for a plain Delete, and again with the status.
     EXPECT_EQ(Tap(test::KeyBackspace), (Events{"vk 10 up", "vk 2E down", "vk 2E up", "vk 10 up"}));
     EXPECT_EQ(Tap(test::KeyBackspace), (Events{"vk 08 down", "vk 08 up"}));
     EXPECT_EQ(Send(test::KeyTab, true), Events{"char vk=09 flags=20000080 U+0009"});
@@ -61,7 +61,7 @@ TEST_F(Delivery, EachPlaneSendsItsSlotAndStrokesTheOtherCase) {
         << "digits are the same in all slots; of others the last one is sent";
 }
 
-// The status may have gone on without its mask: when selecting one fails, the plane shown is the old one.
+// If selecting a mask fails, the status has changed but the old plane is still shown.
 TEST_F(Delivery, ThePlaneShownDecides) {
     Start();
     const CKeyboard& kb = *m_keyboard;
@@ -75,8 +75,8 @@ TEST_F(Delivery, ThePlaneShownDecides) {
     }
 }
 
-// Shift, caps lock and the stroke: each takes the other case, but caps lock not in the digit row where the
-// skin has a CAPS rectangle with an area.
+// Shift, caps lock and the stroke each change the case, but caps lock not in the digit row if the skin's CAPS
+// rectangle has an area.
 TEST_F(Delivery, DigitRowIgnoresCapsLockWhereTheSkinHasACapsRectangle) {
     for (const bool isPortrait : {true, false}) {
         for (const RECT& rect : {RECT{0, 0, 240, 20}, {5, 0, 5, 20}, {0, 20, 240, 20}}) {
@@ -109,7 +109,7 @@ TEST_F(Delivery, DigitRowRuleHoldsInEveryPlane) {
     EXPECT_EQ(Send(114), Typed(VK_OEM_2, 0x3BC, kShiftFlag));
 }
 
-// In whichever plane; 0 for what no key has. Characters elsewhere in the table count as well.
+// In any plane; 0 for a character without a key. Characters anywhere in the table count.
 TEST_F(Delivery, VirtualKeysNameThePhysicalKey) {
     Start();
     const std::pair<std::size_t, UINT> keys[] = {
@@ -175,12 +175,12 @@ TEST_F(Delivery, ShiftIsHeldForOneCharacter) {
     expected.push_back("vk 10 up");
     EXPECT_EQ(Tap(test::KeyQ), expected);
     EXPECT_EQ(Tap(test::KeyQ), Typed('Q', 'q'));
-    // A key that sends nothing releases it as well.
+    // A key that sends nothing also releases it.
     Tap(test::KeyShift);
     EXPECT_EQ(Tap(test::KeyNoAction), Events{"vk 10 up"});
 }
 
-// A plane without characters sends 0; one without a mask is what the status asks for.
+// A plane without characters sends 0; without a mask, the status decides.
 TEST_F(Delivery, PlanesThatTheSkinLacks) {
     Start(TestSkin().Without("LOCALE_CHARSET"));
     SetFlags({0, 0, 0, 0, 0, 0});

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Whatever fails on the way, the keyboard stays whole: nothing is thrown, nothing leaks (the handle count
-// after each test tells), and the next try works.
+// Whatever fails, the keyboard stays usable: nothing is thrown, nothing leaks (the handle count after each
+// test shows it), and the next attempt works.
 #include "fault_sweep.h"
 #include "keyboard_fixture.h"
 
@@ -26,7 +26,7 @@ protected:
         m_keyboard->ResetKbStatus(nullptr);
         m_keyboard->ResetKbStatus(&m_window);
     }
-    // Everything works again after a fresh start.
+    // Checks that everything works after a new Init.
     void ExpectWholeKeyboard() {
         ASSERT_TRUE(InitPortrait());
         ASSERT_FALSE(m_keyboard->m_bNoSkin);
@@ -93,9 +93,9 @@ TEST_F(Faults, InitMayRunOutOfMemoryAnywhere) {
     const std::size_t keys = test::CharacterLayout().size();
     const int faults = SweepInit<test::AllocationSweep>(StoreChoices, [&] {
         isReady = InitPortrait();
-        // A list of skins that is not whole must not cost the user the stored choice.
+        // An incomplete list of skins must not change the user's choice.
         EXPECT_TRUE(!isReady || m_keyboard->m_strSkinPath == TEXT("\\windows\\b.tlk"));
-        // What is not whole is empty.
+        // An incomplete table is empty.
         EXPECT_EQ(m_keyboard->m_Charset.size() % 222, 0u);
         EXPECT_EQ(m_keyboard->m_CharLayout.size() % keys, 0u);
     });
@@ -116,7 +116,7 @@ TEST_F(Faults, ListsOfSkinsMayRunOutOfMemoryAnywhere) {
     EXPECT_EQ(skins.size(), 2u);
 }
 
-// The look of a key may be lost for want of memory; the keys themselves and the status are not.
+// Without memory a key may not look pressed, but keys are sent and statuses change.
 TEST_F(Faults, KeysAreSentWithoutMemory) {
     Start();
     m_callback.recording = false;

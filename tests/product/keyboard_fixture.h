@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A keyboard with the library's own resources, a window and a recording callback, on a fresh device.
+// A keyboard with the library's resources, a window and a recording callback, on a new device.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@
 #include "test_support.h"
 #include "test_window.h"
 
-// The module record of the product, with the resources of Tolka.DLL and without its code.
+// The product's module record, with the resources of Tolka.DLL but not its code.
 class LibraryResources {
 public:
     LibraryResources() {
@@ -38,7 +38,7 @@ private:
     HMODULE m_module;
 };
 
-// What the function keys send, by key index; the others send nothing.
+// The events of function keys, by key index; the others send nothing.
 inline const std::map<WORD, test::Events>& FunctionKeyEvents() {
     static const std::map<WORD, test::Events> events = {{54, {"vk 1B down"}},
                                                         {55, {"vk 08 down", "vk 08 up"}},
@@ -74,7 +74,7 @@ protected:
     void StartWithKeys(const std::vector<test::LayoutRecord>& characters) {
         Start(test::TestSkin().Data("CHAR_LAYOUT_STRUCT", test::LayoutBytes(characters)));
     }
-    // Caps lock has a key of its own, at kCapsPlace.
+    // The same with a caps lock key at kCapsPlace.
     void StartWithCapsKey() {
         std::vector<test::LayoutRecord> records = test::CharacterLayout();
         records.push_back({test::KeyCaps, 200, 0, 219, 19});
@@ -92,7 +92,7 @@ protected:
         Up(test::KeyCenter(key));
         return m_callback.Take();
     }
-    // A stroke by this distance from the middle of the key, moved and released there.
+    // A stroke from the middle of the key by this distance, moved and released there.
     Events Stroke(WORD key, LONG dx, LONG dy) {
         const POINT begin = test::KeyCenter(key);
         const POINT end = {begin.x + dx, begin.y + dy};

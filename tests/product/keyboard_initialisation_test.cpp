@@ -41,7 +41,7 @@ TEST_F(Initialisation, StoredTextIsPartOfThePathOfAValidSkin) {
     } cases[] = {
         {kB, kB, true},
         {TEXT("b.tlk"), TEXT("b.tlk"), true},  // the loader looks in the folder of Windows
-        {TEXT("B.tlk"), kA, false},            // letter case counts
+        {TEXT("B.tlk"), kA, false},            // case matters
         {TEXT("\\windows\\c.tlk"), kA, false},
         {TEXT("\\windows\\unfit.tlk"), kA, false},
         {TEXT(""), kA, false},
@@ -59,14 +59,14 @@ TEST_F(Initialisation, StoredTextIsPartOfThePathOfAValidSkin) {
 
 TEST_F(Initialisation, ChosenFileThatDoesNotLoadOrFitFails) {
     TestSkin().Install("a.tlk");
-    Store(kSkinValue, TextValue(TEXT("indows\\a")));  // is part of the path, and names no file
+    Store(kSkinValue, TextValue(TEXT("indows\\a")));  // a part of the path, but no file
     EXPECT_FALSE(InitPortrait());
     EXPECT_EQ(Stored(kSkinValue), TextValue(TEXT("indows\\a")));
     TestSkin().Without("LANSCAPE_KEYBOARD_BITMAP").Install("b.tlk");
     Store(kSkinValue, TextValue(kB));
     EXPECT_FALSE(InitLandscape());
     EXPECT_EQ(Stored(kSkinValue), TextValue(kB));
-    // The next one starts afresh.
+    // The next Init starts afresh.
     Store(kSkinValue, TextValue(kA));
     EXPECT_TRUE(InitLandscape());
 }
@@ -130,7 +130,7 @@ TEST_F(Initialisation, LanguageIsTheOnlyStatusThatSurvives) {
     EXPECT_EQ(m_keyboard->m_stKbStatus.m_bLng1, 0);
 }
 
-// From every state, with every mask selected once: the handle count after the test tells of leaks.
+// From every state, with each mask selected once; the handle count after the test shows leaks.
 TEST_F(Initialisation, RepeatingItInAnyStatusKeepsNoHandle) {
     Start();
     for (int state = 0; state < 64; ++state) {
@@ -142,7 +142,7 @@ TEST_F(Initialisation, RepeatingItInAnyStatusKeepsNoHandle) {
     }
     EXPECT_EQ(CKeyboard().m_stKbStatus.m_bLng1, 1);
     EXPECT_TRUE(CKeyboard::IsValidSkin(kA));
-    // A file that is still loaded by somebody cannot be deleted.
+    // A file that is still loaded cannot be deleted.
     m_keyboard.reset();
     EXPECT_TRUE(DeleteFileW(kA));
 }

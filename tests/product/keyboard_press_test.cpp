@@ -24,7 +24,7 @@ TEST_F(Press, EdgesBelongToTheKeyAndSharedOnesToTheLowerIndex) {
     EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, false), LONG{test::KeyDigit7});
 }
 
-// The file may name keys that no table has. They are as good as absent.
+// A file may name keys beyond the table, which count as absent.
 TEST_F(Press, KeysBeyondTheTableAreNeverHit) {
     StartWithKeys({{221, 0, 0, 10, 10}, {222, 0, 0, 50, 50}, {65535, 0, 0, 99, 99}});
     EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, true), 221);
@@ -91,7 +91,7 @@ TEST_F(Press, ReleasingAPenThatWentDownInAGapDoesNothing) {
     }
 }
 
-// 46 and 53 count as one key; the one under the pen at the end is typed.
+// 46 and 53 count as one key; types the one under the pen at the end.
 TEST_F(Press, TwinKeysAreOne) {
     StartWithKeys({{46, 0, 0, 19, 19}, {53, 20, 0, 39, 19}, {47, 40, 0, 59, 19}});
     Down({30, 5});
@@ -113,7 +113,7 @@ TEST_F(Press, TwinKeysAreOne) {
     EXPECT_EQ(m_callback.Take(), Events());
     EXPECT_EQ(m_keyboard->m_stKbStatus.m_bUml, 1);
 
-    // No other pair of keys is.
+    // No other keys do.
     m_keyboard->m_dwSwipe = 0;
     Down({5, 5});
     Up({50, 5});
@@ -129,7 +129,7 @@ TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
     EXPECT_EQ(Tap(test::KeyQ), Typed('Q', 'q'));
 }
 
-// The first tap releases caps lock where it is on; the second always engages it.
+// The first tap releases caps lock if it is on; the second always engages it.
 TEST_F(Press, DoubleTapOnShiftMakesCapsLock) {
     Start();
     const KbStatus& status = m_keyboard->m_stKbStatus;
@@ -154,7 +154,7 @@ TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
     EXPECT_EQ(m_callback.Take(), Events());
 }
 
-// The look is a toggle: what is shown pressed because of its status is shown released under the pen.
+// The look is toggled: a key that looks pressed because of its status looks released under the pen.
 TEST_F(Press, PressingAnEngagedStatusKeyShowsItReleased) {
     Start();
     Tap(test::KeyShift);

@@ -15,7 +15,7 @@ using test::TestSkin;
 constexpr COLORREF kUntouched = RGB(200, 100, 50);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 
-// What a pixel shows: picture or black, inverted picture or white.
+// The expected pixel: picture or black, inverted picture or white.
 COLORREF Shown(PictureKind kind, int plane, POINT p, bool isPressed) {
     const bool bit = test::MaskBit(plane, p.x, p.y);
     const COLORREF color = bit ? PictureColor(kind, p.x, p.y) : RGB(0, 0, 0);
@@ -26,7 +26,7 @@ bool Covers(const RECT& r, POINT p) {
     return r.left <= p.x && p.x < r.right && r.top <= p.y && p.y < r.bottom;
 }
 
-// The slots' order: 0 and 1 are language 1, small and large.
+// In the order of slots: 0 and 1 are language 1, small and large.
 constexpr int kSmall = 0;
 constexpr int kLarge = 1;
 constexpr int kDigitPlane = 8;
@@ -42,7 +42,7 @@ protected:
         m_keyboard->Paint(target, window);
         return target.Pixels();
     }
-    // Paints, and compares every pixel with what it has to show.
+    // Paints, and compares every pixel with the expected one.
     template <typename PlaneAt>
     void ExpectPicture(PictureKind kind, PlaneAt planeAt, int pictureWidth = 240) {
         const std::vector<COLORREF> pixels = Paint(&m_window);
@@ -69,7 +69,7 @@ TEST_F(Rendering, PictureShowsThroughTheMaskAndPressedKeysAreInverted) {
     ExpectPlane(kSmall);
     m_keyboard->m_PressedRects = {RectOf(test::KeyQ), {3, 45, 17, 46}};
     ExpectPlane(kSmall);
-    // As far as the picture goes.
+    // Only inside the picture.
     m_keyboard->m_PressedRects = {
         {230, 70, 65535, 65535}, {65535, 65535, 0, 0}, {60000, 60000, 60001, 60001}};
     ExpectPlane(kSmall);
@@ -104,7 +104,7 @@ TEST_F(Rendering, CapsLockLeavesTheFiveRegionsTheirMasks) {
     ExpectPlane(kLarge, PictureKind::Landscape, kWidth);
 }
 
-// A pressed key belongs to the region of its top left corner, edges inclusive, as a whole.
+// The top left corner of a pressed key, edges included, decides on its mask.
 TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
     const RECT rect = {40, 20, 120, 60};
     Start(TestSkin().Data("CAPS_RECT", RectBytes(rect)));
@@ -121,7 +121,7 @@ TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
     }
 }
 
-// Empty, reversed, beyond the picture: every pixel is drawn once, whatever the skin says.
+// Empty, reversed, outside the picture: every pixel is drawn once, whatever the rectangle.
 TEST_F(Rendering, CapsRectangleMayLieAnywhere) {
     constexpr LONG most = std::numeric_limits<LONG>::max();
     constexpr LONG least = std::numeric_limits<LONG>::min();
@@ -138,7 +138,7 @@ TEST_F(Rendering, CapsRectangleMayLieAnywhere) {
         ExpectPicture(PictureKind::Portrait,
                       [&](POINT p, bool) { return Covers(rect, p) ? kSmall : kLarge; });
     }
-    // Without area it has no corner for a pressed key either.
+    // Without area it contains no pressed key's corner.
     Start(TestSkin().Data("CAPS_RECT", RectBytes({0, 0, 0, 20})));
     SetFlags({0, 1, 0, 1, 0, 0});
     m_keyboard->m_PressedRects = {{0, 0, 20, 20}};
@@ -157,7 +157,7 @@ TEST_F(Rendering, ButtonsToggleExactlyTheirRectangles) {
     m_keyboard->DrawButton(&m_window, key, true);
     EXPECT_EQ(m_keyboard->m_PressedRects, (Rects{{0, 0, 10, 11}}));
     EXPECT_EQ(m_window.TakeInvalid(), (RECT{0, 0, 20, 10}));
-    // Of two equal ones the first goes.
+    // Removes the first of two equal ones.
     m_keyboard->m_PressedRects = {{1, 1, 2, 2}, {3, 3, 4, 4}, {1, 1, 2, 2}};
     key.m_Rects = {{1, 1, 2, 2}};
     m_keyboard->DrawButton(&m_window, key, true);
@@ -185,7 +185,7 @@ TEST_F(Rendering, WithoutASkinTheMessageStandsInTheMiddle) {
     EXPECT_EQ(target.InkOn(kUntouched), (RECT{0, 0, 240, 80})) << "the window's client area";
     const std::vector<COLORREF> pixels = target.Pixels();
     EXPECT_NE(std::count(pixels.begin(), pixels.end(), GetSysColor(COLOR_ACTIVECAPTION)), 0);
-    // Centred, and standing on the middle line.
+    // Centred, with its baseline in the middle.
     const COLORREF paper = GetSysColor(COLOR_INACTIVECAPTION);
     test::Picture client(test::MakeSection(32, 240, -80));
     BitBlt(client, 0, 0, 240, 80, target, 0, 0, SRCCOPY);

@@ -18,7 +18,7 @@ LONG HeightOf(HBITMAP bitmap) {
     return description.bmHeight;
 }
 
-// A layout in full: key, bitmap number and rectangles.
+// The complete layout: key, bitmap value and rectangles.
 std::map<DWORD, std::pair<DWORD, Rects>> Content(const KeyLayout& layout) {
     std::map<DWORD, std::pair<DWORD, Rects>> content;
     for (const auto& [key, entry] : layout) {
@@ -99,7 +99,7 @@ TEST_F(SkinLoading, SwipeOnlyMarkNeverMakesTheKey) {
     EXPECT_FALSE(test::KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey));
 }
 
-// Every bitmap of this skin has a height of its own, so that a field tells where it came from.
+// Every bitmap of this skin has a different height, which shows where a field came from.
 TEST_F(SkinLoading, OrientationAndExtendedSymbolsChooseTheBitmaps) {
     struct {
         HBITMAP CKeyboard::*field;
@@ -144,7 +144,7 @@ TEST_F(SkinLoading, OrientationAndExtendedSymbolsChooseTheBitmaps) {
     }
 }
 
-// A layout that is there and holds nothing is no reason to fall back to that of portrait.
+// An empty landscape layout is used; only a missing one falls back to that of portrait.
 TEST_F(SkinLoading, LandscapeFallsBackToThePortraitLayout) {
     const std::size_t all = test::CharacterLayout().size();
     const std::pair<test::SkinBuilder, std::size_t> cases[] = {
@@ -208,7 +208,7 @@ TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
     Move({1, 2});
     CKeyboard& kb = *m_keyboard;
     kb.UnloadSkin();
-    // The picture and the masks of both contexts were selected; they could not be deleted.
+    // The selected picture and masks of the contexts could not be deleted.
     const bool stays = test::Either(test::Difference::SelectedObjects, true, false);
     for (const HBITMAP kept : {kb.m_hKbBitmap, kb.m_hLng1LrgKbMask, kb.m_hLng1SmlKbMask}) {
         EXPECT_EQ(kept != nullptr, stays);
@@ -225,20 +225,20 @@ TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
     EXPECT_EQ(kb.m_nPressedIndex, -1);
     EXPECT_EQ(kb.m_bPressedDrawn, 0);
     EXPECT_TRUE(kb.m_ptSwipeEnd.x == 0 && kb.m_ptSwipeEnd.y == 0);
-    // What outlives the skin.
+    // State that outlives the skin.
     EXPECT_EQ(kb.m_stKbStatus.m_bCAPS, 1);
     EXPECT_EQ(kb.m_dwSwipe, 1u);
     EXPECT_EQ(kb.m_bExtSym, 1u);
     EXPECT_NE(kb.m_CAPSRect, RECT{});
     EXPECT_EQ(kb.m_strSkinPath, TEXT("\\windows\\a.tlk"));
-    // With the contexts gone, unloading once more gets rid of them.
+    // Without the contexts, unloading again deletes them.
     kb.UnloadSkin();
     EXPECT_EQ(kb.m_hKbBitmap, nullptr);
     EXPECT_EQ(kb.m_hLng1LrgKbMask, nullptr);
     EXPECT_TRUE(InitPortrait());
 }
 
-// The mask that was selected when its skin was unloaded is still there, and so still shows its plane.
+// The mask that was selected when its skin was unloaded still exists, and still shows its plane.
 TEST_F(SkinLoading, WithoutExtendedSymbolsTheUmlautFieldsAreLeftAlone) {
     Start();
     m_keyboard->SetKbStatus(&kUmlautCode, &m_window);
@@ -251,8 +251,8 @@ TEST_F(SkinLoading, WithoutExtendedSymbolsTheUmlautFieldsAreLeftAlone) {
     EXPECT_EQ(SelectedMask(), kept ? kept : m_keyboard->m_hOrigMaskBmp);
 }
 
-// Whatever a cut or senseless file leads to, the keyboard stays usable; sanitizers and the handle count
-// watch.
+// With a truncated or nonsensical file the keyboard stays usable; sanitizers and the handle count check it,
+// too.
 TEST_F(SkinLoading, BrokenSkinsAreSurvived) {
     const std::string whole = TestSkin().Build();
     for (std::size_t size = 0; size < whole.size(); size += size < 0x400 ? 16 : whole.size() / 40) {

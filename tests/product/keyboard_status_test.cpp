@@ -5,7 +5,7 @@ namespace {
 
 using test::TestSkin;
 
-// A state of the six flags as a number, and the place of each in it.
+// A state of the six flags as a number, one bit each.
 using State = unsigned;
 constexpr State kShift = 1, kCaps = 2, kControl = 4, kLanguage1 = 8, kDigits = 16, kUmlaut = 32;
 constexpr State kOneShot = kShift | kControl | kUmlaut;
@@ -28,7 +28,7 @@ std::string NameOf(State s) {
     return name;
 }
 
-// What a key with this code makes of a state, and what it sends.
+// The state after a key with this code, and the events sent.
 State After(State before, WCHAR code, bool hasCapsKey, Events& sent) {
     switch (code) {
         case kShiftCode:
@@ -68,7 +68,7 @@ protected:
             << "the only one that is invalidated by its own drawing";
     }
 
-    // The flags, the picture and the masks, and the keys that look pressed.
+    // Checks the flags, the picture and the masks, and which keys look pressed.
     void ExpectState(State s) {
         CKeyboard& kb = *m_keyboard;
         const HBITMAP masks[] = {kb.m_hLng1SmlKbMask, kb.m_hLng1LrgKbMask, kb.m_hUml1SmlKbMask,
@@ -84,7 +84,7 @@ protected:
         EXPECT_EQ(Selected(kb.m_hExtMaskDC), capsCounts ? masks[withoutCaps] : kb.m_hOrigExtMaskBmp);
 
         Rects pressed;
-        const bool characters = !(s & kDigits);  // of these keys the digit keyboard has that of the language
+        const bool characters = !(s & kDigits);  // the digit keyboard has only the language key of these
         if (s & kShift && characters) pressed.push_back(RectOf(test::KeyShift));
         if (s & kCaps && characters) pressed.push_back(kCapsPlace);
         if (s & kControl && characters) pressed.push_back(RectOf(test::KeyControl));
@@ -110,11 +110,11 @@ TEST_F(Status, EveryKeyInEveryStateAndTheReleaseAfterIt) {
             ExpectState(after);
             EXPECT_EQ(m_window.TakeInvalid(), whole);
 
-            // A key that types something releases what is one-shot.
+            // A key that types releases the one-shot statuses.
             Events released;
             if (after & kShift) released.push_back("vk 10 up");
             if (after & kControl) released.push_back("vk 11 up");
-            if (after & kOneShot) m_keyboard->m_PressedRects.push_back({1, 2, 3, 4});  // goes as well
+            if (after & kOneShot) m_keyboard->m_PressedRects.push_back({1, 2, 3, 4});  // removed, too
             m_keyboard->ResetKbStatus(&m_window);
             EXPECT_EQ(m_callback.Take(), released);
             ExpectState(after & ~kOneShot);
@@ -178,7 +178,7 @@ TEST_F(Status, ItGoesItsWayWithoutCallbackAndWhenCallsFail) {
     EXPECT_EQ(m_callback.references, 0) << "the callback is borrowed";
 }
 
-// The first of the table's entries that the layout holds gives the key its place.
+// The first table entry in the layout decides where the key is.
 TEST_F(Status, FunctionKeyIsFoundInTheActiveLayout) {
     Start();
     EXPECT_EQ(m_keyboard->GetFunctionKeyRects('1').m_Rects, Rects{RectOf(test::Key1)});

@@ -131,7 +131,7 @@ TEST_F(Swipe, StatusKeysAreNotResetByTheirStroke) {
     EXPECT_EQ(m_keyboard->m_stKbStatus.m_bShift, 1);
 }
 
-// The end of a stroke is the last move, not the pen-up; without a move it is that of an earlier gesture.
+// A stroke ends at the last move, not at the pen-up; without a move, at that of an earlier gesture.
 TEST_F(Swipe, StrokeEndsWhereThePenLastMoved) {
     const POINT begin = KeyCenter(test::KeyQ);
     Down(begin);

@@ -43,8 +43,8 @@ TEST_F(ModuleVersion, IsEmptyWithoutAFile) {
     EXPECT_TRUE(Description().empty());
 }
 
-// Without a translation the code page is 1252, under the language that was read before. Without a block the
-// one before is kept.
+// Without a translation the code page is 1252, and the language the one read before. Without a block the
+// previous one is kept.
 TEST_F(ModuleVersion, FallsBackToTheDefaultCodePageAndToTheBlockBefore) {
     ASSERT_TRUE(m_version.Load(kLibrary));
     test::CopyToDevice(UNTRANSLATED, kFile);
@@ -67,7 +67,7 @@ TEST_F(ModuleVersion, SignatureDecidesTheResult) {
     EXPECT_EQ(Description(), TEXT("Tolka 7")) << "the strings are there all the same";
 }
 
-// A fault costs what it met and is forgotten at the next reading.
+// A fault loses one result and does not affect the next reading.
 TEST_F(ModuleVersion, FaultsGiveNothingRatherThanNonsense) {
     for (test::FaultSweep sweep; sweep.Next();) {
         SCOPED_TRACE(sweep.Describe());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The panel window between the platform's messages and the keyboard.
+// The panel window, which passes the platform's messages to the keyboard.
 #include "input_method_fixture.h"
 
 namespace {
@@ -14,7 +14,7 @@ protected:
         return SendMessageW(Panel(), message, MK_LBUTTON, MAKELPARAM(point.x, point.y));
     }
     LRESULT Send(UINT message, Key key) const { return Send(message, KeyCenter(key)); }
-    // What the platform sends for two taps in a row.
+    // The platform's messages for a double tap.
     void DoubleTap(Key key) const {
         for (const int message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
             EXPECT_EQ(Send(static_cast<UINT>(message), key), 0);

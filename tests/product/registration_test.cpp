@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Self-registration: what it writes, what it removes, and whose entries it leaves alone.
+// Self-registration: the entries that it writes and removes, and those that it leaves alone.
 #include <map>
 #include <set>
 
@@ -79,7 +79,7 @@ std::set<WideString> Subkeys(const WideString& path) {
     return names;
 }
 
-// How many values the keys of a tree have.
+// Counts the values of all keys in a tree.
 void CountValues(const WideString& path, std::map<WideString, DWORD>& counts) {
     const CRegistryKeyOwner key = Open(path);
     EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &counts[path],
@@ -90,7 +90,7 @@ void CountValues(const WideString& path, std::map<WideString, DWORD>& counts) {
     }
 }
 
-// Nothing else is in CLSID and the two keys beside it, unless others are expected to have something there.
+// Also checks that CLSID and the two keys beside it have nothing else, unless others have entries there.
 void ExpectListedEntries(const WideString& libraryPath, bool alone = true) {
     std::map<WideString, DWORD> listed = {{TEXT("CLSID"), 0}};
     for (const Entry& entry : ListedEntries(libraryPath)) {
@@ -157,7 +157,7 @@ TEST_F(RegistrationTest, UnregistrationRemovesAllButClsidAndTypeLibrary) {
     EXPECT_FALSE(Exists(TEXT("CLSID"))) << "nor anything to write";
     for (const bool isWhole : {true, false}) {
         ASSERT_EQ(DllRegisterServer(), S_OK);
-        if (!isWhole) {  // parts that are missing are no obstacle
+        if (!isWhole) {  // missing parts are no obstacle
             RegDeleteKeyW(HKEY_CLASSES_ROOT, CLASS_KEY TEXT("\\InprocServer32"));
             RegDeleteKeyW(HKEY_CLASSES_ROOT, TEXT("Tolka.KeybInput.1"));
             RegDeleteValueW(Open(CLASS_KEY).Get(), TEXT("IsDefault"));
@@ -173,7 +173,7 @@ TEST_F(RegistrationTest, EntriesOfOthersInTheProgIdsSurviveRegistration) {
     const struct {
         LPCWSTR key, name;
         bool survivesUnregistration;
-    } others[] = {{TEXT("Tolka.KeybInput.1"), TEXT("Foreign"), false},  // a value alone does not keep a key
+    } others[] = {{TEXT("Tolka.KeybInput.1"), TEXT("Foreign"), false},  // a value does not keep a key
                   {TEXT("Tolka.KeybInput\\Foreign"), TEXT("x"), true},
                   {TEXT("Tolka.KeybInput\\CurVer\\Foreign"), TEXT("x"), true},
                   {kOtherClass, TEXT(""), true}};
@@ -214,7 +214,7 @@ TEST_F(RegistrationTest, PathsOfUpTo259CharactersAreRegistered) {
     Detach();
     const std::string folder(120, 'a');
     for (const std::size_t length : {std::size_t{259}, std::size_t{260}}) {
-        // Three backslashes, two folders, and the name of what is left.
+        // Three backslashes, two folders, and a name with the remaining length.
         const std::string name = std::string(length - OnDevice({}).size() - 243 - 4, 'b') + ".dll";
         const std::string path = "\\" + folder + "\\" + folder + "\\" + name;
         const WideString fullPath = OnDevice(WideString(path.begin(), path.end()));
@@ -232,7 +232,7 @@ TEST_F(RegistrationTest, PathsOfUpTo259CharactersAreRegistered) {
     Attach(LibraryPath().c_str(), "Windows/Tolka.DLL");
 }
 
-// Success means that everything is written; a failure leaves nothing that the next attempt could not repair.
+// On success everything is written; after a failure the next attempt can write it.
 TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
     for (test::FaultSweep sweep; sweep.Next();) {
         Write(CLASS_KEY TEXT("\\Foreign"), TEXT("x"), TEXT("value"));
@@ -251,7 +251,7 @@ TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
         EXPECT_EQ(DllUnregisterServer(), S_OK);
         ExpectUnregistered();
     }
-    test::TakeReports();  // of the registry file that could not be written
+    test::TakeReports();  // the failure to write the registry file
 }
 
 TEST_F(RegistrationTest, LackOfMemoryIsReported) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The library's file on the device, and the library attached to this process: its exports are linked into the
-// tests, so that a test can also look behind them.
+// tests, which can therefore also check its inside.
 #pragma once
 
 #include <objbase.h>
@@ -39,14 +39,14 @@ protected:
         EXPECT_TRUE(FreeLibrary(m_library));
     }
 
-    // One reference, the caller's.
+    // The caller owns the reference.
     static IClassFactory* GetFactory() {
         void* factory = nullptr;
         EXPECT_EQ(DllGetClassObject(CLSID_KeybInput, IID_IClassFactory, &factory), S_OK);
         return static_cast<IClassFactory*>(factory);
     }
 
-    // Null when that fails; else one reference, the caller's. Without an outer unknown.
+    // Creates it without an outer unknown. The caller owns the reference; null on failure.
     static IInputMethod2* CreateInputMethod() {
         IClassFactory* factory = GetFactory();
         void* object = nullptr;

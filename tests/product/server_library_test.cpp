@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The whole library through its file alone: loaded, registered, activated by its class identifier, unloaded.
+// The whole library, used only through its file: loaded, registered, activated by its class identifier,
+// unloaded.
 #include "server_fixture.h"
 #include "test_skin.h"
 #include "test_window.h"
@@ -56,7 +57,7 @@ TEST_F(LibraryTest, LivesAsLongAsItIsNeeded) {
     EXPECT_FALSE(IsLoaded());
 }
 
-// What a life of the library leaves behind (a window class, a factory) would disturb the next.
+// Anything left by an unloaded library (a window class, a factory) would disturb the next load.
 TEST_F(LibraryTest, CanBeLoadedAgain) {
     test::TestSkin().Install("a.tlk");
     ASSERT_EQ(Call("DllRegisterServer"), S_OK);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The server frame as its clients meet it: exports, class factory, aggregation, lock count.
+// The server frame as its clients use it: exports, class factory, aggregation, lock count.
 #include <functional>
 
 #include "fault_sweep.h"
@@ -49,7 +49,7 @@ void ExpectNoOtherInterface(IUnknown* object, REFIID other = kTypeLibraryInterfa
     EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-// Its references, as the count says that Release returns.
+// The number of references, as returned by Release.
 ULONG CountReferences(IUnknown* object) {
     object->AddRef();
     return object->Release();
@@ -86,7 +86,7 @@ TEST_F(ServerTest, ClassObjectErrorsLeaveTheOutPointerNull) {
         EXPECT_EQ(DllGetClassObject(classId, iid, &object), result);
         EXPECT_EQ(object, nullptr);
     }
-    // The factory now waits in the class table, which does not keep the library loaded.
+    // The factory is now only in the class table, which does not keep the library loaded.
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
 
@@ -133,7 +133,8 @@ TEST_F(ServerTest, EachReasonToStayLoadedCounts) {
 
 TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     IClassFactory* factory = GetFactory();
-    EXPECT_EQ(factory->LockServer(TRUE), S_OK);  // the factory's own reference could hide a wrong count
+    EXPECT_EQ(factory->LockServer(TRUE),
+              S_OK);  // done now, as the factory's own reference could hide a wrong count
     OuterUnknown outer;
     EXPECT_EQ(factory->CreateInstance(&outer, IID_IInputMethod, nullptr), E_POINTER);
 

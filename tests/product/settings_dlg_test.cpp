@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The options dialog's life; what a person does in it is tested through the simulator.
+// The lifetime of the options dialog; its use is tested through the simulator.
 #include "settings/settings_dlg.h"
 
 #include "fault_sweep.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr CLSID kOwn = {0x5C1E0B7A, 0x93D4, 0x4F28, {0xB6, 0xA1, 0x2D, 0x7E, 0x4C, 0x9F, 0x8A, 0x30}};
 
-// Presses OK as soon as it is open, and Cancel should that not close it.
+// Presses OK as soon as it is open, and Cancel if that does not close it.
 class ClosingDialog : public CSettingsDlg {
 public:
     ClosingDialog() : CSettingsDlg(kOwn) {}
@@ -32,7 +32,7 @@ protected:
         m_result = m_dialog.DoModal(nullptr, 0);
     }
 
-    // Opens the dialog while one thing after another fails, then once more.
+    // Opens the dialog in each step of a sweep, then once more without a fault.
     template <typename Sweep, typename Check = void (*)()>
     void OpenThrough(Check check = [] {}) {
         for (Sweep sweep; sweep.Next();) {
@@ -59,10 +59,10 @@ TEST_F(OptionsDialog, OpensAHundredTimes) {
     }
 }
 
-// The fixture sees to it that no handle is left.
+// The fixture checks that no handle is left.
 TEST_F(OptionsDialog, OutlivesEveryFailureOfThePlatform) { OpenThrough<test::FaultSweep>(); }
 
-// Nor does a list of skins that was cut short replace the stored one.
+// Nor does an incomplete list of skins replace the stored one.
 TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
     const WideStringList stored{TEXT("\\windows\\..\\other.tlk")};
     test::WriteDeviceFile("other.tlk", "");

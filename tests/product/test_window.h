@@ -3,7 +3,7 @@
 
 #include "framework/window.h"
 
-// A visible window that leaves every message to the system; of 240 x 80 pixels unless said otherwise.
+// A visible window that leaves all messages to the system; 240 x 80 pixels by default.
 class TestWindow : public CWindow {
 public:
     explicit TestWindow(RECT place = {0, 0, 240, 80}) {
@@ -23,7 +23,7 @@ public:
     TestWindow(const TestWindow&) = delete;
     TestWindow& operator=(const TestWindow&) = delete;
 
-    // The bounds of what was invalidated since the last call, all 0 for nothing.
+    // The bounds of the area invalidated since the last call; all 0 for none.
     RECT TakeInvalid() {
         RECT invalid{};
         GetUpdateRect(m_hWnd, &invalid, FALSE);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Every skin that was built, typed through by the real engine: each plane is brought up by tapping the status
-// keys, each key tapped in its middle, and what arrives compared with the tables of the library and the skin,
-// which are read here from their resources.
+// Types through every built skin with the real engine: selects each plane by tapping status keys, taps each
+// key in its middle, and compares the events with the tables of the library and the skin, which are read here
+// from their resources.
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -19,7 +19,7 @@ struct SkinFile {
     SIZE screen;  // upright
 };
 
-// Skins lie in folders that are named after their screen, as in 240x320.
+// Skins are in folders named after their screen, such as 240x320.
 std::vector<SkinFile> AllSkins() {
     std::vector<SkinFile> skins;
     for (const auto& folder : fs::directory_iterator(SKINS_FOLDER)) {
@@ -100,7 +100,7 @@ constexpr const WCHAR* kMasks[2][8] = {
 
 POINT Middle(const RECT& r) { return {(r.left + r.right) / 2, (r.top + r.bottom) / 2}; }
 
-// The characters that came with a key-down, and everything that is no character event.
+// The characters of key-downs, and all other events.
 struct Arrived {
     std::vector<WORD> characters;
     Events others;
@@ -157,7 +157,7 @@ private:
         TapAt(m_layout.at(key)[0]);
     }
 
-    // One-shot statuses are gone after every key, the language stays.
+    // One-shot statuses end with every key, the language stays.
     void BringUp(std::size_t plane) {
         const KbStatus& status = m_keyboard->m_stKbStatus;
         if ((plane >= 4) != !status.m_bLng1) TapStatus(test::KeyLanguage);
@@ -195,7 +195,7 @@ private:
         }
     }
 
-    // Every character key in every plane that the layout's status keys lead to.
+    // Every character key in every plane that the layout's status keys can select.
     std::set<std::pair<std::size_t, WORD>> Typable() const {
         const bool hasLanguage2 = m_layout.contains(test::KeyLanguage);
         const bool hasUmlauts = hasLanguage2 || m_layout.contains(test::KeyUmlaut);
@@ -210,7 +210,7 @@ private:
         return typable;
     }
 
-    // Nothing but Shift is held down or latched between two keys.
+    // Only Shift is held down or latched between two keys.
     void TypeFunctions() {
         BringUp(0);
         for (const auto& [key, events] : FunctionKeyEvents())
@@ -270,7 +270,7 @@ private:
 
     Table m_table;
     Layout m_layout;
-    // Planes and keys whose character arrived.
+    // The planes and keys whose character arrived.
     std::set<std::pair<std::size_t, WORD>> m_typed;
 };
 

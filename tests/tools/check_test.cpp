@@ -45,7 +45,7 @@ Bytes CapsRect(const Rect& rect) {
     return bytes;
 }
 
-// A skin without fault, to spoil: every key shows a square, its digit row is the CAPS rectangle.
+// A skin without faults, for tests to damage: every key shows a square, the digit row is the CAPS rectangle.
 class Spoiled {
 public:
     Spoiled() {
@@ -93,7 +93,7 @@ public:
         Bitmap(mask) = EncodeMask(pixels);
     }
 
-    // To what the upright screen shows of it.
+    // To the width of the upright screen.
     void NarrowDigits() {
         const Mask& wide = m_Masks.at("DIGIT_MASK");
         Mask mask({240, 80}, 1);
@@ -144,7 +144,7 @@ constexpr const char* kDigits = "DIGIT_LAYOUT_STRUCT";
 struct Fault {
     const char* name;
     std::function<void(Spoiled& skin)> spoil;
-    // Begins of lines, without the file.
+    // The beginnings of lines, after the file.
     std::vector<std::string> remarks;
 };
 
@@ -288,7 +288,7 @@ INSTANTIATE_TEST_SUITE_P(
               {"portrait, lng1-small, key \"w\": the glyph reaches the edge"}},
         Fault{"FaintGlyphs",
               [](Spoiled& skin) {
-                  // Middle grey is middle grey again when it is pressed; light glyphs on black fare alike.
+                  // Middle grey inverted is middle grey again, also for light glyphs on black.
                   Picture picture({240, 80}, Color{0xFF, 0xFF, 0xFF});
                   for (int y = 20; y < 40; ++y)
                       for (int x = 40; x < 120; ++x)
@@ -301,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(
                "portrait, key \"w\": hard to read when pressed: #FFFFFF on #7F7F7F has 4.0 to 1"}},
         Fault{"FramesAndRoundCorners",
               [](Spoiled& skin) {
-                  // Light on black in a frame that the glyph reaches.
+                  // Light on black in a frame that the glyph touches.
                   skin.Paint("LANG1_SMALL_MASK", Cell(1, 1), 1);
                   skin.Paint("LANG1_SMALL_MASK", {41, 21, 77, 37}, 0);
                   skin.Paint("LANG1_SMALL_MASK", {55, 30, 60, 37}, 1);
@@ -384,7 +384,7 @@ TEST(Check, EndsLayoutsThatNoKeyboardHas) {
     EXPECT_EQ(remarks[0].text.find("the layout has 10000 records, too many or too large ones"), 0u);
 }
 
-// Only that it ends, inside of the bytes: the sanitizers watch over it.
+// Only checks that it ends; sanitizers check that it stays inside the bytes.
 TEST(Check, DamagedSkinsAreCheckedToldAndShown) {
     const Bytes whole = Spoiled().File();
     for (std::size_t place = 0; place < whole.size(); place += place < 8192 ? 211 : 4999) {

@@ -16,7 +16,8 @@ Bytes SmallModule(Processor processor = Processor::X64) {
                        processor);
 }
 
-// What differs between processors: the machine, the kind of optional header and where it has its directories.
+// The differences between processors: the machine, the kind of optional header and the place of its
+// directories.
 struct Expected {
     Processor processor;
     unsigned machine;
@@ -66,7 +67,7 @@ TEST(Module, NamesStandInTheOrderThatLookupsSearch) {
     EXPECT_FALSE(module.Find(ResourceKind::Data, "ANT"));
 }
 
-// Unlike the loaders of devices, the host's takes the skins of all of them.
+// Unlike devices, the host loads skins for any processor.
 TEST(Module, LoadsForWhicheverProcessorItWasBuilt) {
     const Bytes picture = EncodePicture(Picture({240, 80}, Color{}));
     for (const auto processor : {Processor::Arm, Processor::X86, Processor::X64}) {
@@ -75,7 +76,7 @@ TEST(Module, LoadsForWhicheverProcessorItWasBuilt) {
     }
 }
 
-// Only that reading ends, inside of the bytes: the sanitizers watch over it.
+// Only checks that reading ends; sanitizers check that it stays inside the bytes.
 TEST(Module, DamagedFilesAreRefusedOrReadWithinTheirBytes) {
     const Bytes whole = SmallModule();
     for (std::size_t size = 0; size < 0x200 + 0x200; ++size)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The skins that ship, as they look and as the check sees them. How they type is for the test of all skins.
+// The look of the skins that ship, and their check. Typing is tested in all_skins_test.cpp.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,7 +41,7 @@ std::vector<std::string> AllSkins() {
 
 using Ink = std::set<std::pair<int, int>>;
 
-// What differs from the face, from the leftmost pixel on.
+// The pixels that differ from the face, from the leftmost one on.
 Ink InkOf(const Picture& mask, const Rect& rect, bool isLight) {
     Ink ink;
     for (int y = rect.top; y <= rect.bottom; ++y)
@@ -54,7 +54,7 @@ Ink InkOf(const Picture& mask, const Rect& rect, bool isLight) {
     return moved;
 }
 
-// What was drawn in one plane, and what the checks below look for in it.
+// Checks the drawing of one plane.
 void ExpectLegible(const Skin& skin, const Layout& layout, const Picture& mask, std::size_t slot,
                    const std::string& where) {
     const bool isLight = skin.palette.glyphs == GlyphTone::Light;
@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(All, Skins, testing::ValuesIn(AllSkins()), [](const aut
     return name;
 });
 
-// By a part of its path the keyboard chooses a skin and the options delete one; all sets may lie on one
+// The keyboard chooses a skin by a part of its path, and the options delete one so; all skins may be on one
 // device.
 TEST(Skins, NoNameIsAPartOfAnothersPath) {
     for (const std::string& skin : AllSkins()) {
@@ -121,9 +121,9 @@ TEST(Skins, NoNameIsAPartOfAnothersPath) {
 }
 
 struct Language {
-    // What the full keyboard types without Shift, row by row from the key ` on.
+    // The full keyboard without Shift, row by row from the key ` on.
     std::u16string rows;
-    // Beside a to z, each letter with its capital.
+    // Further letters than a to z, each with its capital.
     std::u16string letters;
 };
 

@@ -113,7 +113,7 @@ TEST(Source, WeightsShareTheRow) {
     EXPECT_EQ(FindCapsRect(skin, layout), (Rect{1, 1, 59, 16}));
 }
 
-// Sources that name other files, in a folder of their own.
+// Sources that name other files, in their own folder.
 class SourceFiles : public testing::Test {
 protected:
     SourceFiles() {
@@ -130,7 +130,7 @@ protected:
     Skin Read(const std::string& name, const std::string& screen = {}) const {
         return ReadSource(ReadText(Path(name)), Path(name), screen);
     }
-    // What is wrong, and where: "file:line: text" for each fault.
+    // "file:line: text" for each fault.
     std::string FaultsOf(const std::string& name) const {
         std::string faults;
         try {
@@ -177,7 +177,7 @@ TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
     EXPECT_EQ(FaultsOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultsOf("a.toml");
     Write("b.toml", "[portrait]\nsize = [60, 32]\nrows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"\n");
     EXPECT_EQ(FaultsOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultsOf("a.toml");
-    // Twice as many at each step.
+    // Doubles the number at each step.
     Write("b.toml", "based_on = [\"b0.toml\", \"b0.toml\"]\n");
     for (int number = 0; number < 30; ++number) {
         const std::string next = "\"b" + std::to_string(number + 1) + ".toml\"";
@@ -189,7 +189,7 @@ TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
     EXPECT_EQ(FaultsOf("a.toml").find("b.toml:1: "), 0u) << FaultsOf("a.toml");
 }
 
-// Each line says what it is for: all of them are told at once, and nothing that only follows from another.
+// Each line names its fault. All are reported at once, without consequences of others.
 TEST_F(SourceFiles, AllFaultsAreToldInTheOrderOfTheirLinesWithWhatWasMeant) {
     Write("a.toml",
           "screens = [\"240x320\"]\npalette = \"drak\"\n[colours]\n[colors]\nleter = \"#FFFFFF\"\n"
@@ -276,7 +276,7 @@ TEST(Source, PlanesThatNoKeyBringsUpAreLeftOut) {
     EXPECT_EQ(masks("q lang"), "LANG1_SMALL UML1_SMALL LANG2_SMALL UML2_SMALL ");
 }
 
-// The engine's mask paints black: light glyphs are what is left of a black face.
+// The engine paints black where the mask is 0: light glyphs are the rest of a black face.
 TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
     const std::string rows = PORTRAIT "rows = [\"q\"]\n";
     const Font font(TLK_FONT);
@@ -293,7 +293,7 @@ TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
     EXPECT_EQ(light.At(59, 5), 1) << "the line between two keys";
 }
 
-// What hints make bars of would be other letters.
+// Hints would turn these marks into bars, which belong to other letters.
 TEST(Source, MarksAboveBoldLettersAreNoBars) {
     const Font font(std::filesystem::path(TLK_FONT).replace_filename("DejaVuSans-Bold.ttf").string());
     for (const int pixels : {11, 14, 16, 27, 30})

@@ -22,7 +22,7 @@ protected:
 
     std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
 
-    // Returns the exit status; messages go to Path("messages"). `before` is run by the same shell.
+    // Returns the exit status; messages go to Path("messages"). The same shell first runs `before`.
     int Run(const std::string& arguments, const std::string& before = {}) const {
         const std::string command =
             before + "'" TLK_COMMAND "' " + arguments + " >" + Path("messages") + " 2>&1";
@@ -34,7 +34,7 @@ protected:
 };
 
 TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
-    // From another folder: a skin holds nothing of where or when it was built.
+    // From another folder, as a skin must not depend on where or when it was built.
     std::filesystem::copy(SKIN_SOURCES, m_Folder, std::filesystem::copy_options::recursive);
     EXPECT_EQ(Run("build " + Path("german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
     EXPECT_NE(ReadText(Path("messages")).find("a.tlk: for a screen of 240x320 and ARM"), std::string::npos);
@@ -93,7 +93,7 @@ TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {
         source << page.substr(start, end - start);
         source.close();
         EXPECT_EQ(Run("build " + Path(name) + ".toml -o " + Path("a.tlk")), 0) << name;
-        // The page says in words where the key "lang" of the second one goes.
+        // The page describes in words where the key "lang" of the second example goes.
         const bool isTold = ReadText(Path("messages")).find("no key leads to it") != std::string::npos;
         EXPECT_EQ(isTold, name == std::string("second")) << ReadText(Path("messages"));
         EXPECT_EQ(Run("check " + Path("a.tlk")), 0) << ReadText(Path("messages"));
@@ -112,7 +112,7 @@ TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyByAWholeOne) {
     EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("a.tlk")), 2);
     EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
     std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_all);
-    // A disk that has room for what the keyboard needs, and not for a skin.
+    // A disk with enough room for the engine's device, but not for a skin.
     const std::string full = "trap '' XFSZ; ulimit -f 30; ";
     EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("a.tlk"), full), 2);
     EXPECT_EQ(Run("show '" STANDARD_SKIN "' --zoom 8 -o " + Path("a.png"), full), 2);
