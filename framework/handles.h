@@ -42,10 +42,11 @@ private:
     Handle m_handle = Traits::Null();
 };
 
-struct BitmapTraits {
-    using Handle = HBITMAP;
+template <typename GraphicsHandle>
+struct GraphicsTraits {
+    using Handle = GraphicsHandle;
     static Handle Null() { return nullptr; }
-    static void Release(Handle bitmap) { DeleteObject(bitmap); }
+    static void Release(Handle object) { DeleteObject(object); }
 };
 struct MemoryDCTraits {
     using Handle = HDC;
@@ -68,7 +69,9 @@ struct FindTraits {
     static void Release(Handle find) { FindClose(find); }
 };
 
-using CBitmapOwner = CHandleOwner<BitmapTraits>;
+using CBitmapOwner = CHandleOwner<GraphicsTraits<HBITMAP>>;
+using CBrushOwner = CHandleOwner<GraphicsTraits<HBRUSH>>;
+using CFontOwner = CHandleOwner<GraphicsTraits<HFONT>>;
 using CMemoryDC = CHandleOwner<MemoryDCTraits>;
 using CModuleOwner = CHandleOwner<ModuleTraits>;
 using CRegistryKeyOwner = CHandleOwner<RegistryKeyTraits>;
@@ -92,6 +95,23 @@ private:
     HGDIOBJ m_previous;
 };
 
+// One GetDC and its ReleaseDC.
+class CWindowDC {
+public:
+    explicit CWindowDC(HWND window) : m_window(window), m_dc(GetDC(window)) {}
+    ~CWindowDC() {
+        if (m_dc) ReleaseDC(m_window, m_dc);
+    }
+    CWindowDC(const CWindowDC&) = delete;
+    CWindowDC& operator=(const CWindowDC&) = delete;
+
+    HDC Get() const { return m_dc; }
+
+private:
+    HWND m_window;
+    HDC m_dc;
+};
+
 // One BeginPaint and its EndPaint.
 class CPaintCycle {
 public:
@@ -103,7 +123,7 @@ public:
     CPaintCycle& operator=(const CPaintCycle&) = delete;
 
     // Null when painting could not begin.
-    HDC DC() const { return m_dc; }
+    HDC Get() const { return m_dc; }
 
 private:
     PAINTSTRUCT m_paint{};

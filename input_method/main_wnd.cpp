@@ -62,7 +62,7 @@ BOOL CMainWnd::ProcessWindowMessage(HWND, UINT message, WPARAM, LPARAM lParam, L
 
 LRESULT CMainWnd::OnPaint() {
     const CPaintCycle paint(m_hWnd);
-    if (m_pKbd && paint.DC()) m_pKbd->Paint(paint.DC(), this);
+    if (m_pKbd && paint.Get()) m_pKbd->Paint(paint.Get(), this);
     return 0;
 }
 

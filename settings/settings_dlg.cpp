@@ -35,10 +35,6 @@ WideString SkinDisplayName(const WideString& path) {
     return stem.substr(stem.rfind(WCHAR{'\\'}) + 1);
 }
 
-CSettingsDlg::~CSettingsDlg() {
-    if (m_hTitleFont) DeleteObject(m_hTitleFont);
-}
-
 BOOL CSettingsDlg::ProcessWindowMessage(HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result,
                                         DWORD map) {
     if (map != 0) return FALSE;
@@ -109,11 +105,10 @@ void CSettingsDlg::TakeOverPanel() {
 }
 
 void CSettingsDlg::MakeTitleFont() {
-    if (m_hTitleFont) DeleteObject(m_hTitleFont);
     LOGFONTW font{};
     GetObjectW(GetStockObject(SYSTEM_FONT), sizeof font, &font);
     font.lfWeight = FW_BOLD;
-    m_hTitleFont = CreateFontIndirectW(&font);
+    m_hTitleFont.Reset(CreateFontIndirectW(&font));
 }
 
 void CSettingsDlg::FetchControls() {
@@ -210,12 +205,12 @@ LRESULT CSettingsDlg::OnSize() {
 
 LRESULT CSettingsDlg::OnPaint() {
     const CPaintCycle paint(m_hWnd);
-    if (!paint.DC()) return 0;
-    SetTextColor(paint.DC(), GetSysColor(COLOR_ACTIVECAPTION));
-    const CSelection font(paint.DC(), m_hTitleFont);
+    if (!paint.Get()) return 0;
+    SetTextColor(paint.Get(), GetSysColor(COLOR_ACTIVECAPTION));
+    const CSelection font(paint.Get(), m_hTitleFont.Get());
     const WideString title = LoadResourceString(IDS_TITLE);
     RECT place{7, LongerSide() / 30, 150, LongerSide() / 15};
-    DrawTextW(paint.DC(), title.c_str(), static_cast<int>(title.size()), &place, DT_VCENTER | DT_NOCLIP);
+    DrawTextW(paint.Get(), title.c_str(), static_cast<int>(title.size()), &place, DT_VCENTER | DT_NOCLIP);
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "framework/dialog.h"
+#include "framework/handles.h"
 #include "framework/wide_string.h"
 #include "keyboard/keyboard.h"
 #include "resources/resource.h"
@@ -23,7 +24,6 @@ public:
 
     // The class identifier of this input method.
     explicit CSettingsDlg(REFCLSID ownIM) : m_OwnIM(ownIM) {}
-    ~CSettingsDlg() override;
 
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override;
@@ -87,8 +87,8 @@ private:
     HWND m_hSkinCombo = nullptr;
     HWND m_hAddButton = nullptr;
     HWND m_hDeleteButton = nullptr;
-    HFONT m_hTitleFont = nullptr;  // owned
-    CLSID m_PrevIM{};              // current when the dialog opened
+    CFontOwner m_hTitleFont;
+    CLSID m_PrevIM{};  // current when the dialog opened
     CLSID m_OwnIM;
     WideString m_strAbout;
     SIZE m_Screen{};

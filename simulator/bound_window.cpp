@@ -81,16 +81,16 @@ LRESULT BoundWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void BoundWindow::OnPaint() {
-    const PaintCycle paint(m_window);
+    const CPaintCycle paint(m_window);
     if (!paint.Get()) return;
-    const Selection selection(paint.Get(), m_font.Get());
+    const CSelection selection(paint.Get(), m_font.Get());
     SetBkMode(paint.Get(), TRANSPARENT);
     Draw(paint.Get());
 }
 
 SIZE BoundWindow::Measure(std::u16string_view text) const {
-    const WindowContext context(m_window);
-    const Selection selection(context.Get(), m_font.Get());
+    const CWindowDC context(m_window);
+    const CSelection selection(context.Get(), m_font.Get());
     SIZE size{};
     GetTextExtentPoint32W(context.Get(), text.data(), static_cast<int>(text.size()), &size);
     return size;

@@ -31,7 +31,7 @@ protected:
     // No message reaches the object afterwards.
     void Destroy();
     void Invalidate() const { InvalidateRect(m_window, nullptr, FALSE); }
-    void SetFont(int height, int weight) { m_font.Create(height, weight); }
+    void SetFont(int height, int weight) { m_font = MakeFont(height, weight); }
     // The size of the text in the window's font; (0, 0) if it cannot be measured.
     SIZE Measure(std::u16string_view text) const;
 
@@ -49,5 +49,5 @@ private:
     void OnPaint();
 
     HWND m_window = nullptr;
-    Font m_font;
+    CFontOwner m_font;
 };

@@ -2,13 +2,13 @@
 #include "chosen_skin.h"
 
 #include <sip_layout.h>
+#include <unicode.h>
 
 #include <algorithm>
 
 #include "registry_value.h"
 #include "script.h"
 #include "skin_files.h"
-#include "text.h"
 
 namespace {
 
@@ -56,22 +56,22 @@ std::string NamesOfSkins() {
     std::string names;
     for (const std::u16string& path : ListSkins()) {
         if (!SuitsScreen(path)) continue;
-        names += (names.empty() ? "" : ", ") + ToUtf8(PlainSkinName(path));
+        names += (names.empty() ? "" : ", ") + unicode::ToUtf8(PlainSkinName(path));
     }
     return names.empty() ? "none" : names;
 }
 
 std::u16string ChosenSkin() {
     const std::u16string stored = StoredSkin();
-    const std::optional<RegistryValue> standIn = ReadRegistryValue(kChoice, kStandInPath);
-    const std::optional<RegistryValue> chosen = ReadRegistryValue(kChoice, kChosenName);
-    const bool standsIn = standIn && chosen && standIn->Text() == stored;
-    return standsIn ? chosen->Text() : PlainSkinName(stored);
+    const std::u16string chosen = ReadRegistryText(kChoice, kChosenName);
+    const bool standsIn = !chosen.empty() && ReadRegistryText(kChoice, kStandInPath) == stored;
+    return standsIn ? chosen : PlainSkinName(stored);
 }
 
 // Keeps a stored skin of this name: the user's skin may have the same name as one in \Windows.
 bool ChooseSkin(const std::u16string& name) {
-    const std::u16string sized = name + u'-' + FromUtf8(SizeName(ScreenSize())).value_or(std::u16string());
+    const std::u16string sized =
+        name + u'-' + unicode::FromUtf8(SizeName(ScreenSize())).value_or(std::u16string());
     std::vector<std::u16string> skins = ListSkins();
     std::erase_if(skins, [&](const std::u16string& path) {
         const std::u16string file = FileName(path);

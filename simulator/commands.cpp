@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <iostream>
 #include <limits>
 #include <utility>
 
 #include "script.h"
-#include "text.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ void RunWith(Session& session, const Command& command, std::span<const std::stri
 }  // namespace
 
 std::u16string Arguments::Wide(std::size_t index) const {
-    std::optional<std::u16string> text = FromUtf8(m_words[index]);
+    std::optional<std::u16string> text = unicode::FromUtf8(m_words[index]);
     if (!text) throw ScriptError("\"" + m_words[index] + "\" is not UTF-8");
     return *text;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Commands for skins, notes and the time.
 #include <sip_layout.h>
+#include <unicode.h>
 
 #include <algorithm>
 
@@ -10,7 +11,6 @@
 #include "script.h"
 #include "session.h"
 #include "skin_files.h"
-#include "text.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ void PreferSkins(Session& session, const Arguments& arguments) {
 
 void KeepSkin(Session&, const Arguments& arguments) {
     if (!KeepChosenSkin(arguments.Wide(0))) return;
-    const std::string standIn = ToUtf8(PlainSkinName(StoredSkin()));
+    const std::string standIn = unicode::ToUtf8(PlainSkinName(StoredSkin()));
     Note("There is no skin \"" + arguments.Text(0) + "\" for this screen" +
          (IsSkinLoaded() ? "; \"" + standIn + "\" stands in for it." : "."));
 }

@@ -53,7 +53,7 @@ std::string FormatBytes(const RegistryValue& value) {
 // Data that does not fit its type (half a character, a number of another size) is printed as bytes.
 std::string Format(const RegistryValue& value) {
     const bool wholeCharacters = value.data.size() % 2 == 0;
-    if (value.type == REG_SZ && wholeCharacters) return "sz " + Quoted(value.Text());
+    if (value.type == REG_SZ && wholeCharacters) return "sz " + Quoted(value.Characters());
     if (value.type == REG_MULTI_SZ && wholeCharacters) {
         std::string text = "multi";
         for (const std::u16string& item : value.Texts()) {

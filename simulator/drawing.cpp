@@ -16,19 +16,18 @@ COLORREF Blend(DWORD pixel, COLORREF background) {
 
 }  // namespace
 
-void Font::Create(int height, int weight) {
+CFontOwner MakeFont(int height, int weight) {
     LOGFONTW description{};
     description.lfHeight = -height;
     description.lfWeight = weight;
     const host::PlatformScope scope;
-    Reset(CreateFontIndirectW(&description));
+    return CFontOwner(CreateFontIndirectW(&description));
 }
 
 void FillArea(HDC dc, const RECT& area, COLORREF color) {
     const host::PlatformScope scope;
-    const HBRUSH brush = CreateSolidBrush(color);
-    FillRect(dc, &area, brush);
-    DeleteObject(brush);
+    const CBrushOwner brush(CreateSolidBrush(color));
+    FillRect(dc, &area, brush.Get());
 }
 
 void DrawFrame(HDC dc, const RECT& area, COLORREF color) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "edit_field.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <span>
-
-#include "text.h"
 
 namespace {
 
@@ -217,7 +217,7 @@ void EditField::Draw(HDC dc) {
 void EditField::DrawLine(HDC dc, const EditLayout::Line& line, int top) {
     int x = m_margin;
     for (std::size_t i = line.start; i < line.end;) {
-        const std::u16string_view character = CharacterAt(m_text.Text(), i);
+        const std::u16string_view character = unicode::CharacterAt(m_text.Text(), i);
         const int width = WidthOf(character);
         const bool selected = i >= m_text.SelectionStart() && i < m_text.SelectionEnd();
         if (selected) FillArea(dc, {x, top, x + width, top + m_lineHeight}, GetSysColor(COLOR_HIGHLIGHT));

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "edit_text.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <utility>
-
-#include "text.h"
 
 namespace {
 
@@ -134,11 +134,10 @@ void EditText::Record(Change change) {
 
 std::size_t EditText::Before(std::size_t position) const {
     if (position == 0) return 0;
-    const bool pair =
-        position >= 2 && IsTrailSurrogate(m_text[position - 1]) && IsLeadSurrogate(m_text[position - 2]);
+    const bool pair = position >= 2 && unicode::CharacterAt(m_text, position - 2).size() == 2;
     return position - (pair ? 2 : 1);
 }
 
 std::size_t EditText::Behind(std::size_t position) const {
-    return position == m_text.size() ? position : position + CharacterAt(m_text, position).size();
+    return position == m_text.size() ? position : position + unicode::CharacterAt(m_text, position).size();
 }

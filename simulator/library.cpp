@@ -16,17 +16,23 @@ namespace {
 constexpr char16_t kInstalledPath[] = u"\\Windows\\tolka.dll";
 constexpr char16_t kServerKey[] = u"CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32";
 
-std::u16string RegisteredPath() {
-    const std::optional<RegistryValue> value = ReadRegistryValue({HKEY_CLASSES_ROOT, kServerKey}, u"");
-    if (!value || value->type != REG_SZ) return {};
-    const std::u16string text = value->Text();
-    return text.substr(0, text.find(u'\0'));
-}
+std::u16string RegisteredPath() { return ReadRegistryText({HKEY_CLASSES_ROOT, kServerKey}, u""); }
 
 // The last error as a code that is always a failure.
 HRESULT LastFailure() {
     const DWORD error = GetLastError();
     return error == ERROR_SUCCESS ? E_FAIL : HRESULT_FROM_WIN32(error);
+}
+
+template <typename Entry>
+Entry FindEntry(const CModuleOwner& module, const char* name) {
+    return reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(GetProcAddress(module.Get(), name)));
+}
+
+HRESULT CallEntry(const CModuleOwner& module, const char* name) {
+    using Entry = HRESULT(STDAPICALLTYPE*)();
+    const auto entry = FindEntry<Entry>(module, name);
+    return entry ? entry() : LastFailure();
 }
 
 }  // namespace
@@ -35,8 +41,7 @@ Library::~Library() { Free(); }
 
 void Library::Free() {
     const host::PlatformScope scope;
-    if (m_module) FreeLibrary(m_module);
-    m_module = nullptr;
+    m_module.Reset();
 }
 
 void Library::EnsureRegistered() {
@@ -49,16 +54,12 @@ void Library::Install() {
     code += ".so";
     CopyToDevice(code, std::u16string(kInstalledPath) + u".so");
     const host::PlatformScope scope;
-    const HMODULE module = LoadLibraryW(kInstalledPath);
+    const CModuleOwner module(LoadLibraryW(kInstalledPath));
     if (!module) {
         throw ScriptError("the library " + m_built.string() + " does not load: error " +
                           std::to_string(GetLastError()));
     }
-    using Entry = HRESULT(STDAPICALLTYPE*)();
-    const auto entry =
-        reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(GetProcAddress(module, "DllRegisterServer")));
-    const HRESULT result = entry ? entry() : LastFailure();
-    FreeLibrary(module);
+    const HRESULT result = CallEntry(module, "DllRegisterServer");
     if (FAILED(result)) {
         throw ScriptError("the library " + m_built.string() +
                           " does not register itself: " + Hexadecimal(static_cast<DWORD>(result)));
@@ -69,32 +70,22 @@ HRESULT Library::Load() {
     if (m_module) return S_OK;
     EnsureRegistered();
     const host::PlatformScope scope;
-    m_module = LoadLibraryW(RegisteredPath().c_str());
+    m_module.Reset(LoadLibraryW(RegisteredPath().c_str()));
     return m_module ? S_OK : LastFailure();
 }
 
-FARPROC Library::FindExport(const char* name, HRESULT& result) {
-    result = Load();
-    if (FAILED(result)) return nullptr;
-    const FARPROC entry = GetProcAddress(m_module, name);
-    if (!entry) result = LastFailure();
-    return entry;
-}
-
 HRESULT Library::CallExport(const char* name) {
-    HRESULT result = S_OK;
-    using Entry = HRESULT(STDAPICALLTYPE*)();
-    const auto entry = reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(FindExport(name, result)));
-    return entry ? entry() : result;
+    const HRESULT result = Load();
+    return FAILED(result) ? result : CallEntry(m_module, name);
 }
 
 HRESULT Library::GetClassObject(REFIID iid, void** object) {
     *object = nullptr;
-    HRESULT result = S_OK;
+    const HRESULT result = Load();
+    if (FAILED(result)) return result;
     using Entry = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    const auto entry =
-        reinterpret_cast<Entry>(reinterpret_cast<void (*)()>(FindExport("DllGetClassObject", result)));
-    return entry ? entry(kInputMethodClass, iid, object) : result;
+    const auto entry = FindEntry<Entry>(m_module, "DllGetClassObject");
+    return entry ? entry(kInputMethodClass, iid, object) : LastFailure();
 }
 
 // COM also holds the library if it has created an object, and releases it first: the last FreeLibrary

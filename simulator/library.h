@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "framework/handles.h"
+
 // The library's class.
 extern const CLSID kInputMethodClass;
 
@@ -25,7 +27,7 @@ public:
     void EnsureRegistered();
     // Loads the library if it is not loaded, and first registers it if none is registered.
     HRESULT Load();
-    bool IsLoaded() const { return m_module != nullptr; }
+    bool IsLoaded() const { return static_cast<bool>(m_module); }
 
     // Call the exports after Load; return its error if it fails.
     HRESULT GetClassObject(REFIID iid, void** object);
@@ -38,10 +40,9 @@ public:
 
 private:
     HRESULT CallExport(const char* name);
-    FARPROC FindExport(const char* name, HRESULT& result);
     void Install();
     void Free();
 
     std::filesystem::path m_built;
-    HMODULE m_module = nullptr;
+    CModuleOwner m_module;
 };

@@ -2,12 +2,12 @@
 #include "notes_file.h"
 
 #include <host_control.h>
+#include <unicode.h>
 
 #include <optional>
 
 #include "device_files.h"
 #include "script.h"
-#include "text.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr std::size_t kGreatestSize = 256 << 10;  // bytes; an edit field lays o
 std::u16string ReadNotes() {
     if (!HasDeviceFile(kPath)) return {};
     const std::string bytes = ReadDeviceFile(kPath);
-    std::optional<std::u16string> text = FromUtf8(bytes);
+    std::optional<std::u16string> text = unicode::FromUtf8(bytes);
     if (!text || bytes.size() > kGreatestSize) {
         throw ScriptError(host::HostPath(kPath).string() +
                           (text ? " is too long to be shown" : " is not UTF-8") +
@@ -31,4 +31,4 @@ std::u16string ReadNotes() {
     return *text;
 }
 
-void WriteNotes(std::u16string_view text) { WriteDeviceFile(kPath, ToUtf8(text)); }
+void WriteNotes(std::u16string_view text) { WriteDeviceFile(kPath, unicode::ToUtf8(text)); }

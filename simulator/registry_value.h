@@ -22,7 +22,7 @@ struct RegistryValue {
     static RegistryValue FromTexts(const std::vector<std::u16string>& texts);
 
     // The data as characters, without one terminator at the end; ignores an odd last byte.
-    std::u16string Text() const;
+    std::u16string Characters() const;
     // The data as a list of strings, up to the first empty one.
     std::vector<std::u16string> Texts() const;
 };
@@ -32,6 +32,8 @@ KeyPath ParseKeyPath(const std::string& text);
 
 // None if the key or the value does not exist.
 std::optional<RegistryValue> ReadRegistryValue(const KeyPath& key, const std::u16string& name);
+// A string of any type, up to its first null; empty if the key or the value does not exist.
+std::u16string ReadRegistryText(const KeyPath& key, const std::u16string& name);
 // These return the error code of the registry.
 LSTATUS WriteRegistryValue(const KeyPath& key, const std::u16string& name, const RegistryValue& value);
 LSTATUS DeleteRegistryValue(const KeyPath& key, const std::u16string& name);

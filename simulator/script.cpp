@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "script.h"
 
-#include <charconv>
+#include <unicode.h>
 
-#include "text.h"
+#include <charconv>
 
 namespace {
 
@@ -40,17 +40,10 @@ std::string TakePlainWord(std::string_view& line) {
     return word;
 }
 
-// -1 if it is no hexadecimal digit.
-int DigitValue(char digit) {
-    if (digit >= '0' && digit <= '9') return digit - '0';
-    const int letter = digit | 0x20;
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
 }  // namespace
 
 std::vector<std::string> SplitWords(std::string_view line) {
-    if (!FromUtf8(line)) throw ScriptError("the line is not UTF-8");
+    if (!unicode::FromUtf8(line)) throw ScriptError("the line is not UTF-8");
     std::vector<std::string> words;
     while (true) {
         while (!line.empty() && IsBlank(line[0])) {
@@ -81,13 +74,13 @@ std::int64_t ParseNumber(const std::string& word, std::int64_t least, std::int64
 }
 
 std::vector<std::uint8_t> ParseBytes(const std::string& word) {
-    std::vector<std::uint8_t> bytes;
-    for (std::size_t i = 0; i + 1 < word.size(); i += 2) {
-        const int high = DigitValue(word[i]);
-        const int low = DigitValue(word[i + 1]);
-        if (high < 0 || low < 0) break;
-        bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
+    std::vector<std::uint8_t> bytes(word.size() / 2);
+    const char* next = word.data();
+    for (std::uint8_t& byte : bytes) {
+        const auto [stop, error] = std::from_chars(next, next + 2, byte, 16);
+        if (stop != next + 2) break;
+        next = stop;
     }
-    if (bytes.size() * 2 != word.size()) throw ScriptError("\"" + word + "\" is not a list of bytes");
+    if (next != word.data() + word.size()) throw ScriptError("\"" + word + "\" is not a list of bytes");
     return bytes;
 }

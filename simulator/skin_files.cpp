@@ -3,6 +3,7 @@
 
 #include <host_control.h>
 #include <sip_layout.h>
+#include <unicode.h>
 
 #include <algorithm>
 #include <map>
@@ -10,10 +11,10 @@
 #include <set>
 
 #include "device_files.h"
+#include "framework/handles.h"
 #include "registry_value.h"
 #include "script.h"
 #include "store/registry_names.h"
-#include "text.h"
 
 namespace fs = std::filesystem;
 
@@ -31,7 +32,7 @@ std::map<std::u16string, fs::path> SkinsIn(const fs::path& folder) {
     std::map<std::u16string, fs::path> skins;
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const std::optional<std::u16string> name = FromUtf8(entry.path().filename().string());
+        const std::optional<std::u16string> name = unicode::FromUtf8(entry.path().filename().string());
         if (name && IsSkinName(*name)) skins[*name] = entry.path();
     }
     return skins;
@@ -54,25 +55,19 @@ std::u16string Installed(const std::u16string& name) { return u"\\Windows\\" + n
 void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
                    std::vector<std::u16string>& paths) {
     WIN32_FIND_DATAW data;
-    const HANDLE find = FindFirstFileW(pattern.c_str(), &data);
-    if (find == INVALID_HANDLE_VALUE) return;
-    do {
+    const CFindOwner find(FindFirstFileW(pattern.c_str(), &data));
+    for (BOOL found = static_cast<bool>(find); found; found = FindNextFileW(find.Get(), &data)) {
         paths.push_back(folder + data.cFileName);
-    } while (FindNextFileW(find, &data));
-    FindClose(find);
+    }
 }
 
 // In pixels; 0 if the file is no skin.
 LONG WidthOfSkin(const std::u16string& path) {
     const host::PlatformScope scope;
-    const HMODULE module = LoadLibraryW(path.c_str());
-    if (!module) return 0;
+    const CModuleOwner skin(LoadLibraryW(path.c_str()));
+    const CBitmapOwner bitmap(skin ? LoadBitmapW(skin.Get(), u"char_keyboard_bitmap") : nullptr);
     BITMAP picture{};
-    if (const HBITMAP bitmap = LoadBitmapW(module, u"char_keyboard_bitmap")) {
-        GetObjectW(bitmap, sizeof picture, &picture);
-        DeleteObject(bitmap);
-    }
-    FreeLibrary(module);
+    GetObjectW(bitmap.Get(), sizeof picture, &picture);
     return picture.bmWidth;
 }
 
@@ -103,7 +98,7 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
 
 // Tried under another name first: an existing skin is only replaced by a file that is a skin.
 void PutSkin(const fs::path& file) {
-    const std::optional<std::u16string> name = FromUtf8(file.filename().string());
+    const std::optional<std::u16string> name = unicode::FromUtf8(file.filename().string());
     if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");
     if (!IsSkinName(*name)) {
         throw ScriptError("the name of the skin " + file.string() + " does not end in .tlk");
@@ -134,12 +129,7 @@ std::vector<std::u16string> ListSkins() {
 
 bool IsSkinLoaded() { return host::CountHandles().modules > 0; }
 
-std::u16string StoredSkin() {
-    const std::optional<RegistryValue> value = ReadRegistryValue(kSettings, kSkinValue);
-    if (!value) return {};
-    const std::u16string text = value->Text();
-    return text.substr(0, text.find(u'\0'));
-}
+std::u16string StoredSkin() { return ReadRegistryText(kSettings, kSkinValue); }
 
 void StoreSkin(const std::u16string& path) {
     if (WriteRegistryValue(kSettings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS) {

@@ -2,13 +2,13 @@
 #include "acts.h"
 
 #include <sip_layout.h>
+#include <unicode.h>
 
 #include <algorithm>
 #include <iterator>
 
 #include "chosen_skin.h"
 #include "scale.h"
-#include "text.h"
 
 namespace fs = std::filesystem;
 
@@ -32,7 +32,7 @@ Acts SelectActs(const SkinOptions& skins) {
     Acts acts = SkinActs(skins);
     acts.push_back({"select"});
     const std::u16string chosen = ChosenSkin();
-    if (skins.choice.empty() && !chosen.empty()) acts.push_back({"skin", "keep", ToUtf8(chosen)});
+    if (skins.choice.empty() && !chosen.empty()) acts.push_back({"skin", "keep", unicode::ToUtf8(chosen)});
     return acts;
 }
 
@@ -47,7 +47,7 @@ Acts SkinActs(const SkinOptions& skins) {
         return acts;
     }
     Words preference{"skin", "prefer"};
-    for (const std::string& name : {ToUtf8(ChosenSkin()), skins.preferred}) {
+    for (const std::string& name : {unicode::ToUtf8(ChosenSkin()), skins.preferred}) {
         if (!name.empty()) preference.push_back(name);
     }
     if (preference.size() > 2) acts.push_back(preference);

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "handheld.h"
 
+#include <unicode.h>
+
 #include <unistd.h>
 
 #include <iostream>
 
 #include "notes_file.h"
-#include "text.h"
 #include "time_of_day.h"
 
 namespace {
@@ -67,7 +68,7 @@ void Handheld::ShowTime() {
     if (time == m_time) return;
     m_time = time;
     m_timeRecorded = false;
-    m_session.GetApplication().SetTime(FromUtf8(time).value_or(std::u16string()));
+    m_session.GetApplication().SetTime(unicode::FromUtf8(time).value_or(std::u16string()));
 }
 
 void Handheld::Tell(const std::string& text) {

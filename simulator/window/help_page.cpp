@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "help_page.h"
 
+#include <unicode.h>
+
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <string>
 
 #include "drawing.h"
 #include "keys.h"
 #include "scale.h"
-#include "text.h"
 
 namespace {
 
@@ -18,27 +20,20 @@ constexpr COLORREF kInk = RGB(0, 0, 0);
 // A bitmap to draw on, whose pixels can be read.
 class Canvas {
 public:
-    explicit Canvas(SIZE size) : m_size(size), m_dc(CreateCompatibleDC(nullptr)) {
+    explicit Canvas(SIZE size) : m_size(size) {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof info.bmiHeader;
         info.bmiHeader.biWidth = size.cx;
         info.bmiHeader.biHeight = -size.cy;  // rows from the top
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
-        m_bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0);
-        if (m_bitmap) m_former = SelectObject(m_dc, m_bitmap);
+        m_bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0));
+        m_selection.emplace(m_dc.Get(), m_bitmap.Get());
     }
-    ~Canvas() {
-        if (m_former) SelectObject(m_dc, m_former);
-        if (m_bitmap) DeleteObject(m_bitmap);
-        if (m_dc) DeleteDC(m_dc);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
 
-    HDC Get() const { return m_dc; }
+    HDC Get() const { return m_dc.Get(); }
     host::Picture Copy() const {
-        if (!m_former) return {};
+        if (!*m_selection) return {};
         const std::size_t count = static_cast<std::size_t>(m_size.cx) * static_cast<std::size_t>(m_size.cy);
         host::Picture picture{m_size.cx, m_size.cy, std::vector<DWORD>(count)};
         std::memcpy(picture.pixels.data(), m_bits, count * sizeof(DWORD));
@@ -47,18 +42,21 @@ public:
 
 private:
     SIZE m_size;
-    HDC m_dc;
-    HBITMAP m_bitmap = nullptr;
-    HGDIOBJ m_former = nullptr;
     void* m_bits = nullptr;
+    CBitmapOwner m_bitmap;
+    CMemoryDC m_dc{CreateCompatibleDC(nullptr)};
+    std::optional<CSelection> m_selection;
 };
 
 // The page from top to bottom; sizes are those for the smallest screen, times the scale.
 class Page {
 public:
-    Page(const Canvas& canvas, SIZE size, int scale) : m_canvas(canvas), m_size(size), m_scale(scale) {
-        m_title.Create(13 * scale, FW_BOLD);
-        m_normal.Create(12 * scale, FW_NORMAL);
+    Page(const Canvas& canvas, SIZE size, int scale)
+        : m_canvas(canvas),
+          m_size(size),
+          m_scale(scale),
+          m_title(MakeFont(13 * scale, FW_BOLD)),
+          m_normal(MakeFont(12 * scale, FW_NORMAL)) {
         FillArea(canvas.Get(), {0, 0, size.cx, size.cy}, kPaper);
         SetBkMode(canvas.Get(), TRANSPARENT);
         SetTextColor(canvas.Get(), kInk);
@@ -79,9 +77,9 @@ private:
     static constexpr int kMargin = 10;
     static constexpr int kColumn = 40;
 
-    void Write(const Font& font, const std::string& text, int left) const {
-        const Selection selection(m_canvas.Get(), font.Get());
-        const std::u16string wide = FromUtf8(text).value_or(std::u16string());
+    void Write(const CFontOwner& font, const std::string& text, int left) const {
+        const CSelection selection(m_canvas.Get(), font.Get());
+        const std::u16string wide = unicode::FromUtf8(text).value_or(std::u16string());
         RECT place{left * m_scale, m_top, m_size.cx, m_size.cy};
         DrawTextW(m_canvas.Get(), wide.c_str(), static_cast<int>(wide.size()), &place, DT_LEFT | DT_NOPREFIX);
     }
@@ -90,8 +88,8 @@ private:
     SIZE m_size;
     int m_scale;
     int m_top = 0;
-    Font m_title;
-    Font m_normal;
+    CFontOwner m_title;
+    CFontOwner m_normal;
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <SDL.h>
 #include <sip_layout.h>
+#include <unicode.h>
 
 #include <algorithm>
 #include <deque>
@@ -20,7 +21,6 @@
 #include "scale.h"
 #include "script.h"
 #include "skin_files.h"
-#include "text.h"
 #include "time_of_day.h"
 
 namespace {
@@ -269,7 +269,7 @@ void WindowMode::ShowTitle() {
     const SIZE screen = ScreenSize();
     m_shownSkin = StoredSkin();
     m_window.SetTitle("Tolka " + std::to_string(screen.cx) + " x " + std::to_string(screen.cy) + ' ' +
-                      ToUtf8(PlainSkinName(m_shownSkin)) + " (F1: help)");
+                      unicode::ToUtf8(PlainSkinName(m_shownSkin)) + " (F1: help)");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The look of the skins that ship, and their check. Typing is tested in all_skins_test.cpp.
 #include <gtest/gtest.h>
+#include <unicode.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -74,7 +75,8 @@ void ExpectLegible(const Skin& skin, const Layout& layout, const Picture& mask, 
         const char16_t character = skin.characters[key.key][slot];
         const auto [same, isNew] = seen.emplace(ink, character);
         EXPECT_TRUE(isNew || same->second == character)
-            << where << ": " << ToUtf8(same->second) << " and " << ToUtf8(character) << " look the same";
+            << where << ": " << unicode::ToUtf8(same->second) << " and " << unicode::ToUtf8(character)
+            << " look the same";
     }
 }
 
@@ -170,7 +172,8 @@ TEST(Skins, EachLanguageHasAllItsLettersInBothCasesAndNoKeyLeftBehind) {
                 if (language != "turkish" || letter != u'i')
                     letters += {letter, static_cast<char16_t>(letter - u'a' + u'A')};
         for (std::size_t at = 0; at < letters.size(); at += 2)
-            EXPECT_TRUE(Types(skin, letters[at], letters[at + 1])) << name << ' ' << ToUtf8(letters[at]);
+            EXPECT_TRUE(Types(skin, letters[at], letters[at + 1]))
+                << name << ' ' << unicode::ToUtf8(letters[at]);
         for (const Row& row : skin.portrait.rows)
             for (const RowKey& key : row.keys)
                 EXPECT_TRUE(IsFunction(key.key) || skin.characterPlaces.contains(key.key))

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "characters.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 
 #include "name_list.h"
@@ -65,17 +67,8 @@ bool HasName(const CharacterTable& table, std::uint16_t key) {
 
 std::string KeyName(const CharacterTable& table, std::uint16_t key) {
     if (!HasName(table, key)) return std::to_string(key);
-    return IsFunction(key) ? std::string(kFunctionNames[key - kFirstFunction]) : ToUtf8(table[key][0]);
-}
-
-std::string ToUtf8(char32_t character) {
-    const auto tail = [character](int shift) {
-        return static_cast<char>(0x80 | ((character >> shift) & 0x3F));
-    };
-    if (character < 0x80) return {static_cast<char>(character)};
-    if (character < 0x800) return {static_cast<char>(0xC0 | (character >> 6)), tail(0)};
-    if (character < 0x10000) return {static_cast<char>(0xE0 | (character >> 12)), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | (character >> 18)), tail(12), tail(6), tail(0)};
+    return IsFunction(key) ? std::string(kFunctionNames[key - kFirstFunction])
+                           : unicode::ToUtf8(table[key][0]);
 }
 
 }  // namespace tlk

@@ -66,6 +66,5 @@ bool IsDigitLineCharacter(char16_t small);
 bool HasName(const CharacterTable& table, std::uint16_t key);
 // The key's name, or its index if it has none.
 std::string KeyName(const CharacterTable& table, std::uint16_t key);
-std::string ToUtf8(char32_t character);
 
 }  // namespace tlk

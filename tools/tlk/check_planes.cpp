@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Compares the signs on keys, in the planes that can be reached, with the characters typed there.
+#include <unicode.h>
+
 #include <algorithm>
 #include <map>
 
@@ -104,7 +106,7 @@ private:
         return showsSomething || IsBlank(character) ? "" : "types " + Quote(character) + " but shows nothing";
     }
 
-    static std::string Quote(char16_t character) { return "\"" + ToUtf8(character) + "\""; }
+    static std::string Quote(char16_t character) { return "\"" + unicode::ToUtf8(character) + "\""; }
 
     const SkinModule& m_Skin;
     const SkinBoard& m_Board;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drawing.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -20,7 +22,7 @@ constexpr double kNarrowestWord = 0.85;
 std::string Describe(char16_t character) {
     char code[16];
     std::snprintf(code, sizeof code, " (U+%04X)", static_cast<unsigned>(character));
-    return "'" + ToUtf8(character) + "'" + code;
+    return "'" + unicode::ToUtf8(character) + "'" + code;
 }
 
 class BoardDrawing {

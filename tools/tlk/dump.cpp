@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dump.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -28,7 +30,7 @@ std::string Show(char16_t unit) {
                              (unit >= 0x2060 && unit <= 0x206F) || (unit >= 0xD800 && unit <= 0xF8FF) ||
                              unit == 0x3000 || unit >= 0xFEFF;
     if (unit == 0) return "none";
-    return isInvisible ? "U+" + Hex(unit, 4) : ToUtf8(unit);
+    return isInvisible ? "U+" + Hex(unit, 4) : unicode::ToUtf8(unit);
 }
 
 class Writer {

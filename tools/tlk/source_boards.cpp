@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "source_boards.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -181,7 +183,7 @@ private:
     RowKey ReadRowKey(std::string_view word, const toml::node& node, const Arrangement& arrangement,
                       double unit) const {
         std::string_view rest = word;
-        TakeCharacter(rest);
+        unicode::TakeCharacter(rest);
         const std::string_view name = rest.empty() || rest[0] == ':'
                                           ? word.substr(0, word.size() - rest.size())
                                           : word.substr(0, word.find(':'));
@@ -192,7 +194,7 @@ private:
 
     std::optional<std::uint16_t> FindKey(std::string_view name, const Arrangement& arrangement) const {
         std::string_view rest = name;
-        const char32_t character = name.empty() ? 0 : TakeCharacter(rest);
+        const char32_t character = name.empty() ? 0 : unicode::TakeCharacter(rest);
         if (!rest.empty() || character > 0xFFFF) return FindFunction(name);
         return FindCharacter(m_Skin.characters, arrangement, static_cast<char16_t>(character));
     }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "source_section.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
 
-#include "characters.h"
 #include "name_list.h"
 #include "suggestion.h"
 
@@ -20,22 +21,13 @@ void Fail(const toml::node& node, const std::string& text) { throw SourceError(P
 
 std::string Quote(std::string_view text) { return "'" + std::string(text) + "'"; }
 
-char32_t TakeCharacter(std::string_view& text) {
-    const auto lead = static_cast<unsigned char>(text[0]);
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i)
-        character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    text.remove_prefix(length);
-    return character;
-}
-
 std::u16string ToUtf16(std::string_view text, const toml::node& node) {
     std::u16string result;
     while (!text.empty()) {
-        const char32_t character = TakeCharacter(text);
+        const char32_t character = unicode::TakeCharacter(text);
         if (character < 0x20 || character > 0xFFFF)
-            Fail(node, Quote(ToUtf8(character)) + " cannot be a key's character: use one up to U+FFFF");
+            Fail(node,
+                 Quote(unicode::ToUtf8(character)) + " cannot be a key's character: use one up to U+FFFF");
         result += static_cast<char16_t>(character);
     }
     return result;

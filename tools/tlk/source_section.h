@@ -19,8 +19,7 @@ namespace tlk {
 [[noreturn]] void Fail(const toml::node& node, const std::string& text);
 [[nodiscard]] std::string Quote(std::string_view text);
 
-// Takes the first character off. The text is valid UTF-8, as the TOML reader accepts nothing else.
-char32_t TakeCharacter(std::string_view& text);
+// The text is valid UTF-8, as the TOML reader accepts nothing else.
 [[nodiscard]] std::u16string ToUtf16(std::string_view text, const toml::node& node);
 
 // A table and its name; the file's own table has none.

@@ -11,29 +11,20 @@
 // The GUID and the help string are offsets in their tables, -1 for none.
 #include "com/type_library.h"
 
+#include "device/bytes.h"
+
 #include <windows.h>
 
-#include <cstring>
 #include <utility>
 
 namespace host {
 namespace {
-
-using Bytes = std::span<const BYTE>;
 
 constexpr DWORD kSignature = 0x5446534D;
 constexpr DWORD kFormatVersion = 0x00010002;
 constexpr DWORD kNone = 0xFFFFFFFF;
 
 enum class Table { Guids = 5, Strings = 8 };
-
-template <typename Value>
-std::optional<Value> Read(Bytes bytes, std::size_t offset) {
-    if (offset > bytes.size() || bytes.size() - offset < sizeof(Value)) return std::nullopt;
-    Value value;
-    std::memcpy(&value, bytes.data() + offset, sizeof(Value));
-    return value;
-}
 
 std::optional<Bytes> FindTable(Bytes library, Table table) {
     constexpr DWORD hasHelpLibrary = 0x100;

@@ -150,7 +150,7 @@ LRESULT ComboBox::SelectItem(int index) {
     m_selected = HasItem(index) ? index : -1;
     ShowSelection();
     const auto list = FindSystemWindow<DropDownList>(m_list);
-    if (list) list->Highlight(m_selected);
+    if (list) list->Mark(m_selected);
     return m_selected;
 }
 

@@ -38,17 +38,20 @@ void ComboBox::Open() {
     if (IsOpen() || !IsEnabled() || !IsWindowVisible(Handle()) || !Notify(CBN_DROPDOWN)) return;
     if (IsOpen()) return;
     const RECT place = ListPlace();
-    const DropDownList::Setup setup{Handle(), Font(), m_selected};
     {
         const PlatformScope scope;
         m_list = CreateWindowExW(0, u"ComboLBox", nullptr, WS_POPUP, place.left, place.top,
                                  place.right - place.left, place.bottom - place.top, Handle(), nullptr,
-                                 nullptr, const_cast<DropDownList::Setup*>(&setup));
+                                 nullptr, nullptr);
     }
     if (!m_list) {
         Notify(CBN_CLOSEUP);
         return;
     }
+    SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
+    const auto list = FindSystemWindow<DropDownList>(m_list);
+    list->SetCombo(Handle());
+    list->Mark(m_selected);
     ShowWindow(m_list, SW_SHOWNOACTIVATE);
     Redraw();
 }
@@ -68,7 +71,7 @@ void ComboBox::DestroyList() {
 
 void ComboBox::RefreshList() {
     const auto list = FindSystemWindow<DropDownList>(m_list);
-    if (list) list->Highlight(m_selected);
+    if (list) list->Mark(m_selected);
 }
 
 void ComboBox::Take(int index) {
@@ -104,7 +107,7 @@ void ComboBox::OnPenMove(POINT point, UINT message) {
     if (message == WM_LBUTTONUP) {
         Take(item);
     } else {
-        list->Highlight(item);
+        list->Mark(item);
     }
 }
 
@@ -154,7 +157,7 @@ void ComboBox::OnCharacter(WCHAR character) {
 void ComboBox::MoveTo(int index) {
     if (!HasItem(index) || index == CurrentItem()) return;
     const auto list = FindSystemWindow<DropDownList>(m_list);
-    if (list) return list->Highlight(index);
+    if (list) return list->Mark(index);
     m_selected = index;
     ShowSelection();
     if (Notify(CBN_SELENDOK)) Notify(CBN_SELCHANGE);
@@ -162,7 +165,7 @@ void ComboBox::MoveTo(int index) {
 
 int ComboBox::CurrentItem() const {
     const auto list = FindSystemWindow<DropDownList>(m_list);
-    return list ? list->Highlighted() : m_selected;
+    return list ? list->Marked() : m_selected;
 }
 
 // Searches after the current item, then from the top; -1 if there is none.

@@ -13,8 +13,6 @@ namespace host {
 
 namespace {
 
-constexpr ATOM kButtonAtom = 0x0080;
-constexpr ATOM kStaticAtom = 0x0082;
 constexpr ATOM kComboAtom = 0x0085;
 constexpr ATOM kDialogAtom = 0x8002;
 constexpr ATOM kListAtom = 0x8003;

@@ -11,6 +11,10 @@ namespace host {
 
 class ControlPainter;
 
+// As dialog templates name the classes.
+inline constexpr ATOM kButtonAtom = 0x0080;
+inline constexpr ATOM kStaticAtom = 0x0082;
+
 // Registers "Static", "Button", "ComboBox" (with the atoms that dialog templates use), their helpers and the
 // dialog itself.
 void StartControls();

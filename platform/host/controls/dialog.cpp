@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "controls/combo_box.h"
+#include "device/faults.h"
 #include "graphics/graphics.h"
 #include "windows/queue.h"
 
@@ -171,7 +172,7 @@ using namespace host;
 BOOL WINAPI EndDialog(HWND handle, INT_PTR result) {
     if (!RequireWindow(handle)) return FALSE;
     const std::shared_ptr<Dialog> dialog = FindSystemWindow<Dialog>(handle);
-    if (!dialog) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!dialog) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     dialog->End(result);
     return TRUE;
 }
@@ -182,8 +183,7 @@ HWND WINAPI GetDlgItem(HWND handle, int id) {
     for (const Window* child : window->children) {
         if (static_cast<int>(child->id) == id) return child->handle;
     }
-    SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
-    return nullptr;
+    return Fail(ERROR_CONTROL_ID_NOT_FOUND, nullptr);
 }
 
 int WINAPI GetDlgCtrlID(HWND handle) {

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "device/faults.h"
+
 namespace host {
 
 namespace {
@@ -113,11 +115,6 @@ bool IsExtended(std::span<const BYTE> bytes) {
     return reader.Word() == kExtendedForm;
 }
 
-std::nullopt_t Refuse(DWORD error) {
-    SetLastError(error);
-    return std::nullopt;
-}
-
 void ScalePlacement(Placement& place, SIZE base) {
     place.x = place.x * base.cx / kUnitsPerWidth;
     place.y = place.y * base.cy / kUnitsPerHeight;
@@ -135,7 +132,7 @@ void DialogTemplate::Scale(SIZE baseUnits) {
 }
 
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes) {
-    if (IsExtended(bytes)) return Refuse(ERROR_CALL_NOT_IMPLEMENTED);
+    if (IsExtended(bytes)) return Fail(ERROR_CALL_NOT_IMPLEMENTED, std::nullopt);
     Reader reader(bytes);
     DialogTemplate dialog;
     dialog.style = reader.Double();
@@ -152,9 +149,9 @@ std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes) {
     for (WORD i = 0; i < std::min(count, kMaxControls) && !reader.HasFailed(); ++i) {
         dialog.controls.push_back(ReadControl(reader));
     }
-    if (reader.HasFailed() || count > kMaxControls) return Refuse(ERROR_INVALID_PARAMETER);
+    if (reader.HasFailed() || count > kMaxControls) return Fail(ERROR_INVALID_PARAMETER, std::nullopt);
     const auto isGiven = [](const Name& name) { return name.isOrdinal || !name.text.empty(); };
-    if (isGiven(menu) || isGiven(className)) return Refuse(ERROR_CALL_NOT_IMPLEMENTED);
+    if (isGiven(menu) || isGiven(className)) return Fail(ERROR_CALL_NOT_IMPLEMENTED, std::nullopt);
     return dialog;
 }
 

@@ -1,53 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "controls/control.h"
-#include "controls/scroll.h"
+#include "controls/scrolled_list.h"
 
 namespace host {
 
-class ComboBox;
-class FontMetrics;
-
 // The list of a combo box: a window above the dialog, which may extend beyond it. It shows the combo box's
-// items and reports the one that the pen chooses; the focus stays with the combo box.
-class DropDownList final : public SystemWindow {
+// items and reports the one that the pen chooses; the focus stays with the combo box. A pen lifted outside
+// the items selects nothing, and the list stays open.
+class DropDownList final : public ScrolledList {
 public:
-    // The creation parameter.
-    struct Setup {
-        HWND combo = nullptr;
-        HFONT font = nullptr;
-        int highlight = -1;
-    };
+    using ScrolledList::ScrolledList;
 
-    using SystemWindow::SystemWindow;
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-
-    static int ItemHeight(const FontMetrics& metrics);
-    int Highlighted() const { return m_highlight; }
-    // Scrolls the item into view and redraws the list; -1 for none.
-    void Highlight(int item);
-    // -1 if there is no item or it is not visible.
-    int ItemAt(POINT clientPoint) const;
+    static int ItemHeight(const FontMetrics& metrics) { return ScrolledList::ItemHeight(metrics, kLook); }
+    // To be set before the list is shown.
+    void SetCombo(HWND combo) { m_combo = combo; }
 
 private:
-    enum class Tracking { None, Items, Thumb };
+    static constexpr Look kLook{.padding = 2, .frame = 1};  // enough for a pen
 
-    void Paint();
-    void OnPenDown(POINT point);
-    void OnPenMove(POINT point);
-    void OnPenUp(POINT point);
-    void ScrollTo(int firstItem);
-    int ItemCount() const;
-    ItemRows Rows() const;
+    Look GetLook() const override { return kLook; }
+    int Count() const override;
+    void PaintItem(ControlPainter& painter, int item, const RECT& line) const override;
+    void Touch(int item) override;
+    void Take(int item) override;
 
-    Setup m_setup;
-    int m_itemHeight = 1;
-    int m_frame = 1;
-    int m_first = 0;  // topmost item shown
-    int m_highlight = -1;
-    Tracking m_tracking = Tracking::None;
-    LONG m_grip = 0;  // from the thumb's top to the pen
+    HWND m_combo = nullptr;
 };
 
 }  // namespace host

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "controls/control.h"
-#include "controls/scroll.h"
+#include "controls/scrolled_list.h"
 
 namespace host {
 
@@ -19,12 +18,12 @@ struct FileItem {
 
 // Folders and files for the pen: a tap opens a folder and a double tap a file, any other touch selects.
 // Notifies the parent by WM_COMMAND.
-class FileList final : public Control {
+class FileList final : public ScrolledList {
 public:
     static constexpr WORD kSelectionChanged = 1;
     static constexpr WORD kTaken = 2;  // the selected item
 
-    using Control::Control;
+    using ScrolledList::ScrolledList;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     KeyUse UseOf(UINT virtualKey) const override;
 
@@ -35,26 +34,20 @@ public:
     int ItemHeight() const;  // pixels
 
 private:
-    enum class Tracking { None, Items, Thumb };
+    static constexpr Look kLook{.padding = 3, .frame = 0};  // enough for a pen
 
+    Look GetLook() const override { return kLook; }
+    int Count() const override { return static_cast<int>(m_items.size()); }
     void Paint(ControlPainter& painter) override;
-    void PaintItem(ControlPainter& painter, const FileItem& item, const RECT& line, bool selected) const;
-    void OnPenDown(POINT point);
-    void OnPenMove(POINT point);
-    void OnPenUp(POINT point);
+    void PaintItem(ControlPainter& painter, int item, const RECT& line) const override;
+    bool FollowsPen() const override { return Selected() != nullptr; }
+    // Tells the parent when another item is selected than before.
+    void Touch(int item) override;
+    void Take(int item) override;
     void OnDoubleTap(POINT point);
     void OnKey(UINT virtualKey);
-    // Scrolls the item into view. False if notifying the parent destroyed the list.
-    bool Select(int item);
-    void ScrollTo(int firstItem);
-    int Count() const { return static_cast<int>(m_items.size()); }
-    ItemRows Rows() const;
 
     std::vector<FileItem> m_items;
-    int m_selected = -1;
-    int m_first = 0;  // topmost item shown
-    Tracking m_tracking = Tracking::None;
-    LONG m_grip = 0;  // from the thumb's top to the pen
 };
 
 }  // namespace host

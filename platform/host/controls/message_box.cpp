@@ -12,47 +12,33 @@
 #include <string>
 #include <utility>
 
-#include "controls/dialog.h"
+#include "controls/box.h"
 #include "controls/painter.h"
 #include "device/faults.h"
+#include "device/strings.h"
 
 namespace host {
 
 namespace {
 
-constexpr int kPoints = 8;
 constexpr WORD kTextId = 0xFFFF;
 constexpr UINT kTypes = MB_OKCANCEL | MB_ICONHAND;
-constexpr ATOM kButton = 0x0080;
-constexpr ATOM kStatic = 0x0082;
 
 MessageBoxHandler g_messageBoxHandler;
 
 // The state of the dialog procedure. Sizes are in pixels.
 struct Box {
     UINT type = MB_OK;
+    std::u16string caption;
     HFONT captionFont = nullptr;
-    LONG captionHeight = 0;
+    int captionHeight = 0;
     RECT icon{};  // client coordinates; empty for none
 };
 
 // In units of the font's thin line.
 constexpr int kMargin = 8;
 constexpr int kIconSize = 26;
-constexpr int kButtonWidth = 62;
-constexpr int kButtonHeight = 24;
-constexpr int kCaptionPadding = 3;
 constexpr int kScreenMargin = 6;  // to the left and the right of the widest box
-
-ControlTemplate MakeButton(WORD id, const WCHAR* text, DWORD type, const Placement& place) {
-    ControlTemplate button;
-    button.style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | type;
-    button.place = place;
-    button.id = id;
-    button.classAtom = kButton;
-    button.text = text;
-    return button;
-}
 
 // Lays a box out for its text.
 class BoxLayout {
@@ -60,16 +46,15 @@ public:
     BoxLayout(const FontMetrics& metrics, const FontMetrics& captionMetrics, UINT type)
         : m_metrics(metrics), m_caption(captionMetrics), m_unit(metrics.Unit()), m_type(type) {}
 
-    DialogTemplate Make(const std::u16string& caption, const std::u16string& text, Box& box) const {
+    DialogTemplate Make(const std::u16string& text, Box& box) const {
         const int margin = kMargin * m_unit;
         const int icon = HasIcon() ? kIconSize * m_unit + margin : 0;
         const int maximum =
             std::max(GetSystemMetrics(SM_CXSCREEN) - 2 * (kScreenMargin * m_unit + margin), 1);
         const SIZE textSize = Measure(text, maximum - icon);
         const int width = std::clamp(
-            std::max({icon + static_cast<int>(textSize.cx), m_caption.Width(caption), ButtonsWidth()}), 1,
+            std::max({icon + static_cast<int>(textSize.cx), m_caption.Width(box.caption), ButtonsWidth()}), 1,
             maximum);
-        box.captionHeight = m_caption.LineHeight() + 2 * kCaptionPadding * m_unit;
         const int textTop = box.captionHeight + margin;
         const int bodyHeight = std::max(static_cast<int>(textSize.cy), HasIcon() ? kIconSize * m_unit : 0);
         const int wanted = textTop + bodyHeight + 2 * margin + kButtonHeight * m_unit;
@@ -80,10 +65,15 @@ public:
         DialogTemplate layout;
         layout.style = WS_POPUP | DS_CENTER;
         layout.place = {0, 0, width + 2 * margin, height};
-        layout.title = caption;
+        layout.title = box.caption;
         const int buttonTop = height - margin - kButtonHeight * m_unit;
-        AddText(layout, text, {margin + icon, textTop, width - icon, buttonTop - margin - textTop});
-        AddButtons(layout, buttonTop);
+        layout.controls.push_back(
+            MakeControl(kTextId, kStaticAtom, text, SS_LEFT,
+                        {margin + icon, textTop, width - icon, buttonTop - margin - textTop}));
+        AddButtons(layout, ButtonCount(),
+                   {(layout.place.width - ButtonsWidth()) / 2, buttonTop, kButtonWidth * m_unit,
+                    kButtonHeight * m_unit},
+                   margin);
         return layout;
     }
 
@@ -101,26 +91,6 @@ private:
             size.cy += m_metrics.LineHeight();
         }
         return size;
-    }
-
-    static void AddText(DialogTemplate& layout, const std::u16string& text, const Placement& place) {
-        ControlTemplate control;
-        control.style = WS_CHILD | WS_VISIBLE | SS_LEFT;
-        control.place = place;
-        control.id = kTextId;
-        control.classAtom = kStatic;
-        control.text = text;
-        layout.controls.push_back(std::move(control));
-    }
-
-    void AddButtons(DialogTemplate& layout, int top) const {
-        Placement place{(layout.place.width - ButtonsWidth()) / 2, top, kButtonWidth * m_unit,
-                        kButtonHeight * m_unit};
-        layout.controls.push_back(MakeButton(IDOK, u"OK", BS_DEFPUSHBUTTON | WS_GROUP, place));
-        place.x += place.width + kMargin * m_unit;
-        if (ButtonCount() == 2) {
-            layout.controls.push_back(MakeButton(IDCANCEL, u"Cancel", BS_PUSHBUTTON, place));
-        }
     }
 
     const FontMetrics& m_metrics;
@@ -156,21 +126,11 @@ void PaintHandIcon(ControlPainter& painter, const RECT& place) {
     if (red) DeleteObject(red);
 }
 
-void PaintBox(HWND dialog, const Box& box) {
+void Paint(HWND dialog, const Box& box) {
     ControlPainter painter(dialog, box.captionFont);
     if (!painter) return;
-    const RECT& area = painter.Client();
-    const int unit = painter.Metrics().Unit();
-    const RECT caption{area.left, area.top, area.right, box.captionHeight};
-    painter.Fill(caption, COLOR_ACTIVECAPTION);
-    WCHAR text[256];
-    GetWindowTextW(dialog, text, static_cast<int>(std::size(text)));
-    painter.Line(
-        text,
-        {caption.left + kMargin * unit, caption.top, caption.right - kMargin * unit / 2, caption.bottom},
-        DT_LEFT | DT_VCENTER, COLOR_CAPTIONTEXT);
+    PaintBox(painter, box.caption, box.captionHeight, kMargin * painter.Metrics().Unit());
     if (!IsEmpty(box.icon)) PaintHandIcon(painter, box.icon);
-    painter.Frame(area, COLOR_WINDOWFRAME);
 }
 
 // Escape means OK if there is no Cancel.
@@ -187,7 +147,7 @@ INT_PTR CALLBACK HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM 
     if (!box) return FALSE;
     switch (message) {
         case WM_PAINT:
-            return PaintBox(dialog, *box), TRUE;
+            return Paint(dialog, *box), TRUE;
         case WM_COMMAND:
             return OnCommand(dialog, *box, LOWORD(wParam)), TRUE;
     }
@@ -195,13 +155,15 @@ INT_PTR CALLBACK HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 }
 
 int ShowBox(HWND owner, const std::u16string& text, const std::u16string& caption, UINT type) {
-    const PointFont font(kPoints, u"System", FW_NORMAL);
-    const PointFont captionFont(kPoints, u"System", FW_BOLD);
-    Box box{.type = type, .captionFont = captionFont.Get()};
+    const BoxFonts fonts;
+    Box box{.type = type,
+            .caption = caption,
+            .captionFont = fonts.Caption(),
+            .captionHeight = fonts.CaptionHeight()};
     const DialogTemplate layout =
-        BoxLayout(FontMetrics(font.Get()), FontMetrics(captionFont.Get()), type).Make(caption, text, box);
-    const INT_PTR result = RunModal(
-        {layout, font.Get(), owner, nullptr, HandleMessage, reinterpret_cast<LPARAM>(&box), Maker::Platform});
+        BoxLayout(FontMetrics(fonts.Text()), FontMetrics(fonts.Caption()), type).Make(text, box);
+    const INT_PTR result = RunModal({layout, fonts.Text(), owner, nullptr, HandleMessage,
+                                     reinterpret_cast<LPARAM>(&box), Maker::Platform});
     return result < 0 ? 0 : static_cast<int>(result);
 }
 
@@ -216,11 +178,11 @@ void ResetMessageBoxes() { g_messageBoxHandler = nullptr; }
 using namespace host;
 
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
-    const std::u16string shownText = text ? text : u"";
+    const std::u16string shownText(View(text));
     const std::u16string shownCaption = caption ? caption : u"Error";
     if (g_messageBoxHandler) g_messageBoxHandler(type, shownCaption, shownText);
     if (CallFails(Call::MessageBox, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     if (owner && !RequireWindow(owner)) return 0;
-    if (type & ~kTypes) return SetLastError(ERROR_INVALID_MSGBOX_STYLE), 0;
+    if (type & ~kTypes) return Fail(ERROR_INVALID_MSGBOX_STYLE, 0);
     return ShowBox(owner, shownText, shownCaption, type);
 }

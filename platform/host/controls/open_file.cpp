@@ -6,6 +6,7 @@
 #include "controls/open_file_dialog.h"
 #include "device/faults.h"
 #include "device/files.h"
+#include "device/strings.h"
 
 namespace host {
 namespace {
@@ -25,16 +26,6 @@ std::vector<std::u16string> SplitStrings(LPCWSTR strings) {
     return split;
 }
 
-std::vector<std::u16string> SplitPatterns(std::u16string_view patterns) {
-    std::vector<std::u16string> split;
-    while (!patterns.empty()) {
-        const std::size_t end = std::min(patterns.find(u';'), patterns.size());
-        if (end > 0) split.emplace_back(patterns.substr(0, end));
-        patterns.remove_prefix(std::min(end + 1, patterns.size()));
-    }
-    return split;
-}
-
 std::u16string JoinStrings(const std::vector<std::u16string>& strings) {
     std::u16string joined;
     for (const std::u16string& string : strings) {
@@ -43,8 +34,6 @@ std::u16string JoinStrings(const std::vector<std::u16string>& strings) {
     }
     return joined;
 }
-
-std::u16string TextOf(LPCWSTR text) { return text ? text : u""; }
 
 DWORD CheckRequest(const OPENFILENAMEW& request) {
     constexpr DWORD known = OFN_EXPLORER | OFN_ENABLEHOOK;
@@ -64,12 +53,14 @@ OpenFileDialog::Setup MakeSetup(const OPENFILENAMEW& request) {
     const std::size_t pair = 2 * (std::max<std::size_t>(request.nFilterIndex, 1) - 1);
     if (pair + 1 < filters.size()) {
         setup.filterText = filters[pair];
-        setup.patterns = SplitPatterns(filters[pair + 1]);
+        const auto patterns = Split(filters[pair + 1], u";");
+        setup.patterns.assign(patterns.begin(), patterns.end());
     }
     if (setup.patterns.empty()) setup.patterns = {u"*"};
-    setup.defaultExtension = TextOf(request.lpstrDefExt);
-    for (const std::u16string& folder : {TextOf(request.lpstrInitialDir), std::u16string(kUsualFolder)}) {
-        if (setup.folder.empty() && !folder.empty() && IsFolder(folder)) setup.folder = folder;
+    setup.defaultExtension = View(request.lpstrDefExt);
+    for (const std::u16string_view folder : {View(request.lpstrInitialDir), kUsualFolder}) {
+        if (setup.folder.empty() && !folder.empty() && IsFolder(std::u16string(folder)))
+            setup.folder = folder;
     }
     return setup;
 }
@@ -125,7 +116,9 @@ using namespace host;
 BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request) {
     g_extendedError = request ? CheckRequest(*request) : DWORD{CDERR_INITIALIZATION};
     if (g_extendedError != 0) return FALSE;
-    if (g_handler) g_handler(TextOf(request->lpstrDefExt), JoinStrings(SplitStrings(request->lpstrFilter)));
+    if (g_handler)
+        g_handler(std::u16string(View(request->lpstrDefExt)),
+                  JoinStrings(SplitStrings(request->lpstrFilter)));
     if (CallFails(Call::GetOpenFileName)) {
         g_extendedError = CDERR_DIALOGFAILURE;
         return FALSE;

@@ -4,25 +4,19 @@
 #include <algorithm>
 #include <utility>
 
-#include "controls/dialog.h"
+#include "controls/box.h"
 #include "controls/painter.h"
 #include "device/files.h"
 
 namespace host {
 namespace {
 
-constexpr int kPoints = 8;
 constexpr WORD kListId = 0x460;
 constexpr WORD kFolderId = 0x440;
 constexpr WORD kFilterId = 0x441;
-constexpr ATOM kButton = 0x0080;
-constexpr ATOM kStatic = 0x0082;
 
 // In units of the font's thin line.
 constexpr int kMargin = 6;
-constexpr int kButtonWidth = 62;
-constexpr int kButtonHeight = 24;
-constexpr int kCaptionPadding = 3;
 
 std::vector<OpenFileDialog*> g_open;  // the one opened last at the end
 
@@ -32,25 +26,14 @@ void ForEachFound(const std::u16string& pattern, Visitor visit) {
     const PlatformScope scope;
     WIN32_FIND_DATAW data;
     const HANDLE find = FindFirstFileW(pattern.c_str(), &data);
-    if (find == INVALID_HANDLE_VALUE) return;
-    do {
+    for (BOOL found = find != INVALID_HANDLE_VALUE; found; found = FindNextFileW(find, &data)) {
         visit(data);
-    } while (FindNextFileW(find, &data));
+    }
     FindClose(find);
 }
 
 bool IsFolder(const WIN32_FIND_DATAW& data) {
     return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-ControlTemplate MakeControl(WORD id, ATOM atom, std::u16string text, DWORD style, const Placement& place) {
-    ControlTemplate control;
-    control.style = WS_CHILD | WS_VISIBLE | style;
-    control.place = place;
-    control.id = id;
-    control.classAtom = atom;
-    control.text = std::move(text);
-    return control;
 }
 
 // Relative to the owner, as positions of dialogs are.
@@ -82,17 +65,15 @@ DialogTemplate MakeLayout(const FontMetrics& metrics, int captionHeight, HWND ow
         MakeControl(kListId, 0, {}, WS_TABSTOP, {margin, listTop, width, listBottom - listTop});
     list.className = kFileListClass;
     layout.controls.push_back(std::move(list));
-    Placement button{margin + width - 2 * kButtonWidth * unit - margin, buttonTop, kButtonWidth * unit,
-                     kButtonHeight * unit};
-    layout.controls.push_back(
-        MakeControl(IDOK, kButton, u"OK", WS_TABSTOP | WS_GROUP | BS_DEFPUSHBUTTON, button));
-    button.x += button.width + margin;
-    layout.controls.push_back(MakeControl(IDCANCEL, kButton, u"Cancel", WS_TABSTOP | BS_PUSHBUTTON, button));
+    AddButtons(layout, 2,
+               {margin + width - 2 * kButtonWidth * unit - margin, buttonTop, kButtonWidth * unit,
+                kButtonHeight * unit},
+               margin);
     const Placement folder{margin, captionHeight + margin / 2, width, line};
-    layout.controls.push_back(MakeControl(kFolderId, kStatic, {}, SS_LEFT, folder));
+    layout.controls.push_back(MakeControl(kFolderId, kStaticAtom, {}, SS_LEFT, folder));
     if (showsFilter) {
         const Placement place{margin, listBottom + margin / 2, width, line};
-        layout.controls.push_back(MakeControl(kFilterId, kStatic, filter, SS_LEFT, place));
+        layout.controls.push_back(MakeControl(kFilterId, kStaticAtom, filter, SS_LEFT, place));
     }
     return layout;
 }
@@ -138,16 +119,14 @@ bool IsFolder(const std::u16string& devicePath) {
 }
 
 OpenFileDialog::Outcome OpenFileDialog::Run() {
-    const PointFont font(kPoints, u"System", FW_NORMAL);
-    const PointFont captionFont(kPoints, u"System", FW_BOLD);
-    const FontMetrics captionMetrics(captionFont.Get());
-    m_captionFont = captionFont.Get();
-    m_captionHeight = captionMetrics.LineHeight() + 2 * kCaptionPadding * captionMetrics.Unit();
+    const BoxFonts fonts;
+    m_captionFont = fonts.Caption();
+    m_captionHeight = fonts.CaptionHeight();
     DialogTemplate layout =
-        MakeLayout(FontMetrics(font.Get()), m_captionHeight, m_request.hwndOwner, m_setup.filterText);
+        MakeLayout(FontMetrics(fonts.Text()), m_captionHeight, m_request.hwndOwner, m_setup.filterText);
     layout.title = m_setup.title;
     g_open.push_back(this);
-    const INT_PTR result = RunModal({layout, font.Get(), m_request.hwndOwner, nullptr, HandleMessage,
+    const INT_PTR result = RunModal({layout, fonts.Text(), m_request.hwndOwner, nullptr, HandleMessage,
                                      reinterpret_cast<LPARAM>(this), Maker::Platform});
     std::erase(g_open, this);
     if (result < 0) return Outcome::Failed;
@@ -213,13 +192,7 @@ void OpenFileDialog::OnCommand(WORD id, WORD code) {
 void OpenFileDialog::Paint() const {
     ControlPainter painter(m_dialog, m_captionFont);
     if (!painter) return;
-    const RECT& area = painter.Client();
-    const int margin = kMargin * painter.Metrics().Unit();
-    const RECT caption{area.left, area.top, area.right, m_captionHeight};
-    painter.Fill(caption, COLOR_ACTIVECAPTION);
-    painter.Line(m_setup.title, {caption.left + margin, caption.top, caption.right - margin, caption.bottom},
-                 DT_LEFT | DT_VCENTER, COLOR_CAPTIONTEXT);
-    painter.Frame(area, COLOR_WINDOWFRAME);
+    PaintBox(painter, m_setup.title, m_captionHeight, kMargin * painter.Metrics().Unit());
 }
 
 void OpenFileDialog::Enter(const std::u16string& folder) {

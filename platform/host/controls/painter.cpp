@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controls/painter.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 
 namespace host {
@@ -9,14 +11,6 @@ namespace {
 
 constexpr int kUsualLineHeight = 13;  // of the 8-point font on the smallest screen
 constexpr std::u16string_view kBlanks = u" \t";
-
-bool IsFirstHalf(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
-
-// The number of code units of the character at this position.
-std::size_t CharacterLength(std::u16string_view text, std::size_t at) {
-    return IsFirstHalf(text[at]) && at + 1 < text.size() && IsSecondHalf(text[at + 1]) ? 2 : 1;
-}
 
 std::u16string_view WithoutBlanksBehind(std::u16string_view text) {
     const std::size_t last = text.find_last_not_of(kBlanks);
@@ -73,9 +67,9 @@ void FontMetrics::WrapParagraph(std::u16string_view paragraph, int width,
     int lineWidth = 0;
     int wordWidth = 0;  // from there on
     for (std::size_t at = 0; at < paragraph.size();) {
-        const std::size_t length = CharacterLength(paragraph, at);
+        const std::u16string_view character = unicode::CharacterAt(paragraph, at);
         const bool blank = kBlanks.find(paragraph[at]) != kBlanks.npos;
-        const int advance = Width(paragraph.substr(at, length));
+        const int advance = Width(character);
         if (!blank && at > start && lineWidth + advance > width) {
             const bool atWord = nextWord > start;
             const std::size_t end = atWord ? nextWord : at;
@@ -85,7 +79,7 @@ void FontMetrics::WrapParagraph(std::u16string_view paragraph, int width,
         }
         lineWidth += advance;
         wordWidth += advance;
-        at += length;
+        at += character.size();
         if (!blank) continue;
         nextWord = at;
         wordWidth = 0;

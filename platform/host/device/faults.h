@@ -11,6 +11,13 @@ namespace host {
 // The same, and sets the last error if the call is to fail.
 [[nodiscard]] bool CallFails(Call call, DWORD error);
 
+// Sets the last error; the result tells the caller of the failure.
+template <typename Result>
+Result Fail(DWORD error, Result result) {
+    SetLastError(error);
+    return result;
+}
+
 // Clears all faults and counters.
 void ResetFaults();
 

@@ -6,6 +6,8 @@
 #include "device/handles.h"
 #include "device/strings.h"
 
+#include <unicode.h>
+
 #include <cerrno>
 #include <utility>
 
@@ -67,7 +69,7 @@ std::vector<DirectoryEntry> FindMatches(const std::filesystem::path& folder, std
 
 // Without wildcards the name is resolved like any path, so an exact match wins here too.
 std::vector<DirectoryEntry> FindOne(const std::filesystem::path& file) {
-    std::optional<std::u16string> name = FromStrictUtf8(file.filename().string());
+    std::optional<std::u16string> name = unicode::FromUtf8(file.filename().string());
     if (!name || name->size() >= MAX_PATH) return {};
     std::error_code error;
     return {{std::move(*name), std::filesystem::is_directory(file, error)}};
@@ -107,11 +109,7 @@ void SetFileInUse(FileInUse isInUse) { g_isInUse = isInUse; }
 
 void ResetFiles() { g_searches.CloseAll(); }
 
-void CountFileHandles(LiveHandles& counts) {
-    g_searches.ForEach([&](std::uint32_t, const Search&, HandleOwner owner) {
-        if (owner == HandleOwner::Product) ++counts.finds;
-    });
-}
+void CountFileHandles(LiveHandles& counts) { counts.finds = g_searches.Count(); }
 
 }  // namespace host
 
@@ -119,46 +117,30 @@ using namespace host;
 
 HANDLE WINAPI FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data) {
     if (CallFails(Call::FindFile, ERROR_FILE_NOT_FOUND)) return INVALID_HANDLE_VALUE;
-    if (!pattern || !data) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return INVALID_HANDLE_VALUE;
-    }
+    if (!pattern || !data) return Fail(ERROR_INVALID_PARAMETER, INVALID_HANDLE_VALUE);
     auto search = std::make_unique<Search>();
     DWORD error = Find(pattern, *search);
     if (error == ERROR_SUCCESS && !TakeNext(*search, *data)) error = ERROR_FILE_NOT_FOUND;
-    if (error != ERROR_SUCCESS) {
-        SetLastError(error);
-        return INVALID_HANDLE_VALUE;
-    }
+    if (error != ERROR_SUCCESS) return Fail(error, INVALID_HANDLE_VALUE);
     const std::uint32_t handle = g_searches.Open(std::move(search));
-    if (handle == 0) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return INVALID_HANDLE_VALUE;
-    }
-    return ToHandle<HANDLE>(handle);
+    return handle ? ToHandle<HANDLE>(handle) : INVALID_HANDLE_VALUE;
 }
 
 BOOL WINAPI FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data) {
     Search* search = g_searches.Find(find);
-    if (!search || !data) {
-        SetLastError(search ? ERROR_INVALID_PARAMETER : ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
+    if (!search || !data) return Fail(search ? ERROR_INVALID_PARAMETER : ERROR_INVALID_HANDLE, FALSE);
     if (TakeNext(*search, *data)) return TRUE;
-    SetLastError(ERROR_NO_MORE_FILES);
-    return FALSE;
+    return Fail(ERROR_NO_MORE_FILES, FALSE);
 }
 
 BOOL WINAPI FindClose(HANDLE find) {
     if (g_searches.Close(find)) return TRUE;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return FALSE;
+    return Fail(ERROR_INVALID_HANDLE, FALSE);
 }
 
 BOOL WINAPI DeleteFileW(LPCWSTR path) {
     if (CallFails(Call::DeleteFile, ERROR_ACCESS_DENIED)) return FALSE;
     const DWORD error = path ? Delete(path) : ERROR_INVALID_PARAMETER;
     if (error == ERROR_SUCCESS) return TRUE;
-    SetLastError(error);
-    return FALSE;
+    return Fail(error, FALSE);
 }

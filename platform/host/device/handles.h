@@ -5,6 +5,8 @@
 
 #include <host_control.h>
 
+#include "device/faults.h"
+
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -18,15 +20,22 @@ enum class HandleKind : std::uint32_t { Gdi = 1, Window = 2, Module = 3, Key = 4
 enum class HandleOwner : std::uint8_t { Product, Platform };
 HandleOwner CurrentOwner();
 
+// The typed handle of a table value.
+template <typename Handle>
+Handle ToHandle(std::uint32_t value) {
+    return reinterpret_cast<Handle>(static_cast<std::uintptr_t>(value));
+}
+
 template <typename Object, HandleKind kind>
 class HandleTable {
 public:
-    // Owns the object until Close. ToHandle turns the value into any handle type.
+    // Owns the object until Close. ToHandle turns the value into any handle type; 0 and
+    // ERROR_NOT_ENOUGH_MEMORY if the table is full.
     std::uint32_t Open(std::unique_ptr<Object> object) {
         std::uint32_t slot;
         if (m_free.empty()) {
             slot = static_cast<std::uint32_t>(m_slots.size());
-            if (slot > 0xFFFF) return 0;
+            if (slot > 0xFFFF) return Fail(ERROR_NOT_ENOUGH_MEMORY, 0u);
             m_slots.emplace_back();
         } else {
             slot = m_free.back();
@@ -46,6 +55,12 @@ public:
     }
     Object* Find(const void* handle) const { return Find(reinterpret_cast<std::uintptr_t>(handle)); }
 
+    // The same, and ERROR_INVALID_HANDLE if there is none.
+    Object* Require(const void* handle) const {
+        Object* found = Find(handle);
+        return found ? found : Fail(ERROR_INVALID_HANDLE, found);
+    }
+
     // Removes and returns the object; null if there is none. The handle becomes stale.
     std::unique_ptr<Object> Close(const void* handle) {
         const auto value = reinterpret_cast<std::uintptr_t>(handle);
@@ -64,15 +79,18 @@ public:
         }
     }
 
-    // All handles become stale.
-    void CloseAll() {
-        for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot) {
-            if (m_slots[slot].object) Close(ToPointer(Value(slot)));
-        }
+    // Live objects of the product.
+    int Count() const {
+        int count = 0;
+        ForEach([&](std::uint32_t, const Object&, HandleOwner owner) {
+            if (owner == HandleOwner::Product) ++count;
+        });
+        return count;
     }
 
-    static void* ToPointer(std::uint32_t value) {
-        return reinterpret_cast<void*>(static_cast<std::uintptr_t>(value));
+    // All handles become stale.
+    void CloseAll() {
+        ForEach([this](std::uint32_t value, const Object&, HandleOwner) { Close(ToHandle<void*>(value)); });
     }
 
 private:
@@ -89,11 +107,5 @@ private:
     std::vector<Slot> m_slots;
     std::vector<std::uint32_t> m_free;
 };
-
-// The typed handle of a table value.
-template <typename Handle>
-Handle ToHandle(std::uint32_t value) {
-    return reinterpret_cast<Handle>(static_cast<std::uintptr_t>(value));
-}
 
 }  // namespace host

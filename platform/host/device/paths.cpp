@@ -4,6 +4,8 @@
 #include "device/device.h"
 #include "device/strings.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -20,15 +22,9 @@ constexpr std::u16string_view kSeparators = u"\\/";
 // The names from the root on; "." and ".." are resolved.
 std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
     std::vector<std::u16string_view> names;
-    while (!path.empty()) {
-        const std::size_t end = std::min(path.find_first_of(kSeparators), path.size());
-        const std::u16string_view name = path.substr(0, end);
-        path.remove_prefix(std::min(end + 1, path.size()));
-        if (name == u"..") {
-            if (!names.empty()) names.pop_back();
-        } else if (!name.empty() && name != u".") {
-            names.push_back(name);
-        }
+    for (const std::u16string_view name : Split(path, kSeparators)) {
+        if (name != u".." && name != u".") names.push_back(name);
+        if (name == u".." && !names.empty()) names.pop_back();
     }
     return names;
 }
@@ -60,14 +56,13 @@ void ForEachEntry(const fs::path& folder, Visitor visit) {
 
 // The entry of this name; an exact match wins over one that differs in case. Empty if there is none.
 fs::path FindEntry(const fs::path& folder, std::u16string_view name) {
-    const std::optional<std::string> exactName = ToStrictUtf8(name);
-    if (!exactName) return {};
+    const fs::path exact = folder / unicode::ToUtf8(name);
     std::error_code error;
-    if (fs::exists(fs::symlink_status(folder / *exactName, error))) return folder / *exactName;
+    if (fs::exists(fs::symlink_status(exact, error))) return exact;
     // If several differ only in case, the first in byte order, so that the choice is always the same.
     std::string best;
     ForEachEntry(folder, [&](std::string_view entry, unsigned char) {
-        const std::optional<std::u16string> entryName = FromStrictUtf8(entry);
+        const std::optional<std::u16string> entryName = unicode::FromUtf8(entry);
         if (!entryName || !EqualIgnoringCase(*entryName, name)) return;
         if (best.empty() || entry < best) best = entry;
     });
@@ -87,12 +82,13 @@ ResolvedPath ResolvePath(std::u16string_view devicePath) {
     if (path.empty()) return {};
     const std::vector<std::u16string_view> names = SplitNames(devicePath);
     for (std::size_t i = 0; i < names.size(); ++i) {
+        // No file of the host has such a name.
+        if (!unicode::IsWellFormed(names[i])) return {};
         const fs::path entry = FindEntry(path, names[i]);
         if (entry.empty()) {
-            const std::optional<std::string> name = ToStrictUtf8(names[i]);
             std::error_code error;
-            if (i + 1 < names.size() || !name || !fs::is_directory(path, error)) return {};
-            return {ERROR_FILE_NOT_FOUND, path / *name};
+            if (i + 1 < names.size() || !fs::is_directory(path, error)) return {};
+            return {ERROR_FILE_NOT_FOUND, path / unicode::ToUtf8(names[i])};
         }
         // Checked at each step: nothing is looked up behind a link that leads out.
         std::error_code error;
@@ -112,7 +108,7 @@ std::vector<DirectoryEntry> ListFolder(const fs::path& folder,
     };
     std::vector<std::unique_ptr<Sortable>> found;
     ForEachEntry(folder, [&](std::string_view hostName, unsigned char type) {
-        std::optional<std::u16string> name = FromStrictUtf8(hostName);
+        std::optional<std::u16string> name = unicode::FromUtf8(hostName);
         if (!name || name->size() >= MAX_PATH || name->find(u'\\') != std::u16string::npos) return;
         if (!wanted(*name)) return;
         bool isFolder = type == DT_DIR;

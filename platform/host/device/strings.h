@@ -1,24 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Text as the platform compares it and as the host writes it.
+// Text as the platform compares it.
 #pragma once
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace host {
 
-// What is malformed becomes U+FFFD.
-std::string ToUtf8(std::u16string_view text);
-std::u16string FromUtf8(std::string_view text);
-// None when the text is malformed.
-std::optional<std::string> ToStrictUtf8(std::u16string_view text);
-std::optional<std::u16string> FromStrictUtf8(std::string_view text);
 // Upper case, one code unit for one; the order and equality of everything that ignores case.
 WCHAR FoldCase(WCHAR unit);
 std::u16string FoldCase(std::u16string_view text);
 bool EqualIgnoringCase(std::u16string_view first, std::u16string_view second);
+
+// A null text counts as an empty one.
+inline std::u16string_view View(LPCWSTR text) { return text ? text : u""; }
+// What lies between any of the separators, without what is empty. The views are into the text.
+std::vector<std::u16string_view> Split(std::u16string_view text, std::u16string_view separators);
 
 }  // namespace host

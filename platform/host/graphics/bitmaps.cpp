@@ -20,10 +20,8 @@ std::unique_ptr<Bitmap> MakeSection(const BITMAPINFO& info) {
     const BITMAPINFOHEADER& header = info.bmiHeader;
     const bool known = header.biBitCount == 1 || header.biBitCount == 24 || header.biBitCount == 32;
     if (header.biSize < sizeof(BITMAPINFOHEADER) || header.biPlanes != 1 || !known ||
-        header.biCompression != BI_RGB || header.biHeight < -kMaxSide) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+        header.biCompression != BI_RGB || header.biHeight < -kMaxSide)
+        return Fail(ERROR_INVALID_PARAMETER, nullptr);
     PixelFormat format = header.biBitCount == 24 ? PixelFormat::Rgb24 : PixelFormat::Rgb32;
     DWORD colors[2] = {};
     if (header.biBitCount == 1) {
@@ -49,10 +47,7 @@ std::unique_ptr<Bitmap> MakeSection(const BITMAPINFO& info) {
 
 int DescribeBitmap(const Bitmap& bitmap, int size, void* record) {
     if (!record) return sizeof(BITMAP);
-    if (size < static_cast<int>(sizeof(BITMAP))) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (size < static_cast<int>(sizeof(BITMAP))) return Fail(ERROR_INVALID_PARAMETER, 0);
     const Surface& surface = bitmap.surface;
     const bool isSection = bitmap.header.biSize != 0;
     DIBSECTION section{};
@@ -73,10 +68,7 @@ int DescribeBitmap(const Bitmap& bitmap, int size, void* record) {
 // Callers may ask for only the first part of a font's record.
 int DescribeFont(const Font& font, int size, void* record) {
     if (!record) return sizeof(LOGFONTW);
-    if (size <= 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (size <= 0) return Fail(ERROR_INVALID_PARAMETER, 0);
     const int written = std::min(size, static_cast<int>(sizeof(LOGFONTW)));
     std::memcpy(record, &font.logical, static_cast<std::size_t>(written));
     return written;
@@ -86,10 +78,7 @@ int DescribeFont(const Font& font, int size, void* record) {
 
 std::unique_ptr<Bitmap> MakeBitmap(int width, int height, PixelFormat format, RowOrder order,
                                    int rowAlignment) {
-    if (width <= 0 || height <= 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (width <= 0 || height <= 0) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     const auto alignment = static_cast<std::size_t>(rowAlignment);
     const auto rowBits = static_cast<std::size_t>(width) * static_cast<std::size_t>(BitsPerPixel(format));
     const std::size_t rowBytes = (rowBits + 8 * alignment - 1) / (8 * alignment) * alignment;
@@ -98,10 +87,7 @@ std::unique_ptr<Bitmap> MakeBitmap(int width, int height, PixelFormat format, Ro
     if (width <= kMaxSide && height <= kMaxSide && bytes <= kMaxBytes) {
         bitmap->memory.reset(new (std::nothrow) BYTE[bytes]());
     }
-    if (!bitmap->memory) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    if (!bitmap->memory) return Fail(ERROR_NOT_ENOUGH_MEMORY, nullptr);
     Surface& surface = bitmap->surface;
     surface.width = width;
     surface.height = height;
@@ -121,10 +107,8 @@ using namespace host;
 
 HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits) {
     if (CallFails(Call::CreateBitmap, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
-    if (planes != 1 || (bitsPerPixel != 1 && bitsPerPixel != 32)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (planes != 1 || (bitsPerPixel != 1 && bitsPerPixel != 32))
+        return Fail(ERROR_INVALID_PARAMETER, nullptr);
     const PixelFormat format = bitsPerPixel == 1 ? PixelFormat::Mono : PixelFormat::Rgb32;
     auto bitmap = MakeBitmap(width, height, format, RowOrder::TopDown, sizeof(WORD));
     if (!bitmap) return nullptr;
@@ -144,10 +128,7 @@ HBITMAP WINAPI CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void
     if (bits) *bits = nullptr;
     if (CallFails(Call::CreateDIBSection, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
     if (dc && !FindObject<Context>(dc)) return nullptr;
-    if (!info || usage != DIB_RGB_COLORS || section) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (!info || usage != DIB_RGB_COLORS || section) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     auto made = MakeSection(*info);
     Bitmap* bitmap = made ? AddObject(std::move(made)) : nullptr;
     if (bitmap && bits) *bits = bitmap->memory.get();
@@ -163,8 +144,7 @@ int WINAPI GetObjectW(HANDLE handle, int size, LPVOID record) {
     if (object && object->type == ObjectType::Font) {
         return DescribeFont(static_cast<const Font&>(*object), size, record);
     }
-    SetLastError(ERROR_INVALID_HANDLE);
-    return 0;
+    return Fail(ERROR_INVALID_HANDLE, 0);
 }
 
 HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name) {

@@ -184,8 +184,7 @@ bool IsMaskFor(const Surface& mask, const Block& block, int maskX, int maskY) {
         mask.height - block.height >= maskY) {
         return true;
     }
-    SetLastError(ERROR_INVALID_PARAMETER);
-    return false;
+    return Fail(ERROR_INVALID_PARAMETER, false);
 }
 
 struct MaskInput {
@@ -198,10 +197,7 @@ bool TransferBlock(HDC targetHandle, const Block& block, HDC sourceHandle, POINT
                    const MaskInput& maskInput, BYTE foreCode, BYTE backCode) {
     const Context* target = FindObject<Context>(targetHandle);
     if (!target) return false;
-    if (block.width < 0 || block.height < 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return false;
-    }
+    if (block.width < 0 || block.height < 0) return Fail(ERROR_INVALID_PARAMETER, false);
     const Bitmap* mask = maskInput.handle ? FindObject<Bitmap>(maskInput.handle) : nullptr;
     if (maskInput.handle && !mask) return false;
     const bool needsSource = NeedsSource(foreCode) || (mask && NeedsSource(backCode));
@@ -274,10 +270,7 @@ int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH handle) {
     const Context* context = FindObject<Context>(dc);
     const Brush* brush = context ? FindBrush(handle) : nullptr;
     if (!brush) return 0;
-    if (!rectangle) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (!rectangle) return Fail(ERROR_INVALID_PARAMETER, 0);
     FillArea(*context, PlaceRectangle(*context, *rectangle), brush->color);
     return 1;
 }

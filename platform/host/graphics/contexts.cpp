@@ -111,10 +111,7 @@ HDC WINAPI CreateCompatibleDC(HDC compatible) {
 BOOL WINAPI DeleteDC(HDC dc) {
     Context* context = FindObject<Context>(dc);
     if (!context) return FALSE;
-    if (context->onScreen) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
+    if (context->onScreen) return Fail(ERROR_INVALID_HANDLE, FALSE);
     CloseContext(*context);
     return TRUE;
 }
@@ -128,8 +125,7 @@ HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ handle) {
     if (object && object->type == ObjectType::Bitmap && MaySelectBitmap(*context, object)) {
         return Exchange(context->bitmap, object);
     }
-    SetLastError(ERROR_INVALID_HANDLE);
-    return nullptr;
+    return Fail(ERROR_INVALID_HANDLE, nullptr);
 }
 
 HGDIOBJ WINAPI GetCurrentObject(HDC dc, UINT type) {
@@ -143,8 +139,7 @@ HGDIOBJ WINAPI GetCurrentObject(HDC dc, UINT type) {
         case OBJ_FONT:
             return context->font->handle;
         default:
-            SetLastError(ERROR_INVALID_PARAMETER);
-            return nullptr;
+            return Fail(ERROR_INVALID_PARAMETER, nullptr);
     }
 }
 
@@ -161,10 +156,7 @@ COLORREF WINAPI SetBkColor(HDC dc, COLORREF color) {
 int WINAPI SetBkMode(HDC dc, int mode) {
     Context* context = FindObject<Context>(dc);
     if (!context) return 0;
-    if (mode != OPAQUE && mode != TRANSPARENT) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (mode != OPAQUE && mode != TRANSPARENT) return Fail(ERROR_INVALID_PARAMETER, 0);
     return std::exchange(context->attributes.backMode, mode);
 }
 

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstring>
 
+#include "device/faults.h"
 #include "graphics/graphics.h"
 #include "graphics/objects.h"
 
@@ -180,10 +181,7 @@ void CopyPixels(const Dib& dib, const Surface& surface) {
 
 HBITMAP CreateBitmapFromDib(const BYTE* bytes, std::size_t size) {
     Dib dib;
-    if (!bytes || !DibReader(bytes, size).Read(dib)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (!bytes || !DibReader(bytes, size).Read(dib)) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     auto bitmap = MakeBitmap(dib.width, dib.height, dib.IsMono() ? PixelFormat::Mono : PixelFormat::Rgb32,
                              RowOrder::TopDown, sizeof(WORD));
     if (!bitmap) return nullptr;

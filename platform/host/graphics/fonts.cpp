@@ -132,10 +132,7 @@ Glyphs* GlyphsOf(Font& font) {
     if (font.glyphs) return font.glyphs.get();
     const bool bold = font.logical.lfWeight >= kBoldFrom;
     FT_Face face = GetFace(bold);
-    if (!face) {
-        SetLastError(ERROR_FILE_NOT_FOUND);
-        return nullptr;
-    }
+    if (!face) return Fail(ERROR_FILE_NOT_FOUND, nullptr);
     font.glyphs = std::make_unique<Glyphs>();
     font.glyphs->bold = bold;
     Fit(face, font.logical.lfHeight, *font.glyphs);
@@ -148,9 +145,6 @@ using namespace host;
 
 HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) {
     if (CallFails(Call::CreateFont, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
-    if (!font) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (!font) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     return HandleOf<HFONT>(AddObject(std::make_unique<Font>(*font)));
 }

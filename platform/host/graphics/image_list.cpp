@@ -29,18 +29,11 @@ struct ImageList {
 };
 HandleTable<ImageList, HandleKind::ImageList> g_lists;
 
-ImageList* FindList(const void* handle) {
-    ImageList* list = g_lists.Find(handle);
-    if (!list) SetLastError(ERROR_INVALID_HANDLE);
-    return list;
-}
-
 // Null and the last error if the list has no image of this index.
 ImageList* FindImage(const void* handle, int index) {
-    ImageList* list = FindList(handle);
+    ImageList* list = g_lists.Require(handle);
     if (!list || (index >= 0 && index < list->Count())) return list;
-    SetLastError(ERROR_INVALID_PARAMETER);
-    return nullptr;
+    return Fail(ERROR_INVALID_PARAMETER, nullptr);
 }
 
 // Appends one row of an image, read from x on.
@@ -59,10 +52,8 @@ void AppendRow(ImageList& list, const Surface& surface, int x, int y, DWORD tran
 int AddImages(ImageList& list, const Bitmap& bitmap, COLORREF transparent) {
     const int first = list.Count();
     const int added = bitmap.surface.width / list.width;
-    if (bitmap.holders != 0 || added == 0 || added > kMaxImages - first) {
-        SetLastError(bitmap.holders != 0 ? ERROR_ACCESS_DENIED : ERROR_INVALID_PARAMETER);
-        return -1;
-    }
+    if (bitmap.holders != 0 || added == 0 || added > kMaxImages - first)
+        return Fail(bitmap.holders != 0 ? ERROR_ACCESS_DENIED : ERROR_INVALID_PARAMETER, -1);
     for (int image = 0; image < added; ++image) {
         for (int y = 0; y < list.height; ++y) {
             AppendRow(list, bitmap.surface, image * list.width, y, SwapRedAndBlue(transparent));
@@ -93,11 +84,7 @@ Picture PictureOf(HANDLE handle, int index) {
 
 void ResetImageLists() { g_lists.CloseAll(); }
 
-void CountImageLists(LiveHandles& counts) {
-    g_lists.ForEach([&](std::uint32_t, const ImageList&, HandleOwner owner) {
-        if (owner == HandleOwner::Product) ++counts.lists;
-    });
-}
+void CountImageLists(LiveHandles& counts) { counts.lists = g_lists.Count(); }
 
 }  // namespace host
 
@@ -105,45 +92,36 @@ using namespace host;
 
 HIMAGELIST WINAPI ImageList_Create(int width, int height, UINT flags, int, int) {
     if (CallFails(Call::CreateImageList, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
-    if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide ||
-        (flags & ~UINT{ILC_MASK}) != 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide || (flags & ~UINT{ILC_MASK}) != 0)
+        return Fail(ERROR_INVALID_PARAMETER, nullptr);
     auto list = std::make_unique<ImageList>();
     list->width = width;
     list->height = height;
     list->masked = (flags & ILC_MASK) != 0;
-    const std::uint32_t handle = g_lists.Open(std::move(list));
-    if (handle == 0) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    return ToHandle<HIMAGELIST>(handle);
+    return ToHandle<HIMAGELIST>(g_lists.Open(std::move(list)));
 }
 
 BOOL WINAPI ImageList_Destroy(HIMAGELIST list) {
     if (g_lists.Close(list)) return TRUE;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return FALSE;
+    return Fail(ERROR_INVALID_HANDLE, FALSE);
 }
 
 int WINAPI ImageList_AddMasked(HIMAGELIST handle, HBITMAP bitmapHandle, COLORREF transparent) {
     if (CallFails(Call::AddImage, ERROR_NOT_ENOUGH_MEMORY)) return -1;
-    ImageList* list = FindList(handle);
+    ImageList* list = g_lists.Require(handle);
     const Bitmap* bitmap = list ? FindObject<Bitmap>(bitmapHandle) : nullptr;
     return bitmap ? AddImages(*list, *bitmap, transparent) : -1;
 }
 
 int WINAPI ImageList_GetImageCount(HIMAGELIST handle) {
-    const ImageList* list = FindList(handle);
+    const ImageList* list = g_lists.Require(handle);
     return list ? list->Count() : 0;
 }
 
 BOOL WINAPI ImageList_GetIconSize(HIMAGELIST handle, int* width, int* height) {
-    const ImageList* list = FindList(handle);
+    const ImageList* list = g_lists.Require(handle);
     if (!list) return FALSE;
-    if (!width || !height) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!width || !height) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     *width = list->width;
     *height = list->height;
     return TRUE;

@@ -80,15 +80,9 @@ using namespace host;
 
 BOOL WINAPI DeleteObject(HGDIOBJ handle) {
     GdiObject* object = GetGraphics().objects.Find(handle);
-    if (!object || object->type == ObjectType::Context) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
+    if (!object || object->type == ObjectType::Context) return Fail(ERROR_INVALID_HANDLE, FALSE);
     if (object->stock) return TRUE;
-    if (object->holders != 0) {
-        SetLastError(ERROR_ACCESS_DENIED);
-        return FALSE;
-    }
+    if (object->holders != 0) return Fail(ERROR_ACCESS_DENIED, FALSE);
     GetGraphics().objects.Close(handle);
     return TRUE;
 }
@@ -103,7 +97,6 @@ HGDIOBJ WINAPI GetStockObject(int index) {
         case SYSTEM_FONT:
             return graphics.systemFont->handle;
         default:
-            SetLastError(ERROR_INVALID_PARAMETER);
-            return nullptr;
+            return Fail(ERROR_INVALID_PARAMETER, nullptr);
     }
 }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "device/faults.h"
 #include "device/handles.h"
 #include "graphics/region.h"
 #include "graphics/surface.h"
@@ -95,10 +96,7 @@ template <typename Object>
 Object* AddObject(std::unique_ptr<Object> object) {
     Object* added = object.get();
     const std::uint32_t value = GetGraphics().objects.Open(std::move(object));
-    if (value == 0) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    if (value == 0) return nullptr;
     added->handle = ToHandle<void*>(value);
     return added;
 }
@@ -116,10 +114,7 @@ Object* AddStockObject(Graphics& graphics, Arguments&&... arguments) {
 template <typename Object>
 Object* FindObject(const void* handle) {
     GdiObject* object = GetGraphics().objects.Find(handle);
-    if (!object || object->type != Object::kType) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return nullptr;
-    }
+    if (!object || object->type != Object::kType) return Fail(ERROR_INVALID_HANDLE, nullptr);
     return static_cast<Object*>(object);
 }
 

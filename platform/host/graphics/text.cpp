@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <unicode.h>
+
 #include <cstdlib>
 #include <string_view>
 
@@ -13,16 +15,6 @@ constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits include TA_RIGHT
 constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits include TA_BOTTOM
 constexpr BYTE kHalf = 128;
 
-// Takes the next character. A lone surrogate counts as itself.
-char32_t TakeCharacter(std::u16string_view& text) {
-    const char16_t first = text.front();
-    text.remove_prefix(1);
-    if ((first & 0xFC00) != 0xD800 || text.empty() || (text.front() & 0xFC00) != 0xDC00) return first;
-    const char32_t character = 0x10000 + ((char32_t{first} & 0x3FF) << 10) + (text.front() & 0x3FF);
-    text.remove_prefix(1);
-    return character;
-}
-
 // Calls visit(glyph, pen offset) for each character and returns the width. The spacing, if given, has an
 // advance for each code unit of the text.
 template <typename Visitor>
@@ -30,7 +22,7 @@ std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, const INT* spaci
     std::int64_t pen = 0;
     while (!text.empty()) {
         const std::size_t before = text.size();
-        const Glyph& glyph = glyphs.Find(TakeCharacter(text));
+        const Glyph& glyph = glyphs.Find(unicode::TakeCharacter(text));
         visit(glyph, pen);
         if (!spacing) {
             pen += glyph.advance;
@@ -162,10 +154,7 @@ void DrawLines(const Context& context, Glyphs& glyphs, std::u16string_view text,
 
 // The caller's text; a length of -1 means that it ends with a null. False if there is none.
 bool ReadText(LPCWSTR text, int length, std::u16string_view& view) {
-    if ((!text && length != 0) || length < -1) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return false;
-    }
+    if ((!text && length != 0) || length < -1) return Fail(ERROR_INVALID_PARAMETER, false);
     if (length == -1) {
         view = text;
     } else if (length > 0) {
@@ -183,10 +172,8 @@ BOOL WINAPI ExtTextOutW(HDC dc, int x, int y, UINT options, const RECT* rectangl
                         const INT* spacing) {
     const Context* context = FindObject<Context>(dc);
     if (!context) return FALSE;
-    if ((!text && length != 0) || (!rectangle && (options & ETO_OPAQUE))) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if ((!text && length != 0) || (!rectangle && (options & ETO_OPAQUE)))
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
     Glyphs* glyphs = GlyphsOf(*context->font);
     if (!glyphs) return FALSE;
     RECT clip = context->bitmap->surface.Bounds();
@@ -212,10 +199,7 @@ BOOL WINAPI GetTextExtentPoint32W(HDC dc, LPCWSTR text, int length, SIZE* size) 
     const Context* context = FindObject<Context>(dc);
     if (!context) return FALSE;
     std::u16string_view view;
-    if (!size || length < 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!size || length < 0) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     Glyphs* glyphs = ReadText(text, length, view) ? GlyphsOf(*context->font) : nullptr;
     if (!glyphs) return FALSE;
     *size = {static_cast<LONG>(WidthOf(*glyphs, view)), glyphs->CellHeight()};
@@ -229,10 +213,7 @@ int WINAPI DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rectangle, UINT for
     const Context* context = FindObject<Context>(dc);
     if (!context) return 0;
     std::u16string_view view;
-    if (!rectangle) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (!rectangle) return Fail(ERROR_INVALID_PARAMETER, 0);
     Glyphs* glyphs = ReadText(text, length, view) ? GlyphsOf(*context->font) : nullptr;
     if (!glyphs) return 0;
     const SIZE size = MeasureLines(*glyphs, view, format);

@@ -5,6 +5,7 @@
 #include "device/faults.h"
 #include "device/files.h"
 #include "device/handles.h"
+#include "device/strings.h"
 
 #include <algorithm>
 
@@ -66,19 +67,13 @@ void CloseModule(HMODULE handle) {
 HMODULE OpenModule(const std::filesystem::path& hostPath, std::u16string devicePath) {
     std::optional<FileImage> image = FileImage::Read(hostPath);
     std::optional<PeImage> resources = image ? PeImage::Parse(image->Bytes()) : std::nullopt;
-    if (!resources) {
-        SetLastError(ERROR_BAD_EXE_FORMAT);
-        return nullptr;
-    }
+    if (!resources) return Fail(ERROR_BAD_EXE_FORMAT, nullptr);
     auto owned = std::make_unique<Module>(
         Module{hostPath, std::move(devicePath), std::move(*image), std::move(*resources)});
     Module& module = *owned;
     AddReference(module);
     const auto handle = ToHandle<HMODULE>(g_modules.Open(std::move(owned)));
-    if (!handle) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    if (!handle) return nullptr;
     DWORD error = ERROR_SUCCESS;
     if (!LoadCode(module)) {
         error = ERROR_MOD_NOT_FOUND;
@@ -87,28 +82,20 @@ HMODULE OpenModule(const std::filesystem::path& hostPath, std::u16string deviceP
     }
     if (error == ERROR_SUCCESS) return handle;
     CloseModule(handle);
-    SetLastError(error);
-    return nullptr;
+    return Fail(error, nullptr);
 }
 
 }  // namespace
 
 // Also finds a module without references: its DllMain may use resources while it is unloaded.
-Module* FindModule(HMODULE handle) {
-    Module* module = g_modules.Find(handle);
-    if (!module) SetLastError(ERROR_INVALID_HANDLE);
-    return module;
-}
+Module* FindModule(HMODULE handle) { return g_modules.Require(handle); }
 
 HMODULE LoadModule(std::u16string_view path) {
     std::u16string devicePath = CompletePath(path);
     const ResolvedPath resolved = ResolvePath(devicePath);
     std::error_code error;
     const std::filesystem::path hostPath = std::filesystem::canonical(resolved.path, error);
-    if (path.empty() || resolved.error != ERROR_SUCCESS || error) {
-        SetLastError(ERROR_MOD_NOT_FOUND);
-        return nullptr;
-    }
+    if (path.empty() || resolved.error != ERROR_SUCCESS || error) return Fail(ERROR_MOD_NOT_FOUND, nullptr);
     const HMODULE loaded = FindLoaded(hostPath);
     if (!loaded) return OpenModule(hostPath, std::move(devicePath));
     AddReference(*g_modules.Find(loaded));
@@ -118,10 +105,7 @@ HMODULE LoadModule(std::u16string_view path) {
 bool FreeModule(HMODULE handle) {
     Module* module = FindModule(handle);
     if (!module) return false;
-    if (module->references == 0) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return false;
-    }
+    if (module->references == 0) return Fail(ERROR_INVALID_HANDLE, false);
     --module->references;
     if (CurrentOwner() == HandleOwner::Product && module->productReferences > 0) --module->productReferences;
     module->productReferences = std::min(module->productReferences, module->references);
@@ -172,7 +156,7 @@ using namespace host;
 
 HMODULE WINAPI LoadLibraryW(LPCWSTR path) {
     if (CallFails(Call::LoadLibrary, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
-    return LoadModule(path ? path : u"");
+    return LoadModule(View(path));
 }
 
 BOOL WINAPI FreeLibrary(HMODULE module) { return FreeModule(module); }
@@ -191,13 +175,9 @@ DWORD WINAPI GetModuleFileNameW(HMODULE handle, LPWSTR path, DWORD characters) {
     if (CallFails(Call::GetModuleFileName, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     const Module* module = FindModule(handle);
     if (!module) return 0;
-    if (!path || characters == 0) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return 0;
-    }
+    if (!path || characters == 0) return Fail(ERROR_INSUFFICIENT_BUFFER, DWORD{0});
     const std::u16string& name = module->devicePath;
     path[name.copy(path, characters - 1)] = u'\0';
     if (name.size() < characters) return static_cast<DWORD>(name.size());
-    SetLastError(ERROR_INSUFFICIENT_BUFFER);
-    return characters;
+    return Fail(ERROR_INSUFFICIENT_BUFFER, characters);
 }

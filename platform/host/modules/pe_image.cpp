@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "modules/pe_image.h"
 
+#include "device/bytes.h"
 #include "device/strings.h"
 
 #include <algorithm>
-#include <cstring>
 #include <tuple>
 #include <utility>
 
 namespace host {
 namespace {
-
-using Bytes = std::span<const BYTE>;
 
 // Windows has the first limit, too. The others bound the cost of a directory whose entries refer to the same
 // parts again and again; real libraries stay far below.
@@ -21,15 +19,6 @@ constexpr std::size_t kMaxNameLength = 255;
 
 constexpr std::size_t kResourceDirectoryIndex = 2;
 constexpr DWORD kHighBit = 0x80000000;
-
-// Little-endian, at any alignment. None beyond the end of the bytes.
-template <typename Value>
-std::optional<Value> Read(Bytes bytes, std::size_t offset) {
-    if (offset > bytes.size() || bytes.size() - offset < sizeof(Value)) return std::nullopt;
-    Value value;
-    std::memcpy(&value, bytes.data() + offset, sizeof(Value));
-    return value;
-}
 
 struct Section {
     DWORD address;     // relative to the image
@@ -180,11 +169,8 @@ private:
         const std::size_t offset = field & ~kHighBit;
         const auto length = Read<WORD>(m_directory, offset);
         if (!length || *length > kMaxNameLength) return std::nullopt;
-        const std::size_t size = *length * sizeof(WCHAR);
-        if (m_directory.size() - offset - sizeof(WORD) < size) return std::nullopt;
-        std::u16string text(*length, u'\0');
-        std::memcpy(text.data(), m_directory.data() + offset + sizeof(WORD), size);
-        return ResourceId{true, 0, FoldCase(text)};
+        const auto text = ReadCharacters(m_directory, offset + sizeof(WORD), *length);
+        return text ? std::optional(ResourceId{true, 0, FoldCase(*text)}) : std::nullopt;
     }
 
     Bytes m_file;

@@ -3,9 +3,8 @@
 // and is checked against the entries of the image.
 #include "modules/modules.h"
 
+#include "device/bytes.h"
 #include "device/faults.h"
-
-#include <cstring>
 
 namespace host {
 namespace {
@@ -30,24 +29,17 @@ const Resource* FromHandle(HMODULE handle, HRSRC resource) {
     // An address below the image wraps around to an offset without an entry.
     const Resource* found = module->resources.FindByEntry(reinterpret_cast<std::uintptr_t>(resource) - base);
     if (found && found->data) return found;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return nullptr;
+    return Fail(ERROR_INVALID_HANDLE, nullptr);
 }
 
 // A block has 16 strings, each a length and that many code units.
 std::optional<std::u16string> StringOfBlock(std::span<const BYTE> block, UINT index) {
-    for (;; --index) {
-        WORD length = 0;
-        if (block.size() < sizeof(length)) return std::nullopt;
-        std::memcpy(&length, block.data(), sizeof(length));
-        block = block.subspan(sizeof(length));
-        if (block.size() / sizeof(WCHAR) < length) return std::nullopt;
-        if (index == 0) {
-            std::u16string text(length, u'\0');
-            std::memcpy(text.data(), block.data(), length * sizeof(WCHAR));
-            return text;
-        }
-        block = block.subspan(length * sizeof(WCHAR));
+    for (std::size_t offset = 0;; --index) {
+        const auto length = Read<WORD>(block, offset);
+        offset += sizeof(WORD);
+        const auto text = length ? ReadCharacters(block, offset, *length) : std::nullopt;
+        if (!text || index == 0) return text;
+        offset += *length * sizeof(WCHAR);
     }
 }
 
@@ -87,18 +79,12 @@ DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource) {
 // Copies what fits with a null, and returns its length without the null.
 int WINAPI LoadStringW(HINSTANCE instance, UINT id, LPWSTR text, int characters) {
     if (CallFails(Call::LoadString, ERROR_NOT_ENOUGH_MEMORY)) return 0;
-    if (!text || characters <= 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (!text || characters <= 0) return Fail(ERROR_INVALID_PARAMETER, 0);
     text[0] = u'\0';
     const auto block = FindResourceBytes(instance, MAKEINTRESOURCEW((id & 0xFFFF) / 16 + 1), RT_STRING);
     if (!block) return 0;
     const std::optional<std::u16string> string = StringOfBlock(*block, id % 16);
-    if (!string || string->empty()) {
-        SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
-        return 0;
-    }
+    if (!string || string->empty()) return Fail(ERROR_RESOURCE_NAME_NOT_FOUND, 0);
     const std::size_t length = string->copy(text, static_cast<std::size_t>(characters) - 1);
     text[length] = u'\0';
     return static_cast<int>(length);

@@ -63,10 +63,8 @@ DWORD WINAPI GetFileVersionInfoSizeW(LPCWSTR path, LPDWORD ignored) {
 BOOL WINAPI GetFileVersionInfoW(LPCWSTR path, DWORD, DWORD size, LPVOID target) {
     if (CallFails(Call::GetVersionInfo, ERROR_NOT_ENOUGH_MEMORY)) return FALSE;
     std::vector<BYTE> block;
-    if (!target || size < sizeof(WORD)) {
-        SetLastError(target ? ERROR_INSUFFICIENT_BUFFER : ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!target || size < sizeof(WORD))
+        return Fail(target ? ERROR_INSUFFICIENT_BUFFER : ERROR_INVALID_PARAMETER, FALSE);
     if (!ReadBlock(path, block)) return FALSE;
     const std::size_t copied = std::min<std::size_t>(block.size(), size);
     // Later queries know the buffer's size only from the block's first word.
@@ -80,16 +78,10 @@ BOOL WINAPI VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* siz
     if (value) *value = nullptr;
     if (size) *size = 0;
     if (CallFails(Call::QueryVersion, ERROR_RESOURCE_TYPE_NOT_FOUND)) return FALSE;
-    if (!block || !path || !value) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!block || !path || !value) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     const auto* bytes = static_cast<const BYTE*>(block);
     const std::optional<VersionValue> found = FindVersionValue({bytes, ReadLength(block)}, path);
-    if (!found) {
-        SetLastError(ERROR_RESOURCE_TYPE_NOT_FOUND);
-        return FALSE;
-    }
+    if (!found) return Fail(ERROR_RESOURCE_TYPE_NOT_FOUND, FALSE);
     // The SDK's pointer lacks const; the block is only read.
     *value = const_cast<BYTE*>(bytes + found->offset);
     if (size) *size = static_cast<UINT>(found->size);

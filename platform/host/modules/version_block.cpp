@@ -91,10 +91,8 @@ std::optional<VersionValue> ValueOf(Block block, const Node& node) {
 
 std::optional<VersionValue> FindVersionValue(Block block, std::u16string_view path) {
     std::optional<Node> node = ReadNode(block, 0, block.size());
-    while (node && !path.empty()) {
-        const std::size_t end = std::min(path.find(u'\\'), path.size());
-        if (end > 0) node = FindChild(block, *node, path.substr(0, end));
-        path.remove_prefix(std::min(end + 1, path.size()));
+    for (const std::u16string_view key : Split(path, u"\\")) {
+        if (node) node = FindChild(block, *node, key);
     }
     return node ? ValueOf(block, *node) : std::nullopt;
 }

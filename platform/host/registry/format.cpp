@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "registry/file.h"
 
-#include "device/strings.h"
+#include <unicode.h>
 
 #include <cstdio>
 #include <cstring>
@@ -13,7 +13,7 @@ constexpr std::size_t kMaxHexLine = 78;  // characters, as editors break their l
 
 void AppendQuoted(std::string& out, std::u16string_view text) {
     out += '"';
-    for (const char c : ToUtf8(text)) {
+    for (const char c : unicode::ToUtf8(text)) {
         if (c == '"' || c == '\\') out += '\\';
         out += c;
     }
@@ -37,7 +37,7 @@ std::optional<std::u16string> PlainText(const RegistryValue& value) {
     for (const WCHAR unit : text) {
         if (unit < 0x20) return std::nullopt;
     }
-    if (!ToStrictUtf8(text)) return std::nullopt;
+    if (!unicode::IsWellFormed(text)) return std::nullopt;
     return text;
 }
 
@@ -87,7 +87,7 @@ void AppendKey(std::string& out, const RegistryKey& key, const std::string& path
         AppendValue(out, value);
     }
     for (const auto& [foldedName, subkey] : key.subkeys) {
-        AppendKey(out, *subkey, path + '\\' + ToUtf8(subkey->name));
+        AppendKey(out, *subkey, path + '\\' + unicode::ToUtf8(subkey->name));
     }
 }
 
@@ -98,7 +98,7 @@ std::string FormatRegistryFile(const RegistryTree& tree) {
     for (const RegistryRoot root :
          {RegistryRoot::ClassesRoot, RegistryRoot::CurrentUser, RegistryRoot::LocalMachine}) {
         const RegistryKey& key = *tree.Root(root);
-        if (!key.values.empty() || !key.subkeys.empty()) AppendKey(out, key, ToUtf8(key.name));
+        if (!key.values.empty() || !key.subkeys.empty()) AppendKey(out, key, unicode::ToUtf8(key.name));
     }
     return out;
 }

@@ -4,6 +4,7 @@
 
 #include "device/device.h"
 #include "device/faults.h"
+#include "device/strings.h"
 #include "registry/handles.h"
 
 #include <algorithm>
@@ -27,9 +28,8 @@ LSTATUS NewHandle(std::shared_ptr<RegistryKey> key, REGSAM access, HKEY* result)
 }
 
 bool HasOverlongName(std::u16string_view path) {
-    const std::vector<std::u16string_view> names = SplitKeyPath(path);
-    return std::any_of(names.begin(), names.end(),
-                       [](std::u16string_view name) { return name.size() > kMaxKeyNameLength; });
+    return std::ranges::any_of(SplitKeyPath(path),
+                               [](std::u16string_view name) { return name.size() > kMaxKeyNameLength; });
 }
 
 LSTATUS Open(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* result) {
@@ -78,11 +78,7 @@ void ResetRegistry() {
     ForgetRegistry();
 }
 
-void CountRegistryHandles(LiveHandles& counts) {
-    g_keys.ForEach([&](std::uint32_t, const OpenKey&, HandleOwner owner) {
-        if (owner == HandleOwner::Product) ++counts.keys;
-    });
-}
+void CountRegistryHandles(LiveHandles& counts) { counts.keys = g_keys.Count(); }
 
 }  // namespace host
 
@@ -92,7 +88,7 @@ LSTATUS WINAPI RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKE
     if (!result) return ERROR_INVALID_PARAMETER;
     *result = nullptr;
     if (CallFails(Call::RegOpenKey)) return ERROR_ACCESS_DENIED;
-    return Open(key, subkey ? subkey : u"", access, result);
+    return Open(key, View(subkey), access, result);
 }
 
 LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD, LPWSTR, DWORD, REGSAM access,
@@ -100,7 +96,7 @@ LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD, LPWSTR, DWORD, R
     if (!result) return ERROR_INVALID_PARAMETER;
     *result = nullptr;
     if (CallFails(Call::RegCreateKey)) return ERROR_ACCESS_DENIED;
-    return Create(key, subkey ? subkey : u"", access, result, disposition);
+    return Create(key, View(subkey), access, result, disposition);
 }
 
 // Writes changes to the file. If that fails, the key is closed all the same, the change is kept, and the next

@@ -3,7 +3,10 @@
 
 #include "device/strings.h"
 
+#include <unicode.h>
+
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 namespace host {
@@ -18,22 +21,12 @@ std::string_view Trim(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
 // One to maxDigits hexadecimal digits and nothing else.
 std::optional<DWORD> ReadHex(std::string_view digits, std::size_t maxDigits) {
-    if (digits.empty() || digits.size() > maxDigits) return std::nullopt;
     DWORD number = 0;
-    for (const char c : digits) {
-        const int digit = HexDigit(c);
-        if (digit < 0) return std::nullopt;
-        number = (number << 4) | static_cast<DWORD>(digit);
-    }
+    const char* end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, number, 16);
+    if (error != std::errc() || stop != end || digits.size() > maxDigits) return std::nullopt;
     return number;
 }
 
@@ -58,7 +51,7 @@ std::optional<std::u16string> TakeQuoted(std::string_view& line) {
     for (std::size_t i = 1; i < line.size(); ++i) {
         if (line[i] == '"') {
             line.remove_prefix(i + 1);
-            return FromStrictUtf8(text);
+            return unicode::FromUtf8(text);
         }
         if (line[i] == '\\') {
             ++i;
@@ -67,11 +60,6 @@ std::optional<std::u16string> TakeQuoted(std::string_view& line) {
         text += line[i];
     }
     return std::nullopt;
-}
-
-std::vector<BYTE> StringBytes(const std::u16string& text) {
-    const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
-    return {bytes, bytes + (text.size() + 1) * sizeof(WCHAR)};
 }
 
 std::vector<BYTE> NumberBytes(DWORD number) {
@@ -139,7 +127,7 @@ private:
         line = line.substr(1, line.size() - 2);
         const bool deletes = line.starts_with('-');
         if (deletes) line.remove_prefix(1);
-        const std::optional<std::u16string> path = FromStrictUtf8(line);
+        const std::optional<std::u16string> path = unicode::FromUtf8(line);
         if (!path) return Fail("a key that is no valid UTF-8");
         const std::size_t rootEnd = std::min(path->find(u'\\'), path->size());
         const std::shared_ptr<RegistryKey> root = FindRoot(path->substr(0, rootEnd));
@@ -195,7 +183,7 @@ private:
         const std::optional<std::u16string> text = TakeQuoted(data);
         if (!text || !data.empty()) return false;
         value.type = REG_SZ;
-        value.data = StringBytes(*text);
+        value.data = TextBytes(*text);
         return true;
     }
 

@@ -3,6 +3,8 @@
 
 #include "device/strings.h"
 
+#include <unicode.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -11,7 +13,7 @@ namespace {
 
 bool IsLine(std::u16string_view text) {
     const bool hasControl = std::any_of(text.begin(), text.end(), [](WCHAR unit) { return unit < 0x20; });
-    return !hasControl && ToStrictUtf8(text).has_value();
+    return !hasControl && unicode::IsWellFormed(text);
 }
 
 void MarkDeleted(RegistryKey& key) {
@@ -23,6 +25,11 @@ void MarkDeleted(RegistryKey& key) {
 
 }  // namespace
 
+std::vector<BYTE> TextBytes(const std::u16string& text) {
+    const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
+    return {bytes, bytes + (text.size() + 1) * sizeof(WCHAR)};
+}
+
 bool IsKeyName(std::u16string_view name) {
     return !name.empty() && name.size() <= kMaxKeyNameLength &&
            name.find(u'\\') == std::u16string_view::npos && IsLine(name);
@@ -30,15 +37,7 @@ bool IsKeyName(std::u16string_view name) {
 
 bool IsValueName(std::u16string_view name) { return name.size() <= kMaxValueNameLength && IsLine(name); }
 
-std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path) {
-    std::vector<std::u16string_view> names;
-    while (!path.empty()) {
-        const std::size_t end = std::min(path.find(u'\\'), path.size());
-        if (end > 0) names.push_back(path.substr(0, end));
-        path.remove_prefix(std::min(end + 1, path.size()));
-    }
-    return names;
-}
+std::vector<std::u16string_view> SplitKeyPath(std::u16string_view path) { return Split(path, u"\\"); }
 
 RegistryTree::RegistryTree() {
     for (std::size_t i = 0; i < m_roots.size(); ++i) {

@@ -20,6 +20,8 @@ struct RegistryValue {
 
     bool operator==(const RegistryValue&) const = default;
 };
+// A string as it is stored, with its null.
+std::vector<BYTE> TextBytes(const std::u16string& text);
 
 struct RegistryKey {
     std::u16string name;

@@ -10,8 +10,6 @@
 namespace host {
 namespace {
 
-std::u16string_view NameOf(LPCWSTR name) { return name ? name : u""; }
-
 // Copies at most as much as the buffer holds; always returns the needed size.
 LSTATUS CopyData(const std::vector<BYTE>& stored, LPBYTE data, DWORD& size) {
     const DWORD capacity = size;
@@ -51,10 +49,7 @@ bool WriteRegistryText(RegistryRoot root, std::u16string_view key, std::u16strin
     bool created = false;
     const std::shared_ptr<RegistryKey> made = MakeKey(Registry().Root(root), key, created);
     if (!made) return false;
-    const std::u16string terminated(text);
-    const auto* bytes = reinterpret_cast<const BYTE*>(terminated.c_str());
-    std::vector<BYTE> data(bytes, bytes + (terminated.size() + 1) * sizeof(WCHAR));
-    const bool changed = SetValue(*made, {std::u16string(name), REG_SZ, std::move(data)});
+    const bool changed = SetValue(*made, {std::u16string(name), REG_SZ, TextBytes(std::u16string(text))});
     if (created || changed) MarkRegistryChanged();
     return true;
 }
@@ -68,7 +63,7 @@ LSTATUS WINAPI RegQueryValueExW(HKEY handle, LPCWSTR name, LPDWORD, LPDWORD type
     OpenKey opened;
     if (const LSTATUS error = UseKey(handle, KEY_QUERY_VALUE, opened)) return error;
     if (data && !size) return ERROR_INVALID_PARAMETER;
-    const RegistryValue* value = FindValue(*opened.key, NameOf(name));
+    const RegistryValue* value = FindValue(*opened.key, View(name));
     if (!value) return ERROR_FILE_NOT_FOUND;
     if (type) *type = value->type;
     return size ? CopyData(value->data, data, *size) : ERROR_SUCCESS;
@@ -78,8 +73,8 @@ LSTATUS WINAPI RegSetValueExW(HKEY handle, LPCWSTR name, DWORD, DWORD type, cons
     if (CallFails(Call::RegSetValue)) return ERROR_NOT_ENOUGH_MEMORY;
     OpenKey opened;
     if (const LSTATUS error = UseKey(handle, KEY_SET_VALUE, opened)) return error;
-    if ((!data && size > 0) || !IsValueName(NameOf(name))) return ERROR_INVALID_PARAMETER;
-    RegistryValue value{std::u16string(NameOf(name)), type, {}};
+    if ((!data && size > 0) || !IsValueName(View(name))) return ERROR_INVALID_PARAMETER;
+    RegistryValue value{std::u16string(View(name)), type, {}};
     if (size > 0) value.data.assign(data, data + size);
     if (SetValue(*opened.key, std::move(value))) MarkRegistryChanged();
     return ERROR_SUCCESS;
@@ -89,7 +84,7 @@ LSTATUS WINAPI RegDeleteValueW(HKEY handle, LPCWSTR name) {
     if (CallFails(Call::RegDelete)) return ERROR_ACCESS_DENIED;
     OpenKey opened;
     if (const LSTATUS error = UseKey(handle, KEY_SET_VALUE, opened)) return error;
-    if (opened.key->values.erase(FoldCase(NameOf(name))) == 0) return ERROR_FILE_NOT_FOUND;
+    if (opened.key->values.erase(FoldCase(View(name))) == 0) return ERROR_FILE_NOT_FOUND;
     MarkRegistryChanged();
     return ERROR_SUCCESS;
 }

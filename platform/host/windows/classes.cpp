@@ -91,10 +91,7 @@ using namespace host;
 ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
     if (CallFails(Call::RegisterClass, ERROR_NOT_ENOUGH_MEMORY)) return 0;
     const DWORD error = CheckClass(windowClass);
-    if (error != ERROR_SUCCESS) {
-        SetLastError(error);
-        return 0;
-    }
+    if (error != ERROR_SUCCESS) return Fail(error, ATOM{0});
     auto registered = std::make_unique<WindowClass>();
     registered->name = windowClass->lpszClassName;
     registered->instance = windowClass->hInstance;
@@ -108,10 +105,8 @@ ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
 
 BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance) {
     const WindowClass* windowClass = FindOwnClass(name, instance);
-    if (!windowClass || windowClass->windows > 0) {
-        SetLastError(windowClass ? ERROR_CLASS_HAS_WINDOWS : ERROR_CLASS_DOES_NOT_EXIST);
-        return FALSE;
-    }
+    if (!windowClass || windowClass->windows > 0)
+        return Fail(windowClass ? ERROR_CLASS_HAS_WINDOWS : ERROR_CLASS_DOES_NOT_EXIST, FALSE);
     const auto same = [windowClass](const auto& other) { return other.get() == windowClass; };
     classes.erase(std::find_if(classes.begin(), classes.end(), same));
     return TRUE;
@@ -120,6 +115,5 @@ BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance) {
 // A pen device shows no cursor: the handle is never drawn.
 HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) {
     if (!instance && name == IDC_ARROW) return reinterpret_cast<HCURSOR>(const_cast<WCHAR*>(name));
-    SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
-    return nullptr;
+    return Fail(ERROR_RESOURCE_NAME_NOT_FOUND, nullptr);
 }

@@ -139,11 +139,7 @@ void ResetWindows() {
     ResetInput();
 }
 
-void CountWindowHandles(LiveHandles& counts) {
-    table.ForEach([&counts](std::uint32_t, const Window&, HandleOwner owner) {
-        if (owner == HandleOwner::Product) ++counts.windows;
-    });
-}
+void CountWindowHandles(LiveHandles& counts) { counts.windows = table.Count(); }
 
 }  // namespace host
 
@@ -155,10 +151,7 @@ HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR titl
     if (CallFails(Call::CreateWindow, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
     WindowClass* windowClass = FindClass(className, instance);
     const DWORD error = windowClass ? CheckParent(parent, style) : ERROR_CANNOT_FIND_WND_CLASS;
-    if (error != ERROR_SUCCESS) {
-        SetLastError(error);
-        return nullptr;
-    }
+    if (error != ERROR_SUCCESS) return Fail(error, nullptr);
     const CREATESTRUCTW creation{.lpCreateParams = parameter,
                                  .hInstance = instance,
                                  .hMenu = menu,
@@ -172,10 +165,7 @@ HWND WINAPI CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR titl
                                  .lpszClass = className,
                                  .dwExStyle = extendedStyle};
     const Window* window = OpenWindow(creation, *windowClass);
-    if (!window) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    if (!window) return Fail(ERROR_NOT_ENOUGH_MEMORY, nullptr);
     const HWND handle = window->handle;
     if (!SendCreationMessages(handle, creation)) return nullptr;
     if (style & WS_VISIBLE) ShowWindow(handle, SW_SHOW);

@@ -170,10 +170,7 @@ HDC WINAPI BeginPaint(HWND handle, PAINTSTRUCT* paint) {
         window->paintUnanswered = false;  // painting was tried, so WM_PAINT is sent again
         return nullptr;
     }
-    if (!paint || window->paintContext) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (!paint || window->paintContext) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     const POINT origin = ScreenOrigin(*window);
     const Region& clip = VisibleUpdate(*window);
     *paint = {};
@@ -191,10 +188,8 @@ HDC WINAPI BeginPaint(HWND handle, PAINTSTRUCT* paint) {
 BOOL WINAPI EndPaint(HWND handle, const PAINTSTRUCT* paint) {
     Window* window = RequireWindow(handle);
     if (!window) return FALSE;
-    if (!paint || !paint->hdc || paint->hdc != window->paintContext) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!paint || !paint->hdc || paint->hdc != window->paintContext)
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
     window->paintContext = nullptr;
     return CloseScreenDC(paint->hdc);
 }
@@ -215,7 +210,7 @@ HDC WINAPI GetDC(HWND handle) {
 int WINAPI ReleaseDC(HWND handle, HDC dc) {
     const auto open = std::find_if(clientContexts.begin(), clientContexts.end(),
                                    [=](ClientContext one) { return one.dc == dc && one.window == handle; });
-    if (open == clientContexts.end()) return SetLastError(ERROR_INVALID_HANDLE), 0;
+    if (open == clientContexts.end()) return Fail(ERROR_INVALID_HANDLE, 0);
     clientContexts.erase(open);
     return CloseScreenDC(dc);
 }

@@ -202,7 +202,7 @@ HWND WINAPI GetCapture() { return capture; }
 HWND WINAPI SetFocus(HWND handle) {
     const Window* window = handle ? RequireWindow(handle) : nullptr;
     if (handle && !window) return nullptr;
-    if (window && HasStyle(*window, WS_DISABLED)) return SetLastError(ERROR_INVALID_PARAMETER), nullptr;
+    if (window && HasStyle(*window, WS_DISABLED)) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     const HWND previous = focus;
     if (previous == handle) return previous;
     focus = handle;

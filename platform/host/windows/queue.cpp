@@ -155,13 +155,12 @@ BOOL WINAPI PostMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam
     if (CallFails(Call::PostMessage, ERROR_NOT_ENOUGH_QUOTA)) return FALSE;
     if (handle && !RequireWindow(handle)) return FALSE;
     if (Enqueue(handle, message, wParam, lParam, Origin::Program)) return TRUE;
-    SetLastError(ERROR_NOT_ENOUGH_QUOTA);
-    return FALSE;
+    return Fail(ERROR_NOT_ENOUGH_QUOTA, FALSE);
 }
 
 // Never waits in real time: returns WM_QUIT when the idle handler has nothing more to do.
 BOOL WINAPI GetMessageW(MSG* message, HWND handle, UINT first, UINT last) {
-    if (!message) return SetLastError(ERROR_INVALID_PARAMETER), -1;
+    if (!message) return Fail(ERROR_INVALID_PARAMETER, -1);
     const Filter filter{handle, first, last};
     do {
         if (handle && !RequireWindow(handle)) return -1;
@@ -172,7 +171,7 @@ BOOL WINAPI GetMessageW(MSG* message, HWND handle, UINT first, UINT last) {
 }
 
 BOOL WINAPI PeekMessageW(MSG* message, HWND handle, UINT first, UINT last, UINT remove) {
-    if (!message || remove != PM_REMOVE) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!message || remove != PM_REMOVE) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     if (handle && !RequireWindow(handle)) return FALSE;
     return TakeAny({handle, first, last}, *message);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "device/faults.h"
 #include "windows/window.h"
 
 namespace host {
@@ -19,8 +20,7 @@ int CopyText(std::u16string_view text, LPWSTR buffer, std::size_t characters) {
 
 bool CheckBuffer(LPCWSTR buffer, int characters) {
     if (buffer && characters > 0) return true;
-    SetLastError(ERROR_INVALID_PARAMETER);
-    return false;
+    return Fail(ERROR_INVALID_PARAMETER, false);
 }
 
 }  // namespace

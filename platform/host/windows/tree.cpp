@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "device/faults.h"
 #include "windows/system_window.h"
 
 namespace host {
@@ -148,7 +149,7 @@ HWND WINAPI GetWindow(HWND handle, UINT relation) {
     const Window* window = RequireWindow(handle);
     if (!window) return nullptr;
     if (relation == GW_CHILD) return window->children.empty() ? nullptr : window->children.front()->handle;
-    if (relation != GW_HWNDNEXT) return SetLastError(ERROR_INVALID_PARAMETER), nullptr;
+    if (relation != GW_HWNDNEXT) return Fail(ERROR_INVALID_PARAMETER, nullptr);
     const std::vector<Window*>& siblings = Siblings(*window);
     const auto self = std::find(siblings.begin(), siblings.end(), window);
     if (self == siblings.end() || self + 1 == siblings.end()) return nullptr;
@@ -211,7 +212,7 @@ BOOL WINAPI BringWindowToTop(HWND handle) {
 BOOL WINAPI GetWindowRect(HWND handle, RECT* rectangle) {
     const Window* window = RequireWindow(handle);
     if (!window) return FALSE;
-    if (!rectangle) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!rectangle) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     *rectangle = ScreenBounds(*window);
     return TRUE;
 }
@@ -219,7 +220,7 @@ BOOL WINAPI GetWindowRect(HWND handle, RECT* rectangle) {
 BOOL WINAPI GetClientRect(HWND handle, RECT* rectangle) {
     const Window* window = RequireWindow(handle);
     if (!window) return FALSE;
-    if (!rectangle) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!rectangle) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     *rectangle = ClientBounds(*window);
     return TRUE;
 }
@@ -227,7 +228,7 @@ BOOL WINAPI GetClientRect(HWND handle, RECT* rectangle) {
 BOOL WINAPI ScreenToClient(HWND handle, POINT* point) {
     const Window* window = RequireWindow(handle);
     if (!window) return FALSE;
-    if (!point) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!point) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     const POINT origin = ScreenOrigin(*window);
     *point = {WrappingAdd(point->x, -origin.x), WrappingAdd(point->y, -origin.y)};
     return TRUE;
@@ -236,7 +237,7 @@ BOOL WINAPI ScreenToClient(HWND handle, POINT* point) {
 BOOL WINAPI ClientToScreen(HWND handle, POINT* point) {
     const Window* window = RequireWindow(handle);
     if (!window) return FALSE;
-    if (!point) return SetLastError(ERROR_INVALID_PARAMETER), FALSE;
+    if (!point) return Fail(ERROR_INVALID_PARAMETER, FALSE);
     const POINT origin = ScreenOrigin(*window);
     *point = {WrappingAdd(point->x, origin.x), WrappingAdd(point->y, origin.y)};
     return TRUE;
@@ -255,8 +256,7 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND handle, int index) {
     }
     const LONG_PTR* own = window->object ? window->object->FindLong(index) : nullptr;
     if (own) return *own;
-    SetLastError(ERROR_INVALID_INDEX);
-    return 0;
+    return Fail(ERROR_INVALID_INDEX, 0);
 }
 
 // Setting a style sends no message and paints nothing. A child stays a child, a popup a popup.
@@ -272,7 +272,7 @@ LONG_PTR WINAPI SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
         window->style = (window->style & kFixed) | (static_cast<DWORD>(value) & ~kFixed);
     }
     if (index == GWLP_WNDPROC) {
-        if (value == 0) return SetLastError(ERROR_INVALID_PARAMETER), 0;
+        if (value == 0) return Fail(ERROR_INVALID_PARAMETER, 0);
         window->procedure = reinterpret_cast<WNDPROC>(value);
     }
     return old;

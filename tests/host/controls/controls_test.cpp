@@ -243,7 +243,7 @@ TEST_F(DialogControls, ScrollBarBringsEveryItemIntoView) {
     Run({TapOn(kCombo), bar(Pen::Down, -4), bar(Pen::Up, -4), topIs(1), bar(Pen::Down, 4), bar(Pen::Up, 4),
          topIs(0), bar(Pen::Down, 25), bar(Pen::Move, -4), bar(Pen::Up, -4),
          [&] {
-             EXPECT_EQ(host::FindSystemWindow<host::DropDownList>(Item(kList))->Highlighted(), 1)
+             EXPECT_EQ(host::FindSystemWindow<host::DropDownList>(Item(kList))->Marked(), 1)
                  << "scrolling takes nothing";
          },
          TapOnItem(kItems - 1), [&] { EXPECT_EQ(Selected(), kItems - 1); }});

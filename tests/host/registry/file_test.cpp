@@ -36,7 +36,7 @@ std::size_t DamagedLine(const std::string& text) {
     return error ? error->line : 0;
 }
 
-std::vector<BYTE> TextBytes(std::u16string_view text) {
+std::vector<BYTE> UnitBytes(std::u16string_view text) {
     const auto* bytes = reinterpret_cast<const BYTE*>(text.data());
     return {bytes, bytes + text.size() * sizeof(WCHAR)};
 }
@@ -50,7 +50,7 @@ void WriteNumber(DWORD number) {
 
 TEST(RegistryText, UnderstandsWhatEditorsWrite) {
     const std::string start = kHeader + "\r\n; a comment\r\n" + kKey;
-    EXPECT_EQ(Parse(start + "\"v\"=\"a\\\\b\\\"\xE2\x82\xAC\"").data, TextBytes({u"a\\b\"\u20AC", 6}));
+    EXPECT_EQ(Parse(start + "\"v\"=\"a\\\\b\\\"\xE2\x82\xAC\"").data, UnitBytes({u"a\\b\"\u20AC", 6}));
     EXPECT_EQ(Parse(start + "@=\"x\"\r\n", u"").type, static_cast<DWORD>(REG_SZ));
     EXPECT_EQ(Parse(start + "\"V\"=dword:0000ABcd").data, (std::vector<BYTE>{0xCD, 0xAB, 0, 0}));
     EXPECT_EQ(Parse(start + "\"v\"=hex:"), (RegistryValue{u"v", REG_BINARY, {}}));
@@ -119,18 +119,18 @@ TEST(RegistryText, ReadsBackWhatItWrites) {
     std::vector<BYTE> allBytes(256);
     std::iota(allBytes.begin(), allBytes.end(), BYTE{0});
     const std::vector<RegistryValue> values = {
-        {u"", REG_SZ, TextBytes({u"C:\\x \"\u00E4\"", 9})},
-        {u"plain=\"\\", REG_SZ, TextBytes({u"", 1})},
-        {u"unterminated", REG_SZ, TextBytes(u"abc")},
-        {u"twice terminated", REG_SZ, TextBytes({u"abc\0", 5})},
+        {u"", REG_SZ, UnitBytes({u"C:\\x \"\u00E4\"", 9})},
+        {u"plain=\"\\", REG_SZ, UnitBytes({u"", 1})},
+        {u"unterminated", REG_SZ, UnitBytes(u"abc")},
+        {u"twice terminated", REG_SZ, UnitBytes({u"abc\0", 5})},
         {u"odd", REG_SZ, {1, 2, 0}},
         {u"empty", REG_SZ, {}},
-        {u"line break", REG_SZ, TextBytes({u"a\nb", 4})},
-        {u"lone surrogate", REG_SZ, TextBytes({u"a\xD800z", 4})},
-        {u"pair", REG_SZ, TextBytes({u"\U0001F600", 3})},
+        {u"line break", REG_SZ, UnitBytes({u"a\nb", 4})},
+        {u"lone surrogate", REG_SZ, UnitBytes({u"a\xD800z", 4})},
+        {u"pair", REG_SZ, UnitBytes({u"\U0001F600", 3})},
         {u"short number", REG_DWORD, {1, 2, 3}},
         {u"number", REG_DWORD, {1, 2, 3, 0xF0}},
-        {u"list", REG_MULTI_SZ, TextBytes({u"a\0b\0\0", 5})},
+        {u"list", REG_MULTI_SZ, UnitBytes({u"a\0b\0\0", 5})},
         {u"bytes", REG_BINARY, allBytes},
         {u"strange type", 0xFFFF0000, allBytes},
     };
