@@ -58,7 +58,7 @@ TEST_F(Com, TellsWhyActivationFails) {
     Install(TEXT("\\windows\\absent.dll"));
     EXPECT_EQ(Create(IID_IUnknown, &object),
               Either(Difference::ActivationErrors, CO_E_DLLNOTFOUND, E_ACCESSDENIED));
-    // A library of resources alone gives no class objects.
+    // A library with only resources has no class objects.
     test::CopyToDevice(TEST_RESOURCES, "Windows/resources.dll");
     TestKey(kServerKey, HKEY_CLASSES_ROOT).SetText(TEXT(""), TEXT("resources.dll"));
     EXPECT_EQ(Create(IID_IUnknown, &object),
@@ -103,7 +103,7 @@ protected:
         return TestKey((WideString(kVersionKey) + subkey).c_str(), HKEY_CLASSES_ROOT).GetText(TEXT(""));
     }
 
-    // Not every SDK declares the texts of RegisterTypeLib as constant.
+    // Not every SDK declares the texts of RegisterTypeLib const.
     static void ExpectRegisters(WideString path) {
         ITypeLib* library = nullptr;
         ASSERT_EQ(LoadTypeLib(path.c_str(), &library), S_OK);

@@ -193,7 +193,7 @@ protected:
         Controls::TearDown();
     }
 
-    // Opens the dialog; the handler gets WM_INITDIALOG and has to end it.
+    // Opens the dialog; the handler gets WM_INITDIALOG and must end it.
     INT_PTR Open(int id, const Handler& handler, HWND owner) {
         initialise = handler;
         return DialogBoxParamW(m_module, MAKEINTRESOURCEW(id), owner, HandleMessage, 42);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What may be selected, described and deleted, and what becomes of handles that are none.
+// Which objects can be selected, described and deleted, and invalid handles.
 #include <gtest/gtest.h>
 
 #include "differences.h"
@@ -42,7 +42,7 @@ TEST(GraphicsObjects, ABitmapIsInOneContextAtATime) {
     const HGDIOBJ initial = GetCurrentObject(other, OBJ_BITMAP);
     EXPECT_EQ(SelectObject(other, owner.Bitmap()), nullptr);
     EXPECT_EQ(GetCurrentObject(other, OBJ_BITMAP), initial);
-    // The bitmap that contexts come with is the exception, and one pixel in size.
+    // The initial bitmap of contexts is the exception; it has one pixel.
     const HDC third = CreateCompatibleDC(nullptr);
     EXPECT_EQ(GetCurrentObject(third, OBJ_BITMAP), initial);
     BITMAP record{};
@@ -212,7 +212,7 @@ TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
             << c.width << " x " << c.height << " at " << c.maskX << "," << c.maskY;
     }
     EXPECT_EQ(draw(2, 2, target.Bitmap(), 0, 0), badParameter) << "not monochrome";
-    // Without a mask the background code needs no source either.
+    // Without a mask the background code needs no source.
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 2, nullptr, 0, 0, nullptr, 0, 0, MAKEROP4(WHITENESS, SRCCOPY)));
     EXPECT_TRUE(DeleteObject(mask));
     EXPECT_EQ(draw(2, 2, mask, 0, 0),

@@ -74,13 +74,13 @@ TEST(Graphics, TwoColourSectionsBringTheirTable) {
     ASSERT_TRUE(BitBlt(color, 0, 0, 9, 1, two, 0, 0, SRCCOPY));
     EXPECT_EQ(color.Pixels(),
               (Colors{kOrange, kBlue, kOrange, kOrange, kOrange, kOrange, kOrange, kOrange, kBlue}));
-    // Back again each colour finds its own bit.
+    // In the other direction each colour gets its own bit.
     ASSERT_TRUE(BitBlt(two, 0, 0, 2, 1, color, 7, 0, SRCCOPY));
     EXPECT_EQ(GetPixel(two, 0, 0), kOrange);
     EXPECT_EQ(GetPixel(two, 1, 0), kBlue);
 }
 
-// Any pair of codes, sizes and mask offsets, against the definition of a raster code.
+// Random pairs of codes, sizes and mask offsets, compared with the definition of a raster operation.
 TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
     constexpr int kWidth = 45;
     constexpr int kHeight = 7;
@@ -101,7 +101,7 @@ TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
         const HBRUSH brush = CreateSolidBrush(pattern);
         const HGDIOBJ oldBrush = SelectObject(target, brush);
         Picture& source = sources[random.Below(3)];
-        // Every third pair is one that keyboards draw with.
+        // Every third pair is one that keyboards use.
         const DWORD common[] = {0x00CC0000, 0xFF330000, 0xCC330000};
         const DWORD rop =
             round % 3 ? static_cast<DWORD>(random.Below(0x10000)) << 16 : common[random.Below(3)];
@@ -165,7 +165,7 @@ TEST(Graphics, ASetMaskBitTakesTheForeground) {
     EXPECT_EQ(target.Pixels(), (Colors{kOrange, kWhite}));
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, nullptr, 0, 0, mask, 0, 0, MAKEROP4(WHITENESS, BLACKNESS)));
     EXPECT_EQ(target.Pixels(), (Colors{kWhite, kBlack}));
-    // Without a mask the foreground code alone counts.
+    // Without a mask only the foreground code counts.
     EXPECT_TRUE(MaskBlt(target, 0, 0, 2, 1, source, 0, 0, nullptr, 0, 0, MAKEROP4(SRCCOPY, WHITENESS)));
     EXPECT_EQ(target.Pixels(), (Colors{kOrange, kOrange}));
     EXPECT_TRUE(DeleteObject(mask));

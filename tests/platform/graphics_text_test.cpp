@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where text puts its ink, whatever the font looks like.
+// The position of text, whatever the font.
 #include <gtest/gtest.h>
 
 #include "picture.h"
@@ -22,7 +22,7 @@ protected:
         return size;
     }
 
-    // The ink of a text at (60, 30).
+    // The bounds of the ink of a text at (60, 30).
     RECT InkOf(LPCWSTR text, UINT align) {
         Clear();
         SetTextAlign(m_page, align);
@@ -78,7 +78,7 @@ TEST_F(GraphicsText, ClippedTextStaysInside) {
     EXPECT_GE(ink.top, clip.top);
     EXPECT_LE(ink.right, clip.right);
     EXPECT_LE(ink.bottom, clip.bottom);
-    // The rectangle alone does not clip.
+    // Without ETO_CLIPPED the rectangle does not clip.
     ExtTextOutW(m_page, 60, 30, 0, &clip, TEXT("HHHHH"), 5, nullptr);
     EXPECT_GT(m_page.InkOn(kPaper).right, clip.right);
 }

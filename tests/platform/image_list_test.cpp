@@ -11,7 +11,7 @@
 
 namespace {
 
-// Colours that a list of 16 has as well.
+// Colours that are also among the 16.
 constexpr COLORREF kRed = RGB(255, 0, 0);
 constexpr COLORREF kGreen = RGB(0, 255, 0);
 constexpr COLORREF kBlue = RGB(0, 0, 255);

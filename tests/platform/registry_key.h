@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A key that is open as long as the test needs it.
+// A key that is open during the test.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ using Bytes = std::vector<BYTE>;
 
 class TestKey {
 public:
-    // Made when it is missing.
+    // Creates the key if it is missing.
     explicit TestKey(LPCWSTR path, HKEY root = HKEY_LOCAL_MACHINE, REGSAM access = KEY_ALL_ACCESS) {
         EXPECT_EQ(RegCreateKeyExW(root, path, 0, nullptr, 0, access, nullptr, &m_key, nullptr),
                   ERROR_SUCCESS);
@@ -25,7 +25,7 @@ public:
     ~TestKey() { RegCloseKey(m_key); }
     operator HKEY() const { return m_key; }
 
-    // A null behind a text would count as its end on desktop Windows, so that something else stands there.
+    // Stores bytes that are not followed by a null, which desktop Windows would take for the text's end.
     LONG Set(LPCWSTR name, DWORD type, Bytes data) const {
         const auto size = static_cast<DWORD>(data.size());
         data.insert(data.end(), {'#', '#', '#'});
@@ -40,7 +40,7 @@ public:
                               sizeof(number));
     }
 
-    // Type and bytes; a failure when there is no such value.
+    // Type and bytes; a test failure if there is no such value.
     std::pair<DWORD, Bytes> Get(LPCWSTR name) const {
         DWORD type = 0;
         DWORD size = 0;

@@ -88,7 +88,7 @@ TEST(Registry, AKeyAllowsWhatItWasOpenedFor) {
     EXPECT_EQ(reader.GetNumber(TEXT("Value")), 1u);
     EXPECT_EQ(reader.SetNumber(TEXT("Value"), 2), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteValueW(reader, TEXT("Value")), ERROR_ACCESS_DENIED);
-    // Whether keys may be made under it is not a matter of the handle.
+    // Whether subkeys can be created does not depend on the handle.
     EXPECT_EQ(Create(reader, TEXT("New"), result), ERROR_SUCCESS);
     EXPECT_EQ(RegCloseKey(result), ERROR_SUCCESS);
     const TestKey writer(TEXT("Test\\Sub"), HKEY_LOCAL_MACHINE, KEY_WRITE);

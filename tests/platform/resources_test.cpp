@@ -31,7 +31,7 @@ protected:
     WideString ReadString(UINT id, int characters) {
         WideString text(20, TEXT('#'));
         const int length = LoadStringW(m_module, id, text.data(), characters);
-        if (length == 0) return {};  // the buffer is emptied or left as it was
+        if (length == 0) return {};  // the buffer is emptied or unchanged
         EXPECT_EQ(text[static_cast<std::size_t>(length)], WCHAR());
         EXPECT_EQ(text.find_last_not_of(TEXT('#')), static_cast<std::size_t>(length));
         return text.substr(0, static_cast<std::size_t>(length));
@@ -55,7 +55,7 @@ TEST_F(Resources, AreFoundByNumber) {
 TEST_F(Resources, TellWhatIsMissing) {
     const std::string noType = "none " + std::to_string(ERROR_RESOURCE_TYPE_NOT_FOUND);
     const std::string noName = "none " + std::to_string(ERROR_RESOURCE_NAME_NOT_FOUND);
-    // The numeric standard type is another one than that of this name.
+    // The numeric standard type is not the type with this name.
     EXPECT_EQ(Read(TEXT("other"), MAKEINTRESOURCEW(10)), noType);
     EXPECT_EQ(Read(TEXT("absent"), TEXT("RC_DATA")), noName);
     EXPECT_EQ(Read(TEXT(""), TEXT("RC_DATA")), noName);

@@ -11,7 +11,7 @@ using WideString = std::basic_string<WCHAR>;
 
 constexpr UINT kWestern = 1252;
 
-// Through a buffer of so many characters; "?" when the call fails.
+// Converts into a buffer of this many characters; "?" if the call fails.
 WideString Convert(const std::string& bytes, int characters) {
     WideString text(40, TEXT('#'));
     const int length = MultiByteToWideChar(kWestern, 0, bytes.data(), static_cast<int>(bytes.size()),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// A block holds the strings of 16 numbers: these are at both sides of a border.
+// A block has the strings of 16 numbers: these are on both sides of a boundary.
 #define ID_FIRST_STRING 96
 #define ID_LAST_OF_BLOCK 111
 #define ID_FIRST_OF_BLOCK 112

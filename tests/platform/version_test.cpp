@@ -21,7 +21,7 @@ protected:
         return block;
     }
 
-    // The text, without its null; "?" when there is none.
+    // The text without its null; "?" if there is none.
     static std::basic_string<WCHAR> Text(const std::vector<BYTE>& block, LPCWSTR path) {
         void* text = nullptr;
         UINT length = 0;

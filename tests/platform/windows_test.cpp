@@ -16,7 +16,7 @@ namespace {
 constexpr WCHAR kClass[] = TEXT("Windows-Test");
 constexpr WCHAR kClassInCapitals[] = TEXT("WINDOWS-TEST");
 
-// The first and the last message of a window where there are nonclient messages.
+// The first and the last message of a window if there are nonclient messages.
 constexpr UINT kNonclientCreate = 0x0081;
 constexpr UINT kNonclientDestroy = 0x0082;
 
@@ -27,7 +27,7 @@ struct Event {
 };
 
 std::vector<Event> events;
-// Answers a message instead of DefWindowProcW when it is set and returns true.
+// If set, handles a message instead of DefWindowProcW by returning true.
 std::function<bool(HWND, UINT, LRESULT&)> answer;
 
 constexpr UINT kRecorded[] = {kNonclientCreate, WM_CREATE,  WM_MOVE,           WM_SIZE,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Scripts that cannot be understood, and exit statuses.
+// Invalid scripts, and exit statuses.
 #include "simulator_run.h"
 
 namespace {

@@ -29,7 +29,7 @@ int StatusOf(int status) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : WIFSIGNALED(status) ? 128 + WTERMSIG(status) : -1;
 }
 
-// Big-endian words at the beginning of a picture of the server.
+// A big-endian word of the header of the server's picture.
 std::uint32_t HeaderWord(const std::string& bytes, std::size_t index) {
     std::uint32_t word = 0;
     for (std::size_t i = 0; i < 4; ++i) {
@@ -96,7 +96,7 @@ Process::Process(const std::vector<std::string>& words, const fs::path& folder, 
                  const fs::path& errors)
     : m_id(fork()) {
     if (m_id != 0) return;
-    prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test itself is killed
+    prctl(PR_SET_PDEATHSIG, SIGKILL);  // even if the test is killed
     std::vector<char*> arguments;
     for (const std::string& word : words) {
         arguments.push_back(const_cast<char*>(word.c_str()));
@@ -105,7 +105,8 @@ Process::Process(const std::vector<std::string>& words, const fs::path& folder, 
     Redirect(STDOUT_FILENO, output);
     Redirect(STDERR_FILENO, errors);
     setenv("XDG_CACHE_HOME", folder.c_str(), 1);  // for what graphics drivers keep
-    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions='" KNOWN_LEAKS "'", 1);  // quoted: it may hold blanks
+    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions='" KNOWN_LEAKS "'",
+           1);  // quoted, as it may contain blanks
     if (chdir(folder.c_str()) == 0) execvp(arguments[0], arguments.data());
     _exit(127);
 }
@@ -126,8 +127,8 @@ int Process::Wait() {
     return StatusOf(status);
 }
 
-// The server picks a free display number itself and says which once it can be used. It would begin anew when
-// its last program ends, and shake off the one that starts at that moment.
+// The server chooses a free display number and prints it when it is ready. By default it would reset when its
+// last client ends, and disconnect one that starts at that moment.
 Desktop::Desktop(const fs::path& folder)
     : m_folder(folder),
       m_server({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-fbdir", folder.string(),
@@ -137,13 +138,13 @@ Desktop::Desktop(const fs::path& folder)
     std::istringstream(ReadText(m_folder / "display")) >> m_display;
 }
 
-// Given the time, it removes its socket and its lock.
+// Waits for the server's end, so that it removes its socket and its lock.
 Desktop::~Desktop() { m_server.End(SIGTERM); }
 
 void Desktop::Enter() const { setenv("DISPLAY", (":" + m_display).c_str(), 1); }
 
-// The file is the server's memory: the header's size, the picture's, the length of a row, the number of
-// colours that lie between header and picture.
+// The file is the server's memory. Its header has the sizes of the header and the picture, the length of a
+// row, and the number of colours between header and picture.
 Pixels Desktop::Picture() const {
     const std::string bytes = ReadText(m_folder / "Xvfb_screen0");
     if (bytes.size() < 100) return {};

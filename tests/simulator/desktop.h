@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A desktop that nobody sees, and programs on it.
+// An invisible desktop, and programs on it.
 #pragma once
 
 #include <sys/types.h>
@@ -21,19 +21,19 @@ struct Pixels {
                       static_cast<std::size_t>(x)];
     }
 };
-Pixels ReadPng(const std::filesystem::path& file);  // empty when it is no whole picture
+Pixels ReadPng(const std::filesystem::path& file);  // empty if it is no complete picture
 Pixels Enlarge(const Pixels& picture, int scale);
-// Does the one hold the other with its corner there?
+// Does `whole` contain `part` at this position?
 bool ShowsAt(const Pixels& whole, int left, int top, const Pixels& part);
 
 std::string ReadText(const std::filesystem::path& file);
-// Asks until the answer is yes; no after a minute, which no machine needs.
+// Waits until the condition is true; false after a minute, which is enough for any machine.
 bool Await(const std::function<bool()>& condition);
 
-// A program that is ended with its object at the latest.
+// A program, which ends at the latest with its object.
 class Process {
 public:
-    // Output and errors go to the files; the folder is where it runs.
+    // Runs in the folder; output and errors go to the files.
     Process(const std::vector<std::string>& words, const std::filesystem::path& folder,
             const std::filesystem::path& output, const std::filesystem::path& errors);
     ~Process();
@@ -41,7 +41,7 @@ public:
     Process& operator=(const Process&) = delete;
 
     pid_t Id() const { return m_id; }
-    // Sends the signal and returns the exit status; 128 and the signal when that ended it.
+    // Sends the signal and returns the exit status; 128 plus the signal if that ended it.
     int End(int signal);
     int Wait();
 
@@ -50,7 +50,7 @@ private:
     bool m_running = true;
 };
 
-// An X server without a screen to look at, and the pointer and keys of its user.
+// An X server without a screen, and its user's pointer and keys.
 class Desktop {
 public:
     explicit Desktop(const std::filesystem::path& folder);
@@ -59,8 +59,8 @@ public:
     Desktop& operator=(const Desktop&) = delete;
 
     bool IsReady() const { return !m_display.empty(); }
-    Pixels Picture() const;  // of all of it
-    // Programs started from here on appear on it.
+    Pixels Picture() const;  // of the whole desktop
+    // Programs started after this call appear on it.
     void Enter() const;
 
     struct Place {
@@ -70,9 +70,9 @@ public:
         int height = 0;
         bool operator==(const Place&) const = default;
     };
-    // Of the one window whose title begins so; all 0 while there is none.
+    // The place of the one window whose title begins so; all 0 if there is none.
     Place WindowPlace(const std::string& title) const;
-    // xdotool with these words.
+    // Runs xdotool with these words.
     std::string Act(const std::string& words) const;
 
 private:

@@ -61,7 +61,7 @@ TEST_F(DeviceCommandsTest, ReadOnlyIsTakenBack) {
 class EditFieldTest : public SimulatorTest {
 protected:
     EditFieldTest() { InstallSkin(); }
-    // What the field holds when these commands have run.
+    // The content of the field after these commands.
     std::string Typed(const std::string& commands) {
         return LastLine(Trace("select\n" + commands + "text\n"), "Text").substr(5);
     }
@@ -70,7 +70,7 @@ protected:
 TEST_F(EditFieldTest, FunctionKeysAct) {
     EXPECT_EQ(Typed(TapKey("ab ") + kTapEnter + TapKey("c") + kTapTab + kTapEscape), "\"ab \\nc\\u0009\"");
     EXPECT_EQ(Typed(TapKey("abc") + kTapBack), "\"ab\"");
-    // Shift with Backspace is Delete, with Tab nothing.
+    // Shift with Backspace means Delete, with Tab nothing.
     EXPECT_EQ(Typed(TapKey("abc") + kTapLeft + kTapLeft + kTapShift + kTapBack), "\"ac\"");
     EXPECT_EQ(Typed(TapKey("a") + kTapShift + kTapTab), "\"a\"");
     EXPECT_EQ(Typed("down 9 23\nmove 9 -10\nup 9 -10\n"), "\"\"");
@@ -93,7 +93,7 @@ TEST_F(EditFieldTest, ControlEditsAndInsertsNothing) {
 }
 
 TEST_F(EditFieldTest, ThePenPutsTheCaret) {
-    // The field lies above the panel: its first line is 180 pixels up.
+    // The field is above the panel: its first line is 180 pixels up.
     EXPECT_EQ(Typed(TapKey("ab") + "tap 2 -180\n" + TapKey("x") + "tap 200 -100\n" + TapKey("y")),
               "\"xaby\"");
 }

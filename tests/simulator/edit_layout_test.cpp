@@ -35,7 +35,7 @@ TEST(EditLayoutTest, PositionsAndPlacesMatch) {
     const std::u16string text = u"ab cd ef\ngh";
     const EditLayout layout(text, 50, [](std::u16string_view) { return 10; });
     EXPECT_EQ(layout.LineOf(5), 0u);
-    // Behind the last character of a wrapped line is the beginning of the next.
+    // The position after the last character of a wrapped line is the beginning of the next one.
     EXPECT_EQ(layout.LineOf(6), 1u);
     EXPECT_EQ(layout.XOf(6), 0);
     EXPECT_EQ(layout.LineOf(8), 1u);

@@ -30,7 +30,7 @@ const Key kEys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }}
                     {u'V', [](EditText& edit) { edit.Paste(); }},
                     {u'Z', [](EditText& edit) { edit.Undo(); }}};
 
-// With a line at the caret, or at both ends of the selection.
+// The text with a bar at the caret, or at both ends of the selection.
 std::u16string Shown(std::u16string_view pressed) {
     EditText edit;
     for (const char16_t unit : pressed) {
@@ -54,21 +54,21 @@ TEST(EditTextTest, KeysEdit) {
              {u"abc(D", u"ab|"},
              {u"abcdH>))<", u"a|bcd"},
              {u"abcdH>))>", u"abc|d"},
-             // A surrogate pair is one character. Its halves come one by one, and one alone is a character
-             // too.
+             // A surrogate pair is one character. Its halves arrive one by one, and a single one is a
+             // character, too.
              {u"a\U0001F600b<<", u"a|\U0001F600b"},
              {u"a\U0001F600b<<D", u"a|b"},
              {u"a\xD83D"
               u"B",
               u"a|"},
-             // Words are stepped over with their blanks.
+             // Moves by words include their blanks.
              {u"one  two\nthreeW", u"one  two\n|three"},
              {u"one  two\nthreeWW", u"one  |two\nthree"},
              {u"one  two\nthreeH}", u"|one  |two\nthree"},
              {u"abcAX", u"|"},
              {u"abcAXVV", u"abcabc|"},
-             {u"abcAXVVCXV", u"abcabcabc|"},  // nothing selected: the clipboard keeps what it has
-             // What was done in one go is taken back in one go, the selection included.
+             {u"abcAXVVCXV", u"abcabcabc|"},  // nothing selected: the clipboard does not change
+             // A continuous change is undone at once, with the selection.
              {u"abcH>xyBBZ", u"axy|bc"},
              {u"abcH>xyBBZZ", u"a|bc"},
              {u"abcH>xyBBZZZZ", u"|"},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handheld around the keyboard: its menu bar and menus, the pen on its application, its skins.
+// The handheld around the keyboard: menu bar and menus, the pen on the application, skins.
 #include <fstream>
 
 #include "desktop.h"
@@ -18,7 +18,7 @@ const std::string kTapNew = PenTap(15, 308);
 const std::string kTapEdit = PenTap(60, 308);
 const std::string kTapButton = PenTap(212, 308);
 const std::string kTapArrow = PenTap(232, 308);
-// The items of a menu are counted from below, lines left out.
+// Items of a menu are counted from the bottom, without lines.
 std::string Item(int x, int fromBelow, int linesBelow = 0) {
     return PenTap(x, 294 - 10 - 19 * fromBelow - 5 * linesBelow);
 }
@@ -48,7 +48,7 @@ TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
     const std::string trace = Trace("select\n" + kTapButton + "windows\n" + kTapButton + "windows\n");
     EXPECT_NE(trace.find("Hiding 0x0\nWindow sip 0 214 240 80 shown=0\n"), std::string::npos) << trace;
     EXPECT_EQ(LastLine(trace, "Window sip"), "Window sip 0 214 240 80 shown=1");
-    // Lifted elsewhere, and tapped in the coordinates of the panel, it does nothing.
+    // If the pen is lifted elsewhere, or taps in the panel's coordinates, the button does nothing.
     const std::string other =
         Trace("select\npen down 212 308\npen move 100 100\npen up 100 100\ntap 212 94\nwindows\n");
     EXPECT_EQ(LastLine(other, "Window sip"), "Window sip 0 214 240 80 shown=1");
@@ -78,7 +78,7 @@ TEST_F(HandheldTest, APenDownElsewhereClosesTheMenuAndDoesNothingElse) {
 
 TEST_F(HandheldTest, ThePenPlacesTheCaretAndSelects) {
     EXPECT_EQ(Typed(TapKey("ab") + PenTap(2, 34) + TapKey("x")), "\"xab\"");
-    // The stroke stays the field's over the keyboard too.
+    // The field keeps the stroke over the keyboard.
     EXPECT_EQ(Typed(TapKey("ab") + "pen down 2 34\npen move 100 240\npen up 100 240\n" + TapKey("x")),
               "\"x\"");
     EXPECT_EQ(Typed(TapKey("abc") + kTapShift + kTapLeft + TapKey("x")), "\"abx\"");
@@ -130,9 +130,9 @@ TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
     const std::string show = "select\nreg get HKLM\\Software\\Tolka\\7.0 Skin\n";
     for (const auto& [named, skin] : std::initializer_list<std::pair<std::string, std::string>>{
              {"--prefer german", "german-240x320"},
-             {"--prefer greek", "german-240x320"},  // one has been chosen already
+             {"--prefer greek", "german-240x320"},  // a skin has been chosen already
              {"--choose german-thumbs", "german-thumbs-240x320"},
-             {"--screen 240x240 --prefer greek", "greek-240x240"},  // there are no thumbs
+             {"--screen 240x240 --prefer greek", "greek-240x240"},  // there is no thumbs skin
              {"--choose greek-240x320", "greek-240x320"},
              {"--choose GERMAN", "german-240x320"},
              {"--skin X.TLK --choose x", "X"},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The options dialog in whole sessions: what it shows, what it writes and when, and what it leaves behind.
+// The options dialog in whole sessions: what it shows, what it writes and when, and its lasting effects.
 #include <fstream>
 #include <sstream>
 #include <vector>
@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 const std::string kOwn = "{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}";
 const std::string kOther = "{42429667-AE04-11D0-A4F8-00AA00A749B9}";
-// The panel goes and comes back: at opening, and with another skin.
+// The panel is hidden and shown again: at opening, and with another skin.
 const std::string kShownAgain = "SipShowIM flags=0x0\nHiding 0x0\nSipShowIM flags=0x1\nShowing 0x0\n";
 const std::string kLeftByOk =
     "SipSetCurrentIM " + kOwn + "\nSipShowIM flags=0x0\nHiding 0x0\nUserOptionsDlg 0x0\n";
@@ -29,7 +29,7 @@ std::string Get(const std::string& place) { return "reg get " + place + '\n'; }
 std::string Set(const std::string& place, const std::string& value) {
     return "reg set " + place + ' ' + value + '\n';
 }
-// What `reg get` of a setting prints.
+// The output of `reg get` for a setting.
 std::string Setting(const std::string& name, const std::string& value) {
     return "Reg " + kSettings + name + ' ' + value + '\n';
 }
@@ -38,13 +38,13 @@ std::string Question(const std::string& skin) {
            " will be deleted. Are you sure?\"\n";
 }
 
-// What `dialog` prints of one control, the first time.
+// The first line that `dialog` prints for a control.
 std::string Control(const std::string& trace, int id) {
     const std::size_t begin = trace.find("Control " + std::to_string(id) + ' ');
     return begin == std::string::npos ? "" : trace.substr(begin, trace.find('\n', begin) - begin);
 }
 
-// The figures of the control's place.
+// The position and size of the control.
 std::string Place(const std::string& trace, int id) {
     std::istringstream words(Control(trace, id));
     std::string skipped, x, y, width, height;
@@ -56,7 +56,7 @@ std::string Place(const std::string& trace, int id) {
 class OptionsTest : public SimulatorTest {
 protected:
     OptionsTest() { InstallSkins({"A"}); }
-    // Puts copies of the standard skin under these names into the folder of built-in skins.
+    // Copies the standard skin under these names to the folder.
     void InstallSkins(const std::vector<std::string>& names, const std::string& folder = "Windows") {
         fs::create_directories(Device() / folder);
         for (const std::string& name : names)
@@ -68,7 +68,7 @@ protected:
     }
     bool HasFile(const std::string& path) const { return fs::exists(Device() / path); }
 
-    // The trace of what follows the selection of the input method.
+    // The trace after the selection of the input method.
     std::string AfterSelect(const std::string& script, const std::string& screen = "240x320") {
         const std::string trace = Trace("select\n" + script, "--screen " + screen);
         const std::string last = "Showing 0x0\n";
@@ -105,7 +105,7 @@ TEST_F(OptionsTest, LineAndAboutTextFollowTheScreen) {
     EXPECT_EQ(Place(portrait, 212), "8 59 92 17");
     EXPECT_EQ(Place(portrait, 217), "21 160 198 37");
 
-    // Just below "Use gestures": 59 + 5 * 17 / 4; the bottom stays. "Set as default" lies above the text.
+    // Just below "Use gestures": 59 + 5 * 17 / 4; the bottom stays. "Set as default" is above the text.
     const std::string landscape = InDialog("dialog\n", "320x240");
     EXPECT_EQ(Place(landscape, 213), "0 24 320 1");
     EXPECT_EQ(Place(landscape, 217), "21 80 278 117");
@@ -161,7 +161,7 @@ TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
         Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + kTapUmlaut + TapKey("[") + "text\n");
     EXPECT_TRUE(Control(trace, 211).ends_with("checked=1")) << trace;
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"é\"");
-    // Nothing that is there is overwritten.
+    // Existing settings are not overwritten.
     EXPECT_EQ(Trace(Set(kSettings + "ExtSym", "dword 0") + "setup\n" + Get(kSettings + "ExtSym")),
               Setting("ExtSym", "dword 0"));
 }
@@ -286,7 +286,7 @@ TEST_F(OptionsTest, AnAddedSkinWhoseFileIsGoneLeavesTheListAtTheNextSave) {
 
 TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
     InstallSkins({"B", "C"});
-    // The first item gives way to the one after it, any other to the first.
+    // After deleting the first item the next one is selected, otherwise the first.
     const std::string first = InDialog("click 221\nclick 1\ndialog\n" + Get(kSettings + "Skin"));
     EXPECT_TRUE(first.starts_with(Question("A") + kShownAgain + "Dialog ")) << first;
     EXPECT_NE(first.find("items=\"B|C\" selected=\"B\" index=0"), std::string::npos) << first;
@@ -348,7 +348,7 @@ TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
     const auto pair = [](const std::string& now, const std::string& before) {
         return "Reg " + kSip + "DefaultIm sz \"" + now + "\"\nReg " + kSip + "PrevIMClsid " + before + '\n';
     };
-    // Without a default there is none to keep, and none to put back.
+    // Without a default none is saved or restored.
     EXPECT_EQ(InDialog("click 214\n" + values + "click 214\n" + values + "click 2\n"),
               pair(kOwn, "absent") + pair(kOwn, "absent") + kLeftByCancel);
     const std::string checked = InDialog("dialog\n");
@@ -376,7 +376,7 @@ TEST_F(OptionsTest, TheAboutTextIsReadAtEachOpeningAndShowsOnce) {
     const std::string about = Control(trace, 217);
     EXPECT_NE(about.find(R"(, Tolka Project\nBuild: 0, 1, 0, 12" enabled=1)"), std::string::npos) << about;
     EXPECT_EQ(LastLine(trace, "Control 217"), about);
-    // Without the file the code page is 1252 again, for which the block read before has no texts.
+    // Without the file the code page is 1252 again, for which the previous block has no texts.
     const std::string later = AfterSelect(opening + "delete \\Windows\\tolka.dll\n" + opening);
     EXPECT_NE(LastLine(later, "Control 217").find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << later;
 }

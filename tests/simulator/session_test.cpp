@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The SIP's calls, the pen and the windows, as a whole session shows them.
+// The SIP's calls, the pen and the windows, in whole sessions.
 #include <fstream>
 #include <iterator>
 #include <regex>
@@ -13,7 +13,7 @@ protected:
     SessionTest() { InstallSkin(); }
 };
 
-// Without what tells of the button images.
+// The trace without the button images.
 std::string WithoutImages(const std::string& trace) {
     return std::regex_replace(trace, std::regex(" (narrow|wide|lists)=-?[0-9]+"), "");
 }
@@ -67,7 +67,7 @@ TEST_F(SessionTest, TheCaptureKeepsThePenOutsideThePanel) {
     const std::string trace =
         Trace("select\ndown 27 23\nmove 27 -100\nup 27 -100\ndown 27 -100\nup 27 -100\ntext\n");
     const std::string calls = trace.substr(trace.find("Showing 0x0\n") + 12);
-    // An upward stroke is the other case; the second pen-down lands in the edit field.
+    // An upward stroke types the other case; the second pen-down is in the edit field.
     EXPECT_EQ(calls,
               "Capture on\n"
               "SendCharEvents vk=0x51 flags=0x20000080 count=1 shift=0x20000080 char=0x51\n"
@@ -119,7 +119,7 @@ TEST_F(SessionTest, PicturesHoldThePanelWhereItShows) {
         std::ifstream file(Folder() / name, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
-    // Width and height stand at byte 16, bit depth and colour type (2: RGB) behind them.
+    // Width and height are at byte 16, followed by bit depth and colour type (2: RGB).
     EXPECT_EQ(bytes("all.png").substr(16, 10), std::string("\0\0\0\xF0\0\0\x01\x40\x08\x02", 10));
     EXPECT_EQ(bytes("panel.png").substr(16, 10), std::string("\0\0\0\xF0\0\0\0\x50\x08\x02", 10));
     EXPECT_GT(bytes("panel.png").size(), bytes("hidden.png").size());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs of the simulator itself on a device folder that goes with the test.
+// Runs the simulator on a device folder, deleted with the test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,16 +19,16 @@ protected:
     SimulatorTest();
     ~SimulatorTest() override;
 
-    // Runs the script, which is file "s" in the current folder, with more words for the command line; these
-    // may name another way to the script.
+    // Runs the script, which is file "s" in the current folder, with further options; these may name the
+    // script in another way.
     SimulatorResult Run(const std::string& script, const std::string& options = {});
-    // What the script prints; a failure of the test unless the exit status is 0 and nothing went wrong.
+    // The output of the script; a test failure if the exit status is not 0 or there are messages.
     std::string Trace(const std::string& script, const std::string& options = {});
     // Puts the standard skin on the device.
     void InstallSkin();
 
-    // A folder "skins" with German, German for thumbs and Greek for two screens, and without thumbs for
-    // another.
+    // Makes a folder "skins" with German, German for thumbs and Greek for two screens, and without thumbs for
+    // a third one.
     void MakeFewSkins();
 
     std::filesystem::path Folder() const { return m_folder; }
@@ -39,7 +39,7 @@ private:
 };
 
 // Commands on the standard skin's portrait keys.
-std::string TapKey(const std::string& keys);  // characters of language 1, small; a blank is the space key
+std::string TapKey(const std::string& keys);  // small characters of language 1; a blank is the space key
 inline const std::string kTapShift = "tap 15 55\n";
 inline const std::string kTapControl = "tap 11 71\n";
 inline const std::string kTapUmlaut = "tap 10 39\n";
@@ -52,5 +52,5 @@ inline const std::string kTapUp = "tap 209 55\n";
 inline const std::string kTapDown = "tap 209 71\n";
 inline const std::string kTapRight = "tap 228 71\n";
 
-// The line of the trace that begins so, the last one of several; empty when there is none.
+// The last line of the trace that begins so; empty if there is none.
 std::string LastLine(const std::string& trace, const std::string& beginning);

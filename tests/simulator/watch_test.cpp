@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// `tlk watch`, which builds a source and shows it in a window of the simulator whenever it is saved.
+// `tlk watch`, which builds a source and shows it in the simulator's window whenever it is saved.
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -20,7 +20,7 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     desktop.Enter();
     ASSERT_TRUE(desktop.IsReady());
     const fs::path source = Folder() / "mine.toml";
-    // As editors do: another file takes its place.
+    // As editors do: replaces the file.
     const auto save = [&](const std::string& text) {
         std::ofstream(Folder() / "new") << text;
         fs::rename(Folder() / "new", source);
@@ -48,7 +48,7 @@ TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
     EXPECT_TRUE(awaits("mine-colours.toml: cannot be read"));
     std::ofstream(Folder() / "mine-colours.toml") << "letter = \"#707070\"\n";
     EXPECT_TRUE(awaits("hard to read")) << "a file that the source uses";
-    // What a build reads and writes of its own is no reason for another one.
+    // The files that a build itself reads and writes do not cause another build.
     save(kSource);
     EXPECT_TRUE(Await([&] { return countBuilt() == 3; }));
     std::this_thread::sleep_for(std::chrono::milliseconds(500));

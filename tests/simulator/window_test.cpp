@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handheld in its window, used as a person does: with the pointer and the keys of a desktop, from
-// outside.
+// The handheld in its window, used from outside with the pointer and the keys of a desktop.
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -21,17 +20,17 @@ protected:
     WindowTest() : m_desktop(Folder()) { m_desktop.Enter(); }
     void SetUp() override { ASSERT_TRUE(m_desktop.IsReady()) << "Xvfb: " << ReadText(Folder() / "server"); }
 
-    // On the device of the test, with a trace and all skins, of which the first is in use.
+    // Starts the window on the test's device, with a trace and all skins; the first one is in use.
     void Start(const std::string& more = {}) {
         std::vector<std::string> words = {SIMULATOR, "--device", "device", "--skins", SKINS, "--trace"};
         std::istringstream rest(more);
         for (std::string word; rest >> word;) {
             words.push_back(word);
         }
-        fs::remove(Folder() / "out");  // of the last run
+        fs::remove(Folder() / "out");  // from the last run
         m_simulator = std::make_unique<Process>(words, Folder(), Folder() / "out", Folder() / "err");
         ASSERT_TRUE(AwaitTrace("Showing 0x0\n")) << ReadText(Folder() / "err");
-        // The title is complete when the window has its place.
+        // The title is complete once the window has its place.
         ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka[ :]").width > 0; }));
         m_desktop.Act("search --onlyvisible --name '^Tolka' windowfocus --sync");
     }
@@ -43,7 +42,7 @@ protected:
     Desktop::Place Place() const { return m_desktop.WindowPlace("Tolka"); }
     void Key(const std::string& name) { m_desktop.Act("key " + name); }
 
-    // xdotool's words for the pointer at this pixel of an upright screen of 240 pixels.
+    // xdotool's words to move the pointer to this pixel of an upright screen of 240 pixels.
     std::string PointerAt(int x, int y) const {
         const Desktop::Place place = Place();
         const int scale = place.width / 240;
@@ -54,8 +53,8 @@ protected:
     void Stroke(int x, int y, int right, int down) {
         m_desktop.Act(PointerAt(x, y) + "mousedown 1 " + PointerAt(x + right, y + down) + "mouseup 1");
     }
-    // Keys of the full skins, upright: their panel begins at row 214 where the screen is 240 pixels wide, and
-    // other screens show it as much larger as they are wider.
+    // Taps keys of full skins, upright: the panel begins at row 214 on a screen 240 pixels wide; on others it
+    // is scaled.
     void TapKeys(const std::string& keys) {
         std::istringstream commands(TapKey(keys));
         std::string tap;
@@ -64,8 +63,8 @@ protected:
         }
     }
 
-    // Takes a screenshot by its key and compares it with what the desktop shows. The clock of the title bar
-    // may move on in between.
+    // Takes a screenshot by its key and compares it with the desktop. The time in the title bar may change in
+    // between.
     bool ShowsItsScreen() {
         for (int number = 1; number <= 3; ++number) {
             const fs::path file = Folder() / ("tolka-" + std::to_string(number) + ".png");
@@ -144,11 +143,11 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
     Key("F2");
     ASSERT_TRUE(Await([this] { return Place().width < Place().height; }));
     Stroke(27, 237, 40, 0);  // a space
-    Stroke(44, 237, 0, 85);  // out of the window: Enter
+    Stroke(44, 237, 0, 85);  // leaves the window: Enter
     TapKeys("ab");
     Tap(60, 310);   // the Edit menu
     Tap(60, 286);   // Select all
-    TapKeys("c");   // in its place
+    TapKeys("c");   // replaces the text
     Tap(215, 310);  // hides the keyboard
     ASSERT_TRUE(AwaitTrace("Hiding 0x0\n"));
     EXPECT_NE(Out().find("SendVirtualKey vk=0xd "), std::string::npos);
@@ -171,7 +170,7 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
                                 "\"\\\\windows\\\\german-480x640.tlk\"\n");
 }
 
-// The clock of the title bar needs one look a minute.
+// The time in the title bar is updated once a minute.
 TEST_F(WindowTest, AHandheldThatNobodyTouchesSleeps) {
     Start();
     ASSERT_TRUE(ShowsItsScreen());
@@ -183,7 +182,7 @@ TEST_F(WindowTest, AHandheldThatNobodyTouchesSleeps) {
             std::regex_search(status, found, std::regex("\nvoluntary_ctxt_switches:\\s+(\\d+)"));
         return known ? std::stoi(found[1]) : -1;
     };
-    // Once it has come to rest, a second passes without it. The one test that has to look at the time.
+    // After it has settled, it uses no processor time for a second. The only test that depends on real time.
     bool slept = false;
     for (int second = 0; second < 30 && !slept; ++second) {
         const int before = wakeUps();
@@ -202,7 +201,7 @@ TEST_F(WindowTest, TheListOfKeysLiesOverTheScreenAndLeavesIt) {
     const std::uint32_t title = corner();
     Key("F1");
     EXPECT_TRUE(Await([&] { return corner() != title; }));
-    Tap(27, 237);  // takes the list away and does nothing else
+    Tap(27, 237);  // only closes the list
     EXPECT_TRUE(Await([&] { return corner() == title; }));
     TapKeys("a");
     EXPECT_TRUE(AwaitTrace(Delivered(u'a')));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The demonstration of the simulator, run with the real library: the same trace and the same pictures of the
-// panel as on the host.
+// Runs the simulator's demonstration with the real library, and compares the trace and the pictures of the
+// panel with those of the host.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The application with the focus: a text that keys edit.
+// The application with the focus: a text edited by keys.
 class Notes final : public SipKeySink {
 public:
     const std::u16string& Text() const { return m_text.Text(); }
@@ -54,7 +54,7 @@ private:
     bool m_control = false;
 };
 
-// The trace is written where the library takes and releases the capture.
+// Used where the library takes and releases the capture.
 Trace* g_trace = nullptr;
 decltype(&SetCapture) g_setCapture = nullptr;
 decltype(&ReleaseCapture) g_releaseCapture = nullptr;
@@ -103,10 +103,10 @@ protected:
         EXPECT_FALSE(LoadedLibrary::IsLoaded());
     }
 
-    // The commands that the demonstration uses; any other is a failure of the test.
+    // Runs the commands of the demonstration; any other is a test failure.
     void Run(const std::vector<std::string>& words) {
         const std::string& name = words[0];
-        if (name == "setup") return;  // the library is registered; the settings are those without any
+        if (name == "setup") return;  // the library is registered, and missing settings have the same effect
         if (name == "select") {
             if (!m_sip->HasInputMethod()) m_sip->CreateInputMethod();
             m_sip->Select();
@@ -146,7 +146,7 @@ protected:
 
     static LONG Number(const std::string& word) { return static_cast<LONG>(ParseNumber(word, -4096, 4096)); }
 
-    // With the picture of the host; the own one is left beside it for whoever wants to see the difference.
+    // Compares with the host's picture, and saves this one beside it.
     void ComparePicture(const std::string& file) {
         const fs::path name = fs::path(file).replace_extension(".ppm");
         const PanelPicture picture = PictureOf(m_sip->Panel());

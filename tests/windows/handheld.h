@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handheld around the real library: its files, its registration, its SIP and its pen.
+// The handheld around the real library: files, registration, SIP and pen.
 #pragma once
 
 #include <sip_shell.h>
@@ -15,7 +15,7 @@ inline constexpr WCHAR kInstalledPath[] = L"\\Windows\\tolka.dll";
 // Copies the built library and the standard skin to \Windows.
 void InstallFiles();
 
-// The library, loaded from its installed place as long as this lives; it is told the handheld's screen.
+// Loads the library from its installed path and redirects its screen size to the handheld's.
 class LoadedLibrary {
 public:
     LoadedLibrary();
@@ -27,16 +27,16 @@ public:
     void Free();
     // One of the exports without arguments.
     HRESULT Call(const char* name) const;
-    // A library that is loaded already from that place is not loaded anew.
+    // Is the library loaded from its installed path?
     static bool IsLoaded() { return GetModuleHandleW(kInstalledPath) != nullptr; }
 
 private:
     HMODULE m_module;
 };
 
-// Delivers every message that is waiting.
+// Delivers all waiting messages.
 void DeliverMessages();
 
-// A pen message for the panel, in its client coordinates: to whoever has the capture, else to the panel if
-// the point lies in it. Then everything that follows is delivered.
+// Sends a pen message, in the panel's client coordinates, to the window with the capture, else to the panel
+// if it contains the point; then delivers all messages.
 void SendPen(HWND panel, UINT message, POINT point);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The real library's life in a shell: registered, created by its class identifier, selected, typed on, its
-// options opened, unregistered, unloaded.
+// The real library in a shell: registered, created by its class identifier, selected, typed on, options
+// opened, unregistered, unloaded.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -18,7 +18,7 @@ constexpr WCHAR kSipClass[] = L"LibraryTestSip";
 
 bool ClassIsRegistered() { return test::KeyExists(HKEY_CLASSES_ROOT, kClassKey); }
 
-// The skin, read as its own module: what the tests expect is what it holds.
+// The skin, read as a module: the tests' expectations come from its resources.
 class Skin {
 public:
     Skin() : m_module(LoadLibraryW(L"\\Windows\\standard.tlk")) { EXPECT_NE(m_module, nullptr); }
@@ -125,7 +125,7 @@ void Library::TypeOnTheSkin() {
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-// What a person sees of the dialog, noted while it is open.
+// The dialog as the user sees it, recorded while it is open.
 struct SeenDialog {
     int times = 0;
     std::wstring about;

@@ -15,13 +15,13 @@ struct PanelPicture {
     std::vector<DWORD> pixels;
 };
 
-// Pixels that differ; -1 when the sizes do.
+// The number of different pixels; -1 if the sizes differ.
 int CountDifferences(const PanelPicture& first, const PanelPicture& second);
 
-// What the window's client area shows; messages that are waiting to draw are dealt with before.
+// The picture of the window's client area, after all waiting paint messages.
 PanelPicture PictureOf(HWND window);
 PanelPicture PictureOf(const test::Picture& picture);
 
-// A binary PPM file of 8 bits per colour. Reading gives an empty picture for a file that is none.
+// Binary PPM files with 8 bits per colour. Reading returns an empty picture for any other file.
 PanelPicture ReadPicture(const std::filesystem::path& path);
 void WritePicture(const PanelPicture& picture, const std::filesystem::path& path);

@@ -30,7 +30,7 @@ protected:
         };
     }
 
-    // "item a", "item b" and so on; the second is selected.
+    // Adds "item a", "item b" and so on; selects the second.
     void FillCombo() {
         for (int i = kItems; i-- > 0;) {
             const std::u16string text = std::u16string(TEXT("item ")) + static_cast<char16_t>(TEXT('a') + i);
@@ -61,7 +61,7 @@ protected:
         return host::FindSystemWindow<host::DropDownList>(Item(kList))->ItemAt({5, y});
     }
 
-    // The pen on an item of the list, which has to be in view; nothing where there is no list.
+    // A pen event on an item of the list, which must be visible; does nothing if there is no list.
     void PenOnItem(host::Pen event, int item) const {
         for (LONG y = 0; y < ListClient().bottom; ++y) {
             if (ItemAt(y) == item) return Pen(event, Item(kList), {5, y});
@@ -107,7 +107,7 @@ TEST_F(DialogControls, CheckBoxFollowsPenSpaceBarAndProgram) {
              EXPECT_EQ(TakeCommands(), (Commands{kClicked, kClicked}));
              Send(kCheck, BM_SETCHECK, 7);
              EXPECT_TRUE(IsChecked());
-             // A space bar that was pressed elsewhere does not click here.
+             // A space bar pressed elsewhere does not click here when it is released.
              host::PostKey(VK_SPACE, false);
          },
          [&] {
@@ -232,7 +232,7 @@ TEST_F(DialogControls, DriverChoosesAsAPersonDoes) {
 }
 
 TEST_F(DialogControls, ScrollBarBringsEveryItemIntoView) {
-    // The pen on the scroll bar, at this distance from the top, or from the bottom when it is negative.
+    // A pen event on the scroll bar, at this distance from the top, or from the bottom if negative.
     const auto bar = [&](host::Pen event, LONG y) {
         return [=, this] {
             const RECT client = ListClient();

@@ -34,7 +34,7 @@ private:
     std::vector<BYTE> m_bytes;
 };
 
-// A dialog with a control of every form.
+// A dialog with controls of all forms.
 std::vector<BYTE> Sample(DWORD style = WS_POPUP | DS_SETFONT) {
     Bytes bytes;
     bytes.Double(style).Double(0).Words({3, 1, -2, 146, 160, 0, 0}).Text(TEXT("Hello"));

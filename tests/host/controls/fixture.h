@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs modal windows for tests: what the person at the device does comes in steps, one whenever no message
-// waits.
+// Runs modal windows for tests: the user's actions are steps, one whenever no message is waiting.
 #pragma once
 
 #include <host_control.h>
@@ -23,7 +22,7 @@ using Commands = std::vector<Command>;
 
 class Dialogs : public RecordedWindows {
 public:
-    std::function<bool(UINT, WPARAM, LPARAM, INT_PTR&)> onDialog;  // its messages; true: handled
+    std::function<bool(UINT, WPARAM, LPARAM, INT_PTR&)> onDialog;  // sees its messages; true: handled
     Commands commands;
     HWND dialog = nullptr;
 
@@ -42,7 +41,7 @@ protected:
         current = nullptr;
     }
 
-    // Controls lie below one another in this order, 200 x 24 pixels each at x 20, from y 30 on, 30 apart.
+    // Controls are placed one below the other, 200 x 24 pixels each, at x 20, from y 30 on, 30 apart.
     void Add(const WCHAR* className, int id, DWORD style, const WCHAR* text = TEXT(""), int height = 24) {
         host::ControlTemplate control;
         control.style = WS_CHILD | WS_VISIBLE | style;
@@ -54,15 +53,15 @@ protected:
     }
     HWND CreateSip(LONG top) { return CreateTop({0, top, 240, top + 80}, TEXT("Plain"), WS_EX_TOPMOST); }
 
-    // Runs the dialog over the whole screen; it answers IDOK and IDCANCEL by ending. When the steps are used
-    // up its loop is told to quit, and that is forgotten again.
+    // Runs the dialog on the whole screen; IDOK and IDCANCEL end it. After the last step its loop gets
+    // WM_QUIT, which is then dropped.
     INT_PTR Run(std::vector<Step> steps = {}) {
         const INT_PTR result = RunUntilQuit(std::move(steps));
         TakeQuit();
         return result;
     }
 
-    // As Run, but what the loop was told stays.
+    // Like Run, but keeps the WM_QUIT.
     INT_PTR RunUntilQuit(std::vector<Step> steps) {
         m_layout.place = {0, 0, 240, 320};
         m_layout.style = WS_POPUP;
@@ -70,7 +69,7 @@ protected:
         return host::RunModal({m_layout, nullptr, m_desktop, nullptr, HandleMessage, 42});
     }
 
-    // The code of a quit that is wanted, -1 for none. Delivers what waits.
+    // The code of a pending WM_QUIT, -1 for none. Delivers all messages.
     static int TakeQuit() {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -81,7 +80,7 @@ protected:
     }
 
     static void Follow(std::vector<Step> steps) {
-        const auto next = std::make_shared<std::size_t>(0);  // shared by the copies of the handler
+        const auto next = std::make_shared<std::size_t>(0);  // shared by copies of the handler
         host::SetIdleHandler([steps = std::move(steps), next] {
             if (*next == steps.size()) return false;
             steps[(*next)++]();
@@ -89,7 +88,7 @@ protected:
         });
     }
 
-    // Of the topmost dialog; 0 is the dialog itself.
+    // A control of the topmost dialog; 0 is the dialog itself.
     virtual HWND Item(int id) const {
         const HWND topmost = host::TopmostModalWindow();
         return id == 0 ? topmost : GetDlgItem(topmost, id);
@@ -102,8 +101,7 @@ protected:
         host::PostKey(virtualKey, false);
     }
 
-    // The pen goes down and up in a window's middle, or at a point of it. Nothing where the window is no
-    // more.
+    // Taps in the middle of a window, or at a point in it. Does nothing if the window is gone.
     static void Tap(HWND window) {
         RECT client{};
         GetClientRect(window, &client);
@@ -117,7 +115,7 @@ protected:
         if (ClientToScreen(window, &point)) host::PostPen(event, point);
     }
 
-    // Steps of these.
+    // The same as steps.
     static Step Press(UINT virtualKey) {
         return [virtualKey] { Key(virtualKey); };
     }

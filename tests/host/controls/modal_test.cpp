@@ -19,7 +19,7 @@ protected:
     Step End(int result) {
         return [this, result] { EndDialog(dialog, result); };
     }
-    // Where the focus is after each of the steps.
+    // The focus after each of the steps.
     std::vector<int> Walk(const std::vector<Step>& steps) {
         std::vector<int> order;
         std::vector<Step> all;
@@ -84,7 +84,7 @@ TEST_F(DialogModal, FirstTabStopGetsTheFocusWhenAsked) {
             if (message != WM_INITDIALOG) return false;
             EXPECT_EQ(GetDlgCtrlID(reinterpret_cast<HWND>(wParam)), 11);
             if (!answer) SetFocus(GetDlgItem(dialog, 13));
-            // Raising a control makes it the first, but the offered one keeps the focus.
+            // Raising a control makes it the first, but the one offered to the procedure keeps the focus.
             BringWindowToTop(GetDlgItem(dialog, 13));
             result = answer;
             return true;
@@ -113,7 +113,7 @@ TEST_F(DialogModal, EnterAndEscapeCommand) {
     EXPECT_EQ(Run({Press(VK_ESCAPE)}), IDCANCEL);
     EXPECT_EQ(Run({[&] { SetFocus(Item(IDCANCEL)); }, Press(VK_RETURN)}), IDCANCEL);
     TakeCommands();
-    // A disabled button cannot be pressed with a key either.
+    // A key cannot press a disabled button either.
     Run({[&] {
              EnableWindow(Item(IDOK), FALSE);
              EnableWindow(Item(IDCANCEL), FALSE);
@@ -187,7 +187,7 @@ TEST_F(DialogModal, NestedDialogsReturnInOrderWhileMessagesAndPaintGoOn) {
                  EXPECT_FALSE(IsWindowEnabled(dialog));
                  PostMessageW(dialog, WM_USER, 0, 0);
                  InvalidateRect(dialog, nullptr, TRUE);
-                 Tap(dialog, {30, 70});  // the check box of a disabled dialog
+                 Tap(dialog, {30, 70});  // a check box of a disabled dialog
              },
              TapOn(IDCANCEL), End(3)});
     EXPECT_EQ(result, 3);

@@ -31,14 +31,14 @@ protected:
         m_request.Flags = OFN_EXPLORER;
     }
 
-    // The path that was chosen; empty when none was.
+    // The chosen path; empty if none.
     std::u16string Choose(std::vector<Step> steps) {
         Follow(std::move(steps));
         m_path[0] = u'\0';
         return GetOpenFileNameW(&m_request) ? m_path : u"";
     }
 
-    // The pen on a row of the list, counted from 0.
+    // The middle of a row of the list, counted from 0.
     POINT RowCenter(int row) const {
         const int height = host::FindSystemWindow<host::FileList>(Item(kListId))->ItemHeight();
         return {60, row * height + height / 2};
@@ -68,7 +68,7 @@ TEST_F(OpenFile, PenSelectsAFileAndOkTakesIt) {
 
 TEST_F(OpenFile, PenWalksTheFolders) {
     EXPECT_EQ(Choose({TapRow(1), TapRow(1), TapOn(IDOK)}), u"\\My Documents\\Deep\\deep.tlk");
-    // The root has no way up: "My Documents", "root.tlk".
+    // The root has no parent folder: "My Documents", "root.tlk".
     EXPECT_EQ(Choose({TapRow(0), TapRow(1), TapOn(IDOK)}), u"\\root.tlk");
     EXPECT_EQ(Choose({TapRow(1), TapRow(0), TapRow(2), TapOn(IDOK)}), u"\\My Documents\\A.TLK");
 }
@@ -96,7 +96,7 @@ TEST_F(OpenFile, KeysDoTheSame) {
 TEST_F(OpenFile, WithoutASelectionOkIsDisabled) {
     EXPECT_EQ(Choose({TapOn(IDOK), Press(VK_RETURN), TapRow(9), TapOn(IDOK), TapOn(IDCANCEL)}), u"");
     EXPECT_EQ(CommDlgExtendedError(), 0u) << "cancelled";
-    // Lifted elsewhere, the pen leaves the row selected that it was on last.
+    // If the pen is lifted elsewhere, the last row that it was on stays selected.
     EXPECT_EQ(Choose({PenOnRow(host::Pen::Down, 1), PenOnRow(host::Pen::Move, 2),
                       PenOn(host::Pen::Up, kListId, {-20, 5}), TapOn(IDOK)}),
               u"\\My Documents\\A.TLK");

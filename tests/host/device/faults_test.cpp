@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the layer has for tests alone: failures on demand and the count of live handles.
+// What the layer has only for tests: failures on demand and the count of live handles.
 #include <commctrl.h>
 #include <host_control.h>
 #include <skin_builder.h>
@@ -68,7 +68,7 @@ TEST_F(Failures, OfACallLeaveAnErrorAndNothingElse) {
     EXPECT_EQ(picture.Pixels(), std::vector<COLORREF>(4, 0));
 }
 
-// The section whose own mutex could not be made has to exclude all the same.
+// A section without its own mutex must still exclude.
 TEST(Faults, ALockThatCouldNotBeMadeStillLocks) {
     host::FailCall(Call::InitializeLock);
     CRITICAL_SECTION section;
@@ -82,7 +82,7 @@ TEST(Faults, ALockThatCouldNotBeMadeStillLocks) {
 
 class LiveHandlesTest : public test::RecordedWindows {
 protected:
-    // Makes the object and returns what ends it.
+    // Creates the object, checks that it counts, and ends it.
     template <typename Make, typename End>
     void ExpectCounted(int LiveHandles::*kind, Make make, End end) {
         const int before = host::CountHandles().*kind;
@@ -125,7 +125,7 @@ TEST_F(LiveHandlesTest, CountForTheirMakers) {
         &LiveHandles::modules, [] { return LoadLibraryW(TEXT("a.tlk")); }, FreeLibrary);
 }
 
-// A module is one for all, and counts as long as the product holds it.
+// A module is shared, and counts as long as the product holds it.
 TEST_F(LiveHandlesTest, AModuleOfThePlatformMayBecomeTheProducts) {
     test::SkinBuilder().Install("a.tlk");
     HMODULE module = nullptr;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Paths of the device on the host: case, links, and that nothing outside the folder can be reached.
+// Device paths on the host: case, links, and that nothing outside the folder can be reached.
 #include <host_control.h>
 #include <test_support.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Device-independent bitmaps in memory: every depth and header, and those that lie.
+// Device-independent bitmaps in memory: all depths and headers, and damaged ones.
 #include <gtest/gtest.h>
 #include "graphics/graphics.h"
 
@@ -15,7 +15,7 @@ namespace {
 using namespace test;
 using Bytes = std::vector<BYTE>;
 
-constexpr COLORREF kOrange = RGB(255, 132, 8);  // the same in 5-6-5 bits and in 8
+constexpr COLORREF kOrange = RGB(255, 132, 8);  // equal in 5-6-5 bits and in 8
 constexpr COLORREF kBlue = RGB(0, 0, 255);
 
 template <typename Value>
@@ -43,7 +43,7 @@ Bytes Dib(const BITMAPINFOHEADER& header, std::initializer_list<DWORD> colors, c
     return bytes;
 }
 
-// Copied to memory of exactly this size, so that the sanitizer sees a read beyond it.
+// Copies the bytes to memory of exactly this size, so that the sanitizer notices a read beyond it.
 HBITMAP Load(const Bytes& bytes) {
     const auto exact = std::make_unique<BYTE[]>(bytes.size());
     std::copy(bytes.begin(), bytes.end(), exact.get());
@@ -84,7 +84,7 @@ TEST(GraphicsDib, BitFieldsPlaceTheChannels) {
     const Picture picture(Load(Dib(header, {0xF800, 0x07E0, 0x001F}, rows)));
     EXPECT_EQ(GetPixel(picture, 0, 0), RGB(255, 134, 8));
 
-    // Red and blue change places; the masks lie in a longer header.
+    // Red and blue swapped; the masks are in a longer header.
     header = HeaderFor(32, 3, -2);
     header.biSize = 108;
     header.biCompression = BI_BITFIELDS;

@@ -16,7 +16,7 @@ HIMAGELIST CreateList() { return ImageList_Create(2, 2, ILC_MASK, 1, 1); }
 
 TEST(ImageLists, PicturesHaveAlpha) {
     const HIMAGELIST list = CreateList();
-    // One row for images of two: what is missing is transparent.
+    // One row for images of two rows: the missing row is transparent.
     const DWORD row[] = {0x00C00000, 0x00123456};
     const HBITMAP bitmap = CreateBitmap(2, 1, 1, 32, row);
     EXPECT_EQ(ImageList_AddMasked(list, bitmap, kMask), 0);

@@ -25,7 +25,7 @@ Pixels PixelsOf(const RECT& r) {
     return pixels;
 }
 
-// The region's pixels; a test failure when two of its rectangles overlap.
+// The region's pixels; a test failure if two of its rectangles overlap.
 Pixels PixelsOf(const host::Region& region) {
     Pixels pixels;
     for (const RECT& r : region.Rectangles()) {
@@ -53,7 +53,7 @@ TEST(Region, OperationsAreThoseOfPixelSets) {
         [&] { region.Add(r), expected |= PixelsOf(r); },
     };
     for (int step = 0; step < 3000; ++step) {
-        // Empty or turned around now and then.
+        // Sometimes empty or reversed.
         r = {coordinate(), coordinate(), coordinate(), coordinate()};
         operations[std::min(random.Below(12), 6)]();  // most often the last
         ASSERT_EQ(PixelsOf(region), expected) << "step " << step;

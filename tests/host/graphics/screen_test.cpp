@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Contexts of the screen, and what the driver of the device sees of them.
+// Contexts of the screen, and their effects for the driver of the device.
 #include <gtest/gtest.h>
 #include "graphics/graphics.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the loader of this layer adds to the platform's promises: handles that are checked, images that
-// nothing can change, code beside the library file.
+// What this layer's loader guarantees beyond the platform: checked handles, read-only images, code beside the
+// library file.
 #include <host_control.h>
 #include <skin_builder.h>
 #include <test_support.h>
@@ -74,7 +74,7 @@ TEST(Modules, TellWhyTheyDoNotLoad) {
     for (const LPCWSTR path : {u"text", u"empty", u"folder.dll"}) {
         EXPECT_EQ(LoadError(path), static_cast<DWORD>(ERROR_BAD_EXE_FORMAT));
     }
-    // A dot keeps the extension away.
+    // After a dot no extension is added.
     for (const LPCWSTR path : {u"absent.tlk", u"", LPCWSTR{}, u"text."}) {
         EXPECT_EQ(LoadError(path), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Library files that lie. The good one comes from SkinBuilder: one section, at 0x200 in the file, that is the
+// Damaged library files. The undamaged one is from SkinBuilder: its one section, at 0x200 in the file, is the
 // resource directory.
 #include "modules/pe_image.h"
 
@@ -26,7 +26,7 @@ std::string Patch(const std::string& file, std::size_t offset, DWORD value) {
     return file.substr(0, offset) + bytes + file.substr(offset + sizeof(value));
 }
 
-// The file is copied to memory of exactly its size, so that a sanitizer sees a read beyond it.
+// Copies the file to memory of exactly its size, so that a sanitizer notices a read beyond it.
 std::string Find(const std::string& file, LPCWSTR name = u"FIRST") {
     const std::vector<BYTE> bytes(file.begin(), file.end());
     const std::optional<PeImage> image = PeImage::Parse(bytes);
@@ -42,7 +42,7 @@ TEST(PeImage, FindsResourcesOfBothWidths) {
     const std::string file = GoodFile();
     EXPECT_EQ(Find(file), "12345");
     EXPECT_EQ(Find(file, u"Second"), "abc");
-    // 32 bit: the directories stand 16 bytes before.
+    // 32 bits: the directories are 16 bytes earlier.
     std::string narrow = file;
     const std::size_t optional = 0x40 + 24;
     narrow.replace(optional + 92, 132, file.substr(optional + 108, 132));
@@ -82,22 +82,22 @@ TEST(PeImage, LeavesOutWhatCannotBeRead) {
     for (const auto& [offset, value] : std::vector<std::pair<std::size_t, DWORD>>{
              {kSection + 16, kHighBit | 0x7FFFFFF0},  // name of the type outside
              {kSection + 20, kHighBit | 0x7FFFFFF0},  // table of names outside
-             {kSection + 20, 136},                    // data where a table has to be
+             {kSection + 20, 136},                    // data in place of a table
              {kSection + 136, 0xFFFF},                // name of the type too long
              {kSection + 40, kHighBit | 0xFFFFF},     // name of the resource outside
              {kSection + 40, 0x10000},                // number of more than 16 bits
              {kSection + 44, kHighBit | 0xFFFFF},     // languages outside
-             {kSection + 44, 8}}) {                   // data where languages have to be
+             {kSection + 44, 8}}) {                   // data in place of languages
         EXPECT_EQ(Find(Patch(file, offset, value)), "no resource") << std::hex << offset << ' ' << value;
     }
-    // More types than there are: those that are there count.
+    // More types than exist: those that exist count.
     EXPECT_EQ(Find(Patch(file, kSection + 12, 0xFFFF0001)), "12345");
     // The other resource stays readable.
     EXPECT_EQ(Find(Patch(file, kSection + 44, kHighBit | 0xFFFFF), u"second"), "abc");
     EXPECT_EQ(Find(test::SkinBuilder().Data("first", "12345").PointOutside("first").Build()), "no data");
 }
 
-// Every table refers to the first one: without a limit the walk would take forever.
+// Every table refers to the first one: without a limit the walk would not end.
 TEST(PeImage, EndsOnTablesThatReferToThemselves) {
     std::string section(0x8000, '\0');
     section[14] = static_cast<char>(0xFE);

@@ -28,7 +28,7 @@ void PutSize(Bytes& node, std::size_t size) {
 
 enum class Type : WORD { Binary, Text };
 
-// A node whose value has this size, whatever its bytes are.
+// A node whose value has this declared size.
 Bytes Node(std::u16string key, Type type, std::size_t size, const Bytes& value,
            const std::vector<Bytes>& children = {}) {
     const WCHAR header[] = {0, static_cast<WCHAR>(size), static_cast<WCHAR>(type)};
@@ -70,7 +70,7 @@ constexpr const WCHAR* kPaths[] = {u"\\",
                                    u"\\StringFileInfo\\040904b0\\Absent",
                                    u""};
 
-// Asks for everything; what is found lies within the block. A memory checker sees reads beyond the bytes.
+// Queries everything; results must be inside the block. A sanitizer notices reads beyond the bytes.
 void QueryAll(const Bytes& bytes) {
     const Bytes exact(bytes.begin(), bytes.end());
     for (const WCHAR* path : kPaths) {
@@ -91,7 +91,7 @@ TEST(VersionBlock, AnyPrefixIsAnswered) {
     for (std::size_t size = 0; size <= good.size(); ++size) {
         Bytes prefix(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
         QueryAll(prefix);
-        // As it is cut when the caller's buffer is too small.
+        // Truncated as for a caller's buffer that is too small.
         if (size < 2) continue;
         PutSize(prefix, size);
         QueryAll(prefix);
@@ -113,7 +113,7 @@ TEST(VersionBlock, TextsNeedTheirNullCharacter) {
     constexpr std::u16string_view first = u"\\StringFileInfo\\040904b0\\First";
     EXPECT_TRUE(Finds(GoodBlock(), first));
     EXPECT_FALSE(Finds(Block({Text(u"First", u"open")}), first));
-    // One beyond the value's size does not count.
+    // A null beyond the value's size does not count.
     EXPECT_FALSE(
         Finds(Block({Node(u"First", Type::Text, 2, TextBytes(std::u16string_view(u"ab\0", 3)))}), first));
 }
@@ -132,7 +132,7 @@ TEST(VersionBlock, ADamagedNodeHidesNoSound) {
     const Bytes sound = Text(u"Second", std::u16string_view(u"x\0", 2));
     const Bytes valueTooLong = Node(u"First", Type::Text, 100, TextBytes(u"x"));
     EXPECT_TRUE(Finds(Block({valueTooLong, sound}), second));
-    // Without a length there is no way to the next one.
+    // Without a length the next one cannot be found.
     EXPECT_FALSE(Finds(Block({Bytes(8), sound}), second));
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The text format by itself, then the file with what can happen to it.
+// The text format, then the file and its failures.
 #include "registry/file.h"
 
 #include <host_control.h>
@@ -17,7 +17,7 @@ using namespace host;
 const std::string kHeader = "Windows Registry Editor Version 5.00\r\n";
 const std::string kKey = "[HKEY_LOCAL_MACHINE\\Test]\r\n";
 
-// The value of HKEY_LOCAL_MACHINE\Test as type and bytes; a failure when the text is damaged.
+// The value of HKEY_LOCAL_MACHINE\Test as type and bytes; a test failure if the text is damaged.
 RegistryValue Parse(const std::string& text, std::u16string_view name = u"v") {
     const auto parsed = ParseRegistryFile(text);
     if (const auto* error = std::get_if<RegistryFileError>(&parsed)) {
@@ -29,7 +29,7 @@ RegistryValue Parse(const std::string& text, std::u16string_view name = u"v") {
     return value ? *value : RegistryValue{u"absent", REG_NONE, {}};
 }
 
-// The line of the damage, 0 for none.
+// The damaged line, 0 for none.
 std::size_t DamagedLine(const std::string& text) {
     const auto parsed = ParseRegistryFile(text);
     const auto* error = std::get_if<RegistryFileError>(&parsed);
@@ -98,7 +98,7 @@ TEST(RegistryText, NamesTheFirstLineThatCannotBeUnderstood) {
                                   "\"v\"=hex():00",
                                   "\"v\"=hex(123456789):00",
                                   "\"v\"=text"}) {
-        // A hexadecimal digit alone is a byte as well.
+        // A single hexadecimal digit is a byte, too.
         const std::size_t expected = bad == "\"v\"=hex:0" ? 0 : 3;
         EXPECT_EQ(DamagedLine(kHeader + kKey + bad), expected) << bad;
     }
@@ -166,12 +166,12 @@ TEST(RegistryFile, SurvivesAWriteThatFails) {
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_NE(reports[0].find("device.reg: cannot be written"), std::string::npos) << reports[0];
     EXPECT_EQ(test::ReadDeviceFile("device.reg"), before);
-    // Any later occasion writes both changes.
+    // The next write contains both changes.
     EXPECT_TRUE(FlushRegistry());
     EXPECT_EQ(Parse(test::ReadDeviceFile("device.reg")).data[0], 2);
 }
 
-// A folder stands where the new file would be made: a real failure, whoever runs the test.
+// A folder in place of the new file: a real failure, even for root.
 TEST(RegistryFile, SurvivesAFolderInItsWay) {
     WriteNumber(1);
     std::filesystem::create_directories(test::DeviceFolder() / "device.reg.new");

@@ -14,7 +14,7 @@ protected:
         return Take({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_LBUTTONDBLCLK});
     }
 
-    // The window that a pen-down at this point of the screen reaches; null for none.
+    // The window that gets a pen-down at this point of the screen; null for none.
     HWND Target(POINT point) {
         host::PostPen(Pen::Down, point);
         host::PostPen(Pen::Up, point);
@@ -22,7 +22,7 @@ protected:
         return got.empty() ? nullptr : got.front().window;
     }
 
-    // The numbers of the messages that taps of a person's pen make.
+    // The messages from taps of a real pen.
     std::vector<UINT> Tap(std::initializer_list<POINT> points, DWORD pause) {
         for (const POINT point : points) {
             host::MovePen(Pen::Down, point);
@@ -149,7 +149,7 @@ TEST_F(FocusedKeys, FocusMovesWithBothMessages) {
     EXPECT_EQ(got[1].window, second);
     EXPECT_EQ(reinterpret_cast<HWND>(got[1].wParam), first);
 
-    // A handler of the loser may send the focus elsewhere; the window passed over hears nothing.
+    // A handler of the window losing the focus may set it elsewhere; the window passed over gets no message.
     onMessage = [&](const test::Message& message, LRESULT&) {
         if (message.number == WM_KILLFOCUS && message.window == second) SetFocus(m_desktop);
         return false;

@@ -8,7 +8,7 @@ namespace {
 
 class WindowLifetime : public test::RecordedWindows {
 protected:
-    // How often a window heard a message since the last Take.
+    // How often a window got a message since the last Take.
     long Count(HWND window, UINT number) const {
         return std::count_if(messages.begin(), messages.end(), [=](const test::Message& message) {
             return message.window == window && message.number == number;

@@ -13,7 +13,7 @@ protected:
         messages.clear();
     }
 
-    // Runs a loop until the idle handler has nothing more or a quit comes; returns the quit's code.
+    // Runs a message loop until the idle handler returns false or WM_QUIT comes; returns its code.
     static WPARAM RunLoop() {
         MSG message;
         while (GetMessageW(&message, nullptr, 0, 0) > 0) {

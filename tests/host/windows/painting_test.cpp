@@ -7,7 +7,7 @@
 
 namespace {
 
-// Every window fills what it may paint with a colour of its own, so the screen shows who painted what.
+// Every window fills its clip with its own colour, so the screen shows which window painted where.
 class WindowPainting : public test::RecordedWindows {
 protected:
     void SetUp() override {
@@ -35,7 +35,7 @@ protected:
         DeleteObject(brush);
     }
 
-    // Delivers everything; afterwards new paintings show in another tint.
+    // Delivers all messages; later painting has another tint.
     void Settle() {
         host::DeliverMessages();
         messages.clear();
@@ -48,7 +48,7 @@ protected:
         return screen.pixels[y * screen.width + x];
     }
 
-    // How many pixels of the screen show what the window painted since Settle.
+    // The number of screen pixels that the window has painted since Settle.
     static int PixelsOf(HWND window) {
         const COLORREF color = ColorOf(window);
         const DWORD pixel = (color & 0xFF) << 16 | (color & 0xFF00) | ((color >> 16) & 0xFF);

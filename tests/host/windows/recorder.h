@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Windows whose messages tests of the host layer watch and answer.
+// Windows whose messages are recorded and answered by tests of the host layer.
 #pragma once
 
 #include <windows.h>
@@ -22,11 +22,11 @@ struct Message {
 
 class RecordedWindows : public testing::Test {
 public:
-    // Sees every message before DefWindowProcW does and answers it by returning true.
+    // Gets every message before DefWindowProcW, and handles it by returning true.
     std::function<bool(const Message&, LRESULT&)> onMessage;
     std::vector<Message> messages;  // all but WM_ERASEBKGND, in order of arrival
 
-    // The messages of these numbers, in order; forgets everything recorded.
+    // Returns the messages with these numbers, in order, and clears the recording.
     std::vector<Message> Take(std::initializer_list<int> numbers) {
         std::vector<Message> wanted = std::exchange(messages, {});
         std::erase_if(wanted, [&](const Message& message) {
@@ -35,7 +35,7 @@ public:
         return wanted;
     }
 
-    // Of class "Plain", or "Taps" with CS_DBLCLKS. Coordinates as for CreateWindowExW.
+    // Creates a window of class "Plain", or "Taps" with CS_DBLCLKS. Coordinates as for CreateWindowExW.
     static HWND Create(RECT place, HWND parent = nullptr, LPCWSTR name = TEXT("Plain"),
                        DWORD style = WS_VISIBLE, DWORD extendedStyle = 0) {
         return CreateWindowExW(extendedStyle, name, nullptr, style | (parent ? WS_CHILD : WS_POPUP),
@@ -60,18 +60,18 @@ protected:
     void TearDown() override {
         onMessage = nullptr;
         for (const HWND window : m_tops) {
-            DestroyWindow(window);  // fails where the test did it
+            DestroyWindow(window);  // fails if the test has done it
         }
         current = nullptr;
     }
 
-    // A top-level window that goes with the test.
+    // Creates a top-level window, destroyed with the test.
     HWND CreateTop(RECT place, LPCWSTR name = TEXT("Plain"), DWORD extendedStyle = 0) {
         m_tops.push_back(Create(place, nullptr, name, WS_VISIBLE, extendedStyle));
         return m_tops.back();
     }
 
-    HWND m_desktop = nullptr;  // as large as the screen, lowest of all
+    HWND m_desktop = nullptr;  // as large as the screen, below all others
 
 private:
     static LRESULT CALLBACK Record(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {

@@ -28,7 +28,7 @@ void WriteNumber(LPCWSTR name, DWORD number) {
     RegCloseKey(key);
 }
 
-// Factory and object in one, alive as long as the library.
+// Factory and object in one; lives as long as the library.
 struct Factory final : IClassFactory {
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
         *object = iid == IID_IUnknown || iid == IID_IClassFactory ? this : nullptr;

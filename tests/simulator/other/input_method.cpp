@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Another input method than the one under test: it draws nothing, and sends one character when it is shown.
+// A second input method: draws nothing, and sends one character when it is shown.
 #include <sip.h>
 
 namespace {
@@ -11,7 +11,7 @@ public:
         *object = known ? this : nullptr;
         return known ? S_OK : E_NOINTERFACE;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }  // there is one, and it stays
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }  // the only object, which stays
     STDMETHODIMP_(ULONG) Release() override { return 1; }
 
     STDMETHODIMP Select(HWND) override { return S_OK; }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// unpack_picture IN.png OUT.ppm: the same pixels, 8 bits per colour, without compression.
+// unpack_picture IN.png OUT.ppm: writes the pixels without compression, 8 bits per colour.
 #include <png.h>
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// False with a message on standard error.
+// On failure prints a message on standard error and returns false.
 bool Unpack(const char* from, const char* to) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
