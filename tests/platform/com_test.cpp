@@ -51,7 +51,7 @@ TEST_F(Com, ActivatesThroughTheRegistryAndUnloadsWhatIsUnused) {
     EXPECT_EQ(IsAttached(), 0u);
 }
 
-TEST_F(Com, TellsWhyActivationFails) {
+TEST_F(Com, ReportsWhyActivationFails) {
     void* object = this;
     EXPECT_EQ(Create(IID_IUnknown, &object), REGDB_E_CLASSNOTREG);
     EXPECT_EQ(object, nullptr);
@@ -79,7 +79,7 @@ TEST_F(Com, ALibraryThatRefusesIsNotLoaded) {
     static_cast<IUnknown*>(object)->Release();
 }
 
-TEST(ComIdentifiers, HaveOneForm) {
+TEST(ComIdentifiers, HaveOneTextForm) {
     LPWSTR text = nullptr;
     ASSERT_EQ(StringFromCLSID(kTestServerClass, &text), S_OK);
     EXPECT_EQ(lstrcmpW(text, TEXT("{71D0A9C4-E26F-4D1B-935C-0A446BF217DE}")), 0);
@@ -117,14 +117,14 @@ protected:
     }
 };
 
-TEST_F(TypeLibraries, AreRegisteredFromAFileOfTheirOwnOrALibrary) {
+TEST_F(TypeLibraries, AreRegisteredFromTheirOwnFileOrALibrary) {
     test::CopyToDevice(TEST_TYPE_LIBRARY, "Windows/test.tlb");
     test::CopyToDevice(TEST_RESOURCES, "Windows/test.dll");
     ExpectRegisters(TEXT("\\windows\\test.tlb"));
     ExpectRegisters(TEXT("\\windows\\test.dll"));
 }
 
-TEST_F(TypeLibraries, ThatAreCutOffAreRefused) {
+TEST_F(TypeLibraries, AreRefusedIfTruncated) {
     test::CopyToDevice(TEST_TYPE_LIBRARY, "Windows/test.tlb");
     const std::string whole = test::ReadDeviceFile("Windows/test.tlb");
     ITypeLib* library = nullptr;
@@ -138,7 +138,7 @@ TEST_F(TypeLibraries, ThatAreCutOffAreRefused) {
     }
 }
 
-TEST(AutomationStrings, KeepTheirLengthBeforeThem) {
+TEST(AutomationStrings, AreStoredAfterTheirLength) {
     const BSTR text = SysAllocString(TEXT("key"));
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(lstrcmpW(text, TEXT("key")), 0);

@@ -75,7 +75,7 @@ TEST_F(Controls, TextIsCutToTheBuffer) {
     EXPECT_EQ(GetDlgItem(m_parent, 6), nullptr);
 }
 
-TEST_F(Controls, CheckBoxChecksItselfWhenClicked) {
+TEST_F(Controls, AClickTogglesACheckBox) {
     const HWND box = Create(TEXT("Button"), BS_AUTOCHECKBOX);
     const auto state = [&] { return SendMessageW(box, BM_GETCHECK, 0, 0); };
     EXPECT_EQ(state(), BST_UNCHECKED);
@@ -129,7 +129,7 @@ protected:
     HWND m_combo = nullptr;
 };
 
-TEST_F(ComboBoxes, ItemsAreSortedWithoutRegardToCase) {
+TEST_F(ComboBoxes, ItemsAreSortedIgnoringCase) {
     EXPECT_EQ(Items(),
               (std::vector<Text>{TEXT("ALPHA"), TEXT("beta"), TEXT("Beta2"), TEXT("delta"), TEXT("Gamma")}));
     EXPECT_EQ(Add(TEXT("charlie")), 3);
@@ -137,7 +137,7 @@ TEST_F(ComboBoxes, ItemsAreSortedWithoutRegardToCase) {
     EXPECT_EQ(Items()[2], TEXT("beta")) << "the same text may be there twice";
 }
 
-TEST_F(ComboBoxes, NothingIsThereOutsideTheItems) {
+TEST_F(ComboBoxes, IndicesOutsideTheItemsAreErrors) {
     WCHAR text[20] = {};
     for (const int index : {-1, 5, 0x7FFFFFFF}) {
         EXPECT_EQ(Send(CB_GETLBTEXTLEN, index), CB_ERR);
@@ -149,7 +149,7 @@ TEST_F(ComboBoxes, NothingIsThereOutsideTheItems) {
     EXPECT_EQ(Send(CB_GETCOUNT), 5);
 }
 
-TEST_F(ComboBoxes, SelectionFollowsItsItem) {
+TEST_F(ComboBoxes, TheSelectionFollowsItsItem) {
     EXPECT_EQ(Send(CB_GETCURSEL), CB_ERR);
     EXPECT_EQ(Send(CB_SETCURSEL, 3), 3);
     EXPECT_EQ(TextOf(m_combo), TEXT("delta"));
@@ -162,7 +162,7 @@ TEST_F(ComboBoxes, SelectionFollowsItsItem) {
     EXPECT_TRUE(commands.empty());
 }
 
-TEST_F(ComboBoxes, GivenHeightIsThatWithTheList) {
+TEST_F(ComboBoxes, TheGivenHeightIncludesTheList) {
     RECT closed{};
     GetWindowRect(m_combo, &closed);
     const LONG field = closed.bottom - closed.top;

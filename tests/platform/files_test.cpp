@@ -82,7 +82,7 @@ TEST(Files, SearchHandlesGoStale) {
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
 }
 
-TEST(Files, AreDeletedUnlessSomethingForbidsIt) {
+TEST(Files, AreDeletedUnlessForbidden) {
     test::WriteDeviceFile("Windows/a.tlk", "");
     test::WriteDeviceFile("Windows/fixed.tlk", "");
     test::MakeReadOnly("Windows/fixed.tlk");

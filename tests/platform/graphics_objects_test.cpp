@@ -112,7 +112,7 @@ TEST(GraphicsObjects, StockObjectsOutliveTheirDeletion) {
     EXPECT_EQ(GetPixel(picture, 0, 0), static_cast<COLORREF>(GetSysColor(COLOR_WINDOW)));
 }
 
-TEST(GraphicsObjects, HandlesOfNothingFail) {
+TEST(GraphicsObjects, InvalidHandlesFail) {
     Picture picture(CreateBitmap(2, 2, 1, 32, nullptr));
     const HDC closed = CreateCompatibleDC(nullptr);
     DeleteDC(closed);
@@ -173,7 +173,7 @@ TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
     EXPECT_EQ(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr);
 }
 
-TEST(GraphicsOfTheHandheld, WhatIsSelectedCannotBeDeleted) {
+TEST(GraphicsOfTheHandheld, SelectedObjectsCannotBeDeleted) {
     const HDC dc = CreateCompatibleDC(nullptr);
     const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
     const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
@@ -189,7 +189,7 @@ TEST(GraphicsOfTheHandheld, WhatIsSelectedCannotBeDeleted) {
     EXPECT_EQ(DeleteDC(dc), Either(Difference::DeletedContexts, TRUE, FALSE));
 }
 
-TEST(GraphicsOfTheHandheld, AMaskHasToCoverTheBlock) {
+TEST(GraphicsOfTheHandheld, AMaskMustCoverTheBlock) {
     Picture target(CreateBitmap(8, 8, 1, 32, nullptr));
     Picture source(CreateBitmap(8, 8, 1, 32, nullptr));
     const HBITMAP mask = CreateBitmap(4, 4, 1, 1, nullptr);

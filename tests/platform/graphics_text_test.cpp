@@ -140,7 +140,7 @@ TEST_F(GraphicsText, DrawTextClipsUnlessTold) {
     EXPECT_GT(free.bottom, narrow.bottom);
 }
 
-TEST_F(GraphicsText, CalculatedRectanglesHoldTheText) {
+TEST_F(GraphicsText, CalculatedRectanglesContainTheText) {
     const SIZE cell = Extent(TEXT("HHH"));
     RECT rectangle{10, 20, 11, 21};
     EXPECT_EQ(DrawTextW(m_page, TEXT("H\nHHH"), -1, &rectangle, DT_CALCRECT), 2 * cell.cy);

@@ -37,7 +37,7 @@ protected:
     const HIMAGELIST m_list = ImageList_Create(2, 1, ILC_MASK, 1, 1);
 };
 
-TEST_F(ImageLists, TakeAnImageForEachFullWidth) {
+TEST_F(ImageLists, AddAnImageForEachFullWidth) {
     EXPECT_EQ(ImageList_GetImageCount(m_list), 0);
     EXPECT_EQ(Add({kGreen, kGreen}), 0);
     EXPECT_EQ(Add({kGreen, kRed, kRed, kBlue, kBlue}), 1);
@@ -57,7 +57,7 @@ TEST_F(ImageLists, DrawAllButTheMaskedColor) {
     EXPECT_EQ(page.Pixels(), (Colors{kPage, kBlue, kGreen, kPage}));
 }
 
-TEST_F(ImageLists, HaveTheDepthOfTheScreenUnlessOneIsAskedFor) {
+TEST_F(ImageLists, HaveTheDepthOfTheScreenByDefault) {
     constexpr COLORREF nearlyBlue = RGB(0, 0, 250);
     Add({nearlyBlue, kRed});
     const test::Picture page = Strip({kPage, kPage});

@@ -30,7 +30,7 @@ std::vector<WideString> Subkeys(HKEY key) {
     }
 }
 
-TEST(Registry, KeysAreMadeWithAllOnTheWayAndFoundWithoutCase) {
+TEST(Registry, KeysAreCreatedWithTheirParentsAndFoundIgnoringCase) {
     HKEY key = nullptr;
     DWORD disposition = 0;
     EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, TEXT("Software\\Test\\7.0"), KEY_READ, key), ERROR_FILE_NOT_FOUND);
@@ -78,7 +78,7 @@ TEST(Registry, QueriesNeverExceedTheBuffer) {
     EXPECT_EQ(RegQueryValueExW(key, TEXT("Absent"), nullptr, nullptr, nullptr, &size), ERROR_FILE_NOT_FOUND);
 }
 
-TEST(Registry, AKeyAllowsWhatItWasOpenedFor) {
+TEST(Registry, AKeyAllowsOnlyItsAccess) {
     {
         const TestKey key(TEXT("Test\\Sub"));
         key.SetNumber(TEXT("Value"), 1);
@@ -113,7 +113,7 @@ TEST(Registry, HandlesGoStale) {
     EXPECT_EQ(RegCloseKey(HKEY_LOCAL_MACHINE), ERROR_SUCCESS);
 }
 
-TEST(Registry, ADeletedKeyTakesAllUnderItAlong) {
+TEST(Registry, DeletingAKeyDeletesItsSubkeys) {
     const TestKey parent(TEXT("Test"));
     const TestKey below(TEXT("Test\\Sub\\Below"));
     const TestKey beside(TEXT("Test\\Sub2"));

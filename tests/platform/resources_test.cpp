@@ -40,7 +40,7 @@ protected:
     HMODULE m_module = nullptr;
 };
 
-TEST_F(Resources, AreFoundByNameWithoutCase) {
+TEST_F(Resources, AreFoundByNameIgnoringCase) {
     EXPECT_EQ(Read(TEXT("MixedCase_Name"), TEXT("RC_DATA")), "\x01\x02\x03");
     EXPECT_EQ(Read(TEXT("MIXEDcase_nAME"), TEXT("rc_data")), "\x01\x02\x03");
     EXPECT_EQ(Read(TEXT("other"), TEXT("RC_DATA")), "other");
@@ -52,7 +52,7 @@ TEST_F(Resources, AreFoundByNumber) {
     EXPECT_EQ(Read(TEXT("#7"), TEXT("#300")), "numbered");
 }
 
-TEST_F(Resources, TellWhatIsMissing) {
+TEST_F(Resources, ReportWhatIsMissing) {
     const std::string noType = "none " + std::to_string(ERROR_RESOURCE_TYPE_NOT_FOUND);
     const std::string noName = "none " + std::to_string(ERROR_RESOURCE_NAME_NOT_FOUND);
     // The numeric standard type is not the type with this name.

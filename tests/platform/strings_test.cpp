@@ -21,7 +21,7 @@ WideString Convert(const std::string& bytes, int characters) {
     return text.substr(0, static_cast<std::size_t>(length));
 }
 
-TEST(Strings, CompareByCodeUnitAndWithoutCase) {
+TEST(Strings, CompareByCodeUnitAndIgnoringCase) {
     EXPECT_EQ(lstrcmpW(TEXT("Skin"), TEXT("Skin")), 0);
     EXPECT_NE(lstrcmpW(TEXT("Skin"), TEXT("skin")), 0);
     EXPECT_EQ(lstrcmpiW(TEXT("\\Windows\\\u00C4\u0416.tlk"), TEXT("\\WINDOWS\\\u00E4\u0436.TLK")), 0);

@@ -94,7 +94,7 @@ protected:
     HWND m_top = nullptr;
 };
 
-TEST_F(Windows, ClassNamesAreUniqueWithoutRegardToCase) {
+TEST_F(Windows, ClassNamesAreUniqueIgnoringCase) {
     WNDCLASSW again{};
     again.lpfnWndProc = Record;
     again.lpszClassName = kClassInCapitals;
@@ -124,7 +124,7 @@ TEST_F(Windows, ClassInUseCannotBeUnregistered) {
                                                   ERROR_CLASS_DOES_NOT_EXIST));
 }
 
-TEST_F(Windows, ChildNeedsALiveParent) {
+TEST_F(Windows, AChildNeedsAnExistingParent) {
     EXPECT_EQ(CreateChild(nullptr), nullptr);
     const HWND top = CreateTop();
     DestroyWindow(top);
@@ -171,7 +171,7 @@ TEST_F(Windows, DestructionReachesParentFirstAndEndsWithIt) {
     EXPECT_FALSE(IsWindow(child));
 }
 
-TEST_F(Windows, StaleHandleIsRefusedEverywhere) {
+TEST_F(Windows, StaleHandlesAreRefusedEverywhere) {
     const HWND stale = CreateTop();
     EXPECT_TRUE(DestroyWindow(stale));
     EXPECT_FALSE(DestroyWindow(stale));
@@ -202,7 +202,7 @@ TEST_F(Windows, StaleHandleIsRefusedEverywhere) {
     }
 }
 
-TEST_F(Windows, WindowShowsOnlyWithItsAncestors) {
+TEST_F(Windows, AWindowIsVisibleOnlyWithItsAncestors) {
     const HWND top = CreateTop();
     const HWND child = CreateChild(top, WS_VISIBLE);
     EXPECT_FALSE(IsWindowVisible(child));
@@ -212,7 +212,7 @@ TEST_F(Windows, WindowShowsOnlyWithItsAncestors) {
     EXPECT_FALSE(IsWindowVisible(child));
 }
 
-TEST_F(Windows, MovingReportsOnlyWhatChanged) {
+TEST_F(Windows, MovingReportsOnlyChanges) {
     const HWND top = CreateTop();
     const HWND child = CreateChild(top);
     TakeMessages();
@@ -244,7 +244,7 @@ TEST_F(Windows, ProcedureAndUserDataBelongToTheWindow) {
     EXPECT_EQ(GetWindowLongPtrW(top, GWLP_USERDATA), 0);
 }
 
-TEST_F(Windows, CaptureTellsItsLoser) {
+TEST_F(Windows, TheWindowLosingTheCaptureIsTold) {
     const HWND top = CreateTop(WS_VISIBLE);
     const HWND child = CreateChild(top, WS_VISIBLE);
     TakeMessages();
@@ -261,7 +261,7 @@ TEST_F(Windows, CaptureTellsItsLoser) {
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-TEST_F(Windows, PostedMessagesComeInOrderAndQuitComesLast) {
+TEST_F(Windows, PostedMessagesComeInOrderAndQuitLast) {
     const HWND top = CreateTop();
     const HWND child = CreateChild(top);
     PostQuitMessage(3);
@@ -289,7 +289,7 @@ protected:
     }
 };
 
-TEST_F(Painting, UpdateRegionGathersAndIsClippedToTheClientArea) {
+TEST_F(Painting, TheUpdateRegionGrowsAndIsClippedToTheClientArea) {
     const RECT first{10, 10, 20, 20};
     const RECT second{90, 30, 300, 40};
     EXPECT_TRUE(InvalidateRect(m_top, &first, TRUE));

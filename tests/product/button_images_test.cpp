@@ -76,7 +76,7 @@ TEST_F(ButtonImages, WidePictureKeepsItsColors) {
 }
 
 // A fault during creation loses at most one image, and never a handle.
-TEST_F(ButtonImages, AFaultCostsOneImageAtMost) {
+TEST_F(ButtonImages, AFaultLosesOneImageAtMost) {
     bool listsFailed = false;
     bool picturesFailed = false;
     for (test::FaultSweep sweep; sweep.Next();) {

@@ -128,7 +128,7 @@ TEST_F(FrameworkTest, LibraryStaysLoadedUntilTheObjectIsGone) {
     EXPECT_EQ(CreateInstanceOf<Probe>(nullptr, IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST_F(FrameworkTest, ModuleWalksItsClassTable) {
+TEST_F(FrameworkTest, TheModuleUsesItsWholeClassTable) {
     g_calls.clear();
     const CLSID other{1, 2, 3, {}};
     CComClassEntry classes[] = {

@@ -15,7 +15,7 @@ void StoreSkin(const WideString& path) {
 
 }  // namespace
 
-TEST_F(InputMethodTest, SelectMakesThePanelAndStretchesTheSipWindow) {
+TEST_F(InputMethodTest, SelectCreatesThePanelAndStretchesTheSipWindow) {
     SelectWithSkin();
     ASSERT_NE(Panel(), nullptr);
     EXPECT_EQ(GetParent(Panel()), m_sip);
@@ -39,7 +39,7 @@ TEST_F(InputMethodTest, SecondSelectChangesNothing) {
     EXPECT_EQ(Keyboard().m_stKbStatus.m_bShift, 1) << "initialised again";
 }
 
-TEST_F(InputMethodTest, SelectNeedsASipWindowAndForgetsThePanelThatGoesWithIt) {
+TEST_F(InputMethodTest, SelectNeedsASipWindowWithWhichThePanelGoes) {
     EXPECT_EQ(m_object->Select(nullptr), E_FAIL);
     DestroyWindow(m_sip);
     EXPECT_EQ(m_object->Select(m_sip), E_FAIL);
@@ -88,7 +88,7 @@ TEST_F(InputMethodTest, SelectSurvivesEveryFailureOfThePlatform) {
     }
 }
 
-TEST_F(InputMethodTest, LackOfMemoryNeverThrows) {
+TEST_F(InputMethodTest, RunningOutOfMemoryNeverThrows) {
     test::TestSkin().Install("a.tlk");
     for (test::AllocationSweep sweep; sweep.Next();) {
         SCOPED_TRACE(sweep.Describe());
@@ -236,7 +236,7 @@ TEST_F(InputMethodTest, AnotherScreenSizeInitialisesTheKeyboardAgain) {
     EXPECT_EQ(WindowRect(Panel()), (RECT{0, 200, 20, 280}));
 }
 
-TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded) {
+TEST_F(InputMethodTest, SipInfoWithoutSelectInitialisesTheKeyboardIfNeeded) {
     test::TestSkin().Install("a.tlk");
     EXPECT_EQ(ReceiveSipInfo(), (RECT{0, 100, 240, 180})) << "no size before the first Select";
     EXPECT_EQ(test::ReadValue(HKEY_LOCAL_MACHINE, kSettingsKey, kSkinValue),
@@ -251,7 +251,7 @@ TEST_F(InputMethodTest, SipInfoWithoutASelectionInitialisesTheKeyboardWhenNeeded
     EXPECT_EQ(ReceiveSipInfo(), (RECT{0, 100, 240, 180})) << "another skin";
 }
 
-TEST_F(InputMethodTest, StoredSkinThatDiffersInitialisesTheKeyboardAgain) {
+TEST_F(InputMethodTest, ADifferentStoredSkinInitialisesTheKeyboardAgain) {
     SelectWithSkin();
     test::TestSkin().Install("b.tlk");
     const WideString a = TEXT("\\windows\\a.tlk");

@@ -26,7 +26,7 @@ protected:
 std::vector<unsigned> Eight(unsigned code) { return std::vector<unsigned>(8, code); }
 
 // Skins name keys by their numbers, so no entry may ever change its number or its characters.
-TEST_F(KeyboardCharsets, BuiltInTablesAreWhatSkinsAddress) {
+TEST_F(KeyboardCharsets, BuiltInTablesHaveTheNumbersThatSkinsUse) {
     Start(test::TestSkin().Without("LOCALE_CHARSET"));
     ASSERT_EQ(m_keyboard->m_Charset.size(), 222u);
     EXPECT_EQ(m_keyboard->m_nDigitFirst, 0u);
@@ -82,7 +82,7 @@ TEST_F(KeyboardCharsets, SecondLanguageFillsTheUpperSlotsOfItsEntriesAndAddsSome
     }
 }
 
-TEST_F(KeyboardCharsets, CodesAreClassifiedOnceTheTableHasElevenEntries) {
+TEST_F(KeyboardCharsets, CodesAreClassifiedFromElevenEntriesOn) {
     Start();
     const struct {
         WCHAR code;

@@ -29,7 +29,7 @@ TEST_F(Delivery, FunctionKeysSendVirtualKeys) {
     }
 }
 
-TEST_F(Delivery, ShiftChangesBackspaceAndTabAlone) {
+TEST_F(Delivery, ShiftChangesOnlyBackspaceAndTab) {
     Start();
     Tap(test::KeyShift);
     EXPECT_EQ(Send(test::KeyTab), Events{"char vk=09 flags=20000080 U+0009"});
@@ -151,7 +151,7 @@ TEST_F(Delivery, VirtualKeysNameThePhysicalKey) {
     }
 }
 
-TEST_F(Delivery, ControlMakesCombinationsOfTheFirstLanguagesSmallCharacter) {
+TEST_F(Delivery, ControlCombinesWithTheSmallCharacterOfLanguage1) {
     Start();
     for (const KbStatus& status : {KbStatus{}, KbStatus{1, 1, 0, 0, 0, 1}}) {
         SetFlags(status);

@@ -103,7 +103,7 @@ TEST_F(Faults, InitMayRunOutOfMemoryAnywhere) {
     EXPECT_EQ(Stored(kSkinValue), kB);
 }
 
-TEST_F(Faults, ListsOfSkinsMayRunOutOfMemoryAnywhere) {
+TEST_F(Faults, ListingSkinsMayRunOutOfMemoryAnywhere) {
     StoreChoices();
     Start();
     WideStringList skins;

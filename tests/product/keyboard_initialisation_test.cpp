@@ -18,7 +18,7 @@ protected:
     static bool HasSettingsKey() { return test::KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey); }
 };
 
-TEST_F(Initialisation, FirstStartStoresWhatItChose) {
+TEST_F(Initialisation, TheFirstStartStoresItsChoice) {
     TestSkin().Install("b.tlk");
     UnfitSkin().Install("a.tlk");
     ASSERT_TRUE(InitPortrait());
@@ -31,7 +31,7 @@ TEST_F(Initialisation, FirstStartStoresWhatItChose) {
     EXPECT_EQ(Stored(kUserSkinsValue).first, 0u);
 }
 
-TEST_F(Initialisation, StoredTextIsPartOfThePathOfAValidSkin) {
+TEST_F(Initialisation, TheStoredTextIsAPartOfAValidSkinsPath) {
     TestSkin().Install("a.tlk");
     TestSkin().Install("b.tlk");
     UnfitSkin().Install("unfit.tlk");
@@ -57,7 +57,7 @@ TEST_F(Initialisation, StoredTextIsPartOfThePathOfAValidSkin) {
     }
 }
 
-TEST_F(Initialisation, ChosenFileThatDoesNotLoadOrFitFails) {
+TEST_F(Initialisation, AChosenFileThatDoesNotLoadOrFitFails) {
     TestSkin().Install("a.tlk");
     Store(kSkinValue, TextValue(TEXT("indows\\a")));  // a part of the path, but no file
     EXPECT_FALSE(InitPortrait());
@@ -92,7 +92,7 @@ TEST_F(Initialisation, WithoutAValidSkinTheChoiceStays) {
     EXPECT_FALSE(m_keyboard->m_bNoSkin);
 }
 
-TEST_F(Initialisation, NumbersThatCannotBeReadHaveTheirDefault) {
+TEST_F(Initialisation, UnreadableNumbersHaveTheirDefault) {
     TestSkin().Install("a.tlk");
     const test::RegistryValue tooLong{REG_DWORD, "12345"};
     for (const auto& [stored, number] :
@@ -131,7 +131,7 @@ TEST_F(Initialisation, LanguageIsTheOnlyStatusThatSurvives) {
 }
 
 // From every state, with each mask selected once; the handle count after the test shows leaks.
-TEST_F(Initialisation, RepeatingItInAnyStatusKeepsNoHandle) {
+TEST_F(Initialisation, RepeatingItInAnyStatusLeaksNothing) {
     Start();
     for (int state = 0; state < 64; ++state) {
         KbStatus& status = m_keyboard->m_stKbStatus;
@@ -147,7 +147,7 @@ TEST_F(Initialisation, RepeatingItInAnyStatusKeepsNoHandle) {
     EXPECT_TRUE(DeleteFileW(kA));
 }
 
-TEST_F(Initialisation, FoldersSkinsComeFirstThenTheUsersThatExist) {
+TEST_F(Initialisation, SkinsOfTheFolderComeBeforeExistingUserSkins) {
     for (const char* file :
          {"Windows/b.tlk", "Windows/A.TLK", "Windows/c.tlkx", "Windows/tlk", "card/my skin.tlk"}) {
         test::WriteDeviceFile(file, "");
@@ -169,7 +169,7 @@ TEST_F(Initialisation, FoldersSkinsComeFirstThenTheUsersThatExist) {
     EXPECT_EQ(CKeyboard::GetSkinList(), found);
 }
 
-TEST_F(Initialisation, UsersSkinServesWhereTheFolderHasNone) {
+TEST_F(Initialisation, AUserSkinIsUsedIfTheFolderHasNone) {
     test::WriteDeviceFile("card/my.tlk", TestSkin().Build());
     Store(kUserSkinsValue, TextValue(TEXT("\\card\\my.tlk")));
     ASSERT_TRUE(InitPortrait());

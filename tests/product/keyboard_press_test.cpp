@@ -120,7 +120,7 @@ TEST_F(Press, TwinKeysAreOne) {
     EXPECT_EQ(m_callback.Take(), Events());
 }
 
-TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
+TEST_F(Press, TheDigitKeyboardHasItsOwnKeys) {
     Start();
     EXPECT_EQ(Tap(test::KeyDigits), Events());
     EXPECT_EQ(Tap(test::Key1), Typed('7', '7'));
@@ -130,7 +130,7 @@ TEST_F(Press, DigitKeyboardHasKeysOfItsOwn) {
 }
 
 // The first tap releases caps lock if it is on; the second always engages it.
-TEST_F(Press, DoubleTapOnShiftMakesCapsLock) {
+TEST_F(Press, DoubleTapOnShiftSetsCapsLock) {
     Start();
     const KbStatus& status = m_keyboard->m_stKbStatus;
     for (const int shift : {0, 1}) {  // after the second double tap

@@ -81,7 +81,7 @@ TEST_F(Rendering, PictureShowsThroughTheMaskAndPressedKeysAreInverted) {
     ExpectPlane(kDigitPlane, PictureKind::Digit);
 }
 
-TEST_F(Rendering, CapsLockLeavesTheFiveRegionsTheirMasks) {
+TEST_F(Rendering, CapsLockKeepsTheMasksOfTheFiveRegions) {
     const RECT rect = {40, 20, 120, 60};
     Start(TestSkin().Data("CAPS_RECT", RectBytes(rect)));
     const struct {
@@ -105,7 +105,7 @@ TEST_F(Rendering, CapsLockLeavesTheFiveRegionsTheirMasks) {
 }
 
 // The top left corner of a pressed key, edges included, decides on its mask.
-TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
+TEST_F(Rendering, PressedKeysHaveTheMaskOfTheirCorner) {
     const RECT rect = {40, 20, 120, 60};
     Start(TestSkin().Data("CAPS_RECT", RectBytes(rect)));
     SetFlags({0, 1, 0, 1, 0, 0});
@@ -122,7 +122,7 @@ TEST_F(Rendering, PressedKeysTakeTheMaskOfTheirCorner) {
 }
 
 // Empty, reversed, outside the picture: every pixel is drawn once, whatever the rectangle.
-TEST_F(Rendering, CapsRectangleMayLieAnywhere) {
+TEST_F(Rendering, TheCapsRectangleMayBeAnywhere) {
     constexpr LONG most = std::numeric_limits<LONG>::max();
     constexpr LONG least = std::numeric_limits<LONG>::min();
     const RECT rects[] = {
@@ -164,7 +164,7 @@ TEST_F(Rendering, ButtonsToggleExactlyTheirRectangles) {
     EXPECT_EQ(m_keyboard->m_PressedRects, (Rects{{3, 3, 4, 4}, {1, 1, 2, 2}}));
 }
 
-TEST_F(Rendering, MaskThatTheSkinLacksLeavesThePanelAsItIs) {
+TEST_F(Rendering, AMissingMaskLeavesThePanelUnchanged) {
     Start(TestSkin().Without("LANG1_LARGE_MASK"));
     SetFlags({1, 0, 0, 1, 0, 0});
     Paint(&m_window);
@@ -174,7 +174,7 @@ TEST_F(Rendering, MaskThatTheSkinLacksLeavesThePanelAsItIs) {
     ExpectPlane(kSmall);
 }
 
-TEST_F(Rendering, WithoutASkinTheMessageStandsInTheMiddle) {
+TEST_F(Rendering, WithoutASkinTheMessageIsInTheMiddle) {
     ASSERT_TRUE(InitPortrait());
     ASSERT_TRUE(m_keyboard->m_bNoSkin);
     EXPECT_EQ(Paint(nullptr), std::vector<COLORREF>(kWidth * kHeight, kUntouched)) << "no window, no message";

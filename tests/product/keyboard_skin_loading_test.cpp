@@ -77,7 +77,7 @@ TEST_F(SkinLoading, CapsRectangleIsLittleEndianAndSigned) {
     EXPECT_EQ(m_keyboard->m_CAPSRect, RECT{});
 }
 
-TEST_F(SkinLoading, SwipeOnlySkinTurnsStrokesOnAndLeavesItsMark) {
+TEST_F(SkinLoading, ASwipeOnlySkinTurnsStrokesOnAndStoresItsMark) {
     for (const auto& [stored, expected] : {std::pair(0u, 1u), {1u, 1u}, {2u, 3u}}) {
         Store(kSwipeValue, NumberValue(stored));
         Start(TestSkin().Data("SWIPE_ONLY", ""));
@@ -91,7 +91,7 @@ TEST_F(SkinLoading, SwipeOnlySkinTurnsStrokesOnAndLeavesItsMark) {
     }
 }
 
-TEST_F(SkinLoading, SwipeOnlyMarkNeverMakesTheKey) {
+TEST_F(SkinLoading, TheSwipeOnlyMarkNeverCreatesTheKey) {
     TestSkin().Data("SWIPE_ONLY", "x").Install("a.tlk");
     m_keyboard->m_hSkinLib = LoadLibraryW(TEXT("\\windows\\a.tlk"));
     EXPECT_TRUE(m_keyboard->LoadSkin(test::ScreenSides().cx, test::ScreenSides().cy));
@@ -159,7 +159,7 @@ TEST_F(SkinLoading, LandscapeFallsBackToThePortraitLayout) {
     }
 }
 
-TEST_F(SkinLoading, PictureInUseIsAsWideAsOneSideOfTheScreen) {
+TEST_F(SkinLoading, ThePictureInUseIsAsWideAsOneSideOfTheScreen) {
     const auto [narrow, wide] = test::ScreenSides();
     for (const auto& [width, fits] :
          {std::pair(wide, true), {narrow, true}, {wide - 1, false}, {narrow + 1, false}}) {
@@ -253,7 +253,7 @@ TEST_F(SkinLoading, WithoutExtendedSymbolsTheUmlautFieldsAreLeftAlone) {
 
 // With a truncated or nonsensical file the keyboard stays usable; sanitizers and the handle count check it,
 // too.
-TEST_F(SkinLoading, BrokenSkinsAreSurvived) {
+TEST_F(SkinLoading, BrokenSkinsLeaveItUsable) {
     const std::string whole = TestSkin().Build();
     for (std::size_t size = 0; size < whole.size(); size += size < 0x400 ? 16 : whole.size() / 40) {
         test::WriteDeviceFile("Windows/a.tlk", whole.substr(0, size));

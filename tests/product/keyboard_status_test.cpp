@@ -123,7 +123,7 @@ TEST_F(Status, EveryKeyInEveryStateAndTheReleaseAfterIt) {
     }
 }
 
-TEST_F(Status, MissingBitmapsLeaveTheContextsAsTheyCame) {
+TEST_F(Status, MissingBitmapsLeaveTheInitialOnesSelected) {
     Start(TestSkin().Without("LANG1_LARGE_MASK").Without("digit_keyboard_bitmap").Without("DIGIT_MASK"));
     const CKeyboard& kb = *m_keyboard;
     Set(kShiftCode);
@@ -145,7 +145,7 @@ TEST_F(Status, NothingHappensBeforeTheTableIsLoaded) {
     EXPECT_EQ(Set(kShiftCode), Events{"vk 10 down"});
 }
 
-TEST_F(Status, ReleaseWithoutAWindowUsesThatOfTheLastPress) {
+TEST_F(Status, ReleaseWithoutAWindowUsesTheLastOne) {
     Start();
     Enter(kUmlaut);
     m_keyboard->ResetKbStatus(nullptr);
@@ -159,7 +159,7 @@ TEST_F(Status, ReleaseWithoutAWindowUsesThatOfTheLastPress) {
     EXPECT_EQ(m_window.TakeInvalid(), RectOf(test::KeyLanguage)) << "the language key alone is invalidated";
 }
 
-TEST_F(Status, ItGoesItsWayWithoutCallbackAndWhenCallsFail) {
+TEST_F(Status, WorksWithoutCallbackAndWhenCallsFail) {
     Start();
     m_callback.result = E_FAIL;
     const Events sent{"vk 10 up", "vk 11 up", "vk 10 down", "vk 11 down", "vk 10 up", "vk 11 up"};

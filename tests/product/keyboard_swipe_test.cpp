@@ -49,7 +49,7 @@ TEST_F(Swipe, DirectionNeedsMoreThan15PixelsAndDiagonalsAreVertical) {
     }
 }
 
-TEST_F(Swipe, ModesTypeNothingOrTheStrokeOrBoth) {
+TEST_F(Swipe, ModesTypeNothingTheStrokeOrBoth) {
     const struct {
         DWORD mode;
         LONG dx, dy;
@@ -76,7 +76,7 @@ TEST_F(Swipe, ModesTypeNothingOrTheStrokeOrBoth) {
     }
 }
 
-TEST_F(Swipe, EveryStrokeButNoneInModeZeroReleasesTheOneShotStatuses) {
+TEST_F(Swipe, StrokesReleaseTheOneShotStatusesExceptInModeZero) {
     for (const DWORD mode : {1u, 2u, 3u, 0u}) {
         m_keyboard->m_dwSwipe = mode;
         Tap(test::KeyShift);
@@ -149,7 +149,7 @@ TEST_F(Swipe, StrokeEndsWhereThePenLastMoved) {
         << "towards (0, 0) after a new start";
 }
 
-TEST_F(Swipe, KeyThatTheTableHasNoMoreDoesNothing) {
+TEST_F(Swipe, AKeyThatTheTableHasLostDoesNothing) {
     Down(KeyCenter(test::KeyQ));
     Move({200, 30});
     m_keyboard->m_Charset.resize(test::KeyQ);

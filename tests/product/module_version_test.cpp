@@ -57,7 +57,7 @@ TEST_F(ModuleVersion, FallsBackToTheDefaultCodePageAndToTheBlockBefore) {
     EXPECT_EQ(Description(), TEXT("Untranslated"));
 }
 
-TEST_F(ModuleVersion, SignatureDecidesTheResult) {
+TEST_F(ModuleVersion, TheSignatureDecidesTheResult) {
     std::string library = test::ReadDeviceFile(kFile);
     const std::size_t signature = library.rfind("\xBD\x04\xEF\xFE");
     ASSERT_NE(signature, std::string::npos);
@@ -68,7 +68,7 @@ TEST_F(ModuleVersion, SignatureDecidesTheResult) {
 }
 
 // A fault loses one result and does not affect the next reading.
-TEST_F(ModuleVersion, FaultsGiveNothingRatherThanNonsense) {
+TEST_F(ModuleVersion, FaultsGiveEmptyTexts) {
     for (test::FaultSweep sweep; sweep.Next();) {
         SCOPED_TRACE(sweep.Describe());
         CModuleVersion version;

@@ -41,7 +41,7 @@ constexpr RECT kPlace{0, 0, 100, 50};
 
 }  // namespace
 
-TEST_F(PanelTest, ConsumedDoubleTapKeepsTheRestFromTheKeyboard) {
+TEST_F(PanelTest, TheRestOfAHandledDoubleTapIsKeptFromTheKeyboard) {
     SelectWithSkin();
     const CKeyboard& keyboard = Keyboard();
     DoubleTap(test::KeyShift);
@@ -58,7 +58,7 @@ TEST_F(PanelTest, ConsumedDoubleTapKeepsTheRestFromTheKeyboard) {
     EXPECT_FALSE(keyboard.m_stKbStatus.m_bCAPS) << "the next tap counts again";
 }
 
-TEST_F(PanelTest, DeclinedDoubleTapIsTwoTaps) {
+TEST_F(PanelTest, ADeclinedDoubleTapIsTwoTaps) {
     SelectWithSkin();
     DoubleTap(test::KeyQ);
     EXPECT_EQ(m_callback.Take().size(), 4u);
@@ -132,7 +132,7 @@ TEST_F(PanelTest, WindowClassLivesFromTheFirstCreateToTheDetach) {
     EXPECT_EQ(m_object->Select(m_sip), S_OK);
 }
 
-TEST_F(PanelTest, LastMessageFreesTheObjectForAnotherWindow) {
+TEST_F(PanelTest, TheLastMessageFreesTheObjectForAnotherWindow) {
     FinalWnd panel;
     for (const bool withParent : {false, true}) {
         const HWND window = panel.Create(m_sip, kPlace, nullptr, WS_CHILD, 0);
@@ -146,7 +146,7 @@ TEST_F(PanelTest, LastMessageFreesTheObjectForAnotherWindow) {
     MakeSipWindow();
 }
 
-TEST_F(PanelTest, ObjectTakesItsWindowAlong) {
+TEST_F(PanelTest, TheObjectDestroysItsWindow) {
     HWND window = nullptr;
     {
         CMainWnd panel;

@@ -195,7 +195,7 @@ TEST_F(RegistrationTest, EntriesOfOthersInTheProgIdsSurviveRegistration) {
     EXPECT_EQ(Read(TEXT("Tolka.KeybInput\\CurVer")), TextValue(TEXT("Tolka.KeybInput.1")));
 }
 
-TEST_F(RegistrationTest, ClassKeyWithAForeignSubkeyLosesTheListedEntriesAlone) {
+TEST_F(RegistrationTest, AClassKeyWithAForeignSubkeyLosesOnlyTheListedEntries) {
     ASSERT_EQ(DllRegisterServer(), S_OK);
     Write(CLASS_KEY, TEXT("Foreign"), TEXT("value"));
     Write(CLASS_KEY TEXT("\\InprocServer32\\Foreign"), TEXT(""), TEXT("value"));
@@ -254,7 +254,7 @@ TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
     test::TakeReports();  // the failure to write the registry file
 }
 
-TEST_F(RegistrationTest, LackOfMemoryIsReported) {
+TEST_F(RegistrationTest, RunningOutOfMemoryIsReported) {
     for (test::AllocationSweep sweep; sweep.Next();) {
         sweep.Arm();
         const HRESULT result = DllRegisterServer();
@@ -269,7 +269,7 @@ TEST_F(RegistrationTest, LackOfMemoryIsReported) {
     ExpectUnregistered();
 }
 
-TEST_F(RegistrationTest, BrokenScriptsFailAndTouchNobodyElse) {
+TEST_F(RegistrationTest, BrokenScriptsFailAndLeaveOtherEntriesAlone) {
     const WideString script = RegistrationScript(m_library);
     const WideString path = LibraryPath();
     CRegistrar registrar(path.c_str());

@@ -90,7 +90,7 @@ TEST_F(ServerTest, ClassObjectErrorsLeaveTheOutPointerNull) {
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
 
-TEST_F(ServerTest, FactoryIsMadeOnce) {
+TEST_F(ServerTest, TheFactoryIsCreatedOnce) {
     IClassFactory* first = GetFactory();
     IClassFactory* second = GetFactory();
     EXPECT_EQ(first, second);
@@ -154,7 +154,7 @@ TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     EXPECT_EQ(DllCanUnloadNow(), S_OK) << "an object is left";
 }
 
-TEST_F(ServerTest, LackOfMemoryIsReportedAndLeavesNoObject) {
+TEST_F(ServerTest, RunningOutOfMemoryIsReportedAndLeavesNoObject) {
     ExpectLackOfMemoryIsReported(
         [](void** object) { return DllGetClassObject(CLSID_KeybInput, IID_IClassFactory, object); });
     IClassFactory* factory = GetFactory();

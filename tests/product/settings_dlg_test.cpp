@@ -60,10 +60,10 @@ TEST_F(OptionsDialog, OpensAHundredTimes) {
 }
 
 // The fixture checks that no handle is left.
-TEST_F(OptionsDialog, OutlivesEveryFailureOfThePlatform) { OpenThrough<test::FaultSweep>(); }
+TEST_F(OptionsDialog, SurvivesEveryFailureOfThePlatform) { OpenThrough<test::FaultSweep>(); }
 
 // Nor does an incomplete list of skins replace the stored one.
-TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
+TEST_F(OptionsDialog, SurvivesRunningOutOfMemoryAnywhere) {
     const WideStringList stored{TEXT("\\windows\\..\\other.tlk")};
     test::WriteDeviceFile("other.tlk", "");
     CSettingsKey(SettingsAccess::Create).WriteStringList(kUserSkinsValue, stored);
@@ -75,7 +75,7 @@ TEST_F(OptionsDialog, OutlivesEveryLackOfMemory) {
     });
 }
 
-TEST_F(OptionsDialog, MessagesBeforeItsBeginningFindNoControls) {
+TEST_F(OptionsDialog, MessagesBeforeInitialisationFindNoControls) {
     Open();
     SetLastError(ERROR_SUCCESS);
     LRESULT result = 1;

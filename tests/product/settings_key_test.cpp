@@ -19,7 +19,7 @@ CSettingsKey Open(SettingsAccess access) { return CSettingsKey(HKEY_CURRENT_USER
 void StoreRaw(const RegistryValue& value) { test::WriteValue(HKEY_CURRENT_USER, kPath, kName, value); }
 RegistryValue LoadRaw() { return test::ReadValue(HKEY_CURRENT_USER, kPath, kName); }
 
-TEST(SettingsStore, OnlyCreatingMakesTheKey) {
+TEST(SettingsStore, OnlyCreateAccessCreatesTheKey) {
     for (const SettingsAccess access : {SettingsAccess::Read, SettingsAccess::Write}) {
         const CSettingsKey key = Open(access);
         EXPECT_FALSE(key.IsOpen());
@@ -145,7 +145,7 @@ TEST(SettingsStore, ListsEndAtAnEmptyStringOrTheEndOfTheData) {
     }
 }
 
-TEST(SettingsStore, TheSettingsKeyIsTheSystems) {
+TEST(SettingsStore, TheSettingsKeyHasItsPath) {
     CSettingsKey(SettingsAccess::Create).WriteDword(kSwipeValue, 1);
     EXPECT_EQ(test::ReadValue(HKEY_LOCAL_MACHINE, TEXT("Software\\Tolka\\7.0"), TEXT("Swipe")),
               NumberValue(1));

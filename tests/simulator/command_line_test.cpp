@@ -6,7 +6,7 @@ namespace {
 
 using CommandLineTest = SimulatorTest;
 
-TEST_F(CommandLineTest, LinesBeforeAnErrorRunAndNoneAfterIt) {
+TEST_F(CommandLineTest, OnlyTheLinesBeforeAnErrorRun) {
     const SimulatorResult result = Run("text\n\n# comment\nnonsense 1\ntext\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.trace, "Text \"\"\n");

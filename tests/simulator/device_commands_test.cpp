@@ -7,7 +7,7 @@ namespace {
 
 using DeviceCommandsTest = SimulatorTest;
 
-TEST_F(DeviceCommandsTest, EveryKindOfValueComesBackAsItWasWritten) {
+TEST_F(DeviceCommandsTest, EveryKindOfValueReadsBackAsWritten) {
     const std::string key = "HKCU\\Software\\Some\\Key";
     const auto roundTrip = [&](const std::string& name, const std::string& value) {
         return Trace("reg set " + key + ' ' + name + ' ' + value + "\nreg get " + key + ' ' + name + '\n');
@@ -35,7 +35,7 @@ TEST_F(DeviceCommandsTest, KeysAndValuesAreDeleted) {
     EXPECT_EQ(trace, "Key B\nKey C\nReg HKLM\\A\\B v absent\nReg HKLM\\A\\C v absent\n");
 }
 
-TEST_F(DeviceCommandsTest, FilesAreRenewedProtectedAndDeletedWhileLoaded) {
+TEST_F(DeviceCommandsTest, LoadedFilesAreReplacedProtectedAndDeleted) {
     InstallSkin();
     std::filesystem::copy_file(STANDARD_SKIN, Folder() / "other.tlk");
     const std::string trace =
@@ -45,7 +45,7 @@ TEST_F(DeviceCommandsTest, FilesAreRenewedProtectedAndDeletedWhileLoaded) {
     EXPECT_FALSE(std::filesystem::exists(Device() / "Windows" / "standard.tlk"));
 }
 
-TEST_F(DeviceCommandsTest, ReadOnlyIsTakenBack) {
+TEST_F(DeviceCommandsTest, ReadOnlyFilesBecomeWritableAgain) {
     InstallSkin();
     using std::filesystem::perms;
     const auto writable = [this] {

@@ -19,19 +19,19 @@ std::vector<std::u16string> Lines(std::u16string_view text, int width) {
 
 using Expected = std::vector<std::u16string>;
 
-TEST(EditLayoutTest, LinesBreakBehindBlanksAndAtLineBreaks) {
+TEST(EditLayoutTest, LinesBreakAfterBlanksAndAtLineBreaks) {
     EXPECT_EQ(Lines(u"", 50), Expected{u""});
     EXPECT_EQ(Lines(u"ab cd ef", 50), (Expected{u"ab cd ", u"ef"}));
     EXPECT_EQ(Lines(u"a\n\nb\n", 50), (Expected{u"a", u"", u"b", u""}));
 }
 
-TEST(EditLayoutTest, WordsWiderThanTheFieldAreCut) {
+TEST(EditLayoutTest, WordsWiderThanTheFieldAreSplit) {
     EXPECT_EQ(Lines(u"abcdefg", 30), (Expected{u"abc", u"def", u"g"}));
     EXPECT_EQ(Lines(u"ab", 5), (Expected{u"a", u"b"}));
     EXPECT_EQ(Lines(u"\U0001F600\U0001F601", 5), (Expected{u"\U0001F600", u"\U0001F601"}));
 }
 
-TEST(EditLayoutTest, PositionsAndPlacesMatch) {
+TEST(EditLayoutTest, PositionsAndPointsMatch) {
     const std::u16string text = u"ab cd ef\ngh";
     const EditLayout layout(text, 50, [](std::u16string_view) { return 10; });
     EXPECT_EQ(layout.LineOf(5), 0u);

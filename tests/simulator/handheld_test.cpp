@@ -55,7 +55,7 @@ TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
     EXPECT_EQ(other.find("Hiding"), std::string::npos);
 }
 
-TEST_F(HandheldTest, APanelOverTheMenuBarTakesThePen) {
+TEST_F(HandheldTest, APanelOverTheMenuBarGetsThePen) {
     EXPECT_EQ(Typed("sip 0 240 240 320\n" + TapKey("z")), "\"z\"");
 }
 
@@ -67,7 +67,7 @@ TEST_F(HandheldTest, TheEditMenuEdits) {
     EXPECT_EQ(Typed(TapKey("ab") + kPaste + TapKey("c")), "\"abc\"") << "a grey item does nothing";
 }
 
-TEST_F(HandheldTest, APenDownElsewhereClosesTheMenuAndDoesNothingElse) {
+TEST_F(HandheldTest, APenDownElsewhereOnlyClosesTheMenu) {
     const std::string trace = Trace("select\n" + kTapEdit + PenTap(27, 237) + PenTap(44, 237) + "text\n");
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"w\"");
     EXPECT_EQ(trace.find("char=0x71"), std::string::npos);
@@ -90,7 +90,7 @@ TEST_F(HandheldTest, TheMenuOpensTheOptions) {
     EXPECT_EQ(LastLine(trace, "UserOptionsDlg"), "UserOptionsDlg 0x0");
 }
 
-TEST_F(HandheldTest, AnInputMethodThatCannotStartLeavesThePresentOne) {
+TEST_F(HandheldTest, AFailingInputMethodLeavesThePresentOne) {
     const SimulatorResult result =
         Run("select\n" + kRegisterOther + kChooseOther + "click 1\n" + TapKey("a") + "text\n");
     EXPECT_EQ(result.status, 1);
@@ -109,7 +109,7 @@ TEST_F(HandheldTest, TheMenuChangesTheInputMethodAndBack) {
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"aoc\"") << trace;
 }
 
-TEST_F(HandheldTest, TheNextSkinIsTheNextThatSuitsTheScreen) {
+TEST_F(HandheldTest, TheNextSkinSuitsTheScreen) {
     fs::copy_file(SKINS "/240x320/german-thumbs-240x320.tlk", Device() / "Windows" / "c.tlk");
     std::ofstream(Device() / "Windows" / "d.tlk") << "no skin";
     const std::string show = "reg get HKLM\\Software\\Tolka\\7.0 Skin\n";
@@ -142,7 +142,7 @@ TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
     }
 }
 
-TEST_F(HandheldTest, AStandInThatIsPickedInTheOptionsIsChosen) {
+TEST_F(HandheldTest, AStandInPickedInTheOptionsBecomesTheChoice) {
     const std::string show = "reg get HKCU\\Software\\Simulator ChosenSkin\n";
     const std::string trace = Run("select\nskin keep other\nskin next\noptions\nclick 1\n" + show +
                                   "options\nchoose 202 standard\nclick 1\n" + show)
@@ -151,7 +151,7 @@ TEST_F(HandheldTest, AStandInThatIsPickedInTheOptionsIsChosen) {
     EXPECT_TRUE(trace.ends_with("ChosenSkin absent\n")) << trace;
 }
 
-TEST_F(HandheldTest, SkinsOfTheScreenTakeThePlaceOfOthers) {
+TEST_F(HandheldTest, SkinsForTheScreenReplaceOthers) {
     for (const char* name : {"240x320/a.tlk", "240x320/both.tlk", "480x640/b.tlk", "480x640/both.tlk"}) {
         fs::create_directories((Folder() / "skins" / name).parent_path());
         fs::copy_file(STANDARD_SKIN, Folder() / "skins" / name);

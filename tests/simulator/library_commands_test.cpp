@@ -18,7 +18,7 @@ TEST_F(LibraryCommandsTest, TheLibraryIsInstalledWhenItIsFirstNeeded) {
     EXPECT_TRUE(std::filesystem::exists(Device() / "Windows" / "tolka.dll"));
 }
 
-TEST_F(LibraryCommandsTest, RegistrationComesAndGoes) {
+TEST_F(LibraryCommandsTest, RegistrationIsWrittenAndRemoved) {
     const std::string trace = Trace("register\nreg keys " + kClassKey + "\nunregister\nreg keys " +
                                     kClassKey + "\nreg get " + kClassKey + " \"\"\nregister\n" + kGetServer);
     EXPECT_EQ(trace.rfind("Register 0x0\nKey ", 0), 0u) << trace;
@@ -55,7 +55,7 @@ TEST_F(LibraryCommandsTest, InstancesComeThroughTheFactory) {
               "CanUnloadNow 0x0\n");
 }
 
-TEST_F(LibraryCommandsTest, ALibraryOfTheUsersOwnChoiceIsNotReplaced) {
+TEST_F(LibraryCommandsTest, ARegisteredLibraryIsNotReplaced) {
     const SimulatorResult result = Run(
         "reg set " + kClassKey + "\\InprocServer32 \"\" sz \\Windows\\other.dll\nregister\n" + kGetServer);
     EXPECT_EQ(result.status, 1);

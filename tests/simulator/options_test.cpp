@@ -90,7 +90,7 @@ TEST_F(OptionsTest, OkHidesThePanelAndCancelLeavesIt) {
         kShownAgain + kLeftByCancel + "Window sip 0 214 240 80 shown=1\nWindow panel 0 0 240 80 shown=1\n");
 }
 
-TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndComesBackWithOkOnly) {
+TEST_F(OptionsTest, AnotherInputMethodIsReplacedAndOnlyOkRestoresIt) {
     const std::string opened =
         "Create 0x0\nSipShowIM flags=0x0\nSipSetCurrentIM " + kOwn + "\nSipShowIM flags=0x1\nShowing 0x0\n";
     EXPECT_EQ(Trace("create\noptions\nclick 1\n"),
@@ -137,7 +137,7 @@ TEST_F(OptionsTest, TheOpenDialogFollowsATurnOfTheScreen) {
     EXPECT_EQ(Place(trace, 217), "21 80 278 117");
 }
 
-TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
+TEST_F(OptionsTest, OnlyOkWritesTheBoxesToTheRegistry) {
     const std::string values =
         Get(kSettings + "Swipe") + Get(kSettings + "ExtSym") + Get(kSettings + "UserSkins");
     const std::string first = InDialog("dialog\nclick 212\nclick 211\nclick 2\n" + values);
@@ -156,7 +156,7 @@ TEST_F(OptionsTest, TheBoxesReachTheRegistryWithOkOnly) {
         << last;
 }
 
-TEST_F(OptionsTest, OkKeepsTheAccentedLettersOfADeviceThatWasSetUp) {
+TEST_F(OptionsTest, OkKeepsTheAccentedLettersAfterSetup) {
     const std::string trace =
         Trace("setup\nselect\noptions\ndialog\nclick 1\nshow\n" + kTapUmlaut + TapKey("[") + "text\n");
     EXPECT_TRUE(Control(trace, 211).ends_with("checked=1")) << trace;
@@ -190,7 +190,7 @@ TEST_F(OptionsTest, AChosenSkinIsSavedAndShownAtOnceAndStaysAfterCancel) {
     EXPECT_NE(reopened.find("items=\"A|B\" selected=\"B\" index=1"), std::string::npos) << reopened;
 }
 
-TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
+TEST_F(OptionsTest, OfSkinsWhosePathsContainTheNameTheLastIsSaved) {
     InstallSkins({"Blue", "Blue2"});
     const std::string trace =
         InDialog("choose 202 Blue\n" + Get(kSettings + "Skin") + "click 2\noptions\ndialog\n");
@@ -198,7 +198,7 @@ TEST_F(OptionsTest, OfSkinsWhosePathsHoldTheNameTheLastOneIsSaved) {
     EXPECT_NE(trace.find("selected=\"Blue2\" index=2"), std::string::npos) << trace;
 }
 
-TEST_F(OptionsTest, OfTwoSkinsWithOneNameTheLastIsSelectedAndTheFirstDeleted) {
+TEST_F(OptionsTest, OfSkinsWithTheSameNameTheLastIsSelectedAndTheFirstDeleted) {
     InstallSkins({"B"});
     InstallSkins({"A"}, "More");
     const std::string trace = AfterSelect(Set(kSettings + "UserSkins", R"(multi \More\A.tlk)") +
@@ -231,7 +231,7 @@ TEST_F(OptionsTest, ARejectedSkinWritesTheBoxesAndNotTheSkins) {
     EXPECT_TRUE(trace.ends_with(kLeftByOk)) << trace;
 }
 
-TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
+TEST_F(OptionsTest, AScreenWithoutASkinRejectsAllAndStillDeletes) {
     InstallSkins({"B"});
     const std::string values =
         Get(kSettings + "Skin") + Get(kSettings + "Swipe") + Get(kSettings + "UserSkins");
@@ -245,7 +245,7 @@ TEST_F(OptionsTest, AScreenWithoutASkinRejectsEachAndStillDeletes) {
     EXPECT_FALSE(HasFile("Windows/B.tlk"));
 }
 
-TEST_F(OptionsTest, AnAddedSkinIsListedAndStoredAtTheNextSaveWhenItLiesElsewhere) {
+TEST_F(OptionsTest, AnAddedSkinIsListedAndStoredIfItIsOutsideTheFolder) {
     InstallSkins({"B"});
     InstallSkins({"Own"}, "My Skins");
     const std::string add = R"(click 219
@@ -304,7 +304,7 @@ TEST_F(OptionsTest, DeletingAsksAndSelectsAnotherSkin) {
     EXPECT_TRUE(HasFile("Windows/B.tlk"));
 }
 
-TEST_F(OptionsTest, OfTheSkinsThatShipEachIsChosenAndOneDeletedByItsName) {
+TEST_F(OptionsTest, SkinsThatShipAreChosenAndDeletedByTheirNames) {
     std::string chosen, expected;
     for (const auto& entry : fs::directory_iterator(SKINS "/240x320")) {
         const std::string name = entry.path().stem().string();
@@ -343,7 +343,7 @@ TEST_F(OptionsTest, ASkinThatCannotBeDeletedIsListedAgainAtTheNextOpening) {
     EXPECT_TRUE(HasFile("Windows/A.tlk"));
 }
 
-TEST_F(OptionsTest, SetAsDefaultKeepsThePreviousOneAndPutsItBack) {
+TEST_F(OptionsTest, SetAsDefaultSavesAndRestoresThePreviousDefault) {
     const std::string values = Get(kSip + "DefaultIm") + Get(kSip + "PrevIMClsid");
     const auto pair = [](const std::string& now, const std::string& before) {
         return "Reg " + kSip + "DefaultIm sz \"" + now + "\"\nReg " + kSip + "PrevIMClsid " + before + '\n';
@@ -381,7 +381,7 @@ TEST_F(OptionsTest, TheAboutTextIsReadAtEachOpeningAndShowsOnce) {
     EXPECT_NE(LastLine(later, "Control 217").find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << later;
 }
 
-TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreBare) {
+TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreEmpty) {
     const std::string trace =
         AfterSelect("delete \\Windows\\tolka.dll\noptions\ndialog\nclick 221\nclick 1\nclick 2\n");
     EXPECT_NE(Control(trace, 217).find(R"( ", \nBuild: " enabled=1)"), std::string::npos) << trace;
@@ -389,7 +389,7 @@ TEST_F(OptionsTest, WithoutTheInstalledFileAboutTextAndCaptionsAreBare) {
               "MessageBox type=0x10 caption=\"\" text=\"Last skin can't be deleted\"");
 }
 
-TEST_F(OptionsTest, FiftyOpeningsLeaveWhatOneLeaves) {
+TEST_F(OptionsTest, OpeningItFiftyTimesLeaksNothing) {
     InstallSkins({"B"});
     const std::string twice =
         "options\nchoose 202 B\nchoose 202 A\nclick 1\noptions\nclick 221\nclick 2\nclick 2\n";

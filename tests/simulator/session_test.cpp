@@ -76,7 +76,7 @@ TEST_F(SessionTest, TheCaptureKeepsThePenOutsideThePanel) {
               "Text \"Q\"\n");
 }
 
-TEST_F(SessionTest, TheSelectionCanBeLeftAndTakenAgain) {
+TEST_F(SessionTest, DeselectAndSelectCanBeRepeated) {
     const std::string trace =
         Trace("select\n" + TapKey("a") + "deselect\n" + TapKey("b") + "select\n" + TapKey("c") + "text\n");
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"ac\"");
@@ -113,7 +113,7 @@ TEST_F(SessionTest, ShowingCorrectsTheHeightOfAMovedSip) {
     EXPECT_EQ(LastLine(trace, "ReceiveSipInfo"), "ReceiveSipInfo 0x0 rect=0,150,240,230");
 }
 
-TEST_F(SessionTest, PicturesHoldThePanelWhereItShows) {
+TEST_F(SessionTest, PicturesShowTheVisiblePanel) {
     Trace("select\nscreenshot all.png\nscreenshot panel panel.png\nhide\nscreenshot panel hidden.png\n");
     const auto bytes = [this](const char* name) {
         std::ifstream file(Folder() / name, std::ios::binary);

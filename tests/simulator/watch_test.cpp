@@ -15,7 +15,7 @@ namespace {
 
 const std::string kSource = "screens = [\"240x320\"]\n[portrait]\nrows = [\"q w shift space back enter\"]\n";
 
-TEST_F(SimulatorTest, WatchBuildsWhatIsSavedAndKeepsTheLastGoodSkin) {
+TEST_F(SimulatorTest, WatchBuildsSavedSourcesAndKeepsTheLastGoodSkin) {
     Desktop desktop(Folder());
     desktop.Enter();
     ASSERT_TRUE(desktop.IsReady());

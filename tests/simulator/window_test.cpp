@@ -93,7 +93,7 @@ std::string Delivered(char16_t character) {
     return line.str();
 }
 
-TEST_F(WindowTest, WhatIsTypedArrivesAndShowsEnlarged) {
+TEST_F(WindowTest, TypedTextArrivesAndIsShownEnlarged) {
     Start();
     EXPECT_EQ(Place().width, 720);
     EXPECT_EQ(Place().height, 960);
@@ -121,7 +121,7 @@ TEST_F(WindowTest, AScreenTallerThanTheMonitorIsShownSmaller) {
         Await([&] { return ReadText(Folder() / "record").find("\npen down 0 119") != std::string::npos; }));
 }
 
-TEST_F(WindowTest, AScaleThatIsTooGreatFitsTheMonitor) {
+TEST_F(WindowTest, ATooGreatScaleIsReducedToTheMonitor) {
     Start("--scale 8");
     EXPECT_EQ(Place().height, 960);
     EXPECT_NE(ReadText(Folder() / "err").find("no room for --scale 8"), std::string::npos);
@@ -137,7 +137,7 @@ TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
               std::string::npos);
 }
 
-TEST_F(WindowTest, ARecordReplaysTheSession) {
+TEST_F(WindowTest, ARecordingReplaysTheSession) {
     MakeFewSkins();
     Start("--skins skins --prefer greek --record record --screen 320x240");
     Key("F2");
@@ -171,7 +171,7 @@ TEST_F(WindowTest, ARecordReplaysTheSession) {
 }
 
 // The time in the title bar is updated once a minute.
-TEST_F(WindowTest, AHandheldThatNobodyTouchesSleeps) {
+TEST_F(WindowTest, AnIdleHandheldSleeps) {
     Start();
     ASSERT_TRUE(ShowsItsScreen());
     const fs::path process = fs::path("/proc") / std::to_string(m_simulator->Id());
@@ -193,7 +193,7 @@ TEST_F(WindowTest, AHandheldThatNobodyTouchesSleeps) {
     EXPECT_TRUE(slept);
 }
 
-TEST_F(WindowTest, TheListOfKeysLiesOverTheScreenAndLeavesIt) {
+TEST_F(WindowTest, TheListOfKeysCoversTheScreenAndCloses) {
     Start();
     ASSERT_TRUE(ShowsItsScreen());
     const Desktop::Place place = Place();
@@ -208,7 +208,7 @@ TEST_F(WindowTest, TheListOfKeysLiesOverTheScreenAndLeavesIt) {
     EXPECT_EQ(Out().find("char=0x71"), std::string::npos);
 }
 
-TEST_F(WindowTest, OneWindowHasTheDeviceForItself) {
+TEST_F(WindowTest, OnlyOneWindowUsesADevice) {
     Start();
     const SimulatorResult script = Run("text\n");
     EXPECT_EQ(script.status, 2);
@@ -217,7 +217,7 @@ TEST_F(WindowTest, OneWindowHasTheDeviceForItself) {
     EXPECT_EQ(Trace("text\n"), "Text \"\"\n");
 }
 
-TEST_F(WindowTest, AKeyHeldWhileTheWindowComesDoesNotQuitIt) {
+TEST_F(WindowTest, AKeyHeldWhileTheWindowOpensDoesNotQuitIt) {
     Start();
     Process second({SIMULATOR, "--device", "second", "--screen", "480x640"}, Folder(), Folder() / "out2",
                    Folder() / "err2");
@@ -232,7 +232,7 @@ TEST_F(WindowTest, AKeyHeldWhileTheWindowComesDoesNotQuitIt) {
     EXPECT_EQ(second.End(SIGTERM), 0);
 }
 
-TEST_F(WindowTest, TheChosenSkinHoldsOnEveryScreenAndInTheNextRun) {
+TEST_F(WindowTest, TheChosenSkinIsKeptOnEveryScreenAndInTheNextRun) {
     MakeFewSkins();
     Start("--skins skins --screen 480x640 --choose german-thumbs --prefer greek");
     const auto shows = [this](const std::string& title) {
@@ -280,7 +280,7 @@ TEST_F(WindowTest, TheTextIsThereAgainInTheNextRun) {
     EXPECT_NE(ReadText(Folder() / "err").find("cannot make the folder"), std::string::npos);
 }
 
-TEST_F(WindowTest, WhatKeepsItFromStartingIsSaidAtOnce) {
+TEST_F(WindowTest, ReasonsForNotStartingAreReportedAtOnce) {
     fs::create_directories(Folder() / "full");
     std::ofstream(Folder() / "full" / "Windows") << "in the way";
     std::ofstream(Folder() / "broken.tlk") << "no skin";

@@ -152,7 +152,7 @@ void PrintTo(const Fault& fault, std::ostream* pOut) { *pOut << fault.name; }
 
 class Faults : public testing::TestWithParam<Fault> {};
 
-TEST_P(Faults, AreToldAndNothingElse) {
+TEST_P(Faults, AreReportedAndNothingElse) {
     Spoiled skin;
     GetParam().spoil(skin);
     std::vector<std::string> lines;
@@ -353,7 +353,7 @@ INSTANTIATE_TEST_SUITE_P(
                "the characters of language 2 (LOCALE_CHARSET) have 483 bytes"}}),
     [](const auto& fault) { return std::string(fault.param.name); });
 
-TEST(Check, KnowsTheScreenByThePictures) {
+TEST(Check, GuessesTheScreenFromThePictures) {
     Spoiled skin;
     EXPECT_EQ(GuessScreen(skin.Build()), kScreen);
     skin.Remove("LANSCAPE_KEYBOARD_BITMAP");
@@ -371,7 +371,7 @@ TEST(Check, SaysWhereTheSourceNamesTheKey) {
     EXPECT_EQ(FormatRemark(remarks[0], "a.tlk").find("my.toml:12: portrait, key 63: "), 0u);
 }
 
-TEST(Check, EndsLayoutsThatNoKeyboardHas) {
+TEST(Check, StopsReadingOversizedLayouts) {
     Spoiled skin;
     Bytes& layout = skin.Data(kPortrait);
     layout.clear();
@@ -385,7 +385,7 @@ TEST(Check, EndsLayoutsThatNoKeyboardHas) {
 }
 
 // Only checks that it ends; sanitizers check that it stays inside the bytes.
-TEST(Check, DamagedSkinsAreCheckedToldAndShown) {
+TEST(Check, DamagedSkinsAreCheckedDumpedAndShown) {
     const Bytes whole = Spoiled().File();
     for (std::size_t place = 0; place < whole.size(); place += place < 8192 ? 211 : 4999) {
         Bytes damaged = whole;

@@ -54,7 +54,7 @@ TEST(Module, HeadersDescribeALibraryOfResourcesOnlyForEachProcessor) {
     }
 }
 
-TEST(Module, NamesStandInTheOrderThatLookupsSearch) {
+TEST(Module, NamesAreInTheOrderOfLookups) {
     const Module module = Module::Parse(SmallModule());
     std::vector<std::string> names;
     for (const auto& entry : module.Entries())
@@ -68,7 +68,7 @@ TEST(Module, NamesStandInTheOrderThatLookupsSearch) {
 }
 
 // Unlike devices, the host loads skins for any processor.
-TEST(Module, LoadsForWhicheverProcessorItWasBuilt) {
+TEST(Module, LoadsForAnyProcessor) {
     const Bytes picture = EncodePicture(Picture({240, 80}, Color{}));
     for (const auto processor : {Processor::Arm, Processor::X86, Processor::X64}) {
         const Bytes file = WriteModule({{ResourceKind::Bitmap, "char_keyboard_bitmap", picture}}, processor);

@@ -20,7 +20,7 @@ protected:
     const std::uint16_t m_KeyQ = FindKey(m_Skin, BoardKind::Portrait, "q");
 };
 
-TEST_F(Preview, ShowsTheKeysOfWhatIsLatchedAndThoseThatAreNamedPressed) {
+TEST_F(Preview, ShowsLatchedAndNamedKeysPressed) {
     EXPECT_NE(Painted(0, {m_KeyQ}), Painted(0));
     EXPECT_EQ(Painted(latch::kLanguage2, {function_key::kLanguage}), Painted(latch::kLanguage2))
         << "it looks pressed already";
@@ -29,7 +29,7 @@ TEST_F(Preview, ShowsTheKeysOfWhatIsLatchedAndThoseThatAreNamedPressed) {
     EXPECT_THROW((void)FindKey(m_Skin, BoardKind::Digits, "q"), FileError);
 }
 
-TEST_F(Preview, TellsByThePictureWhatIsLatchedAndThePenBringsItUpAgain) {
+TEST_F(Preview, FindsTheLatchesInThePictureAndSelectsThemAgain) {
     const Moves moves(m_Skin.KeyboardOf(BoardKind::Portrait), MapHits(m_Skin, BoardKind::Portrait, {240, 80}),
                       MapHits(m_Skin, BoardKind::Digits, {240, 80}));
     for (const Latches latches :

@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(All, Skins, testing::ValuesIn(AllSkins()), [](const aut
 
 // The keyboard chooses a skin by a part of its path, and the options delete one so; all skins may be on one
 // device.
-TEST(Skins, NoNameIsAPartOfAnothersPath) {
+TEST(Skins, NoNameIsAPartOfAnotherPath) {
     for (const std::string& skin : AllSkins()) {
         const std::string name = fs::path(BuiltFile(skin)).stem().string();
         for (const std::string& other : AllSkins()) {
@@ -161,7 +161,7 @@ bool Types(const Skin& skin, char16_t small, char16_t large) {
     return false;
 }
 
-TEST(Skins, EachLanguageHasAllItsLettersInBothCasesAndNoKeyLeftBehind) {
+TEST(Skins, EachLanguageHasAllItsLettersInBothCases) {
     for (const std::string& name : AllSkins()) {
         if (!name.starts_with("240x320/")) continue;
         const Skin skin = Read(name);

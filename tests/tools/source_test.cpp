@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadSource{"NoGlyph", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"", 5, "U+E123"}),
     [](const auto& bad) { return std::string(bad.param.name); });
 
-TEST(Source, LeavesTheUsualToTheTool) {
+TEST(Source, HasDefaultsForEverythingElse) {
     const Skin skin = ReadSource(std::string(kSmall) +
                                  "[landscape]\nsize = [90, 32]\n"
                                  "[language2.umlaut]\nw = \"ßẞ\"\n2 = \"²\"\n");
@@ -146,7 +146,7 @@ protected:
     std::filesystem::path m_Folder;
 };
 
-TEST_F(SourceFiles, LayTheirDifferencesOverWhatTheyAreBasedOn) {
+TEST_F(SourceFiles, OverrideTheirBases) {
     Write("base/a.toml",
           "screens = [\"240x320\", \"480x480\"]\npalette = \"mine.toml\"\n[font]\nsize = 12\nwords = 8\n"
           "[portrait]\nrows = [\"q w\"]\n[[key]]\nkey = \"q\"\nlabel = \"Q!\"\n"
@@ -171,7 +171,7 @@ TEST_F(SourceFiles, LayTheirDifferencesOverWhatTheyAreBasedOn) {
     EXPECT_FALSE(square.landscape);
 }
 
-TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
+TEST_F(SourceFiles, FaultsNameTheirFile) {
     Write("a.toml", "based_on = \"b.toml\"\n");
     Write("b.toml", "\nbased_on = \"a.toml\"\n");
     EXPECT_EQ(FaultsOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultsOf("a.toml");
@@ -190,7 +190,7 @@ TEST_F(SourceFiles, FaultsAreToldWithTheFileThatHoldsThem) {
 }
 
 // Each line names its fault. All are reported at once, without consequences of others.
-TEST_F(SourceFiles, AllFaultsAreToldInTheOrderOfTheirLinesWithWhatWasMeant) {
+TEST_F(SourceFiles, AllFaultsAreReportedInLineOrderWithSuggestions) {
     Write("a.toml",
           "screens = [\"240x320\"]\npalette = \"drak\"\n[colours]\n[colors]\nleter = \"#FFFFFF\"\n"
           "function = \"C0D0E0\"\n[screen.240x230]\n[labels]\nentre = \"E\"\nback = {icon = \"bcak\"}\n"
@@ -221,7 +221,7 @@ TEST_F(SourceFiles, AllFaultsAreToldInTheOrderOfTheirLinesWithWhatWasMeant) {
     EXPECT_EQ(std::ranges::count(faults, '\n'), 16) << faults;
 }
 
-TEST_F(SourceFiles, ScreensCanBeNarrowed) {
+TEST_F(SourceFiles, ASourceCanHaveFewerScreensThanItsBase) {
     Write("a.toml",
           "screens = [\"240x320\", \"480x640\"]\n[screen.480x640.font]\nsize = 20\n"
           "[portrait]\nrows = [\"q lang\", \"w\"]\n[language2.keys]\nq = \"\\uE123\"\nw = \"\\uE124\"\n");
@@ -251,7 +251,7 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
     EXPECT_NE(FaultsOf("a.toml").find("save it as PNG"), std::string::npos);
 }
 
-TEST(Source, SingleKeysAreMovedSizedAndMadeOfRectangles) {
+TEST(Source, SingleKeysAreMovedResizedAndBuiltFromRectangles) {
     const Skin skin = ReadSource(PORTRAIT
                                  "rows = [\"q w\"]\n[[key]]\nkey = \"q\"\nmove = [2, 1]\nsize = [20, 10]\n"
                                  "[[key]]\nkey = \"e\"\nrects = [[0, 20, 10, 12], [10, 22, 9, 10]]\n");
@@ -261,7 +261,7 @@ TEST(Source, SingleKeysAreMovedSizedAndMadeOfRectangles) {
     EXPECT_EQ(layout.keys[2].rects, (std::vector<Rect>{{0, 20, 9, 31}, {10, 22, 18, 31}}));
 }
 
-TEST(Source, PlanesThatNoKeyBringsUpAreLeftOut) {
+TEST(Source, PlanesThatNoKeySelectsAreOmitted) {
     const Font font(TLK_FONT);
     const auto masks = [&font](const std::string& row) {
         std::string names;
@@ -277,7 +277,7 @@ TEST(Source, PlanesThatNoKeyBringsUpAreLeftOut) {
 }
 
 // The engine paints black where the mask is 0: light glyphs are the rest of a black face.
-TEST(Source, LightGlyphsAreTheOnesOfTheirMask) {
+TEST(Source, LightGlyphsAreTheOnesOfTheMask) {
     const std::string rows = PORTRAIT "rows = [\"q\"]\n";
     const Font font(TLK_FONT);
     const auto draw = [&](const std::string& text) {

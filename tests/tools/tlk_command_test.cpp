@@ -51,7 +51,7 @@ TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
     EXPECT_GT(ReadBytes(Path("a.png")).size(), 10000u) << ReadText(Path("messages"));
 }
 
-TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
+TEST_F(TlkCommand, BuildsAllScreensOfAllValidSources) {
     EXPECT_EQ(Run("build --all " + Path("none.toml") + " '" STANDARD_SOURCE "' -o " + Path("new/skins")), 2);
     EXPECT_EQ(ReadText(Path("messages")).find(Path("none.toml") + ": "), 0u);
     EXPECT_NE(ReadText(Path("messages")).find("480x800 and ARM, in " + Path("new/skins")), std::string::npos);
@@ -66,7 +66,7 @@ TEST_F(TlkCommand, BuildsEveryScreenOfEachSourceThatCanBeBuilt) {
     EXPECT_EQ(Run("build '" STANDARD_SOURCE "' '" STANDARD_SOURCE "' -o " + Path("a.tlk")), 2);
 }
 
-TEST_F(TlkCommand, UnpaintedArtMakesTheSameSkinAndPaintedArtIsKept) {
+TEST_F(TlkCommand, UnpaintedArtGivesTheSameSkinAndPaintedArtIsKept) {
     const std::string art = Path("art/art.toml");
     for (const char* skin : {STANDARD_SOURCE, STANDARD_SKIN}) {
         ASSERT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 0) << ReadText(Path("messages"));
@@ -100,7 +100,7 @@ TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {
     }
 }
 
-TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyByAWholeOne) {
+TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyCompletely) {
     const std::string source = "screens = [\"240x320\"]\n[portrait]\nrows = [\"q space back enter\"]\n";
     std::ofstream(Path("a.toml")) << source;
     ASSERT_EQ(Run("build " + Path("a.toml") + " -o " + Path("a.tlk")), 0);
@@ -123,7 +123,7 @@ TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyByAWholeOne) {
         EXPECT_NE(entry.path().extension(), ".part");
 }
 
-TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
+TEST_F(TlkCommand, ChecksAndExitsByItsRemarks) {
     EXPECT_EQ(Run("check '" STANDARD_SKIN "'"), 0);
     EXPECT_NE(
         ReadText(Path("messages")).find("good for a screen of 240x320, taken from its pictures, and ARM"),
@@ -138,7 +138,7 @@ TEST_F(TlkCommand, ChecksWithTheStatusOfItsRemarks) {
     EXPECT_NE(ReadText(Path("messages")).find("\n     87 y: z Z "), std::string::npos);
 }
 
-TEST_F(TlkCommand, WarnsOfNamesThatTheKeyboardTakesForOneAnother) {
+TEST_F(TlkCommand, WarnsOfNamesThatTheKeyboardConfuses) {
     const std::map<std::string, std::string> warnings = {
         {"mine", "\"mine\" is a part of \"mine-vga\""},
         {"mine-vga-2", "\"mine-vga\" is a part of \"mine-vga-2\""},

@@ -153,7 +153,7 @@ void Library::OpenTheOptions(IInputMethod2* object) {
         << "read from the installed library";
 }
 
-TEST_F(Library, LivesInAShell) {
+TEST_F(Library, WorksInAShell) {
     LoadedLibrary library;
     m_skin = std::make_unique<Skin>();
     ASSERT_EQ(library.Call("DllRegisterServer"), S_OK);

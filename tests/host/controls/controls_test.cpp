@@ -117,7 +117,7 @@ TEST_F(DialogControls, CheckBoxFollowsPenSpaceBarAndProgram) {
          }});
 }
 
-TEST_F(DialogControls, PenOpensTheListAndTakesAnItem) {
+TEST_F(DialogControls, PenOpensTheListAndChoosesAnItem) {
     Run({TapOn(kCombo),
          [&] {
              EXPECT_TRUE(IsOpen());
@@ -137,7 +137,7 @@ TEST_F(DialogControls, PenOpensTheListAndTakesAnItem) {
     EXPECT_EQ(host::CountHandles().windows, 2);
 }
 
-TEST_F(DialogControls, PenTakesAnItemInOneStroke) {
+TEST_F(DialogControls, PenChoosesAnItemInOneStroke) {
     Run({PenOn(Pen::Down, kCombo, {190, 5}), [&] { PenOnItem(Pen::Move, 2); }, [&] { PenOnItem(Pen::Up, 2); },
          [&] {
              EXPECT_EQ(Selected(), 2);
@@ -145,7 +145,7 @@ TEST_F(DialogControls, PenTakesAnItemInOneStroke) {
          }});
 }
 
-TEST_F(DialogControls, ListClosesWithoutASelectionWhenThePersonGoesElsewhere) {
+TEST_F(DialogControls, LeavingTheListClosesItWithoutASelection) {
     const Step ways[] = {TapOn(kDialog, {2, 2}),
                          TapOn(kCombo),
                          TapOn(kPush, {150, 20}),
@@ -220,7 +220,7 @@ TEST_F(DialogControls, KeysSelectInTheClosedCombo) {
          [&] { EXPECT_EQ(Selected(), 1); }, Press(VK_SPACE), [&] { EXPECT_TRUE(IsOpen()); }});
 }
 
-TEST_F(DialogControls, DriverChoosesAsAPersonDoes) {
+TEST_F(DialogControls, TheDriverChoosesLikeTheUser) {
     Run({[&] {
         EXPECT_TRUE(host::ChooseItem(Item(kCombo), 2));
         EXPECT_EQ(TakeCommands(), (Commands{kDropDown, kTaken, kCloseUp, kChanged}));
@@ -265,7 +265,7 @@ TEST_F(DialogControls, ParentMayDestroyTheComboInAnyNotification) {
     }
 }
 
-TEST_F(DialogControls, ListThatCannotBeMadeStaysClosed) {
+TEST_F(DialogControls, AListThatCannotBeCreatedStaysClosed) {
     Run({[&] {
              host::FailCall(host::Call::CreateWindow);
              Tap(Item(kCombo));

@@ -84,7 +84,7 @@ TEST(DialogTemplates, FontIsOptional) {
     EXPECT_EQ(dialog->controls.size(), 3u);
 }
 
-TEST(DialogTemplates, CutOffAnywhereItIsRefused) {
+TEST(DialogTemplates, AnyTruncationIsRefused) {
     const std::vector<BYTE> whole = Sample();
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const std::vector<BYTE> cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
@@ -92,7 +92,7 @@ TEST(DialogTemplates, CutOffAnywhereItIsRefused) {
     }
 }
 
-TEST(DialogTemplates, ForeignFormsAreRefused) {
+TEST(DialogTemplates, UnsupportedFormsAreRefused) {
     const auto put = [](std::size_t offset, WORD value) {
         std::vector<BYTE> bytes = Sample();
         std::memcpy(&bytes[offset], &value, sizeof value);

@@ -31,7 +31,7 @@ TEST_F(MessageBoxes, PenAndKeysAnswer) {
     ExpectAllAsBefore();
 }
 
-TEST_F(MessageBoxes, DriverHearsOfTheCallBeforeTheBoxOpens) {
+TEST_F(MessageBoxes, TheDriverIsToldBeforeTheBoxOpens) {
     std::vector<std::u16string> heard;
     host::SetMessageBoxHandler([&](UINT type, const std::u16string& caption, const std::u16string& text) {
         EXPECT_EQ(host::TopmostModalWindow(), nullptr);
@@ -42,7 +42,7 @@ TEST_F(MessageBoxes, DriverHearsOfTheCallBeforeTheBoxOpens) {
     EXPECT_EQ(heard, (std::vector<std::u16string>{TEXT("Caption"), TEXT("Sure?")}));
 }
 
-TEST_F(MessageBoxes, BoxLiesAbovePanelWithItsButtonsOnTheScreen) {
+TEST_F(MessageBoxes, BoxIsAboveThePanelWithItsButtonsOnTheScreen) {
     CreateSip(214);
     const auto look = [&] {
         RECT box{};
@@ -64,7 +64,7 @@ TEST_F(MessageBoxes, BoxLiesAbovePanelWithItsButtonsOnTheScreen) {
               IDOK);
 }
 
-TEST_F(MessageBoxes, WindowsOfTheBoxAreThePlatforms) {
+TEST_F(MessageBoxes, WindowsOfTheBoxBelongToThePlatform) {
     const auto look = [] {
         EXPECT_EQ(host::CountHandles().windows, 2);
         EXPECT_EQ(host::CountHandles().fonts, 0);
@@ -72,7 +72,7 @@ TEST_F(MessageBoxes, WindowsOfTheBoxAreThePlatforms) {
     Show(m_desktop, MB_OKCANCEL, {look, TapOn(IDOK)});
 }
 
-TEST_F(MessageBoxes, WhatCannotBeShownReturnsZero) {
+TEST_F(MessageBoxes, ABoxThatCannotBeShownReturnsZero) {
     EXPECT_EQ(Show(m_desktop, 0x4, {}), 0);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_MSGBOX_STYLE));
     const HWND stale = Create({0, 0, 1, 1});

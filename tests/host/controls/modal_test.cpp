@@ -42,7 +42,7 @@ protected:
 
 using Ids = std::vector<int>;
 
-TEST_F(DialogModal, OwnerWaitsWhileTheDialogStands) {
+TEST_F(DialogModal, TheOwnerIsDisabledWhileTheDialogIsOpen) {
     const INT_PTR result = Run({[&] {
                                     EXPECT_FALSE(IsWindowEnabled(m_desktop));
                                     EXPECT_TRUE(IsWindowVisible(dialog));
@@ -59,13 +59,13 @@ TEST_F(DialogModal, OwnerWaitsWhileTheDialogStands) {
     ExpectAllAsBefore();
 }
 
-TEST_F(DialogModal, OwnerThatWasDisabledStaysSo) {
+TEST_F(DialogModal, ADisabledOwnerStaysDisabled) {
     EnableWindow(m_desktop, FALSE);
     Run({End(1)});
     EXPECT_FALSE(IsWindowEnabled(m_desktop));
 }
 
-TEST_F(DialogModal, EndedInItsInitialisationItIsNeverShown) {
+TEST_F(DialogModal, EndedDuringInitialisationItIsNeverShown) {
     bool shown = false;
     onDialog = [&](UINT message, WPARAM, LPARAM parameter, INT_PTR&) {
         if (message == WM_SHOWWINDOW) shown = true;
@@ -78,7 +78,7 @@ TEST_F(DialogModal, EndedInItsInitialisationItIsNeverShown) {
     ExpectAllAsBefore();
 }
 
-TEST_F(DialogModal, FirstTabStopGetsTheFocusWhenAsked) {
+TEST_F(DialogModal, TheFirstTabStopGetsTheFocusOnRequest) {
     for (const INT_PTR answer : {TRUE, FALSE}) {
         onDialog = [&](UINT message, WPARAM wParam, LPARAM, INT_PTR& result) {
             if (message != WM_INITDIALOG) return false;
@@ -94,7 +94,7 @@ TEST_F(DialogModal, FirstTabStopGetsTheFocusWhenAsked) {
     ExpectAllAsBefore();
 }
 
-TEST_F(DialogModal, TabGoesRoundTheTabStopsInBothDirections) {
+TEST_F(DialogModal, TabCyclesInBothDirections) {
     const Step tab = Press(VK_TAB);
     EXPECT_EQ(Walk({tab, tab, tab, tab}), (Ids{13, IDOK, IDCANCEL, 11}));
     EXPECT_EQ(
@@ -108,7 +108,7 @@ TEST_F(DialogModal, ArrowsStayInTheGroup) {
               (Ids{12, 11, 12, IDOK, IDCANCEL, IDOK}));
 }
 
-TEST_F(DialogModal, EnterAndEscapeCommand) {
+TEST_F(DialogModal, EnterAndEscapeAreCommands) {
     EXPECT_EQ(Run({Press(VK_RETURN)}), IDOK);
     EXPECT_EQ(Run({Press(VK_ESCAPE)}), IDCANCEL);
     EXPECT_EQ(Run({[&] { SetFocus(Item(IDCANCEL)); }, Press(VK_RETURN)}), IDCANCEL);
@@ -132,7 +132,7 @@ TEST_F(DialogModal, DisabledFocusGoesToTheDialogSoThatKeysStillWork) {
               IDCANCEL);
 }
 
-TEST_F(DialogModal, QuitEndsEveryLoopAround) {
+TEST_F(DialogModal, QuitEndsAllNestedLoops) {
     EXPECT_EQ(RunUntilQuit({[] { PostQuitMessage(9); }}), IDCANCEL);
     EXPECT_EQ(TakeQuit(), 9);
     ExpectAllAsBefore();
@@ -167,7 +167,7 @@ TEST_F(DialogModal, HandlersMayDestroyTheDialogDuringAnyMessage) {
     ExpectAllAsBefore();
 }
 
-TEST_F(DialogModal, NestedDialogsReturnInOrderWhileMessagesAndPaintGoOn) {
+TEST_F(DialogModal, NestedDialogsReturnInOrderAndMessagesGoOn) {
     std::vector<UINT> seen;
     bool inner = false;
     onDialog = [&](UINT message, WPARAM, LPARAM, INT_PTR&) {
@@ -203,7 +203,7 @@ TEST_F(DialogModal, OuterDialogMayEndBeforeTheInner) {
     ExpectAllAsBefore();
 }
 
-TEST_F(DialogModal, ThousandOpeningsLeaveNothing) {
+TEST_F(DialogModal, OpeningItAThousandTimesLeaksNothing) {
     for (int i = 0; i < 1000; ++i) {
         ASSERT_EQ(Run({[&] { SendMessageW(Item(IDOK), BM_CLICK, 0, 0); }}), IDOK);
     }

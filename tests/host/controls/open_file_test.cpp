@@ -56,7 +56,7 @@ protected:
 };
 
 // \My Documents lists "..", "Deep", "A.TLK", "b.tlk".
-TEST_F(OpenFile, PenSelectsAFileAndOkTakesIt) {
+TEST_F(OpenFile, PenSelectsAFileAndOkChoosesIt) {
     EXPECT_EQ(Choose({TapRow(3), TapOn(IDOK)}), u"\\My Documents\\b.tlk");
     EXPECT_EQ(std::u16string(m_title), u"b.tlk");
     EXPECT_EQ(m_request.nFileOffset, 14);
@@ -66,14 +66,14 @@ TEST_F(OpenFile, PenSelectsAFileAndOkTakesIt) {
     EXPECT_TRUE(IsWindowEnabled(m_desktop));
 }
 
-TEST_F(OpenFile, PenWalksTheFolders) {
+TEST_F(OpenFile, PenOpensFolders) {
     EXPECT_EQ(Choose({TapRow(1), TapRow(1), TapOn(IDOK)}), u"\\My Documents\\Deep\\deep.tlk");
     // The root has no parent folder: "My Documents", "root.tlk".
     EXPECT_EQ(Choose({TapRow(0), TapRow(1), TapOn(IDOK)}), u"\\root.tlk");
     EXPECT_EQ(Choose({TapRow(1), TapRow(0), TapRow(2), TapOn(IDOK)}), u"\\My Documents\\A.TLK");
 }
 
-TEST_F(OpenFile, DoubleTapTakesAFileButOpensAFolderOnce) {
+TEST_F(OpenFile, DoubleTapChoosesAFileAndOpensAFolderOnce) {
     const auto secondTap = [this](int row) {
         return Step([this, row] {
             PenOnRow(host::Pen::DoubleClick, row)();
@@ -119,7 +119,7 @@ TEST_F(OpenFile, ListsFoldersFirstAndFilesThatMatch) {
     EXPECT_EQ(list(u"\\absent", {u"*"}), (Names{u".."}));
 }
 
-TEST_F(OpenFile, DriverHearsAndAnswers) {
+TEST_F(OpenFile, TheDriverIsToldAndAnswers) {
     Names heard;
     host::SetOpenFileHandler([&](const std::u16string& extension, const std::u16string& filter) {
         EXPECT_EQ(host::TopmostModalWindow(), nullptr);
@@ -140,7 +140,7 @@ TEST_F(OpenFile, DriverHearsAndAnswers) {
     EXPECT_FALSE(host::CancelOpenFile());
 }
 
-TEST_F(OpenFile, SmallBuffersTakeNothing) {
+TEST_F(OpenFile, SmallBuffersGetNothing) {
     constexpr WORD needed = 20;  // "\My Documents\b.tlk" and its null
     m_request.nMaxFile = needed - 1;
     EXPECT_EQ(Choose({TapRow(3), TapOn(IDOK)}), u"");
@@ -153,7 +153,7 @@ TEST_F(OpenFile, SmallBuffersTakeNothing) {
     EXPECT_EQ(CommDlgExtendedError(), static_cast<DWORD>(FNERR_BUFFERTOOSMALL));
 }
 
-TEST_F(OpenFile, RefusesWhatItDoesNotUnderstand) {
+TEST_F(OpenFile, RefusesUnsupportedRequests) {
     const auto errorOf = [this](auto change) {
         OPENFILENAMEW request = m_request;
         change(request);
@@ -182,7 +182,7 @@ TEST_F(OpenFile, HookSeesMessagesFirst) {
     EXPECT_EQ(hookMessages.front(), static_cast<UINT>(WM_INITDIALOG));
 }
 
-TEST_F(OpenFile, LiesOverTheFreePartOfTheScreen) {
+TEST_F(OpenFile, CoversTheFreePartOfTheScreen) {
     CreateSip(214);
     MoveWindow(m_desktop, 10, 20, 100, 100, FALSE);
     const Step look = [this] {
@@ -193,7 +193,7 @@ TEST_F(OpenFile, LiesOverTheFreePartOfTheScreen) {
     Choose({look, TapOn(IDCANCEL)});
 }
 
-TEST_F(OpenFile, ManyOpeningsLeaveNothing) {
+TEST_F(OpenFile, OpeningItManyTimesLeaksNothing) {
     const Step look = [] {
         host::DeliverMessages();
         EXPECT_EQ(host::CountHandles().fonts, 0) << "the platform's own";

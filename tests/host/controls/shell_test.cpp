@@ -63,7 +63,7 @@ TEST_F(ShellDialogs, DialogFollowsTheScreen) {
     }});
 }
 
-TEST_F(ShellDialogs, WithoutTheButtonTheDialogStillFits) {
+TEST_F(ShellDialogs, WithoutTheButtonTheDialogStillFillsTheScreen) {
     m_failsToMakeButton = true;
     Run({[&] {
         EXPECT_FALSE(m_answer);

@@ -29,7 +29,7 @@ TEST(Faults, TheNthCallFromNowFailsOnce) {
 
 class Failures : public test::RecordedWindows {};
 
-TEST_F(Failures, OfACallLeaveAnErrorAndNothingElse) {
+TEST_F(Failures, SetAnErrorAndChangeNothing) {
     const test::Picture picture(CreateBitmap(2, 2, 1, 32, nullptr));
     const LOGFONTW font{};
     RECT area{0, 0, 2, 2};
@@ -99,7 +99,7 @@ protected:
     }
 };
 
-TEST_F(LiveHandlesTest, CountForTheirMakers) {
+TEST_F(LiveHandlesTest, CountForTheirCreators) {
     test::SkinBuilder().Install("a.tlk");
     const LOGFONTW font{};
     WIN32_FIND_DATAW data;
@@ -126,7 +126,7 @@ TEST_F(LiveHandlesTest, CountForTheirMakers) {
 }
 
 // A module is shared, and counts as long as the product holds it.
-TEST_F(LiveHandlesTest, AModuleOfThePlatformMayBecomeTheProducts) {
+TEST_F(LiveHandlesTest, AModuleLoadedByThePlatformCountsForTheProductToo) {
     test::SkinBuilder().Install("a.tlk");
     HMODULE module = nullptr;
     {

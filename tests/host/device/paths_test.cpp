@@ -29,7 +29,7 @@ std::vector<std::u16string> Names(LPCWSTR pattern) {
     return names;
 }
 
-TEST(DevicePaths, FollowTheFoldersAsTheyAreSpelt) {
+TEST(DevicePaths, FollowTheSpellingOfTheFolders) {
     test::WriteDeviceFile("Windows/Sub/File.txt", "");
     EXPECT_EQ(Resolve(u"\\WINDOWS\\sub\\file.TXT"), "Windows/Sub/File.txt");
     EXPECT_EQ(Resolve(u"windows//sub\\.\\file.txt"), "Windows/Sub/File.txt");
@@ -71,7 +71,7 @@ TEST(DevicePaths, NeverLeaveTheDevice) {
     fs::remove_all(outside);
 }
 
-TEST(DevicePaths, NamesThatNoProgramCouldUseAreNotListed) {
+TEST(DevicePaths, UnusableNamesAreNotListed) {
     test::WriteDeviceFile("good", "");
     test::WriteDeviceFile("bad\xFF", "");
     test::WriteDeviceFile("bad\\name", "");

@@ -8,7 +8,7 @@
 namespace {
 
 // What comes through whole, also the ends of each length and what Unicode has no character for.
-TEST(Unicode, TextsComeBackFromUtf8) {
+TEST(Unicode, TextsConvertToUtf8AndBack) {
     for (const auto& [bytes, text] : std::initializer_list<std::pair<std::string, std::u16string>>{
              {"", u""},
              {std::string("a\0b", 3), {u"a\0b", 3}},
@@ -22,7 +22,7 @@ TEST(Unicode, TextsComeBackFromUtf8) {
     }
 }
 
-TEST(Unicode, BytesThatAreNoTextAreRefused) {
+TEST(Unicode, InvalidBytesAreRefused) {
     for (const std::string bytes :
          {"\x80", "\xC3", "\xC3(", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
           "\xE2\x82", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
@@ -30,7 +30,7 @@ TEST(Unicode, BytesThatAreNoTextAreRefused) {
     }
 }
 
-TEST(Unicode, ALoneSurrogateIsACharacterThatUtf8CannotHold) {
+TEST(Unicode, ALoneSurrogateHasNoUtf8) {
     for (const std::u16string lone : {u"\xD800", u"\xDFFF", u"\xDC00\xD800", u"\xD83D\xD83D"}) {
         EXPECT_FALSE(unicode::IsWellFormed(u"a" + lone + u"b"));
         std::string replaced = "a";

@@ -77,7 +77,7 @@ TEST(GraphicsDib, EveryDepthGivesItsColours) {
     ExpectPicture(Dib(header, {}, BytesOf({0xAAFF8408u, 0xBB0000FFu, 0x00FF8408u, 0u, 0u, 0u})));
 }
 
-TEST(GraphicsDib, BitFieldsPlaceTheChannels) {
+TEST(GraphicsDib, BitFieldsDescribeTheChannels) {
     BITMAPINFOHEADER header = HeaderFor(16, 3, -2);
     header.biCompression = BI_BITFIELDS;
     const Bytes rows = BytesOf<WORD>({0xFC21, 0x001F, 0xFC21, 0, 0, 0, 0, 0});
@@ -120,7 +120,7 @@ TEST(GraphicsDib, OnlyBlackAndWhiteStaysMonochrome) {
     EXPECT_EQ(depthOf({0x000000, 0xFFFFFE}), 32);
 }
 
-TEST(GraphicsDib, TruncatedOnesAreRefused) {
+TEST(GraphicsDib, TruncatedBitmapsAreRefused) {
     BITMAPINFOHEADER masked = HeaderFor(16);
     masked.biCompression = BI_BITFIELDS;
     const Bytes whole[] = {Dib(HeaderFor(1), {0, 0xFFFFFF}, Bytes(8)),
@@ -137,7 +137,7 @@ TEST(GraphicsDib, TruncatedOnesAreRefused) {
     EXPECT_EQ(host::CreateBitmapFromDib(nullptr, 100), nullptr);
 }
 
-TEST(GraphicsDib, LyingHeadersAreRefused) {
+TEST(GraphicsDib, InconsistentHeadersAreRefused) {
     using Header = BITMAPINFOHEADER;
     const auto expectRefused = [](auto field, auto... values) {
         for (const auto value : {values...}) {
@@ -161,7 +161,7 @@ TEST(GraphicsDib, LyingHeadersAreRefused) {
     EXPECT_EQ(Load(Dib(HeaderFor(8, 32000, 32000), {}, Bytes(4096))), nullptr);
 }
 
-TEST(GraphicsDib, AnyHeaderIsSurvived) {
+TEST(GraphicsDib, AnyHeaderIsHandled) {
     std::mt19937 random(7);
     for (int round = 0; round < 20000; ++round) {
         BITMAPINFOHEADER header = HeaderFor(static_cast<WORD>(std::array{1, 4, 8, 16, 24, 32}[random() % 6]));

@@ -31,7 +31,7 @@ TEST(ImageLists, PicturesHaveAlpha) {
     }
 }
 
-TEST(ImageLists, RefuseWhatIsNoList) {
+TEST(ImageLists, RefuseInvalidLists) {
     const HIMAGELIST stale = CreateList();
     ImageList_Destroy(stale);
     const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
@@ -48,7 +48,7 @@ TEST(ImageLists, RefuseWhatIsNoList) {
     DeleteObject(bitmap);
 }
 
-TEST(ImageLists, RefuseBitmapsThatGiveNoImage) {
+TEST(ImageLists, RefuseBitmapsSmallerThanAnImage) {
     const HIMAGELIST list = CreateList();
     EXPECT_EQ(ImageList_AddMasked(list, nullptr, kMask), -1);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));

@@ -61,7 +61,7 @@ TEST(Region, OperationsAreThoseOfPixelSets) {
     }
 }
 
-TEST(Region, BoxSurroundsAllRectangles) {
+TEST(Region, TheBoundsContainAllRectangles) {
     host::Region region;
     region.Add({3, 4, 5, 6});
     region.Add({8, 1, 9, 2});

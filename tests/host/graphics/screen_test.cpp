@@ -45,7 +45,7 @@ protected:
     void SetUp() override { host::TakeScreenChanges(); }
 };
 
-TEST_F(GraphicsScreen, DrawingStaysInsideTheClipAndIsNoted) {
+TEST_F(GraphicsScreen, DrawingStaysInsideTheClipAndIsRecorded) {
     {
         const ScreenDC dc({10, 20}, {{12, 22, 20, 30}, {40, 22, 44, 26}});
         Fill(dc, {0, 0, 32, 5});
@@ -92,7 +92,7 @@ TEST_F(GraphicsScreen, MasksFollowTheOriginIntoEveryPartOfTheClip) {
     EXPECT_EQ(PixelAt(19, 12), 0u);
 }
 
-TEST_F(GraphicsScreen, ScrollingThroughAClipOfPartsMovesThePixelsThatWereThere) {
+TEST_F(GraphicsScreen, ScrollingThroughAClipOfPartsMovesTheOldPixels) {
     const ScreenDC all({0, 0}, {{0, 0, 240, 320}});
     for (int y = 0; y < 30; ++y) {
         SetPixel(all, 3, y, RGB(y, 0, 0));
@@ -104,7 +104,7 @@ TEST_F(GraphicsScreen, ScrollingThroughAClipOfPartsMovesThePixelsThatWereThere) 
     }
 }
 
-TEST_F(GraphicsScreen, ContextsOfTheScreenBelongToTheirMakers) {
+TEST_F(GraphicsScreen, OnlyTheirCreatorsCloseContextsOfTheScreen) {
     Picture picture(CreateBitmap(2, 2, 1, 32, nullptr));
     const HDC dc = host::OpenScreenDC({}, {});
     EXPECT_FALSE(DeleteDC(dc));
@@ -138,7 +138,7 @@ TEST_F(GraphicsScreen, AReopenedContextStartsAfresh) {
     EXPECT_TRUE(host::CloseScreenDC(second));
 }
 
-TEST_F(GraphicsScreen, AResizedScreenIsBlackAndChangedWhole) {
+TEST_F(GraphicsScreen, AResizedScreenIsBlackAndFullyChanged) {
     const ScreenDC dc({0, 0}, {{0, 0, 500, 500}});
     Fill(dc, {0, 0, 500, 500});
     host::ResizeScreen({320, 240});
@@ -148,7 +148,7 @@ TEST_F(GraphicsScreen, AResizedScreenIsBlackAndChangedWhole) {
     EXPECT_EQ(PixelAt(319, 239), kOrangePixel);
 }
 
-TEST_F(GraphicsScreen, WordsOfTheScreenHaveNoFourthByte) {
+TEST_F(GraphicsScreen, TheScreensWordsHaveNoFourthByte) {
     const DWORD pixel = 0xAB123456;
     Picture picture(CreateBitmap(1, 1, 1, 32, &pixel));
     Picture section(MakeSection(32, 1, 1));

@@ -67,7 +67,7 @@ TEST(Modules, KeepTheirImageWhateverHappensToTheFile) {
     EXPECT_TRUE(DeleteFileW(u"\\windows\\a.tlk"));
 }
 
-TEST(Modules, TellWhyTheyDoNotLoad) {
+TEST(Modules, ReportWhyTheyDoNotLoad) {
     test::WriteDeviceFile("Windows/text.dll", "This is no library.");
     test::WriteDeviceFile("Windows/empty.dll", "");
     std::filesystem::create_directories(test::DeviceFolder() / "Windows/folder.dll");
@@ -80,7 +80,7 @@ TEST(Modules, TellWhyTheyDoNotLoad) {
     }
 }
 
-TEST(Modules, AFileNameFillsTheBufferWhenItIsTooLong) {
+TEST(Modules, ATooLongFileNameFillsTheBuffer) {
     test::WriteDeviceFile("Windows/b.dll", Skin(""));
     const HMODULE module = LoadLibraryW(u"b");
     EXPECT_EQ(FileName(module), u"\\Windows\\b.dll");
@@ -92,7 +92,7 @@ TEST(Modules, AFileNameFillsTheBufferWhenItIsTooLong) {
     FreeLibrary(module);
 }
 
-TEST(Modules, ResourceHandlesAreTheirOwn) {
+TEST(Modules, ResourceHandlesBelongToTheirModule) {
     test::WriteDeviceFile("Windows/a.tlk", Skin("a"));
     test::WriteDeviceFile("Windows/b.tlk", Skin("b"));
     const HMODULE a = LoadLibraryW(u"a.tlk");
@@ -125,7 +125,7 @@ TEST(Modules, ExportsAreTheLibrarysOwn) {
     FreeLibrary(module);
 }
 
-TEST(Modules, CodeThatDoesNotLoadIsReported) {
+TEST(Modules, CodeThatCannotBeLoadedIsReported) {
     test::WriteDeviceFile("Windows/server.dll", Skin(""));
     test::WriteDeviceFile("Windows/server.dll.so", "This is no code.");
     EXPECT_EQ(LoadError(u"server"), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));

@@ -68,7 +68,7 @@ TEST(PeImage, RefusesDamagedHeaders) {
     }
 }
 
-TEST(PeImage, CutOffAnywhereIsNoLibrary) {
+TEST(PeImage, ATruncatedFileIsNoLibrary) {
     const std::string file = GoodFile();
     for (std::size_t size = 0; size < file.size(); ++size) {
         EXPECT_EQ(Find(file.substr(0, size)), "no library") << size;
@@ -77,7 +77,7 @@ TEST(PeImage, CutOffAnywhereIsNoLibrary) {
 
 // Layout of the section: table of types with an entry at 16, table of names at 24 with entries at 40 and 48,
 // name of the type at 136.
-TEST(PeImage, LeavesOutWhatCannotBeRead) {
+TEST(PeImage, OmitsUnreadableResources) {
     const std::string file = GoodFile();
     for (const auto& [offset, value] : std::vector<std::pair<std::size_t, DWORD>>{
              {kSection + 16, kHighBit | 0x7FFFFFF0},  // name of the type outside

@@ -86,7 +86,7 @@ bool Finds(const Bytes& block, std::u16string_view path) {
     return host::FindVersionValue(block, path).has_value();
 }
 
-TEST(VersionBlock, AnyPrefixIsAnswered) {
+TEST(VersionBlock, AnyPrefixIsHandled) {
     const Bytes good = GoodBlock();
     for (std::size_t size = 0; size <= good.size(); ++size) {
         Bytes prefix(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
@@ -98,7 +98,7 @@ TEST(VersionBlock, AnyPrefixIsAnswered) {
     }
 }
 
-TEST(VersionBlock, AnyBentByteIsAnswered) {
+TEST(VersionBlock, AnyChangedByteIsHandled) {
     const Bytes good = GoodBlock();
     for (std::size_t i = 0; i < good.size(); ++i) {
         for (const int value : {0x00, 0x01, 0x02, 0x06, 0x7F, 0xFE, 0xFF}) {
@@ -127,7 +127,7 @@ TEST(VersionBlock, AnEmptyTextIsItsKeysNullCharacter) {
     EXPECT_EQ(block[value->offset + 1], 0);
 }
 
-TEST(VersionBlock, ADamagedNodeHidesNoSound) {
+TEST(VersionBlock, ADamagedNodeHidesNoIntactOne) {
     constexpr std::u16string_view second = u"\\StringFileInfo\\040904b0\\Second";
     const Bytes sound = Text(u"Second", std::u16string_view(u"x\0", 2));
     const Bytes valueTooLong = Node(u"First", Type::Text, 100, TextBytes(u"x"));
@@ -136,7 +136,7 @@ TEST(VersionBlock, ADamagedNodeHidesNoSound) {
     EXPECT_FALSE(Finds(Block({Bytes(8), sound}), second));
 }
 
-TEST(VersionBlock, IsCutToTheCallersBuffer) {
+TEST(VersionBlock, IsTruncatedToTheCallersBuffer) {
     constexpr LPCWSTR path = TEXT("\\Windows\\version.dll");
     test::CopyToDevice(TEST_VERSION, "Windows/version.dll");
     const DWORD size = GetFileVersionInfoSizeW(path, nullptr);

@@ -69,7 +69,7 @@ TEST(RegistryText, LaterLinesWinAndDeletionsDelete) {
     EXPECT_EQ(Parse(start + "[-HKEY_CURRENT_USER\\Test]").data[0], 1);
 }
 
-TEST(RegistryText, NamesTheFirstLineThatCannotBeUnderstood) {
+TEST(RegistryText, NamesTheFirstInvalidLine) {
     EXPECT_EQ(DamagedLine(""), 1u);
     EXPECT_EQ(DamagedLine("\r\nREGEDIT4\r\n"), 2u);
     EXPECT_EQ(DamagedLine(kHeader + "\"v\"=dword:1"), 2u);
@@ -148,7 +148,7 @@ TEST(RegistryText, ReadsBackWhatItWrites) {
     EXPECT_EQ(FormatRegistryFile(read), text);
 }
 
-TEST(RegistryFile, IsWrittenAtEachCloseThatFollowsAChange) {
+TEST(RegistryFile, IsWrittenAtEachCloseAfterAChange) {
     WriteNumber(7);
     const std::string text = test::ReadDeviceFile("device.reg");
     EXPECT_EQ(text, kHeader + "\r\n[HKEY_LOCAL_MACHINE]\r\n\r\n" + kKey + "\"v\"=dword:00000007\r\n");
@@ -172,7 +172,7 @@ TEST(RegistryFile, SurvivesAWriteThatFails) {
 }
 
 // A folder in place of the new file: a real failure, even for root.
-TEST(RegistryFile, SurvivesAFolderInItsWay) {
+TEST(RegistryFile, SurvivesAFolderInItsPlace) {
     WriteNumber(1);
     std::filesystem::create_directories(test::DeviceFolder() / "device.reg.new");
     WriteNumber(2);
@@ -182,7 +182,7 @@ TEST(RegistryFile, SurvivesAFolderInItsWay) {
     EXPECT_TRUE(FlushRegistry());
 }
 
-TEST(RegistryFile, ThatIsDamagedIsKeptAside) {
+TEST(RegistryFile, IsRenamedIfDamaged) {
     const std::string damaged = kHeader + kKey + "\"v\"=oops\r\n";
     const std::string file = (std::filesystem::canonical(test::DeviceFolder()) / "device.reg").string();
     for (const std::string aside : {".damaged", ".damaged-2"}) {
@@ -201,7 +201,7 @@ TEST(RegistryFile, ThatIsDamagedIsKeptAside) {
     EXPECT_EQ(test::ReadDeviceFile("device.reg.damaged"), damaged);
 }
 
-TEST(RegistryFile, ThatIsNoFileIsPutAsideToo) {
+TEST(RegistryFile, IsRenamedIfItIsNoFile) {
     std::filesystem::create_directories(test::DeviceFolder() / "device.reg");
     test::RestartDevice();
     EXPECT_EQ(test::TakeReports().size(), 1u);

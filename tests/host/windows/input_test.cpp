@@ -51,7 +51,7 @@ TEST_F(PenInput, ReachesTheTopmostVisibleEnabledWindow) {
     EXPECT_EQ(Target({20, 220}), sip);
 }
 
-TEST_F(PenInput, DisabledChildLetsThroughAndDisabledWindowSwallows) {
+TEST_F(PenInput, DisabledChildrenPassThePenOnAndDisabledWindowsSwallowIt) {
     const HWND below = Create({0, 0, 50, 50}, m_desktop);
     Create({0, 0, 50, 50}, m_desktop, TEXT("Plain"), WS_VISIBLE | WS_DISABLED);
     EXPECT_EQ(Target({5, 5}), below);
@@ -103,7 +103,7 @@ TEST(KeyInput, WithoutAFocusKeysChangeTheirStateAtOnce) {
 
 class FocusedKeys : public test::RecordedWindows {};
 
-TEST_F(FocusedKeys, ReachTheFocusInOrderWithTheStateOfTheirMoment) {
+TEST_F(FocusedKeys, ReachTheFocusInOrderWithTheStateAtTheirTime) {
     const HWND edit = Create({0, 0, 50, 50}, m_desktop);
     SetFocus(edit);
     std::vector<bool> shift;
@@ -126,7 +126,7 @@ TEST_F(FocusedKeys, ReachTheFocusInOrderWithTheStateOfTheirMoment) {
     EXPECT_EQ(shift, (std::vector<bool>{true, false}));
 }
 
-TEST_F(FocusedKeys, KeyUpCountsThoughItsWindowIsGone) {
+TEST_F(FocusedKeys, KeyUpCountsEvenIfItsWindowIsGone) {
     const HWND edit = Create({0, 0, 50, 50}, m_desktop);
     SetFocus(edit);
     host::PostKey(VK_SHIFT, true);

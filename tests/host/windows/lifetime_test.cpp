@@ -68,7 +68,7 @@ TEST_F(WindowLifetime, HandlersMayDestroyTheWindowBeingCreated) {
     }
 }
 
-TEST_F(WindowLifetime, WindowThatGoesGetsNoNewChildren) {
+TEST_F(WindowLifetime, AWindowUnderDestructionGetsNoChildren) {
     const HWND parent = Create({0, 0, 100, 100}, m_desktop);
     int created = 0;
     onMessage = [&](const test::Message& message, LRESULT&) {
@@ -82,7 +82,7 @@ TEST_F(WindowLifetime, WindowThatGoesGetsNoNewChildren) {
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
 }
 
-TEST_F(WindowLifetime, OwnedWindowsGoWithTheirOwner) {
+TEST_F(WindowLifetime, OwnedWindowsAreDestroyedWithTheirOwner) {
     const HWND owner = CreateTop({0, 0, 100, 100});
     const HWND child = Create({0, 0, 50, 50}, owner);
     const HWND owned =
@@ -94,7 +94,7 @@ TEST_F(WindowLifetime, OwnedWindowsGoWithTheirOwner) {
     EXPECT_EQ(Count(child, WM_CAPTURECHANGED), 1) << "the capture goes too";
 }
 
-TEST_F(WindowLifetime, ContextsLeftOpenGoWithTheirWindow) {
+TEST_F(WindowLifetime, OpenContextsAreClosedWithTheirWindow) {
     const HWND window = Create({0, 0, 100, 100}, m_desktop);
     PAINTSTRUCT paint;
     ASSERT_NE(BeginPaint(window, &paint), nullptr);

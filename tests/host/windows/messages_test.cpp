@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(MessageLoop, AsksTheDriverWhenNothingWaits) {
+TEST_F(MessageLoop, CallsTheDriverWhenNoMessageWaits) {
     int asked = 0;
     host::SetIdleHandler([&] {
         if (++asked <= 3) PostMessageW(m_desktop, WM_USER + static_cast<UINT>(asked), 0, 0);
@@ -35,7 +35,7 @@ TEST_F(MessageLoop, AsksTheDriverWhenNothingWaits) {
     EXPECT_EQ(got.size(), 3u);
 }
 
-TEST_F(MessageLoop, DriverMayReplaceItselfWhileItIsAsked) {
+TEST_F(MessageLoop, TheIdleHandlerMayReplaceItself) {
     bool second = false;
     host::SetIdleHandler([&second, marker = std::vector<int>(100, 7)] {
         host::SetIdleHandler([&second] {
@@ -48,13 +48,13 @@ TEST_F(MessageLoop, DriverMayReplaceItselfWhileItIsAsked) {
     EXPECT_TRUE(second);
 }
 
-TEST_F(MessageLoop, QuitStaysForTheLoopAround) {
+TEST_F(MessageLoop, QuitIsLeftToTheMessageLoop) {
     PostQuitMessage(9);
     host::DeliverMessages();
     EXPECT_EQ(RunLoop(), 9u);
 }
 
-TEST_F(MessageLoop, FilterTakesFromTheMiddleAndKeepsTheOrder) {
+TEST_F(MessageLoop, AFilterTakesFromTheMiddleAndKeepsTheOrder) {
     const HWND child = Create({0, 0, 50, 50}, m_desktop);
     host::DeliverMessages();
     const HWND windows[] = {m_desktop, child, nullptr};

@@ -79,7 +79,7 @@ TEST_F(WindowPainting, DrawingStaysInsideTheUpdateRegion) {
     EXPECT_EQ(host::TakeScreenChanges(), (RECT{10, 10, 30, 20}));
 }
 
-TEST_F(WindowPainting, DrawingSparesChildrenSiblingsAndTopmostWindows) {
+TEST_F(WindowPainting, DrawingIsClippedByChildrenSiblingsAndTopmostWindows) {
     const HWND sip = CreateTop({0, 240, 240, 320}, TEXT("Plain"), WS_EX_TOPMOST);
     const HWND dialog = CreateTop({100, 100, 240, 320});
     const HWND upper = Create({30, 30, 200, 60}, dialog);
@@ -111,7 +111,7 @@ TEST_F(WindowPainting, ClientContextIsClippedLikePainting) {
     EXPECT_EQ(PixelsOf(m_desktop), 240 * 320 - 40 * 10);
 }
 
-TEST_F(WindowPainting, WhatLayBelowIsPaintedWhenAWindowGoes) {
+TEST_F(WindowPainting, TheWindowBelowIsPaintedWhenAWindowGoes) {
     const HWND below = CreateTop({0, 0, 60, 60});
     const HWND child = Create({10, 10, 30, 30}, below);
     const HWND above = CreateTop({20, 20, 100, 100});
@@ -123,7 +123,7 @@ TEST_F(WindowPainting, WhatLayBelowIsPaintedWhenAWindowGoes) {
     EXPECT_EQ(PixelsOf(m_desktop), 80 * 80 - 40 * 40);
 }
 
-TEST_F(WindowPainting, BareScreenTurnsBlack) {
+TEST_F(WindowPainting, TheBareScreenIsBlack) {
     const HWND edge = CreateTop({0, 0, 240, 320});
     Settle();
     ShowWindow(m_desktop, SW_HIDE);
@@ -132,7 +132,7 @@ TEST_F(WindowPainting, BareScreenTurnsBlack) {
     EXPECT_NE(PixelAt(10, 5), 0u);
 }
 
-TEST_F(WindowPainting, ResizingPaintsWhatIsNewAndMovingPaintsTheWindow) {
+TEST_F(WindowPainting, ResizingPaintsTheNewPartAndMovingTheWholeWindow) {
     const HWND child = Create({10, 10, 30, 30}, m_desktop);
     Settle();
     MoveWindow(child, 10, 10, 30, 20, TRUE);
@@ -148,7 +148,7 @@ TEST_F(WindowPainting, ResizingPaintsWhatIsNewAndMovingPaintsTheWindow) {
     EXPECT_TRUE(PaintedInOrder().empty());
 }
 
-TEST_F(WindowPainting, RaisedWindowPaintsWhatWasCovered) {
+TEST_F(WindowPainting, ARaisedWindowPaintsItsCoveredPart) {
     const HWND lower = Create({0, 0, 40, 40}, m_desktop);
     const HWND upper = Create({20, 0, 60, 40}, m_desktop);
     BringWindowToTop(upper);
@@ -184,7 +184,7 @@ TEST_F(WindowPainting, BackgroundIsTheClassBrush) {
     EXPECT_EQ(PixelAt(5, 5), 0xFFFFFFu);
 }
 
-TEST_F(WindowPainting, UnansweredPaintIsGivenUpAndReported) {
+TEST_F(WindowPainting, UnansweredPaintIsDroppedAndReported) {
     onMessage = [](const test::Message& message, LRESULT&) { return message.number == WM_PAINT; };
     for (int i = 0; i < 2; ++i) {
         InvalidateRect(m_desktop, nullptr, TRUE);
@@ -193,14 +193,14 @@ TEST_F(WindowPainting, UnansweredPaintIsGivenUpAndReported) {
     }
 }
 
-TEST_F(WindowPainting, FailedBeginPaintIsTriedAgain) {
+TEST_F(WindowPainting, AFailedBeginPaintIsTriedAgain) {
     InvalidateRect(m_desktop, nullptr, TRUE);
     host::FailCall(host::Call::BeginPaint);
     EXPECT_EQ(PaintedInOrder().size(), 2u);
     EXPECT_EQ(PixelsOf(m_desktop), 240 * 320);
 }
 
-TEST_F(WindowPainting, PaintingCyclesDoNotNestOrCross) {
+TEST_F(WindowPainting, PaintingDoesNotNestOrCross) {
     const HWND child = Create({10, 10, 30, 30}, m_desktop);
     PAINTSTRUCT paint;
     PAINTSTRUCT second;
