@@ -240,7 +240,7 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
     const std::string source = "[portrait]\nsize = [60, 32]\nrows = [\"q\"]\n[art]\n";
     Write("a.toml", source + "portrait = \"own.png\"\n");
     for (const Resource& resource : CompileSkin(Read("a.toml"), Font(TLK_FONT)))
-        if (resource.name == "char_keyboard_bitmap") {
+        if (resource.name == "CHAR_KEYBOARD_BITMAP") {
             EXPECT_EQ(resource.data, EncodePicture(picture));
         }
     Write("a.toml", source + "portrait = \"wide.png\"\n");

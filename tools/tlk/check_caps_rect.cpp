@@ -17,14 +17,8 @@ Position Locate(const Rect& area, const Rect& rect) {
     if (rect.right <= area.left || rect.left >= area.right || rect.bottom <= area.top ||
         rect.top >= area.bottom)
         return Position::Outside;
-    const bool isInside = rect.left >= area.left && rect.right <= area.right && rect.top >= area.top &&
-                          rect.bottom <= area.bottom;
+    const bool isInside = area.Contains(rect);
     return isInside ? Position::Inside : Position::Across;
-}
-
-bool HoldsCorner(const Rect& area, const Rect& rect) {
-    return area.left <= rect.left && rect.left <= area.right && area.top <= rect.top &&
-           rect.top <= area.bottom;
 }
 
 void CheckKey(const Rect& area, const Rect& rect, std::uint16_t key, bool followsShift, RemarkList& remarks) {
@@ -41,7 +35,7 @@ void CheckKey(const Rect& area, const Rect& rect, std::uint16_t key, bool follow
     else if (!followsShift && position == Position::Inside)
         add("lies inside of ",
             " but is no key of the digit row: with caps lock it shows another character than it types");
-    else if (HoldsCorner(area, rect) != (position == Position::Inside))
+    else if (area.Contains(rect.left, rect.top) != (position == Position::Inside))
         add("touches with its corner ",
             ": pressed with caps lock it shows the wrong plane; make the area end a pixel earlier");
 }

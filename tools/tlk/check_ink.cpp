@@ -102,8 +102,7 @@ private:
             const auto [x, y] = open.back();
             open.pop_back();
             pixels.push_back({m_Bounds.left + x, m_Bounds.top + y});
-            bounds = {std::min(bounds.left, x), std::min(bounds.top, y), std::max(bounds.right, x),
-                      std::max(bounds.bottom, y)};
+            bounds = Unite(bounds, {x, y, x, y});
             touchesEdge =
                 touchesEdge || !IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1);
             for (int nextY = y - 1; nextY <= y + 1; ++nextY)
@@ -144,8 +143,7 @@ private:
 Rect BoundsOf(const std::vector<Rect>& rects, Size mask) {
     Rect bounds{mask.width, mask.height, -1, -1};
     for (const Rect& rect : rects)
-        bounds = {std::min(bounds.left, rect.left), std::min(bounds.top, rect.top),
-                  std::max(bounds.right, rect.right), std::max(bounds.bottom, rect.bottom)};
+        bounds = Unite(bounds, rect);
     bounds.right = std::min(bounds.right, mask.width - 1);
     bounds.bottom = std::min(bounds.bottom, mask.height - 1);
     return bounds;

@@ -26,16 +26,6 @@ struct Gap {
     int pixels = 0;
 };
 
-Rect Unite(const Rect& a, const Rect& b) {
-    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-            std::max(a.bottom, b.bottom)};
-}
-
-Rect Intersect(const Rect& a, const Rect& b) {
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-            std::min(a.bottom, b.bottom)};
-}
-
 bool IsEmpty(const Rect& rect) { return !rect.HasArea(); }
 
 class BoardCheck {

@@ -169,7 +169,7 @@ private:
         std::error_code ignored;
         fs::remove(picture, ignored);
         if (!m_Simulator->Do({"screenshot panel " + picture}) || !fs::exists(picture)) return std::nullopt;
-        return FindView(m_Skin, DecodePng(ReadFile(picture)));
+        return FindView(m_Skin, DecodePng(ReadFile(picture)).picture);
     }
 
     const Arguments& m_Arguments;

@@ -67,13 +67,9 @@ public:
         : m_Skin(skin), m_Lettering(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
-        TryAll([this] { AddPortrait(); },
-               [this] {
-                   if (m_Skin.landscape) AddLandscape(*m_Skin.landscape);
-               },
-               [this] {
-                   if (m_Skin.digits) AddDigits(*m_Skin.digits);
-               });
+        TryEach(kBoards, [this](BoardKind kind) {
+            if (const Board* pBoard = m_Skin.Find(kind)) AddBoard(kind, LayOut(m_Skin, *pBoard));
+        });
         if (m_HasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
         // Only its presence counts.
         if (m_Skin.swipeOnly) Add(ResourceKind::Data, "SWIPE_ONLY", {1});
@@ -82,12 +78,15 @@ public:
     }
 
 private:
-    void AddPortrait() {
-        const Layout layout = LayOut(m_Skin, m_Skin.portrait);
+    void AddBoard(BoardKind kind, const Layout& layout) {
         Plane plane;
-        TryAll([&] { plane.backspaceFollowsShift = AddCapsRect(layout); },
-               [&] { AddBoard("char_keyboard_bitmap", "CHAR_LAYOUT_STRUCT", layout); },
-               [&] { AddMasks(BoardKind::Portrait, layout, ShownPlanes(plane)); });
+        plane.digits = kind == BoardKind::Digits;
+        TryAll(
+            [&] {
+                if (kind == BoardKind::Portrait) plane.backspaceFollowsShift = AddCapsRect(layout);
+            },
+            [&] { AddPicture(kind, layout); },
+            [&] { AddMasks(kind, layout, plane.digits ? std::vector{plane} : ShownPlanes(plane)); });
     }
 
     // Returns whether Backspace is in the CAPS rectangle, whose keys follow Shift alone.
@@ -99,25 +98,12 @@ private:
         return Holds(*area, layout, function_key::kBackspace);
     }
 
-    void AddLandscape(const Board& board) {
-        const Layout layout = LayOut(m_Skin, board);
-        TryAll([&] { AddBoard("LANSCAPE_KEYBOARD_BITMAP", "LNDSCP_LAYOUT_STRUCT", layout); },
-               [&] { AddMasks(BoardKind::Landscape, layout, ShownPlanes(Plane{})); });
-    }
-
-    void AddDigits(const Board& board) {
-        const Layout layout = LayOut(m_Skin, board);
-        Plane plane;
-        plane.digits = true;
-        TryAll([&] { AddBoard("digit_keyboard_bitmap", "DIGIT_LAYOUT_STRUCT", layout); },
-               [&] { AddMasks(BoardKind::Digits, layout, {plane}); });
-    }
-
-    void AddBoard(const char* picture, const char* records, const Layout& layout) {
-        const ArtFile* art = FindArt(picture);
-        Add(ResourceKind::Bitmap, picture,
+    void AddPicture(BoardKind kind, const Layout& layout) {
+        const std::string name(PictureResource(kind));
+        const ArtFile* art = FindArt(name);
+        Add(ResourceKind::Bitmap, name,
             EncodePicture(art ? ReadArtPicture(*art, layout.size) : DrawPicture(m_Skin, layout)));
-        Add(ResourceKind::Data, records, EncodeLayout(layout));
+        Add(ResourceKind::Data, std::string(LayoutResource(kind)), EncodeLayout(layout));
     }
 
     std::vector<Plane> ShownPlanes(Plane plane) const {
@@ -170,11 +156,8 @@ private:
     }
 
     static bool Holds(const Rect& area, const Layout& layout, std::uint16_t index) {
-        for (const Key& key : layout.keys)
-            if (key.key == index)
-                return key.rects[0].left >= area.left && key.rects[0].right <= area.right &&
-                       key.rects[0].top >= area.top && key.rects[0].bottom <= area.bottom;
-        return false;
+        const auto key = std::ranges::find(layout.keys, index, &Key::key);
+        return key != layout.keys.end() && area.Contains(key->rects[0]);
     }
 
     const Skin& m_Skin;

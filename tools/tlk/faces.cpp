@@ -40,9 +40,7 @@ public:
     // The caller skips rectangles that belong to an earlier shape.
     bool Holds(const Rect& rect) const { return std::ranges::find(m_Faces, FaceOf(rect)) != m_Faces.end(); }
     bool Contains(int x, int y) const {
-        return std::ranges::any_of(m_Faces, [x, y](const Rect& face) {
-            return x >= face.left && x <= face.right && y >= face.top && y <= face.bottom;
-        });
+        return std::ranges::any_of(m_Faces, [x, y](const Rect& face) { return face.Contains(x, y); });
     }
 
     // The distances in pixels to the shape's edge in each direction, at most `most`.
@@ -62,8 +60,7 @@ public:
 private:
     void Add(const Rect& face) {
         m_Faces.push_back(face);
-        m_Bounds = {std::min(m_Bounds.left, face.left), std::min(m_Bounds.top, face.top),
-                    std::max(m_Bounds.right, face.right), std::max(m_Bounds.bottom, face.bottom)};
+        m_Bounds = Unite(m_Bounds, face);
     }
 
     Rect m_Bounds;

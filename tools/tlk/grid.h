@@ -2,6 +2,7 @@
 // Grids of pixels, with the origin at the top left.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -36,8 +37,24 @@ struct Rect {
         return left <= other.right + 1 && other.left <= right + 1 && top <= other.bottom + 1 &&
                other.top <= bottom + 1;
     }
+    bool Contains(int x, int y) const { return left <= x && x <= right && top <= y && y <= bottom; }
+    bool Contains(const Rect& other) const {
+        return Contains(other.left, other.top) && Contains(other.right, other.bottom);
+    }
     bool operator==(const Rect&) const = default;
 };
+
+// The bounds of both.
+inline Rect Unite(const Rect& a, const Rect& b) {
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
+}
+
+// What both have in common; without width or height where that is nothing.
+inline Rect Intersect(const Rect& a, const Rect& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
 
 struct Color {
     std::uint8_t red = 0;

@@ -114,10 +114,6 @@ void PlaceRows(const Skin& skin, Layout& layout, const std::vector<Row>& rows, c
     faults.Throw();
 }
 
-bool Intersect(const Rect& a, const Rect& b) {
-    return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
-}
-
 bool IsDigitLineKey(const Skin& skin, const Key& key) {
     return !IsFunction(key.key) && IsDigitLineCharacter(skin.characters[key.key][0]);
 }
@@ -130,9 +126,8 @@ SourcePlace PlaceOf(const Skin& skin, std::uint16_t key) {
 
 void RequireInside(const Skin& skin, const Layout& layout, const Key& key, const SourcePlace& place) {
     for (const Rect& rect : key.rects)
-        if (rect.left < 0 || rect.top < 0 || rect.right >= layout.size.width ||
-            rect.bottom >= layout.size.height || rect.Width() < kSmallestCell ||
-            rect.Height() < kSmallestCell)
+        if (!Rect{0, 0, layout.size.width - 1, layout.size.height - 1}.Contains(rect) ||
+            rect.Width() < kSmallestCell || rect.Height() < kSmallestCell)
             throw SourceError(place, "key '" + KeyName(skin.characters, key.key) +
                                          "' would lie outside of the picture or be smaller than " +
                                          std::to_string(kSmallestCell) +
@@ -183,16 +178,14 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
     for (const Key& key : layout.keys) {
         if (!IsDigitLineKey(skin, key)) continue;
         for (const Rect& rect : key.rects) {
-            if (!area) area = rect;
-            area = Rect{std::min(area->left, rect.left), std::min(area->top, rect.top),
-                        std::max(area->right, rect.right), std::max(area->bottom, rect.bottom)};
+            area = area ? Unite(*area, rect) : rect;
         }
     }
     if (!area) return std::nullopt;
     for (const Key& key : layout.keys) {
         if (IsFunction(key.key) || IsDigitLineKey(skin, key)) continue;
         for (const Rect& rect : key.rects)
-            if (Intersect(rect, *area))
+            if (const Rect common = Intersect(rect, *area); common.Width() > 0 && common.Height() > 0)
                 throw SourceError(PlaceOf(skin, key.key),
                                   "key '" + KeyName(skin.characters, key.key) +
                                       "' stands among the keys that caps lock leaves alone (digits, - and "
@@ -203,8 +196,7 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
         if (key.key == function_key::kBackspace && key.rects.size() == 1)
             if (const Rect& rect = key.rects[0];
                 rect.top == area->top && rect.bottom == area->bottom && rect.Touches(*area))
-                area = Rect{std::min(area->left, rect.left), area->top, std::max(area->right, rect.right),
-                            area->bottom};
+                area = Unite(*area, rect);
     return area;
 }
 

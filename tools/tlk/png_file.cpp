@@ -66,21 +66,24 @@ Bytes EncodePng(const Picture& picture) {
     return file;
 }
 
-Picture DecodePng(const Bytes& file) {
+DecodedPng DecodePng(const Bytes& file) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     if (!png_image_begin_read_from_memory(&image, file.data(), file.size()))
         throw FileError(std::string("not a PNG picture (") + image.message + ")");
-    image.format = PNG_FORMAT_RGB;
+    image.format = PNG_FORMAT_RGBA;
     Bytes pixels(PNG_IMAGE_SIZE(image));
     if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr))
         throw FileError(std::string("a damaged PNG picture (") + image.message + ")");
-    Picture picture({static_cast<int>(image.width), static_cast<int>(image.height)}, Color{});
+    DecodedPng decoded{Picture({static_cast<int>(image.width), static_cast<int>(image.height)}, Color{}),
+                       std::nullopt};
     const std::uint8_t* pixel = pixels.data();
-    for (int y = 0; y < picture.GetSize().height; ++y)
-        for (int x = 0; x < picture.GetSize().width; ++x, pixel += 3)
-            picture.At(x, y) = {pixel[0], pixel[1], pixel[2]};
-    return picture;
+    for (int y = 0; y < decoded.picture.GetSize().height; ++y)
+        for (int x = 0; x < decoded.picture.GetSize().width; ++x, pixel += 4) {
+            decoded.picture.At(x, y) = {pixel[0], pixel[1], pixel[2]};
+            if (pixel[3] != 0xFF && !decoded.transparent) decoded.transparent = Point{x, y};
+        }
+    return decoded;
 }
 
 }  // namespace tlk

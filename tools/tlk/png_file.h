@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include "bytes.h"
 #include "grid.h"
 
@@ -9,7 +11,12 @@ namespace tlk {
 // Encodes the picture as a PNG file without transparency. Throws FileError.
 [[nodiscard]] Bytes EncodePng(const Picture& picture);
 
-// Decodes a PNG file, ignoring transparency. Throws FileError.
-[[nodiscard]] Picture DecodePng(const Bytes& file);
+struct DecodedPng {
+    Picture picture;
+    // The first pixel that is not opaque.
+    std::optional<Point> transparent;
+};
+// Throws FileError.
+[[nodiscard]] DecodedPng DecodePng(const Bytes& file);
 
 }  // namespace tlk

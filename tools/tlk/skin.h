@@ -117,6 +117,12 @@ struct Skin {
 
     // A square screen cannot be turned, and the engine does not use the CAPS rectangle there.
     bool HasSquareScreen() const { return screen && screen->width == screen->height; }
+    // Null if the skin has no such board.
+    const Board* Find(BoardKind kind) const {
+        if (kind == BoardKind::Portrait) return &portrait;
+        const std::optional<Board>& board = kind == BoardKind::Landscape ? landscape : digits;
+        return board ? &*board : nullptr;
+    }
     // On one of the two character keyboards.
     bool HasKey(std::uint16_t key) const {
         return places.contains({BoardKind::Portrait, key}) || places.contains({BoardKind::Landscape, key});

@@ -33,9 +33,8 @@ constexpr std::int64_t kMostCover = 16;
 constexpr int kLargestSide = 2048;
 
 std::int64_t ClippedArea(const Rect& rect, Size size) {
-    const std::int64_t width = std::min(rect.right, size.width - 1) - rect.left + 1;
-    const std::int64_t height = std::min(rect.bottom, size.height - 1) - rect.top + 1;
-    return width > 0 && height > 0 ? width * height : 0;
+    const Rect seen = Intersect(rect, {0, 0, size.width - 1, size.height - 1});
+    return std::int64_t{std::max(seen.Width(), 0)} * std::max(seen.Height(), 0);
 }
 
 void TakeLayout(const KeyLayout& keys, SkinBoard& board) {
@@ -58,8 +57,7 @@ SkinBoard ReadBoard(const SkinModule& skin, BoardKind kind) {
     board.kind = kind;
     board.picture = skin.pEngine->Bitmap(PictureResource(kind));
     for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
-        if ((plane == kDigitPlane) == (kind == BoardKind::Digits))
-            board.masks[plane] = skin.pEngine->Bitmap(MaskResource(kind, plane));
+        if (HasPlane(kind, plane)) board.masks[plane] = skin.pEngine->Bitmap(MaskResource(kind, plane));
     TakeLayout(skin.KeyboardOf(kind).Keys(kind == BoardKind::Digits), board);
     return board;
 }

@@ -34,6 +34,9 @@ inline constexpr std::size_t kGroupSize = 8;
 [[nodiscard]] std::string_view PictureResource(BoardKind board);
 [[nodiscard]] std::string_view LayoutResource(BoardKind board);
 [[nodiscard]] std::string MaskResource(BoardKind board, std::size_t plane);
+[[nodiscard]] inline bool HasPlane(BoardKind board, std::size_t plane) {
+    return (plane == kDigitPlane) == (board == BoardKind::Digits);
+}
 
 struct SkinBoard {
     BoardKind kind = BoardKind::Portrait;

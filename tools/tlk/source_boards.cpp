@@ -228,7 +228,7 @@ private:
     void Apply(const Section& section, const toml::node& key, const KeyChange& change) {
         const std::string_view name = ReadString(key, "'key.key'");
         bool isKnown = false;
-        for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
+        for (BoardKind kind : kBoards) {
             Board* board = FindBoard(kind);
             if (!board || !IsMeant(section, kind)) continue;
             const auto index = FindKey(name, ArrangementOf(kind));
@@ -296,23 +296,13 @@ private:
         const toml::node* node = section.Find("board");
         if (!node) return true;
         const std::string_view name = ReadString(*node, "'key.board'");
-        if (name != "portrait" && name != "landscape" && name != "digits")
+        if (std::ranges::find(kBoards, name, BoardName) == std::end(kBoards))
             Fail(*node,
                  "there is no keyboard " + Quote(name) + ": " + Advise(name, "portrait, landscape, digits"));
         return name == BoardName(kind);
     }
 
-    Board* FindBoard(BoardKind kind) {
-        switch (kind) {
-            case BoardKind::Portrait:
-                return &m_Skin.portrait;
-            case BoardKind::Landscape:
-                return m_Skin.landscape ? &*m_Skin.landscape : nullptr;
-            case BoardKind::Digits:
-                break;
-        }
-        return m_Skin.digits ? &*m_Skin.digits : nullptr;
-    }
+    Board* FindBoard(BoardKind kind) { return const_cast<Board*>(m_Skin.Find(kind)); }
 
     static bool Holds(const std::vector<Row>& rows, std::uint16_t key) {
         return std::ranges::any_of(rows, [key](const Row& row) {
@@ -324,7 +314,7 @@ private:
     }
 
     void SettlePlaces() {
-        for (BoardKind kind : {BoardKind::Portrait, BoardKind::Landscape, BoardKind::Digits}) {
+        for (BoardKind kind : kBoards) {
             const Board* board = FindBoard(kind);
             if (!board) continue;
             for (const std::vector<Row>* rows : {&board->rows, &board->wide})
