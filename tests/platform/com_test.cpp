@@ -1,18 +1,23 @@
 // SPDX-License-Identifier: MIT
-#include "registry_key.h"
-
 #include "server/test_server.h"
 
 #include <differences.h>
+#include <registry_values.h>
 #include <test_support.h>
 
+#include <gtest/gtest.h>
 #include <objbase.h>
 #include <oleauto.h>
+
+#include <vector>
 
 namespace {
 
 using test::Difference;
 using test::Either;
+using test::NumberValue;
+using test::TextValue;
+using WideString = std::basic_string<WCHAR>;
 
 constexpr LPCWSTR kServerKey = TEXT("CLSID\\{71D0A9C4-E26F-4D1B-935C-0A446BF217DE}\\InprocServer32");
 
@@ -20,7 +25,18 @@ HRESULT Create(REFIID iid, void** object) {
     return CoCreateInstance(kTestServerClass, nullptr, CLSCTX_INPROC_SERVER, iid, object);
 }
 
-DWORD IsAttached() { return TestKey(TEST_SERVER_KEY).GetNumber(TEST_SERVER_ATTACHED); }
+bool IsAttached() {
+    return test::ReadValue(HKEY_LOCAL_MACHINE, TEST_SERVER_KEY, TEST_SERVER_ATTACHED) == NumberValue(1);
+}
+
+void EnterServer(LPCWSTR path) {
+    test::WriteValue(HKEY_CLASSES_ROOT, kServerKey, TEXT(""), TextValue(path));
+    test::WriteValue(HKEY_CLASSES_ROOT, kServerKey, TEXT("ThreadingModel"), TextValue(TEXT("Free")));
+}
+
+void RefuseLoading(DWORD refuse) {
+    test::WriteValue(HKEY_LOCAL_MACHINE, TEST_SERVER_KEY, TEST_SERVER_REFUSE, NumberValue(refuse));
+}
 
 class Com : public testing::Test {
 protected:
@@ -29,9 +45,7 @@ protected:
 
     void Install(LPCWSTR path) {
         test::CopyLibraryToDevice(TEST_RESOURCES, TEST_SERVER, "Windows/server.dll");
-        const TestKey key(kServerKey, HKEY_CLASSES_ROOT);
-        key.SetText(TEXT(""), path);
-        key.SetText(TEXT("ThreadingModel"), TEXT("Free"));
+        EnterServer(path);
     }
 };
 
@@ -39,16 +53,16 @@ TEST_F(Com, ActivatesThroughTheRegistryAndUnloadsWhatIsUnused) {
     Install(TEXT("\\windows\\server.dll"));
     void* object = nullptr;
     ASSERT_EQ(Create(IID_IUnknown, &object), S_OK);
-    EXPECT_EQ(IsAttached(), 1u);
+    EXPECT_TRUE(IsAttached());
     void* factory = nullptr;
     ASSERT_EQ(CoGetClassObject(kTestServerClass, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, &factory),
               S_OK);
     static_cast<IUnknown*>(factory)->Release();
     test::UnloadUnusedLibraries();
-    EXPECT_EQ(IsAttached(), 1u) << "an object is alive";
+    EXPECT_TRUE(IsAttached()) << "an object is alive";
     static_cast<IUnknown*>(object)->Release();
     test::UnloadUnusedLibraries();
-    EXPECT_EQ(IsAttached(), 0u);
+    EXPECT_FALSE(IsAttached());
 }
 
 TEST_F(Com, ReportsWhyActivationFails) {
@@ -60,7 +74,7 @@ TEST_F(Com, ReportsWhyActivationFails) {
               Either(Difference::ActivationErrors, CO_E_DLLNOTFOUND, E_ACCESSDENIED));
     // A library with only resources has no class objects.
     test::CopyToDevice(TEST_RESOURCES, "Windows/resources.dll");
-    TestKey(kServerKey, HKEY_CLASSES_ROOT).SetText(TEXT(""), TEXT("resources.dll"));
+    EnterServer(TEXT("resources.dll"));
     EXPECT_EQ(Create(IID_IUnknown, &object),
               Either(Difference::ActivationErrors, CO_E_ERRORINDLL, CO_E_DLLNOTFOUND));
     Install(TEXT("\\windows\\server.dll"));
@@ -70,11 +84,11 @@ TEST_F(Com, ReportsWhyActivationFails) {
 
 TEST_F(Com, ALibraryThatRefusesIsNotLoaded) {
     Install(TEXT("\\windows\\server.dll"));
-    TestKey(TEST_SERVER_KEY).SetNumber(TEST_SERVER_REFUSE, 1);
+    RefuseLoading(1);
     void* object = nullptr;
     EXPECT_EQ(Create(IID_IUnknown, &object),
               Either(Difference::ActivationErrors, CO_E_DLLNOTFOUND, E_ACCESSDENIED));
-    TestKey(TEST_SERVER_KEY).SetNumber(TEST_SERVER_REFUSE, 0);
+    RefuseLoading(0);
     EXPECT_EQ(Create(IID_IUnknown, &object), S_OK);
     static_cast<IUnknown*>(object)->Release();
 }
@@ -99,8 +113,9 @@ class TypeLibraries : public testing::Test {
 protected:
     static constexpr LPCWSTR kVersionKey = TEXT("TypeLib\\{0B6F6E52-3D0C-4C55-8B57-9B7A3F0E21D4}\\3.12");
 
-    static WideString Entry(LPCWSTR subkey) {
-        return TestKey((WideString(kVersionKey) + subkey).c_str(), HKEY_CLASSES_ROOT).GetText(TEXT(""));
+    static void ExpectEntry(LPCWSTR subkey, const WideString& text) {
+        EXPECT_EQ(test::ReadValue(HKEY_CLASSES_ROOT, WideString(kVersionKey) + subkey, TEXT("")),
+                  TextValue(text));
     }
 
     // Not every SDK declares the texts of RegisterTypeLib const.
@@ -110,10 +125,10 @@ protected:
         WideString help = TEXT("\\help\\");
         EXPECT_EQ(RegisterTypeLib(library, path.data(), help.data()), S_OK);
         library->Release();
-        EXPECT_EQ(Entry(TEXT("")), TEXT("Test 3.18 Type Library"));
-        EXPECT_EQ(Entry(Either(Difference::TypeLibrarySystem, TEXT("\\0\\win32"), TEXT("\\0\\win64"))), path);
-        EXPECT_EQ(Entry(TEXT("\\FLAGS")), Either(Difference::TypeLibraryFlags, TEXT("0"), TEXT("8")));
-        EXPECT_EQ(Entry(TEXT("\\HELPDIR")), TEXT("\\help\\"));
+        ExpectEntry(TEXT(""), TEXT("Test 3.18 Type Library"));
+        ExpectEntry(Either(Difference::TypeLibrarySystem, TEXT("\\0\\win32"), TEXT("\\0\\win64")), path);
+        ExpectEntry(TEXT("\\FLAGS"), Either(Difference::TypeLibraryFlags, TEXT("0"), TEXT("8")));
+        ExpectEntry(TEXT("\\HELPDIR"), TEXT("\\help\\"));
     }
 };
 

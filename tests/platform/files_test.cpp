@@ -29,8 +29,6 @@ DWORD FindError(LPCWSTR pattern) {
     return ERROR_SUCCESS;
 }
 
-DWORD DeleteError(LPCWSTR path) { return DeleteFileW(path) ? ERROR_SUCCESS : GetLastError(); }
-
 TEST(Files, AreFoundByExtensionInOrder) {
     for (const char* name : {"b.tlk", "C.TLK", "a.Tlk", "a.tlk2", "atlk", "tlk", ".tlk", "d.tlk.bak"}) {
         test::WriteDeviceFile(std::filesystem::path("Windows") / name, "");
@@ -59,11 +57,16 @@ TEST(Files, WithoutWildcardsTestExistence) {
         EXPECT_NE(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY, 0u);
         EXPECT_TRUE(FindClose(findFolder));
     }
-    EXPECT_EQ(FindError(TEXT("\\Program Files\\Fancy")), static_cast<DWORD>(ERROR_SUCCESS));
-    EXPECT_EQ(FindError(TEXT("\\Program Files\\Fancy\\b.tlk")), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
-    EXPECT_EQ(FindError(TEXT("\\Program Files\\Fancy\\")), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
-    EXPECT_EQ(FindError(TEXT("\\Absent\\*.tlk")), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
-    EXPECT_EQ(FindError(TEXT("\\Program Files\\*.tlk")), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+    const std::pair<LPCWSTR, int> errors[] = {
+        {TEXT("\\Program Files\\Fancy"), ERROR_SUCCESS},
+        {TEXT("\\Program Files\\Fancy\\b.tlk"), ERROR_FILE_NOT_FOUND},
+        {TEXT("\\Program Files\\Fancy\\"), ERROR_FILE_NOT_FOUND},
+        {TEXT("\\Program Files\\*.tlk"), ERROR_FILE_NOT_FOUND},
+        {TEXT("\\Absent\\*.tlk"), ERROR_PATH_NOT_FOUND},
+    };
+    for (const auto& [pattern, error] : errors) {
+        EXPECT_EQ(FindError(pattern), static_cast<DWORD>(error)) << testing::PrintToString(pattern);
+    }
 }
 
 TEST(Files, SearchHandlesGoStale) {
@@ -86,11 +89,15 @@ TEST(Files, AreDeletedUnlessForbidden) {
     test::WriteDeviceFile("Windows/a.tlk", "");
     test::WriteDeviceFile("Windows/fixed.tlk", "");
     test::MakeReadOnly("Windows/fixed.tlk");
-    EXPECT_EQ(DeleteError(TEXT("\\windows\\A.tlk")), static_cast<DWORD>(ERROR_SUCCESS));
-    EXPECT_EQ(DeleteError(TEXT("\\windows\\a.tlk")), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
-    EXPECT_EQ(DeleteError(TEXT("\\absent\\a.tlk")), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
-    EXPECT_EQ(DeleteError(TEXT("\\windows\\fixed.tlk")), static_cast<DWORD>(ERROR_ACCESS_DENIED));
-    EXPECT_EQ(DeleteError(TEXT("\\windows")), static_cast<DWORD>(ERROR_ACCESS_DENIED));
+    const std::pair<LPCWSTR, int> errors[] = {{TEXT("\\windows\\A.tlk"), ERROR_SUCCESS},
+                                              {TEXT("\\windows\\a.tlk"), ERROR_FILE_NOT_FOUND},
+                                              {TEXT("\\absent\\a.tlk"), ERROR_PATH_NOT_FOUND},
+                                              {TEXT("\\windows\\fixed.tlk"), ERROR_ACCESS_DENIED},
+                                              {TEXT("\\windows"), ERROR_ACCESS_DENIED}};
+    for (const auto& [path, error] : errors) {
+        const DWORD result = DeleteFileW(path) ? ERROR_SUCCESS : GetLastError();
+        EXPECT_EQ(result, static_cast<DWORD>(error)) << testing::PrintToString(path);
+    }
     EXPECT_EQ(FindError(TEXT("\\windows\\fixed.tlk")), static_cast<DWORD>(ERROR_SUCCESS));
 }
 

@@ -1,12 +1,45 @@
 // SPDX-License-Identifier: MIT
-#include "registry_key.h"
+#include <windows.h>
 
 #include <differences.h>
+#include <registry_values.h>
 #include <test_support.h>
 
-#include <utility>
+#include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
+
+using test::NumberValue;
+using test::RegistryValue;
+using test::TextValue;
+using WideString = std::basic_string<WCHAR>;
+
+// A key that is open as long as the test needs it; made when it is missing.
+class TestKey {
+public:
+    explicit TestKey(LPCWSTR path, HKEY root = HKEY_LOCAL_MACHINE, REGSAM access = KEY_ALL_ACCESS) {
+        EXPECT_EQ(RegCreateKeyExW(root, path, 0, nullptr, 0, access, nullptr, &m_key, nullptr),
+                  ERROR_SUCCESS);
+    }
+    TestKey(const TestKey&) = delete;
+    TestKey& operator=(const TestKey&) = delete;
+    ~TestKey() { RegCloseKey(m_key); }
+    operator HKEY() const { return m_key; }
+
+    LONG Set(LPCWSTR name, const RegistryValue& value) const {
+        return RegSetValueExW(m_key, name, 0, value.first, reinterpret_cast<const BYTE*>(value.second.data()),
+                              static_cast<DWORD>(value.second.size()));
+    }
+
+private:
+    HKEY m_key = nullptr;
+};
+
+RegistryValue Get(LPCWSTR path, LPCWSTR name, HKEY root = HKEY_LOCAL_MACHINE) {
+    return test::ReadValue(root, path, name);
+}
 
 LONG Open(HKEY key, LPCWSTR path, REGSAM access, HKEY& result) {
     return RegOpenKeyExW(key, path, 0, access, &result);
@@ -45,33 +78,33 @@ TEST(Registry, KeysAreCreatedWithTheirParentsAndFoundIgnoringCase) {
 }
 
 TEST(Registry, ValuesKeepTypeAndBytes) {
-    const TestKey key(TEXT("Test"));
-    const std::vector<std::pair<DWORD, Bytes>> values = {{REG_SZ, {}},
-                                                         {REG_SZ, {'a', 0, 'b'}},
-                                                         {REG_DWORD, {1, 2, 3}},
-                                                         {REG_MULTI_SZ, {0, 0, 0, 0}},
-                                                         {REG_BINARY, Bytes(100000, 0x5A)},
-                                                         {0x12345678, {0xFF}}};
-    for (const auto& value : values) {
-        ASSERT_EQ(key.Set(TEXT("Value"), value.first, value.second), ERROR_SUCCESS);
-        EXPECT_EQ(key.Get(TEXT("VALUE")), value);
+    const RegistryValue values[] = {{REG_SZ, ""},
+                                    {REG_SZ, std::string("a\0b", 3)},
+                                    {REG_DWORD, "\1\2\3"},
+                                    {REG_MULTI_SZ, std::string(4, '\0')},
+                                    {REG_BINARY, std::string(10000, '\x5A')},
+                                    {0x12345678, "\xFF"},
+                                    TextValue(TEXT("text"))};
+    for (const LPCWSTR name : {TEXT("Value"), TEXT("")}) {
+        for (const RegistryValue& value : values) {
+            test::WriteValue(HKEY_LOCAL_MACHINE, TEXT("Test"), name, value);
+            EXPECT_EQ(Get(TEXT("Test"), *name ? TEXT("VALUE") : nullptr), value);
+        }
     }
-    EXPECT_EQ(key.SetText(nullptr, TEXT("default")), ERROR_SUCCESS);
-    EXPECT_EQ(key.GetText(TEXT("")), TEXT("default"));
 }
 
 TEST(Registry, QueriesNeverExceedTheBuffer) {
     const TestKey key(TEXT("Test"));
-    ASSERT_EQ(key.Set(TEXT("Value"), REG_BINARY, {1, 2, 3, 4, 5}), ERROR_SUCCESS);
-    Bytes buffer(8, 0xEE);
+    ASSERT_EQ(key.Set(TEXT("Value"), {REG_BINARY, "12345"}), ERROR_SUCCESS);
+    std::vector<BYTE> buffer(8, '#');
     DWORD type = 0;
     DWORD size = 4;
     EXPECT_EQ(RegQueryValueExW(key, TEXT("Value"), nullptr, &type, buffer.data(), &size), ERROR_MORE_DATA);
     EXPECT_EQ(size, 5u);
     EXPECT_EQ(type, static_cast<DWORD>(REG_BINARY));
-    EXPECT_EQ(buffer, Bytes(8, 0xEE));
+    EXPECT_EQ(buffer, std::vector<BYTE>(8, '#'));
     EXPECT_EQ(RegQueryValueExW(key, TEXT("Value"), nullptr, nullptr, buffer.data(), &size), ERROR_SUCCESS);
-    EXPECT_EQ(buffer, (Bytes{1, 2, 3, 4, 5, 0xEE, 0xEE, 0xEE}));
+    EXPECT_EQ(buffer, (std::vector<BYTE>{'1', '2', '3', '4', '5', '#', '#', '#'}));
     EXPECT_EQ(RegQueryValueExW(key, TEXT("Value"), nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
     EXPECT_EQ(RegQueryValueExW(key, TEXT("Value"), nullptr, nullptr, buffer.data(), nullptr),
               ERROR_INVALID_PARAMETER);
@@ -79,20 +112,17 @@ TEST(Registry, QueriesNeverExceedTheBuffer) {
 }
 
 TEST(Registry, AKeyAllowsOnlyItsAccess) {
-    {
-        const TestKey key(TEXT("Test\\Sub"));
-        key.SetNumber(TEXT("Value"), 1);
-    }
+    test::WriteValue(HKEY_LOCAL_MACHINE, TEXT("Test\\Sub"), TEXT("Value"), NumberValue(1));
     const TestKey reader(TEXT("Test\\Sub"), HKEY_LOCAL_MACHINE, KEY_READ);
     HKEY result = nullptr;
-    EXPECT_EQ(reader.GetNumber(TEXT("Value")), 1u);
-    EXPECT_EQ(reader.SetNumber(TEXT("Value"), 2), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(RegQueryValueExW(reader, TEXT("Value"), nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(reader.Set(TEXT("Value"), NumberValue(2)), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteValueW(reader, TEXT("Value")), ERROR_ACCESS_DENIED);
     // Whether subkeys can be created does not depend on the handle.
     EXPECT_EQ(Create(reader, TEXT("New"), result), ERROR_SUCCESS);
     EXPECT_EQ(RegCloseKey(result), ERROR_SUCCESS);
     const TestKey writer(TEXT("Test\\Sub"), HKEY_LOCAL_MACHINE, KEY_WRITE);
-    EXPECT_EQ(writer.SetNumber(TEXT("Value"), 2), ERROR_SUCCESS);
+    EXPECT_EQ(writer.Set(TEXT("Value"), NumberValue(2)), ERROR_SUCCESS);
     EXPECT_EQ(RegQueryValueExW(writer, TEXT("Value"), nullptr, nullptr, nullptr, nullptr),
               ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegQueryInfoKeyW(writer, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
@@ -126,13 +156,13 @@ TEST(Registry, DeletingAKeyDeletesItsSubkeys) {
         EXPECT_EQ(RegDeleteKeyW(parent, TEXT("sub")), ERROR_SUCCESS);
     }
     EXPECT_EQ(Subkeys(parent), (std::vector<WideString>{TEXT("Sub2")}));
-    EXPECT_EQ(below.SetNumber(TEXT("Value"), 1), ERROR_KEY_DELETED);
+    EXPECT_EQ(below.Set(TEXT("Value"), NumberValue(1)), ERROR_KEY_DELETED);
     HKEY result = nullptr;
     EXPECT_EQ(Open(below, nullptr, KEY_READ, result), ERROR_KEY_DELETED);
     // A key of the same name is another key.
     const TestKey again(TEXT("Test\\Sub\\Below"));
-    EXPECT_EQ(below.SetNumber(TEXT("Value"), 1), ERROR_KEY_DELETED);
-    EXPECT_EQ(again.SetNumber(TEXT("Value"), 1), ERROR_SUCCESS);
+    EXPECT_EQ(below.Set(TEXT("Value"), NumberValue(1)), ERROR_KEY_DELETED);
+    EXPECT_EQ(again.Set(TEXT("Value"), NumberValue(1)), ERROR_SUCCESS);
     EXPECT_EQ(RegDeleteValueW(again, TEXT("VALUE")), ERROR_SUCCESS);
     EXPECT_EQ(RegDeleteValueW(again, TEXT("Value")), ERROR_FILE_NOT_FOUND);
 }
@@ -142,7 +172,7 @@ TEST(Registry, KeysAreEnumeratedInOrder) {
     for (const LPCWSTR name : {TEXT("b"), TEXT("Alpha"), TEXT("C")}) {
         TestKey(name, key);
     }
-    key.SetText(TEXT("Value"), TEXT("text"));
+    key.Set(TEXT("Value"), TextValue(TEXT("text")));
     EXPECT_EQ(Subkeys(key), (std::vector<WideString>{TEXT("Alpha"), TEXT("b"), TEXT("C")}));
     WCHAR name[6] = {};
     DWORD characters = 5;
@@ -169,18 +199,18 @@ TEST(Registry, NamesHaveLimits) {
 }
 
 TEST(Registry, OutlivesTheDevice) {
-    const Bytes odd = {0xD8, 0x00, 0x00};
-    {
-        const TestKey key(TEXT("Test\\\u00C4 [x]"), HKEY_CURRENT_USER);
-        key.Set(TEXT("a\"b\\c=;"), REG_SZ, odd);
-        key.SetText(TEXT(""), TEXT("\\quoted\\ \"text\" \u20AC"));
-        key.SetNumber(TEXT("number"), 0x89ABCDEF);
+    const std::pair<LPCWSTR, RegistryValue> values[] = {
+        {TEXT("a\"b\\c=;"), {REG_SZ, std::string("\xD8\0\0", 3)}},
+        {TEXT(""), TextValue(TEXT("\\quoted\\ \"text\" \u20AC"))},
+        {TEXT("number"), NumberValue(0x89ABCDEF)},
+    };
+    for (const auto& [name, value] : values) {
+        test::WriteValue(HKEY_CURRENT_USER, TEXT("Test\\\u00C4 [x]"), name, value);
     }
     test::RestartDevice();
-    const TestKey key(TEXT("test\\\u00E4 [X]"), HKEY_CURRENT_USER);
-    EXPECT_EQ(key.Get(TEXT("a\"b\\c=;")), (std::pair<DWORD, Bytes>{REG_SZ, odd}));
-    EXPECT_EQ(key.GetText(TEXT("")), TEXT("\\quoted\\ \"text\" \u20AC"));
-    EXPECT_EQ(key.GetNumber(TEXT("number")), 0x89ABCDEFu);
+    for (const auto& [name, value] : values) {
+        EXPECT_EQ(Get(TEXT("test\\\u00E4 [X]"), name, HKEY_CURRENT_USER), value);
+    }
 }
 
 }  // namespace

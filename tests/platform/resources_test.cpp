@@ -40,40 +40,45 @@ protected:
     HMODULE m_module = nullptr;
 };
 
-TEST_F(Resources, AreFoundByNameIgnoringCase) {
-    EXPECT_EQ(Read(TEXT("MixedCase_Name"), TEXT("RC_DATA")), "\x01\x02\x03");
-    EXPECT_EQ(Read(TEXT("MIXEDcase_nAME"), TEXT("rc_data")), "\x01\x02\x03");
-    EXPECT_EQ(Read(TEXT("other"), TEXT("RC_DATA")), "other");
-    EXPECT_EQ(Read(TEXT("empty"), TEXT("RC_DATA")), "");
-}
-
-TEST_F(Resources, AreFoundByNumber) {
-    EXPECT_EQ(Read(MAKEINTRESOURCEW(ID_NUMBERED), MAKEINTRESOURCEW(300)), "numbered");
-    EXPECT_EQ(Read(TEXT("#7"), TEXT("#300")), "numbered");
-}
-
-TEST_F(Resources, ReportWhatIsMissing) {
+TEST_F(Resources, AreFoundByNumberAndByNameIgnoringCase) {
     const std::string noType = "none " + std::to_string(ERROR_RESOURCE_TYPE_NOT_FOUND);
     const std::string noName = "none " + std::to_string(ERROR_RESOURCE_NAME_NOT_FOUND);
-    // The numeric standard type is not the type with this name.
-    EXPECT_EQ(Read(TEXT("other"), MAKEINTRESOURCEW(10)), noType);
-    EXPECT_EQ(Read(TEXT("absent"), TEXT("RC_DATA")), noName);
-    EXPECT_EQ(Read(TEXT(""), TEXT("RC_DATA")), noName);
-    EXPECT_EQ(Read(TEXT("#8"), TEXT("#300")), noName);
+    const struct {
+        LPCWSTR name, type;
+        std::string content;
+    } cases[] = {
+        {TEXT("MixedCase_Name"), TEXT("RC_DATA"), "\x01\x02\x03"},
+        {TEXT("MIXEDcase_nAME"), TEXT("rc_data"), "\x01\x02\x03"},
+        {TEXT("other"), TEXT("RC_DATA"), "other"},
+        {TEXT("empty"), TEXT("RC_DATA"), ""},
+        {MAKEINTRESOURCEW(ID_NUMBERED), MAKEINTRESOURCEW(300), "numbered"},
+        {TEXT("#7"), TEXT("#300"), "numbered"},
+        {TEXT("other"), MAKEINTRESOURCEW(10), noType},  // another than the type with this name
+        {TEXT("absent"), TEXT("RC_DATA"), noName},
+        {TEXT(""), TEXT("RC_DATA"), noName},
+        {TEXT("#8"), TEXT("#300"), noName},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Read(c.name, c.type), c.content);
+    }
 }
 
-TEST_F(Resources, StringsComeFromTheirBlock) {
-    EXPECT_EQ(ReadString(ID_FIRST_STRING, 20), TEXT("first"));
-    EXPECT_EQ(ReadString(ID_LAST_OF_BLOCK, 20), TEXT("last of its block"));
-    EXPECT_EQ(ReadString(ID_FIRST_OF_BLOCK, 20), TEXT("first of its block"));
-    EXPECT_EQ(ReadString(ID_ABSENT_STRING, 20), TEXT(""));
-    EXPECT_EQ(ReadString(1, 20), TEXT(""));
-}
-
-TEST_F(Resources, StringsAreCutToTheBuffer) {
-    EXPECT_EQ(ReadString(ID_FIRST_STRING, 6), TEXT("first"));
-    EXPECT_EQ(ReadString(ID_FIRST_STRING, 5), TEXT("firs"));
-    EXPECT_EQ(ReadString(ID_FIRST_STRING, 1), TEXT(""));
+TEST_F(Resources, StringsComeFromTheirBlockAndAreCutToTheBuffer) {
+    const struct {
+        UINT id;
+        int characters;
+        WideString text;
+    } cases[] = {{ID_FIRST_STRING, 20, TEXT("first")},
+                 {ID_LAST_OF_BLOCK, 20, TEXT("last of its block")},
+                 {ID_FIRST_OF_BLOCK, 20, TEXT("first of its block")},
+                 {ID_ABSENT_STRING, 20, {}},
+                 {1, 20, {}},
+                 {ID_FIRST_STRING, 6, TEXT("first")},
+                 {ID_FIRST_STRING, 5, TEXT("firs")},
+                 {ID_FIRST_STRING, 1, {}}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(ReadString(c.id, c.characters), c.text) << c.id << ", " << c.characters;
+    }
 }
 
 }  // namespace

