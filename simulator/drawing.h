@@ -6,7 +6,7 @@
 
 #include "framework/handles.h"
 
-// A font of the platform's own. Height of the letters' square in pixels; FW_NORMAL or FW_BOLD.
+// A font of the platform. The height is in pixels per em, the weight FW_NORMAL or FW_BOLD.
 CFontOwner MakeFont(int height, int weight);
 
 void FillArea(HDC dc, const RECT& area, COLORREF color);

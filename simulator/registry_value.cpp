@@ -13,7 +13,7 @@
 
 namespace {
 
-// The key counts as one of the platform; null on failure.
+// Opens a key, which counts as one of the platform; null on failure.
 CRegistryKeyOwner OpenKey(const KeyPath& path, LSTATUS& error) {
     const host::PlatformScope scope;
     CRegistryKeyOwner key;

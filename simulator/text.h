@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts of the device (UTF-16, which may hold lone surrogates) in traces.
+// Writes texts of the device (UTF-16, with possible lone surrogates) in traces.
 #pragma once
 
 #include <string>

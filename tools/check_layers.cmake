@@ -33,7 +33,7 @@ endforeach()
 layer(platform/host/  device  ${rooms})
 layer(platform/       device  ${own})
 layer(simulator/      device  ${own} store/registry_names[.]h$ framework/handles[.]h$)
-# What tlk says about a finished skin it asks the engine, on a device of its own.
+# tlk asks the engine about finished skins, on its own device.
 layer(tools/tlk/engine.cpp device ${own} keyboard/ framework/)
 layer(tools/tlk/      neutral ${own})
 layer(skins/          neutral)

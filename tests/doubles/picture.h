@@ -72,7 +72,7 @@ public:
         DeleteObject(m_bitmap);
     }
 
-    // A bitmap is in one context at a time: between these two others can have it.
+    // A bitmap is in one context at a time: between these two calls others can select it.
     void Release() { SelectObject(m_dc, m_original); }
     void Select() { m_original = SelectObject(m_dc, m_bitmap); }
 

@@ -15,7 +15,7 @@ namespace test {
 
 using Events = std::vector<std::string>;
 
-// The line of a call of SendCharEvents.
+// The line for a call of SendCharEvents.
 inline std::string CharEvent(UINT virtualKey, UINT flags, UINT character) {
     const bool isReadable = character > 0x20 && character < 0x7F;
     const char* const format = isReadable ? "char vk=%02X flags=%08X '%c'" : "char vk=%02X flags=%08X U+%04X";
@@ -24,7 +24,7 @@ inline std::string CharEvent(UINT virtualKey, UINT flags, UINT character) {
     return text;
 }
 
-// What a key with a character sends: a key-down with the character and a key-up without.
+// The events of a character key: a key-down with the character and a key-up without it.
 inline Events Typed(UINT virtualKey, UINT character, UINT shiftFlag = 0) {
     return {CharEvent(virtualKey, 0x80 | shiftFlag, character),
             CharEvent(virtualKey, 0x10000 | shiftFlag, character)};
@@ -36,7 +36,7 @@ public:
     HRESULT result = S_OK;  // returned by every call
     LONG references = 0;    // counted by AddRef and Release, which nobody should call
     int calls = 0;
-    bool recording = true;  // off where no memory may be asked for
+    bool recording = true;  // off where nothing may be allocated
 
     Events Take() { return std::exchange(events, {}); }
 

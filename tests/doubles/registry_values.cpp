@@ -17,8 +17,7 @@ RegistryValue NumberValue(DWORD number) {
     return {REG_DWORD, {reinterpret_cast<const char*>(&number), sizeof number}};
 }
 
-// A null behind the bytes would count as a text's end on desktop Windows, so that something else stands
-// there.
+// Stores bytes that are not followed by a null, which desktop Windows would take for the text's end.
 void WriteValue(HKEY root, const std::basic_string<WCHAR>& path, LPCWSTR name, const RegistryValue& value) {
     HKEY key = nullptr;
     ASSERT_EQ(RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),

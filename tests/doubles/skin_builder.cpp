@@ -11,8 +11,8 @@
 namespace test {
 namespace {
 
-// Of the writer's files: the headers; then a table of the types, one of the names for each type and one of
-// the languages for each name; then the data entries.
+// The parts of the writer's files: the headers; a table of types, a table of names for each type and a table
+// of languages for each name; the data entries.
 constexpr std::size_t kHeadersSize = 0x200;
 constexpr std::size_t kDirectorySize = 16;
 constexpr std::size_t kEntrySize = 8;

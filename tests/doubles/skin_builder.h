@@ -47,7 +47,7 @@ public:
     void Install(const std::string& fileName) const;
 
 private:
-    // In the order of the file: data before bitmaps, and upper-case names ascending.
+    // In the order of the file: data before bitmaps, then by upper-case name.
     struct ResourceName {
         ResourceName(tlk::ResourceKind resourceKind, std::string text);
         bool operator==(const ResourceName&) const = default;

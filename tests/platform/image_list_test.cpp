@@ -19,7 +19,7 @@ constexpr COLORREF kPage = RGB(250, 250, 250);
 
 using Colors = std::vector<COLORREF>;
 
-// A bitmap of the screen's format, one row high.
+// A bitmap in the screen's format, one row high.
 test::Picture Strip(const Colors& colors) {
     return {CreateBitmap(static_cast<int>(colors.size()), 1, 1, 32, nullptr), colors};
 }

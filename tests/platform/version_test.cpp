@@ -32,7 +32,7 @@ protected:
     }
 };
 
-// The words of what lies at the path; none where there is nothing.
+// The words at the path; none if there is nothing.
 template <typename Word>
 std::vector<Word> Words(const std::vector<BYTE>& block, LPCWSTR path) {
     void* value = nullptr;

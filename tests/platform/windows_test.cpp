@@ -55,7 +55,7 @@ RECT ClientRect(HWND window) {
     return rectangle;
 }
 
-// What is to be drawn anew, all 0 for nothing.
+// The update rectangle; all 0 for none.
 RECT UpdateRect(HWND window) {
     RECT rectangle{};
     const BOOL isAny = GetUpdateRect(window, &rectangle, FALSE);
@@ -266,7 +266,7 @@ TEST_F(Windows, PostedMessagesComeInOrderAndQuitLast) {
     const HWND child = CreateChild(top);
     PostQuitMessage(3);
     PostMessageW(child, WM_USER + 2, 0, 0);
-    DestroyWindow(child);  // its message is forgotten
+    DestroyWindow(child);  // its message is dropped
     PostMessageW(top, WM_USER, 0, 0);
     PostMessageW(top, WM_USER + 1, 0, 0);
     MSG message;

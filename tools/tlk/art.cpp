@@ -19,7 +19,7 @@ struct ArtName {
     std::string resource;
 };
 
-// Of "LANG1_SMALL_MASK_LS": "lang1_small_ls".
+// "lang1_small_ls" for "LANG1_SMALL_MASK_LS".
 std::string NameOfMask(std::string resource) {
     constexpr std::string_view kMask = "_MASK";
     resource.erase(resource.find(kMask), kMask.size());

@@ -15,10 +15,10 @@ namespace tlk {
 // One byte per pixel and a palette for up to 256 colours, else 24 bits. The colours are exact.
 [[nodiscard]] Bytes EncodePicture(const Picture& picture);
 
-// What the header says, which may be wrong.
+// The contents of the header, which may be wrong.
 struct BitmapHeader {
     std::int64_t width = 0;
-    // Negative when the top row comes first.
+    // Negative if the top row comes first.
     std::int64_t rows = 0;
     unsigned depth = 0;
     bool isCompressed = false;

@@ -22,7 +22,7 @@ inline constexpr BoardKind kBoards[] = {BoardKind::Portrait, BoardKind::Landscap
 // orientations, as wide and as high as the larger panel; each panel shows a part of it.
 [[nodiscard]] Size PanelSize(BoardKind board, Size upright);
 
-// What both sizes have.
+// The intersection of both sizes.
 [[nodiscard]] inline Size Clip(Size a, Size b) {
     return {std::min(a.width, b.width), std::min(a.height, b.height)};
 }

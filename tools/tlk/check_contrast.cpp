@@ -43,7 +43,7 @@ Contrast Measure(const Color& ink, const Color& face) {
 
 enum class Look { AtRest, Pressed };
 
-// What the engine paints in one plane, and the mask that says where its ink is.
+// The engine's picture of one plane, and its mask, which shows where the ink is.
 struct PlaneLooks {
     std::size_t plane;
     const Picture& mask;

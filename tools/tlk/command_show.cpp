@@ -54,7 +54,7 @@ View MakeView(const Arguments& arguments, const SkinModule& skin) {
         throw FileError("no plane '" + arguments.plane + "': there are " + names);
     }
     Latches latches = LatchesFor(*plane);
-    // It turns the case around, and so does Shift.
+    // Caps lock reverses the case, and so does Shift.
     if (arguments.hasCapsLock && *plane != kDigitPlane) latches ^= latch::kCaps | latch::kShift;
     View view{latches, arguments.isLandscape, {}};
     const BoardKind board = ShownBoard(skin, view);

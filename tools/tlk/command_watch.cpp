@@ -126,7 +126,7 @@ private:
         m_Skin = std::move(skin);
     }
 
-    // Answers what is latched, and releases it: a language for which the next skin has no key would stay.
+    // Returns what is latched, and releases it: a language without a key in the next skin would stay.
     View TakeView() {
         std::optional<View> view = PresentView();
         if (!view) return {};
@@ -142,7 +142,7 @@ private:
         return *view;
     }
 
-    // Brings up as much of the state as the skin has keys for; false when the simulator has ended.
+    // Selects as much of the state as the skin has keys for; false if the simulator has ended.
     bool Lead(const SkinModule& skin, bool isLandscape, Latches from, Latches to) {
         const BoardKind board = isLandscape ? BoardKind::Landscape : BoardKind::Portrait;
         const Size panel = skin.Board(board).picture.GetSize();

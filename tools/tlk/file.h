@@ -20,7 +20,7 @@ namespace tlk {
 // file, or one that begins differently and so is of another kind. Throws FileError.
 void WriteFile(const std::string& path, const Bytes& bytes);
 
-// A folder of this process among those for temporary files; it goes with the object. Throws FileError.
+// A temporary folder, deleted with the object. Throws FileError.
 class TemporaryFolder {
 public:
     TemporaryFolder();

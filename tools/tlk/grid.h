@@ -50,7 +50,7 @@ inline Rect Unite(const Rect& a, const Rect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
-// What both have in common; without width or height where that is nothing.
+// The intersection; without width or height if there is none.
 inline Rect Intersect(const Rect& a, const Rect& b) {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
             std::min(a.bottom, b.bottom)};

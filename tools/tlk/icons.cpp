@@ -13,10 +13,10 @@
 namespace tlk {
 namespace {
 
-// By name and size, as "shift thin".
+// By name and size, such as "shift thin".
 using Drawings = std::map<std::string_view, Mask>;
 
-// Of icons.txt, which says how it is written. A blank line ends a drawing.
+// Reads icons.txt, which describes its format. A blank line ends a drawing.
 Drawings ReadDrawings(std::string_view text) {
     Drawings drawings;
     std::string_view name;
@@ -35,7 +35,7 @@ Drawings ReadDrawings(std::string_view text) {
     return drawings;
 }
 
-// Null when there is none.
+// Null if there is none.
 const Mask* FindDrawing(std::string_view name, std::string_view size) {
     static const Drawings drawings = ReadDrawings(kIconsText);
     const auto found = drawings.find(std::string(name) + ' ' + std::string(size));

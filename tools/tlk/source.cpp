@@ -40,7 +40,7 @@ public:
                              "language2"});
         });
         m_Skin.characters = BuiltInCharacters();
-        // What language 2 types until the source says otherwise.
+        // The characters of language 2 unless the source changes them.
         for (CharacterEntry& entry : m_Skin.characters)
             std::copy_n(entry.begin(), kSlotCount / 2, entry.begin() + kSlotCount / 2);
         faults.Try([&] { ReadGeneral(file); });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the layer's own dialogs, the message box and the open-file dialog, have in common: fonts, a caption
-// bar and buttons.
+// The common part of the layer's own dialogs, the message box and the open-file dialog: fonts, a caption bar
+// and buttons.
 #pragma once
 
 #include <string>
@@ -28,11 +28,12 @@ private:
     PointFont m_caption{kPoints, u"System", FW_BOLD};
 };
 
-// The caption bar and the frame around it all. The painter has the caption's font; sizes are in pixels.
+// Paints the caption bar and the frame around the dialog. The painter has the caption's font; sizes are in
+// pixels.
 void PaintBox(ControlPainter& painter, std::u16string_view title, int captionHeight, int margin);
 
 ControlTemplate MakeControl(WORD id, ATOM atom, std::u16string text, DWORD style, const Placement& place);
-// "OK" at this place, which is the default, and with a count of 2 "Cancel" behind the gap.
+// "OK" at this place, the default button, and for a count of 2 "Cancel" after the gap.
 void AddButtons(DialogTemplate& layout, int count, Placement place, int gap);
 
 }  // namespace host

@@ -11,7 +11,7 @@ namespace host {
 
 class ControlPainter;
 
-// As dialog templates name the classes.
+// The classes' numbers in dialog templates.
 inline constexpr ATOM kButtonAtom = 0x0080;
 inline constexpr ATOM kStaticAtom = 0x0082;
 

@@ -13,7 +13,7 @@ public:
     using ScrolledList::ScrolledList;
 
     static int ItemHeight(const FontMetrics& metrics) { return ScrolledList::ItemHeight(metrics, kLook); }
-    // To be set before the list is shown.
+    // Set it before the list is shown.
     void SetCombo(HWND combo) { m_combo = combo; }
 
 private:

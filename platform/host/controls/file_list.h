@@ -41,7 +41,7 @@ private:
     void Paint(ControlPainter& painter) override;
     void PaintItem(ControlPainter& painter, int item, const RECT& line) const override;
     bool FollowsPen() const override { return Selected() != nullptr; }
-    // Tells the parent when another item is selected than before.
+    // Notifies the parent if the selection changes.
     void Touch(int item) override;
     void Take(int item) override;
     void OnDoubleTap(POINT point);

@@ -11,7 +11,7 @@ namespace host {
 
 namespace {
 
-std::vector<HWND> g_openDialogs;  // the one opened last at the end
+std::vector<HWND> g_openDialogs;  // the last one opened is at the end
 
 // Lists a dialog among the open ones while it lives.
 class Opened {

@@ -18,7 +18,7 @@ constexpr WORD kFilterId = 0x441;
 // In units of the font's thin line.
 constexpr int kMargin = 6;
 
-std::vector<OpenFileDialog*> g_open;  // the one opened last at the end
+std::vector<OpenFileDialog*> g_open;  // the last one opened is at the end
 
 // Calls visit(entry) for what a pattern finds.
 template <typename Visitor>

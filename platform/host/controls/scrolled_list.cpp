@@ -52,7 +52,7 @@ void ScrolledList::ScrollTo(int firstItem) {
     Redraw();
 }
 
-// On the scroll bar the thumb alone keeps the pen.
+// On the scroll bar only the thumb captures the pen.
 void ScrolledList::OnPenDown(POINT point) {
     const ScrollBar bar = Rows().Bar();
     Tracking tracking = Tracking::Items;

@@ -8,21 +8,21 @@ namespace host {
 
 class FontMetrics;
 
-// A list of equally high lines with a scroll bar where they need one: how it looks, and what the pen does
-// with it. What the lines are, and what becomes of the one that the pen takes, is the derived class's matter.
+// A list of lines of equal height with a scroll bar if they need one: its look and the pen. Derived classes
+// define the lines, and the effect of choosing one.
 class ScrolledList : public Control {
 public:
     using Control::Control;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     int Marked() const { return m_marked; }  // -1: none
-    // Scrolls the item into view and draws the list anew. -1: none.
+    // Scrolls the item into view and redraws the list; -1 for none.
     void Mark(int item);
-    // -1 where there is none, or where it cannot be seen.
+    // -1 if there is no item or it is not visible.
     int ItemAt(POINT clientPoint) const { return Rows().ItemAt(clientPoint); }
 
 protected:
-    // In units of the font's thin line: around a line's text, around all lines.
+    // In units of the font's thin line: around the text of a line, and around all lines.
     struct Look {
         int padding;
         int frame;
@@ -32,16 +32,16 @@ protected:
     virtual Look GetLook() const = 0;
     virtual int Count() const = 0;
     virtual void PaintItem(ControlPainter& painter, int item, const RECT& line) const = 0;
-    // Does a stroke that goes on touch what it is dragged to?
+    // Does a dragged pen touch the items that it passes?
     virtual bool FollowsPen() const { return true; }
-    // The pen went down on this item, -1 for none, or was dragged to it.
+    // The pen went down on this item, or was dragged to it; -1 for none.
     virtual void Touch(int item) = 0;
-    // The pen was lifted over this item, where its stroke began over items too.
+    // The pen was lifted over this item after a stroke that began over an item.
     virtual void Take(int item) = 0;
 
     void Paint(ControlPainter& painter) override;
     ItemRows Rows() const;
-    // As Mark for an empty list that shows its beginning; a stroke of the pen ends.
+    // Shows the beginning of the list without a marked item, and ends a stroke of the pen.
     void Reset();
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Little-endian fields of files, which may be damaged.
+// Reads little-endian fields of files, which may be damaged.
 #pragma once
 
 #include <windef.h>
@@ -13,7 +13,7 @@ namespace host {
 
 using Bytes = std::span<const BYTE>;
 
-// At any alignment. None beyond the end.
+// At any alignment. None beyond the end of the bytes.
 template <typename Value>
 std::optional<Value> Read(Bytes bytes, std::size_t offset) {
     if (offset > bytes.size() || bytes.size() - offset < sizeof(Value)) return std::nullopt;
@@ -22,7 +22,7 @@ std::optional<Value> Read(Bytes bytes, std::size_t offset) {
     return value;
 }
 
-// None when they do not all lie there.
+// None if they are not all inside.
 inline std::optional<std::u16string> ReadCharacters(Bytes bytes, std::size_t offset, std::size_t count) {
     const std::size_t size = count * sizeof(WCHAR);
     if (offset > bytes.size() || bytes.size() - offset < size) return std::nullopt;

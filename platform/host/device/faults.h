@@ -11,7 +11,7 @@ namespace host {
 // The same, and sets the last error if the call is to fail.
 [[nodiscard]] bool CallFails(Call call, DWORD error);
 
-// Sets the last error; the result tells the caller of the failure.
+// Sets the last error, and returns the value for failure.
 template <typename Result>
 Result Fail(DWORD error, Result result) {
     SetLastError(error);

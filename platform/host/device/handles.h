@@ -79,7 +79,7 @@ public:
         }
     }
 
-    // Live objects of the product.
+    // The number of the product's live objects.
     int Count() const {
         int count = 0;
         ForEach([&](std::uint32_t, const Object&, HandleOwner owner) {

@@ -82,7 +82,7 @@ ResolvedPath ResolvePath(std::u16string_view devicePath) {
     if (path.empty()) return {};
     const std::vector<std::u16string_view> names = SplitNames(devicePath);
     for (std::size_t i = 0; i < names.size(); ++i) {
-        // No file of the host has such a name.
+        // No host file can have such a name.
         if (!unicode::IsWellFormed(names[i])) return {};
         const fs::path entry = FindEntry(path, names[i]);
         if (entry.empty()) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Text: case, the string calls.
+// Case, and the string calls.
 #include "device/strings.h"
 
 #include "device/faults.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Text as the platform compares it.
+// Compares text as the platform does.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ bool EqualIgnoringCase(std::u16string_view first, std::u16string_view second);
 
 // A null text counts as an empty one.
 inline std::u16string_view View(LPCWSTR text) { return text ? text : u""; }
-// What lies between any of the separators, without what is empty. The views are into the text.
+// Splits the text at any of the separators and omits empty parts. The views are into the text.
 std::vector<std::u16string_view> Split(std::u16string_view text, std::u16string_view separators);
 
 }  // namespace host

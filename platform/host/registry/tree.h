@@ -20,7 +20,7 @@ struct RegistryValue {
 
     bool operator==(const RegistryValue&) const = default;
 };
-// A string as it is stored, with its null.
+// The stored form of a string, with its null.
 std::vector<BYTE> TextBytes(const std::u16string& text);
 
 struct RegistryKey {

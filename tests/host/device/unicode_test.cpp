@@ -7,7 +7,7 @@
 
 namespace {
 
-// What comes through whole, also the ends of each length and what Unicode has no character for.
+// Texts that convert without loss: the limits of each length, and code points without a character, too.
 TEST(Unicode, TextsConvertToUtf8AndBack) {
     for (const auto& [bytes, text] : std::initializer_list<std::pair<std::string, std::u16string>>{
              {"", u""},

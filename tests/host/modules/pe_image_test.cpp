@@ -75,8 +75,8 @@ TEST(PeImage, ATruncatedFileIsNoLibrary) {
     }
 }
 
-// Layout of the section: table of types with an entry at 16, table of names at 24 with entries at 40 and 48,
-// name of the type at 136.
+// The section: table of types with an entry at 16, table of names at 24 with entries at 40 and 48, name of
+// the type at 136.
 TEST(PeImage, OmitsUnreadableResources) {
     const std::string file = GoodFile();
     for (const auto& [offset, value] : std::vector<std::pair<std::size_t, DWORD>>{
