@@ -92,25 +92,15 @@ private:
 
     // Reads connected ink and removes its pixels.
     void ReadComponent(int startX, int startY) {
-        const Kind face = m_Ink.faceShowsPicture ? Kind::One : Kind::Zero;
+        std::vector<Point> pixels = TakeConnected(
+            m_Pixels, {startX, startY}, m_Ink.faceShowsPicture ? Kind::One : Kind::Zero, Neighbours::Eight);
         Rect bounds{startX, startY, startX, startY};
         bool touchesEdge = false;
-        std::vector<Point> pixels;
-        std::vector<std::pair<int, int>> open{{startX, startY}};
-        m_Pixels.At(startX, startY) = face;
-        while (!open.empty()) {
-            const auto [x, y] = open.back();
-            open.pop_back();
-            pixels.push_back({m_Bounds.left + x, m_Bounds.top + y});
+        for (auto& [x, y] : pixels) {
             bounds = Unite(bounds, {x, y, x, y});
-            touchesEdge =
-                touchesEdge || !IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1);
-            for (int nextY = y - 1; nextY <= y + 1; ++nextY)
-                for (int nextX = x - 1; nextX <= x + 1; ++nextX)
-                    if (IsInk(nextX, nextY)) {
-                        m_Pixels.At(nextX, nextY) = face;
-                        open.emplace_back(nextX, nextY);
-                    }
+            touchesEdge = touchesEdge || IsBorder(x, y);
+            x += m_Bounds.left;
+            y += m_Bounds.top;
         }
         if (IsCorner(bounds) || (touchesEdge && IsLine(bounds))) return;
         m_Ink.isThere = true;

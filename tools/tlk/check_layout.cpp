@@ -165,33 +165,21 @@ private:
 
     std::vector<Gap> FindGaps(const Rect& keyboard) const {
         std::vector<Gap> gaps;
-        HitMap hits = m_Hits;
+        // Nothing outside of the keyboard is a part of a gap.
+        HitMap hits(m_Hits.GetSize(), kUnseen);
         for (int y = keyboard.top; y <= keyboard.bottom; ++y)
             for (int x = keyboard.left; x <= keyboard.right; ++x)
-                if (hits.At(x, y) == kNobody) gaps.push_back(Fill(hits, keyboard, x, y));
-        return gaps;
-    }
-
-    // The connected pixels without a key, which it marks as visited.
-    static Gap Fill(HitMap& hits, const Rect& within, int startX, int startY) {
-        constexpr int kVisited = -2;
-        Gap gap{{startX, startY, startX, startY}};
-        std::vector<std::pair<int, int>> open{{startX, startY}};
-        hits.At(startX, startY) = kVisited;
-        while (!open.empty()) {
-            const auto [x, y] = open.back();
-            open.pop_back();
-            ++gap.pixels;
-            gap.bounds = Unite(gap.bounds, {x, y, x, y});
-            for (const auto& [nextX, nextY] : {std::pair{x - 1, y}, {x + 1, y}, {x, y - 1}, {x, y + 1}}) {
-                if (nextX < within.left || nextX > within.right || nextY < within.top ||
-                    nextY > within.bottom || hits.At(nextX, nextY) != kNobody)
-                    continue;
-                hits.At(nextX, nextY) = kVisited;
-                open.emplace_back(nextX, nextY);
+                hits.At(x, y) = m_Hits.At(x, y);
+        for (int y = keyboard.top; y <= keyboard.bottom; ++y)
+            for (int x = keyboard.left; x <= keyboard.right; ++x) {
+                if (hits.At(x, y) != kNobody) continue;
+                Gap& gap = gaps.emplace_back(Gap{{x, y, x, y}});
+                for (const Point& pixel : TakeConnected(hits, {x, y}, kUnseen, Neighbours::Four)) {
+                    ++gap.pixels;
+                    gap.bounds = Unite(gap.bounds, {pixel.x, pixel.y, pixel.x, pixel.y});
+                }
             }
-        }
-        return gap;
+        return gaps;
     }
 
     // Reports the gap with the key to the left of its first pixel, or above it.

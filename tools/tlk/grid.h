@@ -92,6 +92,27 @@ private:
     std::vector<Pixel> m_Pixels;
 };
 
+enum class Neighbours { Four, Eight };
+
+// The pixels that are connected with this one and have its value, which becomes `taken`.
+template <class Pixel>
+std::vector<Point> TakeConnected(Grid<Pixel>& grid, Point start, Pixel taken, Neighbours neighbours) {
+    const Pixel wanted = grid.At(start.x, start.y);
+    std::vector<Point> found{start};
+    grid.At(start.x, start.y) = taken;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const auto [x, y] = found[i];
+        for (int nextY = y - 1; nextY <= y + 1; ++nextY)
+            for (int nextX = x - 1; nextX <= x + 1; ++nextX) {
+                if (neighbours == Neighbours::Four && nextX != x && nextY != y) continue;
+                if (!grid.Contains(nextX, nextY) || grid.At(nextX, nextY) != wanted) continue;
+                grid.At(nextX, nextY) = taken;
+                found.push_back({nextX, nextY});
+            }
+    }
+    return found;
+}
+
 using Picture = Grid<Color>;
 // 1 shows the picture, 0 paints black: glyphs are the zeros of a mask.
 using Mask = Grid<std::uint8_t>;

@@ -12,4 +12,9 @@ inline void AppendName(std::string& list, std::string_view name, std::string_vie
     list += name;
 }
 
+// Whether the list has this name.
+inline bool HasName(const std::string_view list, std::string_view name) {
+    return (", " + std::string(list) + ",").find(" " + std::string(name) + ",") != std::string::npos;
+}
+
 }  // namespace tlk

@@ -35,9 +35,9 @@ public:
         const Section file{"", &m_Root};
         faults.Try([&] { ChooseScreen(file); });
         const bool isKnown = faults.Try([&] {
-            AllowKeys(file, {"screens", "screen", "arrangement", "caps_rect", "swipe_only", "font", "palette",
-                             "colors", "labels", "portrait", "landscape", "digits", "key", "art", "language1",
-                             "language2"});
+            AllowKeys(file,
+                      "screens, screen, arrangement, caps_rect, swipe_only, font, palette, colors, labels, "
+                      "portrait, landscape, digits, key, art, language1, language2");
         });
         m_Skin.characters = BuiltInCharacters();
         // The characters of language 2 unless the source changes them.
@@ -119,12 +119,9 @@ private:
             if (const toml::node* node = font->Find(key))
                 size = ReadInteger(*node, font->Describe(key), 7, 64);
         };
-        TryAll(
-            [&] {
-                AllowKeys(*font, {"file", "size", "words"});
-            },
-            [&] { readSize("size", m_Skin.font.characters); }, [&] { readSize("words", m_Skin.font.words); },
-            [&] { ReadFontFile(*font); });
+        TryAll([&] { AllowKeys(*font, "file, size, words"); },
+               [&] { readSize("size", m_Skin.font.characters); },
+               [&] { readSize("words", m_Skin.font.words); }, [&] { ReadFontFile(*font); });
     }
 
     // A path relative to the source or, by its name only, a file beside the tool's own font.
@@ -164,31 +161,27 @@ private:
         const auto read = [&colors](const char* key, Shade& shade) {
             if (const toml::node* node = colors.Find(key)) shade = ReadShade(*node, colors.Describe(key));
         };
-        TryAll(
-            [&] {
-                AllowKeys(colors,
-                          {"style", "glyphs", "background", "letter", "number", "symbol", "function"});
-            },
-            [&] {
-                palette.style = ReadChoice(colors, "style", palette.style,
-                                           {{"bevel", FaceStyle::Bevel},
-                                            {"gradient", FaceStyle::Gradient},
-                                            {"flat", FaceStyle::Flat}});
-            },
-            [&] {
-                palette.glyphs = ReadChoice(colors, "glyphs", palette.glyphs,
-                                            {{"dark", GlyphTone::Dark}, {"light", GlyphTone::Light}});
-            },
-            [&] {
-                if (const toml::node* node = colors.Find("background"))
-                    palette.background = ReadColor(*node, colors.Describe("background"));
-            },
-            [&] {
-                read("letter", palette.letter);
-                if (colors.Find("letter")) palette.number = palette.symbol = palette.letter;
-            },
-            [&] { read("number", palette.number); }, [&] { read("symbol", palette.symbol); },
-            [&] { read("function", palette.function); });
+        TryAll([&] { AllowKeys(colors, "style, glyphs, background, letter, number, symbol, function"); },
+               [&] {
+                   palette.style = ReadChoice(colors, "style", palette.style,
+                                              {{"bevel", FaceStyle::Bevel},
+                                               {"gradient", FaceStyle::Gradient},
+                                               {"flat", FaceStyle::Flat}});
+               },
+               [&] {
+                   palette.glyphs = ReadChoice(colors, "glyphs", palette.glyphs,
+                                               {{"dark", GlyphTone::Dark}, {"light", GlyphTone::Light}});
+               },
+               [&] {
+                   if (const toml::node* node = colors.Find("background"))
+                       palette.background = ReadColor(*node, colors.Describe("background"));
+               },
+               [&] {
+                   read("letter", palette.letter);
+                   if (colors.Find("letter")) palette.number = palette.symbol = palette.letter;
+               },
+               [&] { read("number", palette.number); }, [&] { read("symbol", palette.symbol); },
+               [&] { read("function", palette.function); });
     }
 
     template <class Value>
@@ -239,24 +232,19 @@ private:
     void ReadLanguage1(const Section& file) {
         const auto language = FindTable(file, "language1");
         if (!language) return;
-        TryAll(
-            [&] {
-                AllowKeys(*language, {"name", "labels"});
-            },
-            [&] { ReadLabels(*language, m_Skin.languageLabels[0]); },
-            [&] { ReadLanguageName(*language, 0); });
+        TryAll([&] { AllowKeys(*language, "name, labels"); },
+               [&] { ReadLabels(*language, m_Skin.languageLabels[0]); },
+               [&] { ReadLanguageName(*language, 0); });
     }
 
     void ReadLanguage2(const Section& file) {
         const auto language = FindTable(file, "language2");
         if (!language) return;
         m_Skin.language2 = PlaceOf(*language->table);
-        TryAll(
-            [&] {
-                AllowKeys(*language, {"name", "labels", "keys", "umlaut"});
-            },
-            [&] { ReadLabels(*language, m_Skin.languageLabels[1]); }, [&] { ReadLanguageName(*language, 1); },
-            [&] { ReadCharacters(*language, "keys", 4); }, [&] { ReadCharacters(*language, "umlaut", 6); });
+        TryAll([&] { AllowKeys(*language, "name, labels, keys, umlaut"); },
+               [&] { ReadLabels(*language, m_Skin.languageLabels[1]); },
+               [&] { ReadLanguageName(*language, 1); }, [&] { ReadCharacters(*language, "keys", 4); },
+               [&] { ReadCharacters(*language, "umlaut", 6); });
     }
 
     void ReadLanguageName(const Section& language, std::size_t index) {

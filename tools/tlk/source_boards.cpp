@@ -89,10 +89,7 @@ private:
         Board board;
         FaultList faults;
         const bool isKnown = faults.Try([&] {
-            if (kind == BoardKind::Digits)
-                AllowKeys(section, {"size", "unit", "rows", "wide"});
-            else
-                AllowKeys(section, {"size", "unit", "rows"});
+            AllowKeys(section, kind == BoardKind::Digits ? "size, unit, rows, wide" : "size, unit, rows");
         });
         faults.Try([&] { board.size = board.filled = ReadSize(kind, section); });
         faults.Try([&] { board.rows = ReadRows(kind, section, "rows"); });
@@ -214,14 +211,11 @@ private:
         const Section section{"key", node.as_table()};
         const toml::node* key = section.Find("key");
         KeyChange change;
-        TryAll(
-            [&] {
-                AllowKeys(section, {"key", "board", "move", "size", "rects", "label", "face"});
-            },
-            [&] {
-                if (!key) Fail(node, "[[key]] must name its key: add key = \"...\"");
-            },
-            [&] { change = ReadChangeOf(section); }, [&] { (void)IsMeant(section, BoardKind::Portrait); });
+        TryAll([&] { AllowKeys(section, "key, board, move, size, rects, label, face"); },
+               [&] {
+                   if (!key) Fail(node, "[[key]] must name its key: add key = \"...\"");
+               },
+               [&] { change = ReadChangeOf(section); }, [&] { (void)IsMeant(section, BoardKind::Portrait); });
         Apply(section, *key, change);
     }
 

@@ -94,7 +94,7 @@ void RequireListed(const Screens& differing, const toml::table& source) {
     for (const toml::node& screen : *screens)
         if (const auto name = screen.value<std::string_view>()) AppendName(list, *name);
     TryEach(differing, [&list](const auto& screen) {
-        if ((", " + list + ",").find(" " + screen.first + ",") == std::string::npos)
+        if (!HasName(list, screen.first))
             throw SourceError(screen.second, "'screens' does not list " + Quote(screen.first) + ": " +
                                                  Advise(screen.first, list));
     });

@@ -33,15 +33,12 @@ std::u16string ToUtf16(std::string_view text, const toml::node& node) {
     return result;
 }
 
-void AllowKeys(const Section& section, std::initializer_list<std::string_view> known) {
-    std::string list;
-    for (std::string_view name : known)
-        AppendName(list, name);
+void AllowKeys(const Section& section, std::string_view known) {
     TryEach(*section.table, [&](const auto& entry) {
         const auto& [key, value] = entry;
-        if (std::ranges::find(known, key.str()) == known.end())
+        if (!HasName(known, key.str()))
             Fail(value, "there is no " + std::string(value.is_table() ? "table " : "setting ") +
-                            section.Describe(key.str()) + ": " + Advise(key.str(), list));
+                            section.Describe(key.str()) + ": " + Advise(key.str(), known));
     });
 }
 

@@ -5,7 +5,6 @@
 
 #include <toml++/toml.h>
 
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,7 +33,8 @@ struct Section {
     const toml::node* Find(std::string_view key) const { return table->get(key); }
 };
 
-void AllowKeys(const Section& section, std::initializer_list<std::string_view> known);
+// `known` is a list of names with commas between them.
+void AllowKeys(const Section& section, std::string_view known);
 
 // The functions below return nothing or null for an absent key, and throw SourceError for a value of another
 // kind.
