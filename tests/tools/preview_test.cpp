@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "errors.h"
 #include "files.h"
 #include "moves.h"
@@ -39,8 +42,11 @@ TEST_F(Preview, FindsTheLatchesInThePictureAndSelectsThemAgain) {
         const auto view = FindView(m_Skin, Painted(latches));
         ASSERT_TRUE(view) << latches;
         EXPECT_EQ(view->latches, latches);
-        const std::vector<Move> path = moves.PathTowards(0, latches);
-        EXPECT_EQ(path.empty() ? 0 : path.back().after, latches);
+        for (const auto& [from, to] : {std::pair{Latches{0}, latches}, {latches, Latches{0}}}) {
+            const std::vector<Move> path = moves.PathTowards(from, to);
+            EXPECT_EQ(path.empty() ? from : path.back().after, to);
+            EXPECT_TRUE(std::ranges::none_of(path, &Move::sends)) << "types something";
+        }
     }
     EXPECT_EQ(moves.PathTowards(0, latch::kCaps).front().gesture, Gesture::DoubleTap);
     EXPECT_FALSE(FindView(m_Skin, Painted(0, {m_KeyQ}))) << "while a key is pressed";

@@ -63,6 +63,7 @@ private:
 class KeySink final : public IIMCallback {
 public:
     char16_t character = 0;
+    bool hasKey = false;
 
     STDMETHODIMP QueryInterface(REFIID, void** object) override {
         *object = nullptr;
@@ -71,8 +72,12 @@ public:
     STDMETHODIMP_(ULONG) AddRef() override { return 1; }
     STDMETHODIMP_(ULONG) Release() override { return 1; }
     STDMETHODIMP SetImInfo(IMINFO*) override { return S_OK; }
-    STDMETHODIMP SendVirtualKey(BYTE, DWORD) override { return S_OK; }
+    STDMETHODIMP SendVirtualKey(BYTE virtualKey, DWORD) override {
+        hasKey = hasKey || (virtualKey != VK_SHIFT && virtualKey != VK_CONTROL);
+        return S_OK;
+    }
     STDMETHODIMP SendCharEvents(UINT, UINT, UINT count, UINT*, UINT* characters) override {
+        hasKey = true;
         if (count > 0) character = static_cast<char16_t>(*characters);
         return S_OK;
     }
@@ -190,6 +195,7 @@ Latches Keyboard::Latched() const { return LatchesOf(m_pParts->engine.m_stKbStat
 
 void Keyboard::Latch(Latches latches) {
     ReleaseAll();
+    m_pParts->sink.hasKey = false;
     m_pParts->engine.m_stKbStatus = StatusOf(latches);
     m_pParts->engine.GetKeyboardMask();
     m_pParts->engine.PaintStatusButtons(&m_pParts->panel);
@@ -215,6 +221,8 @@ char16_t Keyboard::CharacterOf(std::uint16_t key) {
     m_pParts->engine.SendKeyToApp(m_pParts->engine.m_Charset[key], false);
     return m_pParts->sink.character;
 }
+
+bool Keyboard::HasSent() const { return m_pParts->sink.hasKey; }
 
 void Keyboard::Tap(Point point) {
     for (const bool isDown : {true, false})

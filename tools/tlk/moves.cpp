@@ -64,7 +64,7 @@ const std::vector<Move>& Moves::From(Latches state) const {
         for (const Gesture gesture : {Gesture::Tap, Gesture::DoubleTap, Gesture::StrokeUp}) {
             m_Keyboard.Latch(state);
             Make(m_Keyboard, gesture, point);
-            found->second.push_back({gesture, point, m_Keyboard.Latched()});
+            found->second.push_back({gesture, point, m_Keyboard.Latched(), m_Keyboard.HasSent()});
         }
     return found->second;
 }
@@ -86,6 +86,7 @@ std::vector<Move> Moves::PathTowards(Latches from, Latches to) const {
         std::vector<Latches> next;
         for (const Latches state : open)
             for (const Move& move : From(state)) {
+                if (move.sends) continue;
                 const auto [found, isNew] = paths.try_emplace(move.after, paths.at(state));
                 if (!isNew) continue;
                 found->second.push_back(move);

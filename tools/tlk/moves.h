@@ -22,6 +22,8 @@ struct Move {
     Point point;
     // The state after the move.
     Latches after = 0;
+    // It types something, too.
+    bool sends = false;
 };
 
 using LatchStates = std::bitset<kLatchStates>;
@@ -33,7 +35,7 @@ public:
 
     // All states that can be reached from these, including them.
     [[nodiscard]] LatchStates Reach(LatchStates states) const;
-    // The shortest path from one state to another, or to the most similar state.
+    // The fewest moves, of those that type nothing, from one state to another, or to the nearest one.
     [[nodiscard]] std::vector<Move> PathTowards(Latches from, Latches to) const;
 
 private:
