@@ -22,7 +22,7 @@ DWORD CheckState(HWND check) { return static_cast<DWORD>(SendMessageW(check, BM_
 
 void SetCheckState(HWND check, DWORD state) { SendMessageW(check, BM_SETCHECK, state, 0); }
 
-bool LiesInSkinFolder(const WideString& path) {
+bool IsInSkinFolder(const WideString& path) {
     const std::size_t last = path.rfind(WCHAR{'\\'});
     const WideString folder = last == WideString::npos ? WideString() : path.substr(0, last + 1);
     return lstrcmpiW(folder.c_str(), kSkinFolder) == 0;
@@ -246,7 +246,7 @@ bool CSettingsDlg::WriteSettings(const CSettingsKey& settings) {
     const WideString name = SelectedSkinName();
     WideStringList userSkins;
     for (const WideString& path : m_Skins) {
-        if (!LiesInSkinFolder(path)) userSkins.push_back(path);
+        if (!IsInSkinFolder(path)) userSkins.push_back(path);
         if (path.find(name) == WideString::npos) continue;
         if (!CKeyboard::IsValidSkin(path)) return false;
         settings.WriteString(kSkinValue, path.c_str());

@@ -18,7 +18,7 @@ void Unregister(Session& session, const Arguments&) {
 }
 
 void FactoryGet(Session& session, const Arguments&) {
-    const Factories::Answer answer = session.GetFactories().Get();
+    const Factories::Result answer = session.GetFactories().Get();
     session.GetTrace().WriteCall("Factory", answer.result, answer.same ? " same=1" : " same=0");
 }
 

@@ -34,7 +34,7 @@ void EditText::DeleteForward() {
     if (HasSelection()) {
         Replace(SelectionStart(), SelectionEnd(), {}, ChangeKind::Single);
     } else {
-        Replace(m_caret, Behind(m_caret), {}, ChangeKind::DeletingForward);
+        Replace(m_caret, After(m_caret), {}, ChangeKind::DeletingForward);
     }
 }
 
@@ -53,7 +53,7 @@ void EditText::MoveLeft(Selecting selecting) {
 
 void EditText::MoveRight(Selecting selecting) {
     const bool leaving = HasSelection() && selecting == Selecting::No;
-    MoveTo(leaving ? SelectionEnd() : Behind(m_caret), selecting);
+    MoveTo(leaving ? SelectionEnd() : After(m_caret), selecting);
 }
 
 void EditText::MoveWordLeft(Selecting selecting) {
@@ -138,6 +138,6 @@ std::size_t EditText::Before(std::size_t position) const {
     return position - (pair ? 2 : 1);
 }
 
-std::size_t EditText::Behind(std::size_t position) const {
+std::size_t EditText::After(std::size_t position) const {
     return position == m_text.size() ? position : position + unicode::CharacterAt(m_text, position).size();
 }

@@ -60,7 +60,7 @@ private:
     void Replace(std::size_t start, std::size_t end, std::u16string_view inserted, ChangeKind kind);
     void Record(Change change);
     std::size_t Before(std::size_t position) const;
-    std::size_t Behind(std::size_t position) const;
+    std::size_t After(std::size_t position) const;
 
     std::u16string m_text;
     std::size_t m_caret = 0;

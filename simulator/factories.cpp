@@ -23,16 +23,16 @@ private:
 
 }  // namespace
 
-HRESULT Factories::Ask(IClassFactory** factory) {
+HRESULT Factories::Request(IClassFactory** factory) {
     void* object = nullptr;
     const HRESULT result = m_library.GetClassObject(IID_IClassFactory, &object);
     *factory = static_cast<IClassFactory*>(object);
     return result;
 }
 
-Factories::Answer Factories::Get() {
+Factories::Result Factories::Get() {
     IClassFactory* factory = nullptr;
-    const HRESULT result = Ask(&factory);
+    const HRESULT result = Request(&factory);
     if (FAILED(result)) return {result, false};
     const bool same = m_held.empty() || m_held.front() == factory;
     m_held.push_back(factory);
@@ -54,7 +54,7 @@ void Factories::ReleaseAll() {
 
 HRESULT Factories::Lock(BOOL lock) {
     IClassFactory* factory = nullptr;
-    HRESULT result = Ask(&factory);
+    HRESULT result = Request(&factory);
     if (FAILED(result)) return result;
     result = factory->LockServer(lock);
     factory->Release();
@@ -63,7 +63,7 @@ HRESULT Factories::Lock(BOOL lock) {
 
 HRESULT Factories::CreateInstance(REFIID iid, Aggregation aggregation) {
     IClassFactory* factory = nullptr;
-    HRESULT result = Ask(&factory);
+    HRESULT result = Request(&factory);
     if (FAILED(result)) return result;
     OuterUnknown outer;
     void* object = nullptr;

@@ -13,12 +13,12 @@ public:
     Factories(const Factories&) = delete;
     Factories& operator=(const Factories&) = delete;
 
-    struct Answer {
+    struct Result {
         HRESULT result;
         bool same;  // the same factory as before, or the first one
     };
     // Gets the factory and holds one more reference.
-    Answer Get();
+    Result Get();
     // Releases one reference; false if none is held.
     bool Release();
     void ReleaseAll();
@@ -29,7 +29,7 @@ public:
     HRESULT CreateInstance(REFIID iid, Aggregation aggregation);
 
 private:
-    HRESULT Ask(IClassFactory** factory);
+    HRESULT Request(IClassFactory** factory);
 
     Library& m_library;
     std::vector<IClassFactory*> m_held;

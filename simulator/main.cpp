@@ -8,7 +8,7 @@
 #include <iostream>
 #include <string>
 
-#include "acts.h"
+#include "actions.h"
 #include "commands.h"
 #include "device_lock.h"
 #include "script.h"
@@ -77,8 +77,8 @@ int RunScript(const CommandLine& line) {
     Session::Options options = SessionOptions(line);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
-    for (const Words& act : SkinActs(line.skins)) {
-        RunCommand(session, act);
+    for (const Words& action : SkinActions(line.skins)) {
+        RunCommand(session, action);
     }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
     if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return kNotUnderstood;

@@ -27,7 +27,7 @@ void SetHints() {
     // Keeps the desktop's screen saver and effects.
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
-    // A finger acts as the left mouse button, and only that.
+    // A finger actions as the left mouse button, and only that.
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "1");
     SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
 }

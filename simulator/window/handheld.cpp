@@ -24,9 +24,9 @@ Handheld::Handheld(const WindowOptions& options)
       m_recorder(options.record ? std::optional<Recorder>(std::in_place, *options.record,
                                                           options.session.device.string())
                                 : std::nullopt),
-      m_session(WithReport(options.session, [this](const std::string& text) { Tell(text); })) {
+      m_session(WithReport(options.session, [this](const std::string& text) { Report(text); })) {
     if (options.trace == WindowOptions::Trace::Hidden) m_session.GetTrace().Mute();
-    SetNoteHandler([this](const std::string& text) { Tell(text); });
+    SetNoteHandler([this](const std::string& text) { Report(text); });
     ShowTime();
     Start(options);
 }
@@ -35,15 +35,15 @@ Handheld::Handheld(const WindowOptions& options)
 // notes can be written. Everything else must succeed.
 void Handheld::Start(const WindowOptions& options) {
     if (access(options.session.device.c_str(), W_OK) != 0) {
-        Tell("the device " + options.session.device.string() + " cannot be written: no change is kept");
+        Report("the device " + options.session.device.string() + " cannot be written: no change is kept");
     }
-    for (const Words& act : StartActs(options.session.screen, options.skins)) {
+    for (const Words& action : StartActions(options.session.screen, options.skins)) {
         try {
-            Do(act);
-            if (act[0] == "notes") m_notes = m_session.GetApplication().Text();
+            Do(action);
+            if (action[0] == "notes") m_notes = m_session.GetApplication().Text();
         } catch (const std::exception& error) {
-            if (act[0] != "skins" && act[0] != "notes") throw;
-            Tell(error.what());
+            if (action[0] != "skins" && action[0] != "notes") throw;
+            Report(error.what());
         }
         m_session.LayOutApplication();
         host::DeliverMessages();
@@ -56,7 +56,7 @@ void Handheld::Do(const Words& words) {
     if (m_recorder) m_recorder->Write(words);
     try {
         RunCommand(m_session, words);
-        if (words[0] == "select" && !m_session.Sip().IsSelected()) Tell("the keyboard does not start");
+        if (words[0] == "select" && !m_session.Sip().IsSelected()) Report("the keyboard does not start");
     } catch (const std::exception&) {
         if (m_recorder) m_recorder->TakeBack();
         throw;
@@ -71,7 +71,7 @@ void Handheld::ShowTime() {
     m_session.GetApplication().SetTime(unicode::FromUtf8(time).value_or(std::u16string()));
 }
 
-void Handheld::Tell(const std::string& text) {
+void Handheld::Report(const std::string& text) {
     std::cerr << "simulator: " << text << '\n';
     m_message = text;
 }
@@ -90,7 +90,7 @@ bool Handheld::SaveNotes() {
         WriteNotes(*m_notes);
         m_notesWritten = true;
     } catch (const std::exception& error) {
-        Tell(error.what());
+        Report(error.what());
         m_notesWritten = false;
     }
     return m_notesWritten;

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "acts.h"
+#include "actions.h"
 #include "commands.h"
 #include "device_lock.h"
 #include "recorder.h"
@@ -27,7 +27,7 @@ public:
     void ShowTime();
 
     // Tells the user at the terminal, and shows the last message in the window's title.
-    void Tell(const std::string& text);
+    void Report(const std::string& text);
     std::string TakeMessage() { return std::exchange(m_message, {}); }
 
     bool HasUnsavedNotes() const;

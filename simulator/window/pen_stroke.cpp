@@ -20,19 +20,19 @@ std::optional<Words> PenStroke::PutDown(POINT point) {
     m_last = point;
     m_onPanel = IsOnPanel(point);
     const bool twice = host::RecognizePen(host::Pen::Down, point) == host::Pen::DoubleClick;
-    return Act(twice ? "dblclk" : "down", point);
+    return Command(twice ? "dblclk" : "down", point);
 }
 
 std::optional<Words> PenStroke::Move(POINT point) {
     if (!m_down || (point.x == m_last.x && point.y == m_last.y)) return std::nullopt;
     m_last = point;
-    return Act("move", point);
+    return Command("move", point);
 }
 
 std::optional<Words> PenStroke::Lift(POINT point) {
     if (!m_down) return std::nullopt;
     m_down = false;
-    return Act("up", point);
+    return Command("up", point);
 }
 
 // An open menu or list has the capture and so gets the pen wherever it goes down.
@@ -45,7 +45,7 @@ bool PenStroke::IsOnPanel(POINT point) const {
     return IsOver(sip.Window(), point) && IsOver(panel, point);
 }
 
-Words PenStroke::Act(const char* event, POINT point) const {
+Words PenStroke::Command(const char* event, POINT point) const {
     Words words;
     if (m_onPanel) {
         const HWND panel = m_session.Sip().Panel();

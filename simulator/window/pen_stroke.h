@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "acts.h"
+#include "actions.h"
 
 // The pen as the mouse, a finger or a pen of the PC moves it; it moves only while it is down. A stroke that
 // begins on the panel has the panel's coordinates, any other the screen's.
@@ -19,7 +19,7 @@ public:
 
 private:
     bool IsOnPanel(POINT point) const;
-    Words Act(const char* event, POINT point) const;
+    Words Command(const char* event, POINT point) const;
 
     Session& m_session;
     bool m_down = false;

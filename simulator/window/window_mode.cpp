@@ -9,7 +9,7 @@
 #include <deque>
 #include <exception>
 
-#include "acts.h"
+#include "actions.h"
 #include "chosen_skin.h"
 #include "command_input.h"
 #include "device_window.h"
@@ -33,7 +33,7 @@ bool CoversScreen(HWND dialog) {
 }
 
 // The desktop reports a key that is held while the window gets the focus as pressed at that moment.
-constexpr Uint32 kTakingOver = 10;  // milliseconds
+constexpr Uint32 kFocusDelay = 10;  // milliseconds
 constexpr Uint32 kMillisecondsToSave = 1000;
 constexpr int kMillisecondsToCommands = 50;  // between looks for commands of another program
 
@@ -49,7 +49,7 @@ private:
     bool OnIdle();
     void SaveInTime();
     void TakeCommands();
-    void RunNextAct();
+    void RunNextAction();
     SDL_Event WaitForEvent();
     void FollowHandheld();
     void Handle(const SDL_Event& event);
@@ -57,8 +57,8 @@ private:
     void HandleButton(const SDL_MouseButtonEvent& event);
     void HandleKey(const SDL_KeyboardEvent& event);
     void Perform(const WindowKey& key, Uint32 pressed);
-    void Add(const Acts& acts) { m_acts.insert(m_acts.end(), acts.begin(), acts.end()); }
-    void Add(const std::optional<Words>& act);
+    void Add(const Actions& actions) { m_actions.insert(m_actions.end(), actions.begin(), actions.end()); }
+    void Add(const std::optional<Words>& action);
     void ToggleHelp();
     void MoveClockTo(Uint32 ticks);
     void ShowTitle();
@@ -69,7 +69,7 @@ private:
     Session& m_session = m_handheld.GetSession();
     DeviceWindow m_window;
     PenStroke m_stroke{m_session};
-    std::deque<Words> m_acts;
+    std::deque<Words> m_actions;
     SIZE m_fittedScreen = ScreenSize();
     std::u16string m_shownSkin;
     SDL_Keycode m_quitKey = SDLK_UNKNOWN;  // pressed and not yet released
@@ -84,8 +84,8 @@ WindowMode::WindowMode(const WindowOptions& options)
     ShowTitle();
     if (options.commands == WindowOptions::Commands::FromStandardInput) m_commands.emplace();
     if (options.scale > m_window.Scale()) {
-        m_handheld.Tell("the monitor has no room for --scale " + std::to_string(options.scale) +
-                        ": the picture is as large as fits");
+        m_handheld.Report("the monitor has no room for --scale " + std::to_string(options.scale) +
+                          ": the picture is as large as fits");
     }
 }
 
@@ -101,11 +101,11 @@ bool WindowMode::OnIdle() {
     SaveInTime();
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
-    if (m_acts.empty()) TakeCommands();
-    if (m_acts.empty()) {
+    if (m_actions.empty()) TakeCommands();
+    if (m_actions.empty()) {
         Handle(WaitForEvent());
     } else {
-        RunNextAct();
+        RunNextAction();
     }
     return true;
 }
@@ -115,23 +115,23 @@ void WindowMode::TakeCommands() {
     while (const std::optional<std::string> line = m_commands->TakeLine()) {
         try {
             const Words words = SplitWords(*line);
-            if (!words.empty()) m_acts.push_back(words);
+            if (!words.empty()) m_actions.push_back(words);
         } catch (const std::exception& error) {
-            m_handheld.Tell(error.what());
+            m_handheld.Report(error.what());
         }
     }
-    if (m_commands->HasEnded() && m_acts.empty()) m_quitting = true;
+    if (m_commands->HasEnded() && m_actions.empty()) m_quitting = true;
 }
 
 // Catches all exceptions, as code of the library may be on the stack.
-void WindowMode::RunNextAct() {
-    const Words words = m_acts.front();
-    m_acts.pop_front();
+void WindowMode::RunNextAction() {
+    const Words words = m_actions.front();
+    m_actions.pop_front();
     try {
         m_handheld.Do(words);
-        if (words[0] == "screenshot" && words.size() == 2) m_handheld.Tell("the screen is in " + words[1]);
+        if (words[0] == "screenshot" && words.size() == 2) m_handheld.Report("the screen is in " + words[1]);
     } catch (const std::exception& error) {
-        m_handheld.Tell(error.what());
+        m_handheld.Report(error.what());
     }
 }
 
@@ -232,24 +232,24 @@ void WindowMode::Perform(const WindowKey& key, Uint32 pressed) {
         case WindowAction::ShowHelp:
             return ToggleHelp();
         case WindowAction::Rotate:
-            if (dialog && !CoversScreen(dialog)) return m_handheld.Tell("close the dialog first");
-            return Add(TurnActs(m_session, ScreenSize()));
+            if (dialog && !CoversScreen(dialog)) return m_handheld.Report("close the dialog first");
+            return Add(TurnActions(m_session, ScreenSize()));
         case WindowAction::NextSize:
-            if (dialog) return m_handheld.Tell("close the dialog first");
-            return Add(ChangeSizeActs(NextScreenSize(ScreenSize()), m_skins));
+            if (dialog) return m_handheld.Report("close the dialog first");
+            return Add(ChangeSizeActions(NextScreenSize(ScreenSize()), m_skins));
         case WindowAction::NextSkin:
-            if (dialog) return m_handheld.Tell("close the dialog first");
+            if (dialog) return m_handheld.Report("close the dialog first");
             return Add(Words{"skin", "next"});
         case WindowAction::TakeScreenshot:
-            return Add(ScreenshotAct());
+            return Add(ScreenshotAction());
         case WindowAction::Quit:
             // Quits on release: a held key would be passed on to the next window.
-            if (pressed - m_focused > kTakingOver) m_quitKey = key.code;
+            if (pressed - m_focused > kFocusDelay) m_quitKey = key.code;
     }
 }
 
-void WindowMode::Add(const std::optional<Words>& act) {
-    if (act) m_acts.push_back(*act);
+void WindowMode::Add(const std::optional<Words>& action) {
+    if (action) m_actions.push_back(*action);
 }
 
 void WindowMode::ToggleHelp() {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "acts.h"
+#include "actions.h"
 #include "session.h"
 
 struct WindowOptions {

@@ -27,7 +27,7 @@ Colors DrawImage(HANDLE list, int width) {
 std::set<COLORREF> Distinct(const Colors& colors) { return {colors.begin(), colors.end()}; }
 
 // GetInfo of an input method from this factory; all 0 if none can be created.
-IMINFO CreateAndAsk(IClassFactory& factory) {
+IMINFO CreateAndGetInfo(IClassFactory& factory) {
     IMINFO info{};
     void* created = nullptr;
     if (FAILED(factory.CreateInstance(nullptr, IID_IInputMethod2, &created))) return info;
@@ -52,27 +52,27 @@ protected:
 };
 
 TEST_F(ButtonImages, NarrowGlyphHasTheColorOfCaptionText) {
-    const IMINFO info = CreateAndAsk(*m_factory);
+    const IMINFO info = CreateAndGetInfo(*m_factory);
     ASSERT_EQ(info.iNarrow, 0);
     EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 16)),
               (std::set<COLORREF>{kPage, GetSysColor(COLOR_CAPTIONTEXT)}));
 
     constexpr COLORREF other = RGB(0x80, 0, 0x80);  // also one of 16 colours
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, other);
-    const IMINFO recolored = CreateAndAsk(*m_factory);
+    const IMINFO recolored = CreateAndGetInfo(*m_factory);
     EXPECT_EQ(Distinct(DrawImage(recolored.hImageNarrow, 16)), (std::set<COLORREF>{kPage, other}));
     EXPECT_EQ(Distinct(DrawImage(info.hImageNarrow, 16)).count(other), 0u);
 }
 
 TEST_F(ButtonImages, WidePictureKeepsItsColors) {
-    const IMINFO info = CreateAndAsk(*m_factory);
+    const IMINFO info = CreateAndGetInfo(*m_factory);
     ASSERT_EQ(info.iWide, 0);
     const Colors before = DrawImage(info.hImageWide, 32);
     EXPECT_EQ(before.front(), kPage);
     EXPECT_GT(Distinct(before).size(), 2u);
     EXPECT_LE(Distinct(before).size(), 16u);
     test::ChangeSystemColor(COLOR_CAPTIONTEXT, RGB(1, 2, 3));
-    EXPECT_EQ(DrawImage(CreateAndAsk(*m_factory).hImageWide, 32), before);
+    EXPECT_EQ(DrawImage(CreateAndGetInfo(*m_factory).hImageWide, 32), before);
 }
 
 // A fault during creation loses at most one image, and never a handle.
@@ -81,7 +81,7 @@ TEST_F(ButtonImages, AFaultLosesOneImageAtMost) {
     bool picturesFailed = false;
     for (test::FaultSweep sweep; sweep.Next();) {
         sweep.Arm();
-        const IMINFO info = CreateAndAsk(*m_factory);
+        const IMINFO info = CreateAndGetInfo(*m_factory);
         sweep.Disarm();
         if (info.cbSize == 0) continue;
         SCOPED_TRACE(sweep.Describe());

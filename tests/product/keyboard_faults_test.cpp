@@ -27,7 +27,7 @@ protected:
         m_keyboard->ResetKbStatus(&m_window);
     }
     // Checks that everything works after a new Init.
-    void ExpectWholeKeyboard() {
+    void ExpectWorkingKeyboard() {
         ASSERT_TRUE(InitPortrait());
         ASSERT_FALSE(m_keyboard->m_bNoSkin);
         m_keyboard->m_pCallback = &m_callback;
@@ -51,7 +51,7 @@ protected:
             EXPECT_NO_THROW(act());
             sweep.Disarm();
             m_window.TakeInvalid();
-            ExpectWholeKeyboard();
+            ExpectWorkingKeyboard();
         }
         return faults;
     }
@@ -84,7 +84,7 @@ TEST_F(Faults, AnyPlatformCallOfUseMayFail) {
         UseKeyboard();
         m_keyboard->Paint(nullptr, &m_window);
         sweep.Disarm();
-        ExpectWholeKeyboard();
+        ExpectWorkingKeyboard();
     }
 }
 

@@ -163,7 +163,7 @@ Pixels Desktop::Picture() const {
     return picture;
 }
 
-std::string Desktop::Act(const std::string& words) const {
+std::string Desktop::Run(const std::string& words) const {
     FILE* output = popen(("xdotool " + words + " 2>&1").c_str(), "r");
     if (!output) return {};
     std::string text;
@@ -176,7 +176,7 @@ std::string Desktop::Act(const std::string& words) const {
 }
 
 Desktop::Place Desktop::WindowPlace(const std::string& title) const {
-    std::istringstream lines(Act("search --onlyvisible --name '^" + title + "' getwindowgeometry --shell"));
+    std::istringstream lines(Run("search --onlyvisible --name '^" + title + "' getwindowgeometry --shell"));
     Place place;
     for (std::string line; std::getline(lines, line);) {
         const std::string value = line.substr(line.find('=') + 1);

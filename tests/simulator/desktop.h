@@ -73,7 +73,7 @@ public:
     // The place of the one window whose title begins so; all 0 if there is none.
     Place WindowPlace(const std::string& title) const;
     // Runs xdotool with these words.
-    std::string Act(const std::string& words) const;
+    std::string Run(const std::string& words) const;
 
 private:
     std::filesystem::path m_folder;

@@ -32,7 +32,7 @@ protected:
         ASSERT_TRUE(AwaitTrace("Showing 0x0\n")) << ReadText(Folder() / "err");
         // The title is complete once the window has its place.
         ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka[ :]").width > 0; }));
-        m_desktop.Act("search --onlyvisible --name '^Tolka' windowfocus --sync");
+        m_desktop.Run("search --onlyvisible --name '^Tolka' windowfocus --sync");
     }
 
     std::string Out() const { return ReadText(Folder() / "out"); }
@@ -40,7 +40,7 @@ protected:
         return Await([&] { return Out().find(text) != std::string::npos; });
     }
     Desktop::Place Place() const { return m_desktop.WindowPlace("Tolka"); }
-    void Key(const std::string& name) { m_desktop.Act("key " + name); }
+    void Key(const std::string& name) { m_desktop.Run("key " + name); }
 
     // xdotool's words to move the pointer to this pixel of an upright screen of 240 pixels.
     std::string PointerAt(int x, int y) const {
@@ -49,9 +49,9 @@ protected:
         return "mousemove " + std::to_string(place.x + x * scale + scale / 2) + ' ' +
                std::to_string(place.y + y * scale + scale / 2) + ' ';
     }
-    void Tap(int x, int y) { m_desktop.Act(PointerAt(x, y) + "mousedown 1 mouseup 1"); }
+    void Tap(int x, int y) { m_desktop.Run(PointerAt(x, y) + "mousedown 1 mouseup 1"); }
     void Stroke(int x, int y, int right, int down) {
-        m_desktop.Act(PointerAt(x, y) + "mousedown 1 " + PointerAt(x + right, y + down) + "mouseup 1");
+        m_desktop.Run(PointerAt(x, y) + "mousedown 1 " + PointerAt(x + right, y + down) + "mouseup 1");
     }
     // Taps keys of full skins, upright: the panel begins at row 214 on a screen 240 pixels wide; on others it
     // is scaled.
@@ -115,7 +115,7 @@ TEST_F(WindowTest, AScreenTallerThanTheMonitorIsShownSmaller) {
     const Desktop::Place place = Place();
     EXPECT_LE(place.height, 1024);
     EXPECT_NEAR(place.width * 2, place.height, 2);
-    m_desktop.Act("mousemove " + std::to_string(place.x) + ' ' + std::to_string(place.y + place.height - 1) +
+    m_desktop.Run("mousemove " + std::to_string(place.x) + ' ' + std::to_string(place.y + place.height - 1) +
                   " mousedown 1");
     EXPECT_TRUE(
         Await([&] { return ReadText(Folder() / "record").find("\npen down 0 119") != std::string::npos; }));
@@ -129,7 +129,7 @@ TEST_F(WindowTest, ATooGreatScaleIsReducedToTheMonitor) {
 
 TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
     Start("--scale 1 --record record");
-    m_desktop.Act(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
+    m_desktop.Run(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
     TapKeys("ab");
     EXPECT_TRUE(AwaitTrace("char=0x42\n")) << "Shift twice locks the capitals\n" << Out();
     EXPECT_NE(Out().find("char=0x41\n"), std::string::npos);
@@ -222,12 +222,12 @@ TEST_F(WindowTest, AKeyHeldWhileTheWindowOpensDoesNotQuitIt) {
     Process second({SIMULATOR, "--device", "second", "--screen", "480x640"}, Folder(), Folder() / "out2",
                    Folder() / "err2");
     ASSERT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka 480").width > 0; }));
-    m_desktop.Act("search --onlyvisible --name '^Tolka 240' windowfocus --sync");
+    m_desktop.Run("search --onlyvisible --name '^Tolka 240' windowfocus --sync");
     Key("F2");
     ASSERT_TRUE(AwaitTrace("rect=0,134,320,214\n"));
-    m_desktop.Act("keydown F10");
-    m_desktop.Act("search --onlyvisible --name '^Tolka 480' windowfocus --sync");
-    m_desktop.Act("keyup F10");
+    m_desktop.Run("keydown F10");
+    m_desktop.Run("search --onlyvisible --name '^Tolka 480' windowfocus --sync");
+    m_desktop.Run("keyup F10");
     EXPECT_TRUE(Await([this] { return m_desktop.WindowPlace("Tolka 320").width == 0; })) << "it saw the key";
     EXPECT_EQ(second.End(SIGTERM), 0);
 }
@@ -256,7 +256,7 @@ TEST_F(WindowTest, TheTextIsThereAgainInTheNextRun) {
     Start();
     TapKeys("cd");
     const auto hasSaved = [&] {
-        m_desktop.Act("mousemove_relative 1 0");
+        m_desktop.Run("mousemove_relative 1 0");
         return ReadText(notes) == "abcd";
     };
     EXPECT_TRUE(Await(hasSaved)) << "without quitting or resting too";

@@ -83,7 +83,7 @@ protected:
         TypeWithCapsLock();
         TypeFunctions();
         TypeDigits();
-        BringUp(0);
+        SelectPlane(0);
     }
 
 private:
@@ -106,13 +106,13 @@ private:
     }
 
     // One-shot statuses end with every key, the language stays.
-    void BringUp(std::size_t plane) {
+    void SelectPlane(std::size_t plane) {
         const KbStatus& status = m_keyboard->m_stKbStatus;
         if ((plane >= 4) != !status.m_bLng1) TapStatus(test::KeyLanguage);
-        if (plane % 4 >= 2) BringUpUmlauts();
+        if (plane % 4 >= 2) SelectUmlauts();
         if (plane % 2 == 1) TapStatus(test::KeyShift);
     }
-    void BringUpUmlauts() {
+    void SelectUmlauts() {
         if (Has(test::KeyUmlaut)) return TapStatus(test::KeyUmlaut);
         const RECT& key = FirstRect(test::KeyLanguage);
         const POINT end{Middle(key).x, key.top - 20};
@@ -139,7 +139,7 @@ private:
         for (const auto& [key, entry] : Keys()) {
             if (!IsCharacter(key)) continue;
             for (const RECT& r : entry.m_Rects) {
-                ASSERT_NO_FATAL_FAILURE(BringUp(plane)) << name;
+                ASSERT_NO_FATAL_FAILURE(SelectPlane(plane)) << name;
                 ExpectTyped(key, r, CharactersOfKey(key)[plane], name);
             }
         }
@@ -147,7 +147,7 @@ private:
 
     // Only Shift is held down or latched between two keys.
     void TypeFunctions() {
-        BringUp(0);
+        SelectPlane(0);
         ExpectFunctions("letters");
         if (!Has(test::KeyShift) || !Has(test::KeyBackspace)) return;
         TapStatus(test::KeyShift);
@@ -172,7 +172,7 @@ private:
 
     void TypeWithCapsLock() {
         if (!Has(test::KeyCaps) && !Has(test::KeyShift)) return;
-        BringUp(0);
+        SelectPlane(0);
         ToggleCapsLock();
         ASSERT_TRUE(m_keyboard->m_stKbStatus.m_bCAPS);
         const bool spares = m_keyboard->m_bPortrait && m_keyboard->m_CAPSRect.right > 0;
@@ -189,7 +189,7 @@ private:
 
     void TypeDigits() {
         if (m_keyboard->m_DigitLayout.empty()) return;
-        BringUp(0);
+        SelectPlane(0);
         ASSERT_NO_FATAL_FAILURE(TapStatus(test::KeyDigits));
         ASSERT_TRUE(m_keyboard->m_stKbStatus.m_bDigit);
         for (const auto& [key, entry] : Keys())

@@ -46,9 +46,9 @@ Bytes CapsRect(const Rect& rect) {
 }
 
 // A skin without faults, for tests to damage: every key shows a square, the digit row is the CAPS rectangle.
-class Spoiled {
+class DamagedSkin {
 public:
-    Spoiled() {
+    DamagedSkin() {
         AddBoard(BoardKind::Portrait, kCharacterKeys, 40);
         AddBoard(BoardKind::Landscape, kCharacterKeys, kLandscapeCell);
         AddBoard(BoardKind::Digits, kDigitKeys, 40);
@@ -142,29 +142,29 @@ constexpr const char* kLandscape = "LNDSCP_LAYOUT_STRUCT";
 constexpr const char* kDigits = "DIGIT_LAYOUT_STRUCT";
 
 // One thing that is done to the skin.
-using Spoil = std::function<void(Spoiled& skin)>;
+using Spoil = std::function<void(DamagedSkin& skin)>;
 
 Spoil Moved(const char* layout, int key, const Rect& rect) {
-    return [=](Spoiled& skin) { skin.Move(layout, key, rect); };
+    return [=](DamagedSkin& skin) { skin.Move(layout, key, rect); };
 }
 Spoil Renumbered(const char* layout, int key, int other) {
-    return [=](Spoiled& skin) { skin.Renumber(layout, key, other); };
+    return [=](DamagedSkin& skin) { skin.Renumber(layout, key, other); };
 }
 Spoil Painted(const char* mask, const Rect& rect, std::uint8_t bit) {
-    return [=](Spoiled& skin) { skin.Paint(mask, rect, bit); };
+    return [=](DamagedSkin& skin) { skin.Paint(mask, rect, bit); };
 }
 Spoil Removed(const char* name) {
-    return [=](Spoiled& skin) { skin.Remove(name); };
+    return [=](DamagedSkin& skin) { skin.Remove(name); };
 }
 Spoil CapsMovedTo(const Rect& rect) {
-    return [=](Spoiled& skin) { skin.Data("CAPS_RECT") = CapsRect(rect); };
+    return [=](DamagedSkin& skin) { skin.Data("CAPS_RECT") = CapsRect(rect); };
 }
 // A byte more than there should be.
 Spoil Lengthened(const char* name) {
-    return [=](Spoiled& skin) { skin.Data(name).push_back(0); };
+    return [=](DamagedSkin& skin) { skin.Data(name).push_back(0); };
 }
 Spoil Replaced(const char* name, const Bytes& bitmap) {
-    return [=](Spoiled& skin) { skin.Bitmap(name) = bitmap; };
+    return [=](DamagedSkin& skin) { skin.Bitmap(name) = bitmap; };
 }
 
 struct Fault {
@@ -214,7 +214,7 @@ const std::vector<Fault> kFaults{
      {Removed("LANSCAPE_KEYBOARD_BITMAP")},
      {"landscape: the picture of the turned keyboard is missing (LANSCAPE_KEYBOARD_BITMAP)"}},
     {"PictureOfAnotherHeight",
-     {[](Spoiled& skin) {
+     {[](DamagedSkin& skin) {
          skin.Bitmap("LANSCAPE_KEYBOARD_BITMAP") = EncodePicture(Picture({320, 79}, Color{}));
          for (std::size_t plane = 0; plane < kSlotCount; ++plane)
              skin.Remove(MaskResource(BoardKind::Landscape, plane));
@@ -225,7 +225,7 @@ const std::vector<Fault> kFaults{
       "landscape, key \"left\": the rectangle", "landscape, key \"right\": the rectangle",
       "landscape, lng1-small, lng1-large, uml1-small"}},
     {"LettersBesideDigits",
-     {&Spoiled::NarrowDigits},
+     {&DamagedSkin::NarrowDigits},
      {"digits: the picture is 240 pixels wide, the screen's wider side 320: letters stay visible"}},
     {"DigitKeyCut",
      {Moved(kDigits, 5, {200, 0, 250, 19})},
@@ -253,7 +253,7 @@ const std::vector<Fault> kFaults{
      {Painted("LANG1_SMALL_MASK", {50, 28, 54, 39}, 0)},
      {"portrait, lng1-small, key \"w\": the glyph reaches the edge"}},
     {"FaintGlyphs",
-     {[](Spoiled& skin) {
+     {[](DamagedSkin& skin) {
          // Middle grey inverted is middle grey again, also for light glyphs on black.
          Picture picture({240, 80}, Color{0xFF, 0xFF, 0xFF});
          for (int y = 20; y < 40; ++y)
@@ -276,7 +276,7 @@ const std::vector<Fault> kFaults{
      {Painted("LANG1_SMALL_MASK", Cell(1, 1), 1), Painted("LANG1_SMALL_MASK", {41, 21, 77, 37}, 0)},
      {"portrait, lng1-small, key \"w\": types \"w\" but shows nothing"}},
     {"GlyphWithoutCharacter",
-     {[](Spoiled& skin) { skin.Data("LOCALE_CHARSET")[2 + 8 * (94 - 70)] = 0; }},
+     {[](DamagedSkin& skin) { skin.Data("LOCALE_CHARSET")[2 + 8 * (94 - 70)] = 0; }},
      {"portrait, lng2-small, key \"a\": shows something but types no character",
       "landscape, lng2-small, key \"a\": shows something but types no character"}},
     {"NoWayBackFromDigits",
@@ -304,7 +304,7 @@ const std::vector<Fault> kFaults{
 class Faults : public testing::TestWithParam<Fault> {};
 
 TEST_P(Faults, AreReportedAndNothingElse) {
-    Spoiled skin;
+    DamagedSkin skin;
     for (const Spoil& spoil : GetParam().spoils)
         spoil(skin);
     std::vector<std::string> lines;
@@ -322,7 +322,7 @@ INSTANTIATE_TEST_SUITE_P(All, Faults, testing::ValuesIn(kFaults),
                          [](const auto& fault) { return std::string(fault.param.name); });
 
 TEST(Check, GuessesTheScreenFromThePictures) {
-    Spoiled skin;
+    DamagedSkin skin;
     EXPECT_EQ(GuessScreen(skin.Build()), kScreen);
     skin.Remove("LANSCAPE_KEYBOARD_BITMAP");
     EXPECT_EQ(GuessScreen(skin.Build()), kScreen);
@@ -331,7 +331,7 @@ TEST(Check, GuessesTheScreenFromThePictures) {
 }
 
 TEST(Check, SaysWhereTheSourceNamesTheKey) {
-    Spoiled skin;
+    DamagedSkin skin;
     skin.Renumber(kPortrait, 61, 63);
     const SourcePlaces places{{{BoardKind::Portrait, 63}, {"my.toml", 12}}};
     const auto remarks = Check(skin.Build(), kScreen, &places);
@@ -340,7 +340,7 @@ TEST(Check, SaysWhereTheSourceNamesTheKey) {
 }
 
 TEST(Check, StopsReadingOversizedLayouts) {
-    Spoiled skin;
+    DamagedSkin skin;
     Bytes& layout = skin.Data(kPortrait);
     layout.clear();
     for (int key = 70; key < 170; ++key)
@@ -354,7 +354,7 @@ TEST(Check, StopsReadingOversizedLayouts) {
 
 // Only checks that it ends; sanitizers check that it stays inside the bytes.
 TEST(Check, DamagedSkinsAreCheckedDumpedAndShown) {
-    const Bytes whole = Spoiled().File();
+    const Bytes whole = DamagedSkin().File();
     for (std::size_t place = 0; place < whole.size(); place += place < 8192 ? 211 : 4999) {
         Bytes damaged = whole;
         for (std::size_t i = place; i < std::min(place + 3, damaged.size()); ++i)

@@ -99,8 +99,8 @@ public:
             if (FaintKey faint = Read(key, rects); !faint.planes.empty()) m_Faint.push_back(std::move(faint));
         std::ranges::stable_sort(m_Faint, {}, [](const FaintKey& key) { return key.worst.ratio; });
         for (std::size_t i = 0; i < std::min(m_Faint.size(), kMostKeys); ++i)
-            Tell(m_Faint[i]);
-        TellOthers();
+            Report(m_Faint[i]);
+        ReportOthers();
     }
 
 private:
@@ -135,13 +135,13 @@ private:
         return *quarter;
     }
 
-    void Tell(const FaintKey& faint) {
+    void Report(const FaintKey& faint) {
         m_Remarks.Add(m_Board.kind, faint.planes == m_Planes ? PlaneSet{} : faint.planes, faint.key,
                       std::string("hard to read") + (faint.look == Look::Pressed ? " when pressed" : "") +
                           ": " + Text(faint.worst) + " to 1, and 4.5 to 1 is the least; change its colours");
     }
 
-    void TellOthers() {
+    void ReportOthers() {
         std::string names;
         for (std::size_t i = kMostKeys; i < m_Faint.size(); ++i)
             AppendName(names, m_Skin.NameOf(m_Faint[i].key), " ");

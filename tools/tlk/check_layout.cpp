@@ -158,7 +158,7 @@ private:
         keyboard = Intersect(keyboard, {0, 0, m_Area.width - 1, m_Area.height - 1});
         const std::vector<Gap> gaps = FindGaps(keyboard);
         for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
-            TellGap(keyboard, gaps[i]);
+            ReportGap(keyboard, gaps[i]);
         if (gaps.size() > kMostGaps)
             m_Remarks.Add(m_Board.kind, std::to_string(gaps.size() - kMostGaps) + " more gaps between keys");
     }
@@ -183,7 +183,7 @@ private:
     }
 
     // Reports the gap with the key to the left of its first pixel, or above it.
-    void TellGap(const Rect& keyboard, const Gap& gap) {
+    void ReportGap(const Rect& keyboard, const Gap& gap) {
         const std::string text =
             "taps are lost in a gap of " + std::to_string(gap.pixels) + " pixels within " + Text(gap.bounds);
         int x = gap.bounds.left;

@@ -23,7 +23,7 @@ std::string Folded(std::string name) {
 
 std::string Quoted(const std::string& name) { return '"' + name + '"'; }
 
-std::string TellApart(const std::string& part, const std::string& whole) {
+std::string DescribeConfusion(const std::string& part, const std::string& whole) {
     return "the name " + Quoted(part) + " is a part of " + Quoted(whole) +
            ", a skin in the same folder, and the keyboard finds skins by a part of their paths: on a device "
            "that has both, choosing or deleting " +
@@ -54,8 +54,8 @@ std::vector<Remark> CheckName(const std::string& path) {
             " is a part of the path of every skin in \\Windows, and the keyboard finds skins by a part of "
             "their paths: choosing or deleting this one may hit another. Give it a longer name");
     for (const std::string& other : SkinsBeside(path)) {
-        if (Contains(other, name)) add(TellApart(name, other));
-        if (Contains(name, other)) add(TellApart(other, name));
+        if (Contains(other, name)) add(DescribeConfusion(name, other));
+        if (Contains(name, other)) add(DescribeConfusion(other, name));
     }
     return remarks;
 }

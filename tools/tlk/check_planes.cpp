@@ -46,15 +46,15 @@ public:
           m_Remarks(remarks) {}
 
     void Run() {
-        TellMissingMasks();
-        TellIdleMasks();
+        ReportMissingMasks();
+        ReportUnusedMasks();
         if (!m_Board.picture.IsReadable() || KeysCoverTooMuch(m_Board)) return;
         for (const auto& [key, rects] : m_Board.layout)
             if (key < m_Skin.characters.size()) CheckKey(key, rects);
     }
 
 private:
-    void TellMissingMasks() {
+    void ReportMissingMasks() {
         PlaneSet missing;
         for (std::size_t plane : m_Reached)
             if (!m_Board.masks[plane].isPresent) missing.insert(plane);
@@ -64,7 +64,7 @@ private:
                               ": nothing is drawn");
     }
 
-    void TellIdleMasks() {
+    void ReportUnusedMasks() {
         PlaneSet idle;
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
             if (m_Board.masks[plane].isPresent && !m_Reached.contains(plane)) idle.insert(plane);

@@ -65,7 +65,7 @@ struct Orientation {
     }
 };
 
-void TellTraps(const Orientation& orientation, RemarkList& remarks) {
+void ReportTraps(const Orientation& orientation, RemarkList& remarks) {
     if (orientation.IsTrapped(latch::kLanguage2, latch::kDigits))
         remarks.Add(orientation.board,
                     "no way back from language 2: add the key \"lang\" here as well, as the language "
@@ -95,7 +95,7 @@ Reach CheckStatus(const CheckedSkin& checked, RemarkList& remarks) {
     }
     if (isTrapped) remarks.Add(BoardKind::Digits, "no way back: add the key \"digits\" to it");
     for (const Orientation& orientation : orientations)
-        TellTraps(orientation, remarks);
+        ReportTraps(orientation, remarks);
     if (checked.skin.Board(BoardKind::Digits).layout.contains(function_key::kControl))
         remarks.Add(BoardKind::Digits, function_key::kControl,
                     "Control shows the character keyboard while the keys of this one are hit: leave it out");

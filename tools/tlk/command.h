@@ -44,6 +44,6 @@ struct Checked {
 
 // Writes a line for each remark, with the label before its text; returns their number. Throws FileError if
 // the screen cannot be read.
-std::size_t TellRemarks(const Checked& checked, const std::string& label, std::ostream& out);
+std::size_t PrintRemarks(const Checked& checked, const std::string& label, std::ostream& out);
 
 }  // namespace tlk

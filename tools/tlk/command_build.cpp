@@ -36,7 +36,7 @@ const std::map<std::string, Processor>& Processors() {
     return processors;
 }
 
-void TellUnusedLanguage(const Skin& skin, std::ostream& out) {
+void ReportUnusedLanguage(const Skin& skin, std::ostream& out) {
     if (!skin.language2 || skin.HasKey(function_key::kLanguage)) return;
     Remark remark;
     remark.text = "[language2] is left out, as no key leads to it: add the key \"lang\" to the rows";
@@ -51,8 +51,8 @@ std::string Build(const Arguments& arguments) {
     WriteFile(arguments.output, file);
     const Module module = Module::Parse(file);
     const std::string screen = skin.screen ? Text(*skin.screen) : std::string();
-    TellUnusedLanguage(skin, std::cerr);
-    TellRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
+    ReportUnusedLanguage(skin, std::cerr);
+    PrintRemarks({module, arguments.output, screen, &skin.places}, kWarning, std::cerr);
     const std::string processor = ProcessorName(module.GetFacts().machine);
     if (arguments.all) return processor;
     std::cout << arguments.output << ": for " << (screen.empty() ? "" : "a screen of " + screen + " and ")

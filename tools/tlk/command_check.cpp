@@ -49,7 +49,7 @@ Status Run(const Arguments& arguments) {
     const Size screen = ScreenFor(checked);
     const SourcePlaces places = ReadPlaces(arguments.source, screen);
     if (!arguments.source.empty()) checked.pPlaces = &places;
-    const std::size_t count = TellRemarks(checked, "", std::cout);
+    const std::size_t count = PrintRemarks(checked, "", std::cout);
     std::cout << arguments.skin << ": "
               << (count == 0   ? "good"
                   : count == 1 ? "1 remark"
@@ -62,7 +62,7 @@ Status Run(const Arguments& arguments) {
 
 }  // namespace
 
-std::size_t TellRemarks(const Checked& checked, const std::string& label, std::ostream& out) {
+std::size_t PrintRemarks(const Checked& checked, const std::string& label, std::ostream& out) {
     std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.pPlaces);
     std::ranges::move(CheckName(checked.file), std::back_inserter(remarks));
     for (const Remark& remark : remarks)

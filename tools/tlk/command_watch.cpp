@@ -93,7 +93,7 @@ private:
             WriteFile(m_SkinPath, file);
             const Module module = Module::Parse(file);
             const std::string screen = compiled.skin.screen ? Text(*compiled.skin.screen) : std::string();
-            TellRemarks({module, m_Arguments.source, screen, &compiled.skin.places}, "warning: ", std::cout);
+            PrintRemarks({module, m_Arguments.source, screen, &compiled.skin.places}, "warning: ", std::cout);
             Show(ReadSkin(module), screen);
             std::cout << m_Arguments.source << ": built; waiting for changes, Ctrl-C ends" << std::endl;
         } catch (const FileError& error) {

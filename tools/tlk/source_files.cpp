@@ -50,11 +50,11 @@ toml::table ReadNamedFile(const toml::node& node, const std::string& path) {
 
 // Appends entries of arrays of tables, and replaces all other values. Moves nodes, as copies lose their
 // source positions.
-void LayOver(toml::table& base, toml::table&& over) {
+void OverrideTable(toml::table& base, toml::table&& over) {
     for (auto&& [key, node] : over) {
         toml::node* known = base.get(key);
         if (known && known->is_table() && node.is_table()) {
-            LayOver(*known->as_table(), std::move(*node.as_table()));
+            OverrideTable(*known->as_table(), std::move(*node.as_table()));
         } else if (known && known->is_array_of_tables() && node.is_array_of_tables()) {
             for (toml::node& entry : *node.as_array())
                 known->as_array()->push_back(std::move(entry));
@@ -108,18 +108,18 @@ public:
     // The source merged with its bases.
     toml::table Read(toml::table own) {
         const Screens differing = DifferingScreens(own);
-        toml::table whole = own.contains("based_on") ? LayOverBases(std::move(own)) : std::move(own);
+        toml::table whole = own.contains("based_on") ? MergeBases(std::move(own)) : std::move(own);
         m_Faults.Try([&] { RequireListed(differing, whole); });
         return whole;
     }
 
 private:
-    toml::table LayOverBases(toml::table own) {
+    toml::table MergeBases(toml::table own) {
         toml::table whole;
         for (const toml::node* base : BasesOf(*own.get("based_on")))
-            LayOver(whole, ReadBase(*base));
+            OverrideTable(whole, ReadBase(*base));
         own.erase("based_on");
-        LayOver(whole, std::move(own));
+        OverrideTable(whole, std::move(own));
         return whole;
     }
 
@@ -154,7 +154,7 @@ void ApplyScreen(toml::table& root, std::string_view screen) {
     toml::table* own = screens->get_as<toml::table>(screen);
     if (!own) return;
     toml::table taken = std::move(*own);
-    LayOver(root, std::move(taken));
+    OverrideTable(root, std::move(taken));
 }
 
 toml::table ReadPaletteFile(const toml::node& node, std::string_view path) {

@@ -12,7 +12,7 @@ namespace {
 constexpr int kUsualLineHeight = 13;  // of the 8-point font on the smallest screen
 constexpr std::u16string_view kBlanks = u" \t";
 
-std::u16string_view WithoutBlanksBehind(std::u16string_view text) {
+std::u16string_view WithoutTrailingBlanks(std::u16string_view text) {
     const std::size_t last = text.find_last_not_of(kBlanks);
     return text.substr(0, last == text.npos ? 0 : last + 1);
 }
@@ -73,7 +73,7 @@ void FontMetrics::WrapParagraph(std::u16string_view paragraph, int width,
         if (!blank && at > start && lineWidth + advance > width) {
             const bool atWord = nextWord > start;
             const std::size_t end = atWord ? nextWord : at;
-            lines.push_back(WithoutBlanksBehind(paragraph.substr(start, end - start)));
+            lines.push_back(WithoutTrailingBlanks(paragraph.substr(start, end - start)));
             lineWidth = atWord ? wordWidth : 0;
             start = nextWord = end;
         }
@@ -84,7 +84,7 @@ void FontMetrics::WrapParagraph(std::u16string_view paragraph, int width,
         nextWord = at;
         wordWidth = 0;
     }
-    lines.push_back(WithoutBlanksBehind(paragraph.substr(start)));
+    lines.push_back(WithoutTrailingBlanks(paragraph.substr(start)));
 }
 
 ControlPainter::ControlPainter(HWND window, HFONT font)

@@ -30,7 +30,7 @@ std::vector<std::u16string_view> SplitNames(std::u16string_view path) {
 }
 
 // Is this existing file or folder inside the device, after following links?
-bool LiesInDevice(const fs::path& path) {
+bool IsInDevice(const fs::path& path) {
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
     if (error) return false;
@@ -92,7 +92,7 @@ ResolvedPath ResolvePath(std::u16string_view devicePath) {
         }
         // Checked at each step: nothing is looked up behind a link that leads out.
         std::error_code error;
-        if (fs::is_symlink(entry, error) && !LiesInDevice(entry)) return {};
+        if (fs::is_symlink(entry, error) && !IsInDevice(entry)) return {};
         path = entry;
     }
     return {ERROR_SUCCESS, path};
@@ -115,7 +115,7 @@ std::vector<DirectoryEntry> ListFolder(const fs::path& folder,
         if (type == DT_LNK || type == DT_UNKNOWN) {
             const fs::path path = folder / hostName;
             std::error_code error;
-            if (fs::is_symlink(path, error) && !LiesInDevice(path)) return;
+            if (fs::is_symlink(path, error) && !IsInDevice(path)) return;
             isFolder = fs::is_directory(path, error);
         }
         std::u16string key = FoldCase(*name);

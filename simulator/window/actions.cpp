@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "acts.h"
+#include "actions.h"
 
 #include <sip_layout.h>
 #include <unicode.h>
@@ -16,75 +16,77 @@ namespace {
 
 constexpr SIZE kScreens[] = {{240, 320}, {480, 640}, {240, 240}, {320, 320}, {480, 800}};
 
-Words ScreenAct(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
+Words ScreenAction(SIZE size) { return {"screen", std::to_string(size.cx), std::to_string(size.cy)}; }
 
 // Gives the panel its initial height on this screen.
-Words SipAct(SIZE screen) {
+Words SipAction(SIZE screen) {
     const RECT sip = SipRectangle(screen, FirstSipHeight(screen));
     return {"sip", std::to_string(sip.left), std::to_string(sip.top), std::to_string(sip.right),
             std::to_string(sip.bottom)};
 }
 
-void Append(Acts& acts, const Acts& more) { acts.insert(acts.end(), more.begin(), more.end()); }
+void Append(Actions& actions, const Actions& more) {
+    actions.insert(actions.end(), more.begin(), more.end());
+}
 
 // Which skins the keyboard accepts is known only once it is selected.
-Acts SelectActs(const SkinOptions& skins) {
-    Acts acts = SkinActs(skins);
-    acts.push_back({"select"});
+Actions SelectActions(const SkinOptions& skins) {
+    Actions actions = SkinActions(skins);
+    actions.push_back({"select"});
     const std::u16string chosen = ChosenSkin();
-    if (skins.choice.empty() && !chosen.empty()) acts.push_back({"skin", "keep", unicode::ToUtf8(chosen)});
-    return acts;
+    if (skins.choice.empty() && !chosen.empty()) actions.push_back({"skin", "keep", unicode::ToUtf8(chosen)});
+    return actions;
 }
 
 }  // namespace
 
-Acts SkinActs(const SkinOptions& skins) {
-    Acts acts;
-    if (!skins.folder.empty()) acts.push_back({"skins", fs::absolute(skins.folder).string()});
-    if (!skins.file.empty()) acts.push_back({"skin", "put", fs::absolute(skins.file).string()});
+Actions SkinActions(const SkinOptions& skins) {
+    Actions actions;
+    if (!skins.folder.empty()) actions.push_back({"skins", fs::absolute(skins.folder).string()});
+    if (!skins.file.empty()) actions.push_back({"skin", "put", fs::absolute(skins.file).string()});
     if (!skins.choice.empty()) {
-        acts.push_back({"skin", "choose", skins.choice});
-        return acts;
+        actions.push_back({"skin", "choose", skins.choice});
+        return actions;
     }
     Words preference{"skin", "prefer"};
     for (const std::string& name : {unicode::ToUtf8(ChosenSkin()), skins.preferred}) {
         if (!name.empty()) preference.push_back(name);
     }
-    if (preference.size() > 2) acts.push_back(preference);
-    return acts;
+    if (preference.size() > 2) actions.push_back(preference);
+    return actions;
 }
 
-Acts StartActs(SIZE screen, const SkinOptions& skins) {
-    Acts acts;
-    if (!IsSameSize(screen, Session::Options().screen)) acts = {ScreenAct(screen), SipAct(screen)};
-    Append(acts, {{"setup"}, {"notes"}});
-    Append(acts, SelectActs(skins));
-    return acts;
+Actions StartActions(SIZE screen, const SkinOptions& skins) {
+    Actions actions;
+    if (!IsSameSize(screen, Session::Options().screen)) actions = {ScreenAction(screen), SipAction(screen)};
+    Append(actions, {{"setup"}, {"notes"}});
+    Append(actions, SelectActions(skins));
+    return actions;
 }
 
-Acts ChangeSizeActs(SIZE screen, SkinOptions skins) {
+Actions ChangeSizeActions(SIZE screen, SkinOptions skins) {
     skins.file = skins.choice = {};
-    Acts acts{{"deselect"}, ScreenAct(screen), SipAct(screen)};
-    Append(acts, SelectActs(skins));
-    return acts;
+    Actions actions{{"deselect"}, ScreenAction(screen), SipAction(screen)};
+    Append(actions, SelectActions(skins));
+    return actions;
 }
 
 // The platform keeps the panel's height when the screen turns. If the other orientation needs another one,
 // sets it, as the platform does when it shows the panel again.
-Acts TurnActs(Session& session, SIZE now) {
+Actions TurnActions(Session& session, SIZE now) {
     const SIZE turned{now.cy, now.cx};
     if (IsSameSize(now, turned)) return {};
     RECT sip{};
     GetWindowRect(session.Sip().Window(), &sip);
-    Acts acts{ScreenAct(turned)};
+    Actions actions{ScreenAction(turned)};
     if (sip.bottom - sip.top != FirstSipHeight(turned)) {
-        acts.push_back(SipAct(turned));
-        acts.push_back({"info"});
+        actions.push_back(SipAction(turned));
+        actions.push_back({"info"});
     }
-    return acts;
+    return actions;
 }
 
-Words ScreenshotAct() {
+Words ScreenshotAction() {
     for (int number = 1;; ++number) {
         const std::string name = "tolka-" + std::to_string(number) + ".png";
         std::error_code error;

@@ -9,7 +9,7 @@
 #include "session.h"
 
 using Words = std::vector<std::string>;  // one command
-using Acts = std::vector<Words>;
+using Actions = std::vector<Words>;
 
 // The options about skins; empty if not given.
 struct SkinOptions {
@@ -20,16 +20,16 @@ struct SkinOptions {
 };
 
 // Replaces the skins of another screen by those in the folder; the chosen skin stays chosen.
-Acts SkinActs(const SkinOptions& skins);
+Actions SkinActions(const SkinOptions& skins);
 // Starts a handheld with this screen and selects its keyboard. Begins with the screen size unless it is the
 // default, so that a recording replays without options.
-Acts StartActs(SIZE screen, const SkinOptions& skins);
+Actions StartActions(SIZE screen, const SkinOptions& skins);
 // Changes the screen size later on; the keyboard releases its skin in between.
-Acts ChangeSizeActs(SIZE screen, SkinOptions skins);
+Actions ChangeSizeActions(SIZE screen, SkinOptions skins);
 // No commands for a square screen.
-Acts TurnActs(Session& session, SIZE now);
+Actions TurnActions(Session& session, SIZE now);
 // Writes to the first file in the current folder that does not exist yet.
-Words ScreenshotAct();
+Words ScreenshotAction();
 
 // The next of the screen sizes, upright.
 SIZE NextScreenSize(SIZE screen);
