@@ -22,10 +22,10 @@ struct Command {
     int code;
     bool operator==(const Command&) const = default;
 };
-std::vector<Command> commands;
+std::vector<Command> g_commands;
 
 LRESULT CALLBACK RecordCommands(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_COMMAND) commands.push_back({LOWORD(wParam), HIWORD(wParam)});
+    if (message == WM_COMMAND) g_commands.push_back({LOWORD(wParam), HIWORD(wParam)});
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -49,7 +49,7 @@ protected:
     void TearDown() override {
         DestroyWindow(m_parent);
         UnregisterClassW(kParentClass, nullptr);
-        commands.clear();
+        g_commands.clear();
     }
 
     HWND Create(LPCWSTR className, DWORD style, int height = 20) {
@@ -83,7 +83,7 @@ TEST_F(Controls, AClickTogglesACheckBox) {
     EXPECT_EQ(state(), BST_CHECKED);
     SendMessageW(box, BM_SETCHECK, BST_UNCHECKED, 0);
     EXPECT_EQ(state(), BST_UNCHECKED);
-    EXPECT_EQ(commands, (std::vector<Command>{{5, BN_CLICKED}})) << "only a person's click notifies";
+    EXPECT_EQ(g_commands, (std::vector<Command>{{5, BN_CLICKED}})) << "only a person's click notifies";
     for (const bool enabled : {false, true}) {
         EXPECT_EQ(EnableWindow(box, enabled), enabled) << "whether it was disabled before";
         EXPECT_EQ(IsWindowEnabled(box) != FALSE, enabled);
@@ -159,7 +159,7 @@ TEST_F(ComboBoxes, TheSelectionFollowsItsItem) {
     EXPECT_EQ(Send(CB_DELETESTRING, 2), 3);
     EXPECT_EQ(Send(CB_GETCURSEL), CB_ERR);
     EXPECT_EQ(TextOf(m_combo), TEXT(""));
-    EXPECT_TRUE(commands.empty());
+    EXPECT_TRUE(g_commands.empty());
 }
 
 TEST_F(ComboBoxes, TheGivenHeightIncludesTheList) {
@@ -195,7 +195,7 @@ protected:
 
     // Opens the dialog; the handler gets WM_INITDIALOG and must end it.
     INT_PTR Open(int id, const Handler& handler, HWND owner) {
-        initialise = handler;
+        m_initialise = handler;
         return DialogBoxParamW(m_module, MAKEINTRESOURCEW(id), owner, HandleMessage, 42);
     }
 
@@ -203,10 +203,10 @@ protected:
 
 private:
     static INT_PTR CALLBACK HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-        return message == WM_INITDIALOG ? initialise(dialog, wParam, lParam) : FALSE;
+        return message == WM_INITDIALOG ? m_initialise(dialog, wParam, lParam) : FALSE;
     }
 
-    inline static Handler initialise;
+    inline static Handler m_initialise;
 };
 
 TEST_F(DialogBoxes, ControlsLieInTheOrderOfTheTemplate) {

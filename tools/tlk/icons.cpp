@@ -37,9 +37,9 @@ Drawings ReadDrawings(std::string_view text) {
 
 // Null if there is none.
 const Mask* FindDrawing(std::string_view name, std::string_view size) {
-    static const Drawings drawings = ReadDrawings(kIconsText);
-    const auto found = drawings.find(std::string(name) + ' ' + std::string(size));
-    return found == drawings.end() ? nullptr : &found->second;
+    static const Drawings kDrawings = ReadDrawings(kIconsText);
+    const auto found = kDrawings.find(std::string(name) + ' ' + std::string(size));
+    return found == kDrawings.end() ? nullptr : &found->second;
 }
 
 // The capitals from which on each drawing is used, and then all of them at twice their size.

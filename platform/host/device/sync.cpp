@@ -9,7 +9,7 @@
 
 namespace {
 
-thread_local DWORD t_lastError = 0;
+thread_local DWORD g_lastError = 0;
 
 // Shared by all sections whose own mutex could not be created; they then exclude each other, too.
 // InitializeCriticalSection cannot report that memory ran out.
@@ -24,8 +24,8 @@ std::recursive_mutex& Mutex(const CRITICAL_SECTION* section) {
 
 }  // namespace
 
-DWORD WINAPI GetLastError() { return t_lastError; }
-void WINAPI SetLastError(DWORD error) { t_lastError = error; }
+DWORD WINAPI GetLastError() { return g_lastError; }
+void WINAPI SetLastError(DWORD error) { g_lastError = error; }
 
 void WINAPI InitializeCriticalSection(CRITICAL_SECTION* section) {
     section->mutex = host::CallFails(host::Call::InitializeLock, ERROR_NOT_ENOUGH_MEMORY)

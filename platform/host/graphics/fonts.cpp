@@ -55,8 +55,8 @@ private:
 };
 
 FT_Face GetFace(bool bold) {
-    static const Faces faces;
-    return faces.Get(bold);
+    static const Faces kFaces;
+    return kFaces.Get(bold);
 }
 
 int RoundUp(FT_Pos position) {
@@ -118,8 +118,8 @@ LOGFONTW SystemLogFont() {
 }
 
 const Glyph& Glyphs::Find(char32_t character) {
-    static const Glyph nothing;
-    if (character < U' ') return nothing;
+    static const Glyph kNothing;
+    if (character < U' ') return kNothing;
     FT_Face face = GetFace(bold);
     const unsigned index = FT_Get_Char_Index(face, character);
     const auto found = rendered.find(index);

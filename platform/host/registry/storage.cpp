@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t maxFileSize = 64 << 20;
+constexpr std::uintmax_t kMaxFileSize = 64 << 20;
 
 RegistryTree g_tree;
 bool g_changed = false;
@@ -52,7 +52,7 @@ void Reject(const std::string& where, const std::string& what) {
 
 std::optional<std::string> ReadWhole(const fs::path& file) {
     std::error_code error;
-    if (!fs::is_regular_file(file, error) || fs::file_size(file, error) > maxFileSize || error)
+    if (!fs::is_regular_file(file, error) || fs::file_size(file, error) > kMaxFileSize || error)
         return std::nullopt;
     std::ifstream stream(file, std::ios::binary);
     std::ostringstream text;

@@ -11,7 +11,7 @@
 
 namespace {
 
-std::vector<HWND> fullScreenDialogs;
+std::vector<HWND> g_fullScreenDialogs;
 
 // In the dialog's client coordinates.
 RECT DoneButtonPlace(HWND dialog) {
@@ -54,9 +54,9 @@ void FillScreen(HWND dialog) {
 }
 
 void ForgetClosedDialogs() {
-    const auto gone = std::remove_if(fullScreenDialogs.begin(), fullScreenDialogs.end(),
+    const auto gone = std::remove_if(g_fullScreenDialogs.begin(), g_fullScreenDialogs.end(),
                                      [](HWND dialog) { return !IsWindow(dialog); });
-    fullScreenDialogs.erase(gone, fullScreenDialogs.end());
+    g_fullScreenDialogs.erase(gone, g_fullScreenDialogs.end());
 }
 
 }  // namespace
@@ -68,7 +68,7 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
     const bool complete = !(info->dwFlags & SHIDIF_DONEBUTTON) || AddDoneButton(info->hDlg);
     if (info->dwFlags & SHIDIF_SIZEDLGFULLSCREEN) {
         ForgetClosedDialogs();
-        fullScreenDialogs.push_back(info->hDlg);
+        g_fullScreenDialogs.push_back(info->hDlg);
         FillScreen(info->hDlg);
     }
     return complete;
@@ -77,7 +77,7 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
 // A dialog's handler may open or close dialogs.
 void FitFullScreenDialogs() {
     ForgetClosedDialogs();
-    for (const HWND dialog : std::vector<HWND>(fullScreenDialogs)) {
+    for (const HWND dialog : std::vector<HWND>(g_fullScreenDialogs)) {
         if (IsWindow(dialog)) FillScreen(dialog);
     }
 }

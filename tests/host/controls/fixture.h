@@ -31,14 +31,14 @@ protected:
 
     void SetUp() override {
         RecordedWindows::SetUp();
-        current = this;
+        m_current = this;
         m_edit = Create({0, 0, 240, 100}, m_desktop);
         SetFocus(m_edit);
     }
     void TearDown() override {
         host::SetIdleHandler(nullptr);
         RecordedWindows::TearDown();
-        current = nullptr;
+        m_current = nullptr;
     }
 
     // Controls are placed one below the other, 200 x 24 pixels each, at x 20, from y 30 on, 30 apart.
@@ -134,7 +134,7 @@ protected:
 
 private:
     static INT_PTR CALLBACK HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        Dialogs& test = *current;
+        Dialogs& test = *m_current;
         if (message == WM_DESTROY) test.dialog = nullptr;
         if (message == WM_INITDIALOG) test.dialog = window;
         if (message == WM_COMMAND) test.commands.push_back({LOWORD(wParam), HIWORD(wParam)});
@@ -145,7 +145,7 @@ private:
         return EndDialog(window, LOWORD(wParam));
     }
 
-    inline static Dialogs* current = nullptr;
+    inline static Dialogs* m_current = nullptr;
 };
 
 }  // namespace test

@@ -45,7 +45,7 @@ public:
 
 protected:
     void SetUp() override {
-        current = this;
+        m_current = this;
         WNDCLASSW windowClass{};
         windowClass.lpfnWndProc = Record;
         windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
@@ -62,7 +62,7 @@ protected:
         for (const HWND window : m_tops) {
             DestroyWindow(window);  // fails if the test has done it
         }
-        current = nullptr;
+        m_current = nullptr;
     }
 
     // Creates a top-level window, destroyed with the test.
@@ -76,13 +76,13 @@ protected:
 private:
     static LRESULT CALLBACK Record(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
         const Message message{window, number, wParam, lParam};
-        if (current && number != WM_ERASEBKGND) current->messages.push_back(message);
+        if (m_current && number != WM_ERASEBKGND) m_current->messages.push_back(message);
         LRESULT result = 0;
-        if (current && current->onMessage && current->onMessage(message, result)) return result;
+        if (m_current && m_current->onMessage && m_current->onMessage(message, result)) return result;
         return DefWindowProcW(window, number, wParam, lParam);
     }
 
-    inline static RecordedWindows* current = nullptr;
+    inline static RecordedWindows* m_current = nullptr;
     std::vector<HWND> m_tops;
 };
 
