@@ -67,7 +67,7 @@ public:
     bool Init(LONG width, LONG height);
     // Reads the skin in m_hSkinLib. False when its picture is missing or as wide as neither screen side.
     bool LoadSkin(LONG width, LONG height);
-    // Releases what the skin holds. Bitmaps that are still selected stay in their fields until the next
+    // Releases the skin's resources. Bitmaps that are still selected stay in their fields until the next
     // LoadSkin or the destructor.
     void UnloadSkin();
     // Rebuilds m_Charset from the library's tables and the skin's second language. False when memory runs

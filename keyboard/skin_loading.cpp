@@ -66,7 +66,7 @@ bool CKeyboard::LoadSkin(LONG width, LONG height) {
     return GetBitmapSize(m_hKbBitmap, picture) && (picture.cx == width || picture.cx == height);
 }
 
-// A skin made for strokes turns them on, and tells the options dialog by a registry value.
+// A skin made for strokes turns them on. The registry value is for the options dialog.
 void CKeyboard::LoadSwipeOnlyMark() {
     const HRSRC mark = FindResourceW(m_hSkinLib, TEXT("SWIPE_ONLY"), TEXT("RC_DATA"));
     if (mark) m_dwSwipe |= 1;

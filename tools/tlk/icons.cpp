@@ -42,7 +42,7 @@ const Mask* FindDrawing(std::string_view name, std::string_view size) {
     return found == kDrawings.end() ? nullptr : &found->second;
 }
 
-// The capitals from which on each drawing is used, and then all of them at twice their size.
+// The heights of capitals from which each size is used, and from which all are doubled.
 constexpr int kThinFrom = 8;
 constexpr int kThickFrom = 11;
 constexpr int kLargeFrom = 15;
@@ -63,7 +63,7 @@ Mask Mirror(const Mask& ink) {
     return mirrored;
 }
 
-// What points to the left points upwards.
+// Turns what points left into what points up.
 Mask Transpose(const Mask& ink) {
     const Size size = ink.GetSize();
     Mask transposed({size.height, size.width}, 0);
@@ -75,8 +75,8 @@ Mask Transpose(const Mask& ink) {
 
 bool IsInk(const Mask& ink, int x, int y) { return ink.Contains(x, y) && ink.At(x, y); }
 
-// Twice the size with the steps of slanting lines filled in halfway, so that they stay as smooth and sharp as
-// they were: a corner takes the value that its two outer neighbours share, unless a line passes there.
+// Doubles the size and fills half of the steps in slanting lines, so that they stay smooth and sharp: a
+// corner takes the value that its two outer neighbours share, unless a line passes there.
 Mask Double(const Mask& ink) {
     const Size size = ink.GetSize();
     Mask doubled({size.width * 2, size.height * 2}, 0);

@@ -20,7 +20,7 @@ constexpr std::uint32_t kDirectorySize = 16;
 constexpr std::uint32_t kEntrySize = 8;
 constexpr std::uint32_t kDataEntrySize = 16;
 
-// What differs in the headers between processors.
+// The differences of headers between processors.
 struct Headers {
     std::uint16_t machine;
     std::uint16_t flags;
@@ -58,8 +58,8 @@ std::uint32_t RoundUp(std::size_t value, std::uint32_t multiple) {
 //
 //   root -> one directory per type -> one directory per name -> one data entry (language neutral)
 //
-// in the order directories, data entries, names, data. Named types stand before numbered ones and names
-// ascend, because lookups search by halves.
+// in the order directories, data entries, names, data. Named types come before numbered ones, and names
+// ascend, for binary searches.
 class ResourceSection {
 public:
     explicit ResourceSection(const std::vector<Resource>& resources) : m_Resources(resources) {
@@ -191,7 +191,7 @@ void WriteDosAndFileHeader(Bytes& file, const Headers& headers) {
     Put16(file, headers.flags);
 }
 
-// A number as wide as the machine's addresses.
+// Writes a number as wide as the machine's addresses.
 void PutAddress(Bytes& file, const Headers& headers, std::uint64_t value) {
     if (headers.IsWide()) return Put64(file, value);
     Put32(file, static_cast<std::uint32_t>(value));

@@ -8,17 +8,18 @@
 
 namespace tlk {
 
-// Bitmaps have the standard numeric type; data has the type named "RC_DATA", as the engine asks for it.
+// Bitmaps have the standard numeric type; data has the type named "RC_DATA", which the engine looks for.
 enum class ResourceKind { Bitmap, Data };
 
 struct Resource {
     ResourceKind kind;
-    // ASCII; written in upper case, as lookups without regard to case need it.
+    // ASCII; written in upper case, as lookups that ignore case require.
     std::string name;
     Bytes data;
 };
 
-// Whose loader the library is for. It holds no code, but a loader takes only what is made for its processor.
+// The processor for which the library is. It has no code, but devices load only libraries for their
+// processor.
 enum class Processor { X64, X86, Arm };
 
 // A resource-only library: no code, no entry point, no time stamp. Equal resources give equal bytes.
