@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "input_method/keyb_input.h"
 
+#include "framework/screen.h"
 #include "input_method/button_images.h"
 #include "store/settings_key.h"
 
 namespace {
 
 constexpr DWORD kInfoSize = 40;  // the handheld's size of IMINFO, on every build
-
-SIZE ScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
 
 // -1 if the list has no image.
 int LastImage(HIMAGELIST list) { return ImageList_GetImageCount(list) - 1; }
@@ -37,7 +36,7 @@ STDMETHODIMP CKeybInput::Select(HWND sip) {
     if (m_MainWnd.m_hWnd) return S_OK;
     m_MainWnd.m_pKbd = &m_Kbd;
     m_hSipWnd = sip;
-    m_Res = ScreenSize();
+    m_Res = GetScreenSize();
     RECT place{};
     GetWindowRect(sip, &place);
     if (!m_MainWnd.Create(sip, place, nullptr, WS_CHILD, 0)) return E_FAIL;
@@ -90,7 +89,7 @@ STDMETHODIMP CKeybInput::GetInfo(IMINFO* info) {
 STDMETHODIMP CKeybInput::ReceiveSipInfo(SIPINFO* info) {
     if (!info) return E_POINTER;
     const bool skinChanged = HasSkinChanged();
-    const SIZE screen = ScreenSize();
+    const SIZE screen = GetScreenSize();
     RECT& place = info->rcSipRect;
     if (screen.cx != m_Res.cx || screen.cy != m_Res.cy || skinChanged) {
         m_Res = screen;

@@ -2,15 +2,11 @@
 #include "input_method/main_wnd.h"
 
 #include "framework/handles.h"
+#include "framework/screen.h"
 
 namespace {
 
 constexpr WCHAR kPanelClass[] = TEXT("3E8B6D14-C2A7-4F90-8B5E-71D0A9C4E26F-PanelHost");
-
-// Client coordinates; negative to the left of and above the panel while the keyboard has the capture.
-POINT PointOf(LPARAM lParam) {
-    return {static_cast<SHORT>(LOWORD(lParam)), static_cast<SHORT>(HIWORD(lParam))};
-}
 
 }  // namespace
 
@@ -44,16 +40,16 @@ BOOL CMainWnd::ProcessWindowMessage(HWND, UINT message, WPARAM, LPARAM lParam, L
             result = OnEraseBkgnd();
             return TRUE;
         case WM_LBUTTONDBLCLK:
-            result = OnLButtonDblClk(PointOf(lParam));
+            result = OnLButtonDblClk(GetPenPoint(lParam));
             return TRUE;
         case WM_LBUTTONDOWN:
-            result = OnLButtonDown(PointOf(lParam));
+            result = OnLButtonDown(GetPenPoint(lParam));
             return TRUE;
         case WM_LBUTTONUP:
-            result = OnLButtonUp(PointOf(lParam));
+            result = OnLButtonUp(GetPenPoint(lParam));
             return TRUE;
         case WM_MOUSEMOVE:
-            result = OnMouseMove(PointOf(lParam));
+            result = OnMouseMove(GetPenPoint(lParam));
             return TRUE;
         default:
             return FALSE;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Checks, loads and unloads a skin file.
 #include "framework/handles.h"
+#include "framework/screen.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
 #include "keyboard/skin_resources.h"
@@ -45,14 +46,13 @@ constinit const CKeyboard::SkinBitmap CKeyboard::kSkinBitmaps[] = {
 };
 
 bool CKeyboard::IsValidSkin(const WideString& path) {
-    const LONG width = GetSystemMetrics(SM_CXSCREEN);
-    const LONG height = GetSystemMetrics(SM_CYSCREEN);
+    const SIZE screen = GetScreenSize();
     const CModuleOwner skin(LoadLibraryW(path.c_str()));
     if (!skin) return false;
     const CBitmapOwner picture(LoadBitmapW(skin.Get(), TEXT("char_keyboard_bitmap")));
     SIZE size{};
     if (!picture || !GetBitmapSize(picture.Get(), size)) return false;
-    return size.cx == (width > height ? height : width);
+    return size.cx == (screen.cx > screen.cy ? screen.cy : screen.cx);
 }
 
 bool CKeyboard::LoadSkin(LONG width, LONG height) {

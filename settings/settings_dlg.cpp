@@ -8,6 +8,7 @@
 
 #include "framework/handles.h"
 #include "framework/memory.h"
+#include "framework/screen.h"
 #include "settings/resource_string.h"
 #include "settings/skin_combo.h"
 #include "store/settings_key.h"
@@ -83,7 +84,7 @@ LRESULT CSettingsDlg::OnCommand(WORD id, WORD code, bool& handled) {
 LRESULT CSettingsDlg::OnInitDialog() {
     TakeOverPanel();
     MakeTitleFont();
-    FetchScreenSize();
+    m_Screen = GetScreenSize();
     FetchControls();
     PlaceLine();
     SetCheckState(m_hDefaultCheck, IsDefaultIM() ? 1 : 0);
@@ -194,7 +195,7 @@ void CSettingsDlg::InitShellDialog() {
 }
 
 LRESULT CSettingsDlg::OnSize() {
-    FetchScreenSize();
+    m_Screen = GetScreenSize();
     if (!m_hLine) return 0;
     PlaceAboutText();
     PlaceLine();

@@ -54,7 +54,6 @@ private:
     WideString SelectedSkinName() const;
 
     // --- settings_layout.cpp: all in client pixels ---
-    void FetchScreenSize();
     LONG LongerSide() const;
     RECT ControlRect(HWND control) const;
     void MoveControl(HWND control, const RECT& place) const;

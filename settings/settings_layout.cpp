@@ -4,10 +4,6 @@
 
 #include "settings/settings_dlg.h"
 
-void CSettingsDlg::FetchScreenSize() {
-    m_Screen = {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
-}
-
 LONG CSettingsDlg::LongerSide() const { return std::max(m_Screen.cx, m_Screen.cy); }
 
 RECT CSettingsDlg::ControlRect(HWND control) const {

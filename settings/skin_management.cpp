@@ -2,6 +2,7 @@
 // Changes, adds and deletes skins. These commands take effect at once, however the user closes the dialog.
 #include <algorithm>
 
+#include "framework/screen.h"
 #include "settings/resource_string.h"
 #include "settings/settings_dlg.h"
 #include "settings/skin_combo.h"
@@ -49,10 +50,9 @@ LRESULT CSettingsDlg::OnSkinSelChange(WORD code) {
 
 bool CSettingsDlg::ApplySkin() {
     if (!m_pKeyboard) return true;
-    const LONG width = GetSystemMetrics(SM_CXSCREEN);
-    const LONG height = GetSystemMetrics(SM_CYSCREEN);
+    const SIZE screen = GetScreenSize();
     if (!SaveSettings()) return false;
-    if (!m_pKeyboard->Init(width, height)) return true;
+    if (!m_pKeyboard->Init(screen.cx, screen.cy)) return true;
     SipShowIM(SIPF_OFF);  // off and on lays the panel out and redraws it
     SipShowIM(SIPF_ON);
     DWORD swipeOnly = 0;

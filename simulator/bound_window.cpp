@@ -3,14 +3,7 @@
 
 #include <host_control.h>
 
-namespace {
-
-// The position of a pen message in the client area.
-POINT PenPosition(LPARAM position) {
-    return {static_cast<SHORT>(LOWORD(position)), static_cast<SHORT>(HIWORD(position))};
-}
-
-}  // namespace
+#include "framework/screen.h"
 
 bool Contains(const RECT& area, POINT point) {
     return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
@@ -66,11 +59,11 @@ LRESULT BoundWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
-            return OnPenDown(PenPosition(lParam)), 0;
+            return OnPenDown(GetPenPoint(lParam)), 0;
         case WM_MOUSEMOVE:
-            return OnPenMove(PenPosition(lParam)), 0;
+            return OnPenMove(GetPenPoint(lParam)), 0;
         case WM_LBUTTONUP:
-            return OnPenUp(PenPosition(lParam)), 0;
+            return OnPenUp(GetPenPoint(lParam)), 0;
         case WM_PAINT:
             return OnPaint(), 0;
         case WM_ERASEBKGND:

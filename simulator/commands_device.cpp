@@ -43,12 +43,9 @@ void Delete(Session&, const Arguments& arguments) {
     NoteMissing(arguments, DeleteDeviceFile(arguments.Wide(0)));
 }
 
-void ReadOnly(Session&, const Arguments& arguments) {
-    NoteMissing(arguments, SetDeviceFileAccess(arguments.Wide(0), FileAccess::ReadOnly));
-}
-
-void Writable(Session&, const Arguments& arguments) {
-    NoteMissing(arguments, SetDeviceFileAccess(arguments.Wide(0), FileAccess::Writable));
+template <FileAccess access>
+void SetAccess(Session&, const Arguments& arguments) {
+    NoteMissing(arguments, SetDeviceFileAccess(arguments.Wide(0), access));
 }
 
 void Renew(Session&, const Arguments& arguments) { RenewDeviceFile(arguments.Wide(0), arguments.Text(1)); }
@@ -58,8 +55,8 @@ constexpr Command kCommands[] = {
     {"screenshot panel", "FILE", 1, 1, ScreenshotPanel},
     {"screenshot", "[panel] FILE", 1, 1, Screenshot},
     {"delete", "PATH", 1, 1, Delete},
-    {"readonly", "PATH", 1, 1, ReadOnly},
-    {"writable", "PATH", 1, 1, Writable},
+    {"readonly", "PATH", 1, 1, SetAccess<FileAccess::ReadOnly>},
+    {"writable", "PATH", 1, 1, SetAccess<FileAccess::Writable>},
     {"renew", "PATH FILE", 2, 2, Renew},
 };
 

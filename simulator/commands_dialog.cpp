@@ -49,10 +49,7 @@ int ItemCount(HWND combo) { return static_cast<int>(SendMessageW(combo, CB_GETCO
 
 void Options(Session& session, const Arguments&) {
     session.RequireNoCall();
-    if (!session.Sip().HasInputMethod()) {
-        Note("There is no input method to call.");
-        return;
-    }
+    if (!session.Sip().HasInputMethod()) return Note("There is no input method to call.");
     session.Sip().OpenOptions(session.GetApplication().Handle());
 }
 
@@ -141,24 +138,14 @@ void Dialog(Session& session, const Arguments&) {
     }
 }
 
-void WriteImage(const Arguments& arguments, HANDLE list, int index) {
-    const host::Picture picture = host::PictureOf(list, index);
-    if (picture.pixels.empty()) {
-        Note("the input method has no such image");
-        return;
-    }
+// The button's picture in one size, as GetInfo names it now.
+template <HANDLE IMINFO::*list, int IMINFO::*index>
+void WriteImage(Session& session, const Arguments& arguments) {
+    IMINFO info;
+    if (FAILED(session.Sip().ReadInfo(info))) return;
+    const host::Picture picture = host::PictureOf(info.*list, info.*index);
+    if (picture.pixels.empty()) return Note("the input method has no such image");
     WritePng(arguments.Text(0), picture);
-}
-
-// Writes the picture that GetInfo names now.
-void NarrowImage(Session& session, const Arguments& arguments) {
-    IMINFO info;
-    if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageNarrow, info.iNarrow);
-}
-
-void WideImage(Session& session, const Arguments& arguments) {
-    IMINFO info;
-    if (SUCCEEDED(session.Sip().ReadInfo(info))) WriteImage(arguments, info.hImageWide, info.iWide);
 }
 
 constexpr Command kCommands[] = {
@@ -168,8 +155,8 @@ constexpr Command kCommands[] = {
     {"file cancel", "", 0, 0, CancelFile},
     {"file", "PATH", 1, 1, File},
     {"dialog", "", 0, 0, Dialog},
-    {"image narrow", "FILE", 1, 1, NarrowImage},
-    {"image wide", "FILE", 1, 1, WideImage},
+    {"image narrow", "FILE", 1, 1, WriteImage<&IMINFO::hImageNarrow, &IMINFO::iNarrow>},
+    {"image wide", "FILE", 1, 1, WriteImage<&IMINFO::hImageWide, &IMINFO::iWide>},
 };
 
 }  // namespace

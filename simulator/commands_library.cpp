@@ -26,12 +26,9 @@ void FactoryRelease(Session& session, const Arguments&) {
     if (!session.GetFactories().Release()) Note("No reference to the factory is held.");
 }
 
+template <BOOL lock>
 void FactoryLock(Session& session, const Arguments&) {
-    session.GetTrace().WriteCall("LockServer", session.GetFactories().Lock(TRUE));
-}
-
-void FactoryUnlock(Session& session, const Arguments&) {
-    session.GetTrace().WriteCall("LockServer", session.GetFactories().Lock(FALSE));
+    session.GetTrace().WriteCall("LockServer", session.GetFactories().Lock(lock));
 }
 
 // Its failures are intended by tests and do not change the exit status.
@@ -75,8 +72,8 @@ constexpr Command kCommands[] = {
     {"unregister", "", 0, 0, Unregister},
     {"factory get", "", 0, 0, FactoryGet},
     {"factory release", "", 0, 0, FactoryRelease},
-    {"factory lock", "", 0, 0, FactoryLock},
-    {"factory unlock", "", 0, 0, FactoryUnlock},
+    {"factory lock", "", 0, 0, FactoryLock<TRUE>},
+    {"factory unlock", "", 0, 0, FactoryLock<FALSE>},
     {"factory create", "IID [aggregated]", 1, 2, FactoryCreate},
     {"unloadable", "", 0, 0, Unloadable},
     {"unload", "", 0, 0, Unload},

@@ -21,17 +21,15 @@ void Deselect(Session& session, const Arguments&) {
     if (HasInputMethod(session)) session.Sip().Deselect();
 }
 
-void CallbackOn(Session& session, const Arguments&) {
-    if (HasInputMethod(session)) session.Sip().RegisterCallback(SipCallbackUse::Registered);
+template <SipCallbackUse use>
+void Callback(Session& session, const Arguments&) {
+    if (HasInputMethod(session)) session.Sip().RegisterCallback(use);
 }
 
-void CallbackOff(Session& session, const Arguments&) {
-    if (HasInputMethod(session)) session.Sip().RegisterCallback(SipCallbackUse::None);
+template <SipVisibility visibility>
+void SetVisibility(Session& session, const Arguments&) {
+    session.Sip().SetVisibility(visibility);
 }
-
-void Show(Session& session, const Arguments&) { session.Sip().SetVisibility(SipVisibility::Shown); }
-
-void Hide(Session& session, const Arguments&) { session.Sip().SetVisibility(SipVisibility::Hidden); }
 
 void Info(Session& session, const Arguments&) {
     if (HasInputMethod(session)) session.Sip().SendSipInfo();
@@ -47,40 +45,33 @@ void MoveSip(Session& session, const Arguments& arguments) {
         {arguments.Pixels(0), arguments.Pixels(1), arguments.Pixels(2), arguments.Pixels(3)});
 }
 
-bool IsShown(HWND window) {
-    return (static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)) & WS_VISIBLE) != 0;
-}
-
-// The window's size, with its corner at this point.
-std::string Describe(HWND window, POINT corner) {
+// The window's rectangle in the client coordinates of another one; null is the screen.
+std::string Describe(HWND window, HWND space) {
     RECT r{};
     GetWindowRect(window, &r);
+    POINT corner{r.left, r.top};
+    if (space) ScreenToClient(space, &corner);
+    const bool shown = (static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)) & WS_VISIBLE) != 0;
     return std::to_string(corner.x) + ' ' + std::to_string(corner.y) + ' ' +
            std::to_string(r.right - r.left) + ' ' + std::to_string(r.bottom - r.top) +
-           (IsShown(window) ? " shown=1" : " shown=0");
+           (shown ? " shown=1" : " shown=0");
 }
 
 void Windows(Session& session, const Arguments&) {
     const HWND sip = session.Sip().Window();
-    RECT r{};
-    GetWindowRect(sip, &r);
-    session.GetTrace().Write("Window sip " + Describe(sip, {r.left, r.top}));
     const HWND panel = session.Sip().Panel();
-    if (!panel) return session.GetTrace().Write("Window panel none");
-    GetWindowRect(panel, &r);
-    POINT corner{r.left, r.top};
-    ScreenToClient(sip, &corner);
-    session.GetTrace().Write("Window panel " + Describe(panel, corner));
+    session.GetTrace().Write("Window sip " + Describe(sip, nullptr));
+    session.GetTrace().Write("Window panel " + (panel ? Describe(panel, sip) : "none"));
 }
 
 constexpr Command kCommands[] = {
     {"create", "", 0, 0, Create},
     {"select", "", 0, 0, Select},
     {"deselect", "", 0, 0, Deselect},
-    {"callback on", "", 0, 0, CallbackOn},
-    {"callback off", "", 0, 0, CallbackOff},
-    {"show", "", 0, 0, Show},
-    {"hide", "", 0, 0, Hide},
+    {"callback on", "", 0, 0, Callback<SipCallbackUse::Registered>},
+    {"callback off", "", 0, 0, Callback<SipCallbackUse::None>},
+    {"show", "", 0, 0, SetVisibility<SipVisibility::Shown>},
+    {"hide", "", 0, 0, SetVisibility<SipVisibility::Hidden>},
     {"info", "", 0, 0, Info},
     {"screen", "W H", 2, 2, Screen},
     {"sip", "L T R B", 4, 4, MoveSip},

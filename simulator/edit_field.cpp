@@ -47,6 +47,19 @@ Action FindAction(std::span<const KeyAction> keys, UINT virtualKey) {
     return found == keys.end() ? nullptr : found->action;
 }
 
+// By EditCommand.
+struct Edit {
+    void (EditText::*perform)();
+    bool (EditText::*isPossible)() const;
+};
+constexpr Edit kEdits[] = {
+    {&EditText::Clear, &EditText::HasText},    {&EditText::Undo, &EditText::CanUndo},
+    {&EditText::Cut, &EditText::HasSelection}, {&EditText::Copy, &EditText::HasSelection},
+    {&EditText::Paste, &EditText::CanPaste},   {&EditText::SelectAll, &EditText::HasText},
+};
+
+const Edit& FindEdit(EditCommand command) { return kEdits[static_cast<std::size_t>(command)]; }
+
 }  // namespace
 
 EditField::EditField(HWND parent, const RECT& bounds) {
@@ -140,44 +153,11 @@ void EditField::SetCaret(POINT point, Selecting selecting) {
 
 void EditField::Perform(EditCommand command) {
     if (!CanPerform(command)) return;
-    switch (command) {
-        case EditCommand::Clear:
-            m_text.Clear();
-            break;
-        case EditCommand::Undo:
-            m_text.Undo();
-            break;
-        case EditCommand::Cut:
-            m_text.Cut();
-            break;
-        case EditCommand::Copy:
-            m_text.Copy();
-            break;
-        case EditCommand::Paste:
-            m_text.Paste();
-            break;
-        case EditCommand::SelectAll:
-            m_text.SelectAll();
-            break;
-    }
+    (m_text.*FindEdit(command).perform)();
     OnChanged();
 }
 
-bool EditField::CanPerform(EditCommand command) const {
-    switch (command) {
-        case EditCommand::Undo:
-            return m_text.CanUndo();
-        case EditCommand::Cut:
-        case EditCommand::Copy:
-            return m_text.HasSelection();
-        case EditCommand::Paste:
-            return m_text.CanPaste();
-        case EditCommand::Clear:
-        case EditCommand::SelectAll:
-            break;
-    }
-    return !m_text.Text().empty();
-}
+bool EditField::CanPerform(EditCommand command) const { return (m_text.*FindEdit(command).isPossible)(); }
 
 // If there is no such line, the caret stays.
 void EditField::MoveLine(int lines, Selecting selecting) {

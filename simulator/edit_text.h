@@ -41,6 +41,7 @@ public:
     void Copy();
     void Cut();
     void Paste();
+    bool HasText() const { return !m_text.empty(); }
     bool CanPaste() const { return !m_clipboard.empty(); }
     bool CanUndo() const { return !m_changes.empty(); }
     // Undoes the last change; continuous typing or deleting is one change.

@@ -32,7 +32,7 @@ foreach(room device registry modules graphics com windows controls)
 endforeach()
 layer(platform/host/  device  ${rooms})
 layer(platform/       device  ${own})
-layer(simulator/      device  ${own} store/registry_names[.]h$ framework/handles[.]h$)
+layer(simulator/      device  ${own} store/registry_names[.]h$ framework/handles[.]h$ framework/screen[.]h$)
 # tlk asks the engine about finished skins, on its own device.
 layer(tools/tlk/engine.cpp device ${own} keyboard/ framework/)
 layer(tools/tlk/      neutral ${own})

@@ -8,14 +8,14 @@
 namespace unicode {
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t kReplacement = 0xFFFD;
 
 bool IsSurrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }
 bool IsFirstHalf(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsSecondHalf(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 void Append(std::string& bytes, char32_t character) {
-    utf8::append(IsSurrogate(character) ? replacement : character, std::back_inserter(bytes));
+    utf8::append(IsSurrogate(character) ? kReplacement : character, std::back_inserter(bytes));
 }
 
 }  // namespace

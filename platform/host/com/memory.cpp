@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Task memory, automation's strings, identifiers as text.
+// Task memory, identifiers as text.
 #include "com/activation.h"
 
 #include "device/faults.h"
 
-#include <oleauto.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 namespace host {
@@ -50,9 +47,6 @@ bool ParseGuid(std::u16string_view text, GUID& guid) {
     return true;
 }
 
-// Automation keeps the length in bytes before the text.
-constexpr std::size_t kStringPrefix = sizeof(DWORD);
-
 }  // namespace
 
 std::u16string FormatGuid(const GUID& guid) {
@@ -75,21 +69,6 @@ void* WINAPI CoTaskMemAlloc(SIZE_T bytes) {
 }
 
 void WINAPI CoTaskMemFree(void* memory) { std::free(memory); }
-
-BSTR WINAPI SysAllocString(const WCHAR* text) {
-    if (!text || CallFails(Call::AllocateMemory)) return nullptr;
-    const std::size_t bytes = std::u16string_view(text).size() * sizeof(WCHAR);
-    const auto length = static_cast<DWORD>(bytes);
-    auto* block = static_cast<char*>(std::malloc(kStringPrefix + bytes + sizeof(WCHAR)));
-    if (!block) return nullptr;
-    std::memcpy(block, &length, kStringPrefix);
-    std::memcpy(block + kStringPrefix, text, bytes + sizeof(WCHAR));
-    return reinterpret_cast<BSTR>(block + kStringPrefix);
-}
-
-void WINAPI SysFreeString(BSTR text) {
-    if (text) std::free(reinterpret_cast<char*>(text) - kStringPrefix);
-}
 
 HRESULT WINAPI StringFromCLSID(REFCLSID clsid, LPWSTR* text) {
     if (!text) return E_INVALIDARG;

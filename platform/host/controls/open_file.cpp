@@ -14,7 +14,6 @@ namespace {
 constexpr std::u16string_view kUsualFolder = u"\\My Documents";
 
 OpenFileHandler g_handler;
-DWORD g_extendedError = 0;
 
 // The strings up to the empty one that ends the list.
 std::vector<std::u16string> SplitStrings(LPCWSTR strings) {
@@ -35,14 +34,11 @@ std::u16string JoinStrings(const std::vector<std::u16string>& strings) {
     return joined;
 }
 
-DWORD CheckRequest(const OPENFILENAMEW& request) {
+bool IsUnderstood(const OPENFILENAMEW& request) {
     constexpr DWORD known = OFN_EXPLORER | OFN_ENABLEHOOK;
-    if (request.lStructSize != sizeof request) return CDERR_STRUCTSIZE;
-    if ((request.Flags & ~known) != 0 || request.lpstrCustomFilter || request.lpTemplateName ||
-        !request.lpstrFile || (request.hwndOwner && !IsWindow(request.hwndOwner))) {
-        return CDERR_INITIALIZATION;
-    }
-    return 0;
+    return request.lStructSize == sizeof request && (request.Flags & ~known) == 0 &&
+           !request.lpstrCustomFilter && !request.lpTemplateName && request.lpstrFile &&
+           (!request.hwndOwner || IsWindow(request.hwndOwner));
 }
 
 // Without a filter all files are listed.
@@ -71,12 +67,12 @@ void CopyText(std::u16string_view text, LPWSTR target) {
 }
 
 // A choice that does not fit is not copied at all.
-DWORD FillIn(OPENFILENAMEW& request, const std::u16string& path) {
+bool FillIn(OPENFILENAMEW& request, const std::u16string& path) {
     const std::u16string_view name = SplitDevicePath(path).name;
     const bool titleFits = !request.lpstrFileTitle || name.size() < request.nMaxFileTitle;
     if (path.size() >= request.nMaxFile || !titleFits) {
         if (request.nMaxFile > 0) request.lpstrFile[0] = static_cast<WCHAR>(path.size() + 1);
-        return FNERR_BUFFERTOOSMALL;
+        return false;
     }
     CopyText(path, request.lpstrFile);
     if (request.lpstrFileTitle) CopyText(name, request.lpstrFileTitle);
@@ -84,7 +80,7 @@ DWORD FillIn(OPENFILENAMEW& request, const std::u16string& path) {
     const std::size_t dot = name.rfind(u'.');
     request.nFileOffset = static_cast<WORD>(nameStart);
     request.nFileExtension = dot == name.npos ? WORD{0} : static_cast<WORD>(nameStart + dot + 1);
-    return 0;
+    return true;
 }
 
 }  // namespace
@@ -104,33 +100,18 @@ bool CancelOpenFile() {
     return dialog != nullptr;
 }
 
-void ResetOpenFile() {
-    g_handler = nullptr;
-    g_extendedError = 0;
-}
+void ResetOpenFile() { g_handler = nullptr; }
 
 }  // namespace host
 
 using namespace host;
 
 BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request) {
-    g_extendedError = request ? CheckRequest(*request) : DWORD{CDERR_INITIALIZATION};
-    if (g_extendedError != 0) return FALSE;
+    if (!request || !IsUnderstood(*request)) return FALSE;
     if (g_handler)
         g_handler(std::u16string(View(request->lpstrDefExt)),
                   JoinStrings(SplitStrings(request->lpstrFilter)));
-    if (CallFails(Call::GetOpenFileName)) {
-        g_extendedError = CDERR_DIALOGFAILURE;
-        return FALSE;
-    }
+    if (CallFails(Call::GetOpenFileName)) return FALSE;
     OpenFileDialog dialog(*request, MakeSetup(*request));
-    const OpenFileDialog::Outcome outcome = dialog.Run();
-    if (outcome == OpenFileDialog::Outcome::Chosen) {
-        g_extendedError = FillIn(*request, dialog.Path());
-        return g_extendedError == 0;
-    }
-    g_extendedError = outcome == OpenFileDialog::Outcome::Failed ? CDERR_DIALOGFAILURE : 0;
-    return FALSE;
+    return dialog.Run() && FillIn(*request, dialog.Path());
 }
-
-DWORD WINAPI CommDlgExtendedError() { return g_extendedError; }

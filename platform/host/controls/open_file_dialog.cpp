@@ -118,7 +118,7 @@ bool IsFolder(const std::u16string& devicePath) {
     return resolved.error == ERROR_SUCCESS && std::filesystem::is_directory(resolved.path, error);
 }
 
-OpenFileDialog::Outcome OpenFileDialog::Run() {
+bool OpenFileDialog::Run() {
     const BoxFonts fonts;
     m_captionFont = fonts.Caption();
     m_captionHeight = fonts.CaptionHeight();
@@ -129,8 +129,7 @@ OpenFileDialog::Outcome OpenFileDialog::Run() {
     const INT_PTR result = RunModal({layout, fonts.Text(), m_request.hwndOwner, nullptr, HandleMessage,
                                      reinterpret_cast<LPARAM>(this), Maker::Platform});
     std::erase(g_open, this);
-    if (result < 0) return Outcome::Failed;
-    return result == IDOK ? Outcome::Chosen : Outcome::Cancelled;
+    return result == IDOK;
 }
 
 OpenFileDialog* OpenFileDialog::Topmost() {

@@ -43,8 +43,8 @@ public:
     OpenFileDialog(const OpenFileDialog&) = delete;
     OpenFileDialog& operator=(const OpenFileDialog&) = delete;
 
-    enum class Outcome { Chosen, Cancelled, Failed };
-    Outcome Run();
+    // False if the user cancels it or it cannot be created.
+    bool Run();
     // The full path that was chosen.
     const std::u16string& Path() const { return m_path; }
 

@@ -18,5 +18,3 @@ void ResetClock() { g_now = 0; }
 }  // namespace host
 
 void WINAPI Sleep(DWORD milliseconds) { host::AdvanceClock(milliseconds); }
-
-DWORD WINAPI GetTickCount() { return host::Now(); }

@@ -78,8 +78,6 @@ int WINAPI lstrcmpiW(LPCWSTR first, LPCWSTR second) {
     return Sign(host::FoldCase(host::View(first)).compare(host::FoldCase(host::View(second))));
 }
 
-int WINAPI lstrlenW(LPCWSTR text) { return static_cast<int>(host::View(text).size()); }
-
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text,
                                int characters) {
     const bool knownPage = codePage == CP_ACP || codePage == kWesternCodePage;

@@ -61,10 +61,8 @@ enum class Pen { Down, Move, Up, DoubleClick };
 // Posts exactly this message to the window with the capture, or without one to the visible, enabled window
 // under the point (screen coordinates).
 void PostPen(Pen event, POINT point);
-// The same for a real pen: recognises a double tap by itself (within 500 ms and 4 pixels, on a CS_DBLCLKS
-// window).
-void MovePen(Pen event, POINT point);
-// MovePen without posting: returns the event to post instead. Call it once for each event, when it happens.
+// What a real pen's event is to be posted as: a double tap (within 500 ms and 4 pixels, on a CS_DBLCLKS
+// window) has a DoubleClick as its second Down. Call it once for each event, when it happens.
 Pen RecognizePen(Pen event, POINT point);
 // Called as soon as a window gets the capture, or with null when it ends.
 using CaptureHandler = std::function<void(HWND)>;
@@ -110,7 +108,7 @@ bool CancelOpenFile();
 // One entry for each kind of host call that can fail.
 enum class Call {
     AddImage,        // to an image list
-    AllocateMemory,  // CoTaskMemAlloc, SysAllocString
+    AllocateMemory,  // CoTaskMemAlloc
     BeginPaint,
     BitBlt,
     CreateBitmap,

@@ -118,15 +118,6 @@ int WINAPI ImageList_GetImageCount(HIMAGELIST handle) {
     return list ? list->Count() : 0;
 }
 
-BOOL WINAPI ImageList_GetIconSize(HIMAGELIST handle, int* width, int* height) {
-    const ImageList* list = g_lists.Require(handle);
-    if (!list) return FALSE;
-    if (!width || !height) return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    *width = list->width;
-    *height = list->height;
-    return TRUE;
-}
-
 BOOL WINAPI ImageList_Draw(HIMAGELIST handle, int index, HDC dc, int x, int y, UINT) {
     const ImageList* list = FindImage(handle, index);
     const Context* context = list ? FindObject<Context>(dc) : nullptr;

@@ -76,19 +76,6 @@ void Region::IntersectWith(const RECT& r) {
     m_rectangles.resize(kept);
 }
 
-// Appends the common parts and then removes the old rectangles, to reuse the vector's memory.
-void Region::IntersectWith(const Region& other) {
-    const std::size_t count = m_rectangles.size();
-    const std::size_t otherCount = other.m_rectangles.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        for (std::size_t j = 0; j < otherCount; ++j) {
-            const RECT part = Intersect(m_rectangles[i], other.m_rectangles[j]);
-            if (!IsEmpty(part)) m_rectangles.push_back(part);
-        }
-    }
-    m_rectangles.erase(m_rectangles.begin(), m_rectangles.begin() + static_cast<std::ptrdiff_t>(count));
-}
-
 void Region::Move(LONG dx, LONG dy) {
     for (RECT& r : m_rectangles) {
         r = Offset(r, dx, dy);

@@ -33,7 +33,6 @@ public:
     void Subtract(const RECT& r);
     void Subtract(const Region& other);
     void IntersectWith(const RECT& r);
-    void IntersectWith(const Region& other);
     void Move(LONG dx, LONG dy);
     void Swap(Region& other) { m_rectangles.swap(other.m_rectangles); }
 

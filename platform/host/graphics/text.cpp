@@ -15,28 +15,20 @@ constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits include TA_RIGHT
 constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits include TA_BOTTOM
 constexpr BYTE kHalf = 128;
 
-// Calls visit(glyph, pen offset) for each character and returns the width. The spacing, if given, has an
-// advance for each code unit of the text.
+// Calls visit(glyph, pen offset) for each character and returns the width.
 template <typename Visitor>
-std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, const INT* spacing, Visitor visit) {
+std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, Visitor visit) {
     std::int64_t pen = 0;
     while (!text.empty()) {
-        const std::size_t before = text.size();
         const Glyph& glyph = glyphs.Find(unicode::TakeCharacter(text));
         visit(glyph, pen);
-        if (!spacing) {
-            pen += glyph.advance;
-            continue;
-        }
-        for (std::size_t unit = text.size(); unit < before; ++unit) {
-            pen += *spacing++;
-        }
+        pen += glyph.advance;
     }
     return pen;
 }
 
-std::int64_t WidthOf(Glyphs& glyphs, std::u16string_view text, const INT* spacing = nullptr) {
-    return WalkText(glyphs, text, spacing, [](const Glyph&, std::int64_t) {});
+std::int64_t WidthOf(Glyphs& glyphs, std::u16string_view text) {
+    return WalkText(glyphs, text, [](const Glyph&, std::int64_t) {});
 }
 
 DWORD Mix(DWORD under, DWORD over, DWORD coverage) {
@@ -69,7 +61,6 @@ void DrawGlyphPart(const Surface& surface, const Glyph& glyph, const RECT& box, 
 
 struct Line {
     std::u16string_view text;
-    const INT* spacing = nullptr;
     std::int64_t left = 0;  // of the text cell, in surface pixels
     std::int64_t top = 0;
 };
@@ -77,13 +68,12 @@ struct Line {
 // Draws one line inside the clip (surface pixels): the cell's background if it is opaque, then the glyphs.
 void DrawLine(const Context& context, Glyphs& glyphs, const Line& line, const RECT& clip) {
     if (context.attributes.backMode == OPAQUE) {
-        const RECT cell =
-            MakeArea(line.left, line.top, WidthOf(glyphs, line.text, line.spacing), glyphs.CellHeight());
+        const RECT cell = MakeArea(line.left, line.top, WidthOf(glyphs, line.text), glyphs.CellHeight());
         FillArea(context, Intersect(cell, clip), context.attributes.backColor);
     }
     const Surface& surface = context.bitmap->surface;
     const DWORD color = WordFor(surface, context.attributes.textColor);
-    WalkText(glyphs, line.text, line.spacing, [&](const Glyph& glyph, std::int64_t pen) {
+    WalkText(glyphs, line.text, [&](const Glyph& glyph, std::int64_t pen) {
         const RECT box = MakeArea(line.left + pen + glyph.left, line.top + glyphs.ascent - glyph.top,
                                   glyph.width, glyph.height);
         ForEachVisible(context, Intersect(box, clip),
@@ -130,13 +120,10 @@ void ForEachLine(std::u16string_view text, UINT format, Visitor visit) {
     } while (!text.empty());
 }
 
-SIZE MeasureLines(Glyphs& glyphs, std::u16string_view text, UINT format) {
-    SIZE size{};
-    ForEachLine(text, format, [&](std::u16string_view line) {
-        size.cx = std::max(size.cx, static_cast<LONG>(WidthOf(glyphs, line)));
-        size.cy += glyphs.CellHeight();
-    });
-    return size;
+int HeightOfLines(const Glyphs& glyphs, std::u16string_view text, UINT format) {
+    int height = 0;
+    ForEachLine(text, format, [&](std::u16string_view) { height += glyphs.CellHeight(); });
+    return height;
 }
 
 void DrawLines(const Context& context, Glyphs& glyphs, std::u16string_view text, const RECT& rectangle,
@@ -172,23 +159,17 @@ BOOL WINAPI ExtTextOutW(HDC dc, int x, int y, UINT options, const RECT* rectangl
                         const INT* spacing) {
     const Context* context = FindObject<Context>(dc);
     if (!context) return FALSE;
-    if ((!text && length != 0) || (!rectangle && (options & ETO_OPAQUE)))
+    if ((!text && length != 0) || (options & ~UINT{ETO_CLIPPED}) || spacing)
         return Fail(ERROR_INVALID_PARAMETER, FALSE);
     Glyphs* glyphs = GlyphsOf(*context->font);
     if (!glyphs) return FALSE;
-    RECT clip = context->bitmap->surface.Bounds();
-    if (rectangle) {
-        const RECT area = PlaceRectangle(*context, *rectangle);
-        if (options & ETO_OPAQUE) FillArea(*context, area, context->attributes.backColor);
-        if (options & ETO_CLIPPED) clip = area;
-    }
-    if (length == 0) return TRUE;
+    const bool clips = rectangle && (options & ETO_CLIPPED);
+    const RECT clip = clips ? PlaceRectangle(*context, *rectangle) : context->bitmap->surface.Bounds();
     const std::u16string_view view(text, length);
-    const std::int64_t width = WidthOf(*glyphs, view, spacing);
+    const std::int64_t width = WidthOf(*glyphs, view);
     const UINT align = context->attributes.align;
     DrawLine(*context, *glyphs,
              {.text = view,
-              .spacing = spacing,
               .left = std::int64_t{x} + context->origin.x + AlignedLeft(align, width),
               .top = std::int64_t{y} + context->origin.y + AlignedTop(align, *glyphs)},
              clip);
@@ -216,15 +197,10 @@ int WINAPI DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rectangle, UINT for
     if (!rectangle) return Fail(ERROR_INVALID_PARAMETER, 0);
     Glyphs* glyphs = ReadText(text, length, view) ? GlyphsOf(*context->font) : nullptr;
     if (!glyphs) return 0;
-    const SIZE size = MeasureLines(*glyphs, view, format);
-    if (format & DT_CALCRECT) {
-        rectangle->right = rectangle->left + size.cx;
-        rectangle->bottom = rectangle->top + size.cy;
-        return size.cy;
-    }
+    const int height = HeightOfLines(*glyphs, view, format);
     const bool centred = (format & DT_VCENTER) && (format & DT_SINGLELINE);
-    const std::int64_t room = std::int64_t{rectangle->bottom} - rectangle->top - size.cy;
+    const std::int64_t room = std::int64_t{rectangle->bottom} - rectangle->top - height;
     const std::int64_t shift = centred ? room / 2 : 0;
     DrawLines(*context, *glyphs, view, *rectangle, shift, format);
-    return static_cast<int>(size.cy + shift);
+    return static_cast<int>(height + shift);
 }

@@ -20,6 +20,5 @@ BOOL WINAPI ImageList_Destroy(HIMAGELIST list);
 int WINAPI ImageList_AddMasked(HIMAGELIST list, HBITMAP bitmap, COLORREF transparent);
 // 0 for a null or stale list.
 int WINAPI ImageList_GetImageCount(HIMAGELIST list);
-BOOL WINAPI ImageList_GetIconSize(HIMAGELIST list, int* width, int* height);
 // Transparent pixels leave the target unchanged. Lists have no background colour, so both styles do the same.
 BOOL WINAPI ImageList_Draw(HIMAGELIST list, int index, HDC dc, int x, int y, UINT style);

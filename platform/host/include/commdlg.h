@@ -7,11 +7,6 @@
 #define OFN_ENABLEHOOK 0x00000020
 #define OFN_EXPLORER 0x00080000
 
-#define CDERR_DIALOGFAILURE 0xFFFF
-#define CDERR_STRUCTSIZE 0x0001
-#define CDERR_INITIALIZATION 0x0002
-#define FNERR_BUFFERTOOSMALL 0x3003
-
 using LPOFNHOOKPROC = UINT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 
 struct OPENFILENAMEW {
@@ -41,9 +36,7 @@ struct OPENFILENAMEW {
     DWORD FlagsEx;
 };
 
-// Refuses custom filters, templates and flags other than those above (CDERR_INITIALIZATION). If a buffer is
-// too small the call fails with FNERR_BUFFERTOOSMALL, and the first character of lpstrFile, if it has room
-// for one, is the number of characters needed.
+// FALSE if the user cancels. Refuses custom filters, templates and flags other than those above. If a buffer
+// is too small the call fails, and the first character of lpstrFile, if it has room for one, is the number of
+// characters needed.
 BOOL WINAPI GetOpenFileNameW(OPENFILENAMEW* request);
-// Why the last call failed; 0 if the user cancelled.
-DWORD WINAPI CommDlgExtendedError();

@@ -1,14 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Automation: strings and the registration of type libraries.
+// Automation: the registration of type libraries.
 #pragma once
 
 #include <unknwn.h>
-
-using BSTR = WCHAR*;
-
-// The caller owns it and frees it with SysFreeString. Null if memory runs out or text is null.
-BSTR WINAPI SysAllocString(const WCHAR* text);
-void WINAPI SysFreeString(BSTR text);
 
 // Callers only load, register and release it.
 struct ITypeLib : IUnknown {};

@@ -20,7 +20,6 @@ using REFCLSID = const CLSID&;
 inline bool operator==(const GUID& first, const GUID& second) {
     return __builtin_memcmp(&first, &second, sizeof(GUID)) == 0;
 }
-#define IsEqualGUID(first, second) ((first) == (second))
 #define IsEqualIID(first, second) ((first) == (second))
 #define IsEqualCLSID(first, second) ((first) == (second))
 

@@ -9,7 +9,6 @@ DWORD WINAPI GetLastError();
 void WINAPI SetLastError(DWORD error);
 // Moves the device's virtual clock; never waits.
 void WINAPI Sleep(DWORD milliseconds);
-DWORD WINAPI GetTickCount();
 
 // --- Modules ----------------------------------------------------------------------------------------------
 using FARPROC = INT_PTR (*)();
@@ -67,7 +66,6 @@ BOOL WINAPI DeleteFileW(LPCWSTR path);
 
 int WINAPI lstrcmpW(LPCWSTR first, LPCWSTR second);
 int WINAPI lstrcmpiW(LPCWSTR first, LPCWSTR second);
-int WINAPI lstrlenW(LPCWSTR text);
 // Only for CP_ACP (Windows-1252). A length of -1 includes the terminating null.
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byteCount, LPWSTR text,
                                int characters);

@@ -11,11 +11,9 @@ using DWORD = std::uint32_t;
 using INT = int;
 using UINT = unsigned int;
 using SHORT = std::int16_t;
-using USHORT = std::uint16_t;
 using LONG = std::int32_t;
 using ULONG = std::uint32_t;
 using BOOL = int;
-using CHAR = char;
 using WCHAR = char16_t;
 using ATOM = WORD;
 using COLORREF = DWORD;
@@ -30,25 +28,18 @@ using LRESULT = LONG_PTR;
 using HRESULT = LONG;
 using SIZE_T = std::size_t;
 
-using PVOID = void*;
 using LPVOID = void*;
 using LPCVOID = const void*;
 using LPBYTE = BYTE*;
 using LPDWORD = DWORD*;
-using LPLONG = LONG*;
-using PWSTR = WCHAR*;
 using LPWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
-using LPSTR = char*;
 using LPCSTR = const char*;
 
 #define TRUE 1
 #define FALSE 0
-#define CONST const
-#define VOID void
 #define WINAPI
 #define CALLBACK
-#define APIENTRY
 #define TOLKA_WIDE_LITERAL(text) u##text
 #define TEXT(text) TOLKA_WIDE_LITERAL(text)
 #define MAX_PATH 260
@@ -92,9 +83,6 @@ struct RECT {
     LONG right;
     LONG bottom;
 };
-using LPPOINT = POINT*;
-using LPRECT = RECT*;
-using LPCRECT = const RECT*;
 
 #define LOWORD(value) (static_cast<WORD>(static_cast<DWORD_PTR>(value) & 0xFFFF))
 #define HIWORD(value) (static_cast<WORD>((static_cast<DWORD_PTR>(value) >> 16) & 0xFFFF))

@@ -15,9 +15,6 @@
 
 #define SRCCOPY 0x00CC0020u
 #define NOTSRCCOPY 0x00330008u
-#define SRCAND 0x008800C6u
-#define SRCPAINT 0x00EE0086u
-#define SRCINVERT 0x00660046u
 #define BLACKNESS 0x00000042u
 #define WHITENESS 0x00FF0062u
 #define MAKEROP4(fore, back) (static_cast<DWORD>(((static_cast<DWORD>(back) << 8) & 0xFF000000u) | (fore)))
@@ -39,7 +36,6 @@
 #define TA_TOP 0
 #define TA_BOTTOM 8
 #define TA_BASELINE 24
-#define ETO_OPAQUE 2
 #define ETO_CLIPPED 4
 
 #define FW_NORMAL 400
@@ -139,6 +135,7 @@ COLORREF WINAPI SetTextColor(HDC dc, COLORREF color);
 COLORREF WINAPI SetBkColor(HDC dc, COLORREF color);
 int WINAPI SetBkMode(HDC dc, int mode);
 UINT WINAPI SetTextAlign(HDC dc, UINT align);
+// Refuses spacing, and options other than the one above.
 BOOL WINAPI ExtTextOutW(HDC dc, int x, int y, UINT options, const RECT* rectangle, LPCWSTR text, UINT length,
                         const INT* spacing);
 BOOL WINAPI GetTextExtentPoint32W(HDC dc, LPCWSTR text, int length, SIZE* size);

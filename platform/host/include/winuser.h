@@ -51,7 +51,6 @@ using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 #define WS_CLIPCHILDREN 0x02000000u
 #define WS_BORDER 0x00800000u
 #define WS_VSCROLL 0x00200000u
-#define WS_SYSMENU 0x00080000u
 #define WS_GROUP 0x00020000u
 #define WS_TABSTOP 0x00010000u
 #define WS_EX_TOPMOST 0x00000008u
@@ -230,7 +229,6 @@ HBRUSH WINAPI GetSysColorBrush(int index);
 #define DT_VCENTER 0x0004
 #define DT_SINGLELINE 0x0020
 #define DT_NOCLIP 0x0100
-#define DT_CALCRECT 0x0400
 #define DT_NOPREFIX 0x0800
 // Returns the height of the text in pixels, 0 on failure. Lines break at "\n"; long lines are not wrapped.
 int WINAPI DrawTextW(HDC dc, LPCWSTR text, int length, RECT* rectangle, UINT format);

@@ -18,6 +18,12 @@ std::vector<std::unique_ptr<WindowClass>> classes;
 std::vector<std::unique_ptr<WindowClass>> systemClasses;
 ATOM nextAtom = kFirstAtom;
 
+bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance) {
+    if (windowClass.instance != instance) return false;
+    if (IS_INTRESOURCE(name)) return windowClass.atom == static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(name));
+    return lstrcmpiW(windowClass.name.c_str(), name) == 0;
+}
+
 WindowClass* FindAmong(const std::vector<std::unique_ptr<WindowClass>>& all, LPCWSTR name,
                        HINSTANCE instance) {
     if (!name) return nullptr;
@@ -55,12 +61,6 @@ DWORD CheckClass(const WNDCLASSW* windowClass) {
 }
 
 }  // namespace
-
-bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance) {
-    if (windowClass.instance != instance) return false;
-    if (IS_INTRESOURCE(name)) return windowClass.atom == static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(name));
-    return lstrcmpiW(windowClass.name.c_str(), name) == 0;
-}
 
 WindowClass* FindClass(LPCWSTR name, HINSTANCE instance) {
     WindowClass* found = FindOwnClass(name, instance);

@@ -116,11 +116,9 @@ void CloseContexts(HWND handle) {
     clientContexts.erase(gone, clientContexts.end());
 }
 
-void InvalidateAllWindows() { InvalidateAll(TopLevelWindows()); }
-
 void SetScreenSize(SIZE size) {
     ResizeScreen(size);
-    InvalidateAllWindows();
+    InvalidateAll(TopLevelWindows());
 }
 
 }  // namespace host

@@ -130,8 +130,6 @@ Pen RecognizePen(Pen event, POINT point) {
     return event;
 }
 
-void MovePen(Pen event, POINT point) { PostPen(RecognizePen(event, point), point); }
-
 void SetCaptureHandler(CaptureHandler handler) { captureHandler = std::move(handler); }
 
 // GetKeyState changes when the message is taken from the queue, so that a handler sees the keys as they were

@@ -62,7 +62,6 @@ Window* RequireWindow(HWND handle);
 // By name or atom: a class of the instance, else one for all instances, else one of the layer. Null if there
 // is none.
 WindowClass* FindClass(LPCWSTR name, HINSTANCE instance);
-bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance);
 void ResetClasses();
 // Destroys all windows and resets the window manager.
 void ResetWindows();
@@ -105,7 +104,6 @@ void InvalidateArea(Window& window, Region area);
 void ExposeBelow(const Window& window, Region area);
 
 // --- Painting (paint.cpp) ---------------------------------------------------------------------------------
-void InvalidateAllWindows();
 enum class Erase { No, Yes };
 void AddToUpdate(Window& window, const RECT& clientArea, Erase erase);
 void Validate(Window& window);

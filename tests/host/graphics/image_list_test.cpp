@@ -36,12 +36,10 @@ TEST(ImageLists, RefuseInvalidLists) {
     ImageList_Destroy(stale);
     const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
     for (const HIMAGELIST bad : {stale, HIMAGELIST{nullptr}, reinterpret_cast<HIMAGELIST>(bitmap)}) {
-        int side = 0;
         SetLastError(ERROR_SUCCESS);
         EXPECT_EQ(ImageList_AddMasked(bad, bitmap, kMask), -1);
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
         EXPECT_EQ(ImageList_GetImageCount(bad), 0);
-        EXPECT_FALSE(ImageList_GetIconSize(bad, &side, &side));
         EXPECT_FALSE(ImageList_Draw(bad, 0, nullptr, 0, 0, ILD_NORMAL));
         EXPECT_FALSE(ImageList_Destroy(bad));
     }

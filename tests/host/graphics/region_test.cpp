@@ -46,7 +46,6 @@ TEST(Region, OperationsAreThoseOfPixelSets) {
     const std::function<void()> operations[] = {
         [&] { region.Set(r), expected = PixelsOf(r); },
         [&] { region.IntersectWith(r), expected &= PixelsOf(r); },
-        [&] { region.IntersectWith(other), expected &= PixelsOf(other); },
         [&] { region.Subtract(other), expected &= ~PixelsOf(other); },
         [&] { region.Swap(other), expected = PixelsOf(region); },
         [&] { region.Subtract(r), expected &= ~PixelsOf(r); },
@@ -55,7 +54,7 @@ TEST(Region, OperationsAreThoseOfPixelSets) {
     for (int step = 0; step < 3000; ++step) {
         // Sometimes empty or reversed.
         r = {coordinate(), coordinate(), coordinate(), coordinate()};
-        operations[std::min(random.Below(12), 6)]();  // most often the last
+        operations[std::min(random.Below(12), 5)]();  // most often the last
         ASSERT_EQ(PixelsOf(region), expected) << "step " << step;
         ASSERT_EQ(region.Empty(), expected.none());
     }
@@ -75,7 +74,6 @@ TEST(Region, SubtractingItselfLeavesNothing) {
     host::Region region;
     region.Add({0, 0, 10, 10});
     region.Subtract(RECT{2, 2, 4, 4});
-    region.IntersectWith(region);
     EXPECT_EQ(PixelsOf(region).count(), 96u);
     region.Subtract(region);
     EXPECT_TRUE(region.Empty());

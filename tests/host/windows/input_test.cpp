@@ -25,8 +25,8 @@ protected:
     // The messages from taps of a real pen.
     std::vector<UINT> Tap(std::initializer_list<POINT> points, DWORD pause) {
         for (const POINT point : points) {
-            host::MovePen(Pen::Down, point);
-            host::MovePen(Pen::Up, point);
+            host::PostPen(host::RecognizePen(Pen::Down, point), point);
+            host::PostPen(Pen::Up, point);
             host::AdvanceClock(pause);
         }
         std::vector<UINT> numbers;

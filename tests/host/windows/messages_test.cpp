@@ -87,7 +87,7 @@ TEST_F(MessageLoop, MessagesAreStampedWithClockAndPen) {
     Sleep(20);
     host::PostPen(host::Pen::Move, {3, 4});
     host::AdvanceClock(5);
-    EXPECT_EQ(GetTickCount(), 25u);
+    EXPECT_EQ(host::Now(), 25u);
     MSG message;
     ASSERT_TRUE(GetMessageW(&message, nullptr, 0, 0));
     EXPECT_EQ(message.time, 20u);
