@@ -34,7 +34,7 @@ TEST_F(CommandLineTest, ACallThatFailsGivesStatusOneAndTheScriptGoesOn) {
             "select\ntext\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(LastLine(result.trace, "Create 0x8"), "");
-    EXPECT_EQ(result.trace.find("Select"), std::string::npos);
+    EXPECT_FALSE(Has(result.trace, "Select"));
     EXPECT_EQ(LastLine(result.trace, "Text"), "Text \"\"");
 }
 

@@ -9,23 +9,26 @@ using DeviceCommandsTest = SimulatorTest;
 
 TEST_F(DeviceCommandsTest, EveryKindOfValueReadsBackAsWritten) {
     const std::string key = "HKCU\\Software\\Some\\Key";
-    const auto roundTrip = [&](const std::string& name, const std::string& value) {
-        return Trace("reg set " + key + ' ' + name + ' ' + value + "\nreg get " + key + ' ' + name + '\n');
-    };
-    const std::string prefix = "Reg " + key + ' ';
-    EXPECT_EQ(roundTrip("Text", "sz \"a \\\"b\\\" \\\\ ü😀\""), prefix + "Text sz \"a \\\"b\\\" \\\\ ü😀\"\n");
-    EXPECT_EQ(roundTrip("\"\"", "sz \"\""), prefix + "\"\" sz \"\"\n");
-    EXPECT_EQ(roundTrip("N", "dword 0xFFFFFFFF"), prefix + "N dword 4294967295\n");
-    EXPECT_EQ(roundTrip("N", "dword -1"), prefix + "N dword 4294967295\n");
-    EXPECT_EQ(roundTrip("M", "multi a \"b c\""), prefix + "M multi \"a\" \"b c\"\n");
-    EXPECT_EQ(roundTrip("M", "multi"), prefix + "M multi\n");
-    EXPECT_EQ(roundTrip("M", "hex 7 61000000620000000000"), prefix + "M multi \"a\" \"b\"\n");
-    EXPECT_EQ(roundTrip("H", "hex 3 00ff10"), prefix + "H hex 3 00ff10\n");
-    EXPECT_EQ(roundTrip("H", "hex 0 \"\""), prefix + "H hex 0\n");
-    EXPECT_EQ(roundTrip("H", "hex 1 61006200"), prefix + "H sz \"ab\"\n");
-    EXPECT_EQ(roundTrip("H", "hex 1 3dd8"), prefix + "H sz \"\\ud83d\"\n");
-    EXPECT_EQ(roundTrip("H", "hex 1 610062"), prefix + "H hex 1 610062\n");
-    EXPECT_EQ(roundTrip("H", "hex 4 0100"), prefix + "H hex 4 0100\n");
+    std::string script, expected;
+    for (const auto& [value, printed] : std::initializer_list<std::pair<std::string, std::string>>{
+             {"Text sz \"a \\\"b\\\" \\\\ ü😀\"", ""},
+             {"\"\" sz \"\"", ""},
+             {"N dword 0xFFFFFFFF", "N dword 4294967295"},
+             {"N dword -1", "N dword 4294967295"},
+             {"M multi a \"b c\"", "M multi \"a\" \"b c\""},
+             {"M multi", ""},
+             {"M hex 7 61000000620000000000", "M multi \"a\" \"b\""},
+             {"H hex 3 00ff10", ""},
+             {"H hex 0 \"\"", "H hex 0"},
+             {"H hex 1 61006200", "H sz \"ab\""},
+             {"H hex 1 3dd8", "H sz \"\\ud83d\""},
+             {"H hex 1 610062", ""},
+             {"H hex 4 0100", ""}}) {
+        const std::string name = value.substr(0, value.find(' '));
+        script += "reg set " + key + ' ' + value + "\nreg get " + key + ' ' + name + '\n';
+        expected += "Reg " + key + ' ' + (printed.empty() ? value : printed) + '\n';
+    }
+    EXPECT_EQ(Trace(script), expected);
 }
 
 TEST_F(DeviceCommandsTest, KeysAndValuesAreDeleted) {
@@ -58,44 +61,32 @@ TEST_F(DeviceCommandsTest, ReadOnlyFilesBecomeWritableAgain) {
     EXPECT_TRUE(writable());
 }
 
-class EditFieldTest : public SimulatorTest {
-protected:
-    EditFieldTest() { InstallSkin(); }
-    // The content of the field after these commands.
-    std::string Typed(const std::string& commands) {
-        return LastLine(Trace("select\n" + commands + "text\n"), "Text").substr(5);
-    }
-};
-
-TEST_F(EditFieldTest, FunctionKeysAct) {
-    EXPECT_EQ(Typed(TapKey("ab ") + kTapEnter + TapKey("c") + kTapTab + kTapEscape), "\"ab \\nc\\u0009\"");
-    EXPECT_EQ(Typed(TapKey("abc") + kTapBack), "\"ab\"");
-    // Shift with Backspace means Delete, with Tab nothing.
-    EXPECT_EQ(Typed(TapKey("abc") + kTapLeft + kTapLeft + kTapShift + kTapBack), "\"ac\"");
-    EXPECT_EQ(Typed(TapKey("a") + kTapShift + kTapTab), "\"a\"");
-    EXPECT_EQ(Typed("down 9 23\nmove 9 -10\nup 9 -10\n"), "\"\"");
-}
-
-TEST_F(EditFieldTest, ArrowsMoveAndSelect) {
-    EXPECT_EQ(Typed(TapKey("ab") + kTapLeft + TapKey("x") + kTapRight + TapKey("y")), "\"axby\"");
-    EXPECT_EQ(Typed(TapKey("ab") + kTapShift + kTapLeft + TapKey("x")), "\"ax\"");
-    EXPECT_EQ(Typed(TapKey("ab") + kTapEnter + TapKey("ab") + kTapUp + TapKey("x") + kTapDown + TapKey("y")),
-              "\"abx\\naby\"");
-}
-
-TEST_F(EditFieldTest, ControlEditsAndInsertsNothing) {
+// The content of the field after these commands.
+TEST_F(DeviceCommandsTest, KeysAndPenEditTheText) {
+    InstallSkin();
     const auto control = [](const std::string& key) { return kTapControl + TapKey(key); };
-    EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("c") + kTapRight + control("v")), "\"abab\"");
-    EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("x")), "\"\"");
-    EXPECT_EQ(Typed(TapKey("ab") + control("a") + control("x") + control("z")), "\"ab\"");
-    EXPECT_EQ(Typed(TapKey("a") + control("q") + control(" ") + kTapControl + kTapTab + TapKey("b")),
-              "\"ab\"");
-}
-
-TEST_F(EditFieldTest, ThePenPutsTheCaret) {
-    // The field is above the panel: its first line is 180 pixels up.
-    EXPECT_EQ(Typed(TapKey("ab") + "tap 2 -180\n" + TapKey("x") + "tap 200 -100\n" + TapKey("y")),
-              "\"xaby\"");
+    for (const auto& [commands, text] : std::initializer_list<std::pair<std::string, std::string>>{
+             {TapKey("ab ") + kTapEnter + TapKey("c") + kTapTab + kTapEscape, "ab \\nc\\u0009"},
+             {TapKey("abc") + kTapBack, "ab"},
+             // Shift with Backspace means Delete, with Tab nothing.
+             {TapKey("abc") + kTapLeft + kTapLeft + kTapShift + kTapBack, "ac"},
+             {TapKey("a") + kTapShift + kTapTab, "a"},
+             {"down 9 23\nmove 9 -10\nup 9 -10\n", ""},
+             // Arrows move and select.
+             {TapKey("ab") + kTapLeft + TapKey("x") + kTapRight + TapKey("y"), "axby"},
+             {TapKey("ab") + kTapShift + kTapLeft + TapKey("x"), "ax"},
+             {TapKey("ab") + kTapEnter + TapKey("ab") + kTapUp + TapKey("x") + kTapDown + TapKey("y"),
+              "abx\\naby"},
+             // Control edits and inserts nothing.
+             {TapKey("ab") + control("a") + control("c") + kTapRight + control("v"), "abab"},
+             {TapKey("ab") + control("a") + control("x"), ""},
+             {TapKey("ab") + control("a") + control("x") + control("z"), "ab"},
+             {TapKey("a") + control("q") + control(" ") + kTapControl + kTapTab + TapKey("b"), "ab"},
+             // The field is above the panel: its first line is 180 pixels up.
+             {TapKey("ab") + "tap 2 -180\n" + TapKey("x") + "tap 200 -100\n" + TapKey("y"), "xaby"}}) {
+        const std::string trace = Trace("select\n" + commands + "text\n");
+        EXPECT_EQ(LastLine(trace, "Text"), "Text \"" + text + '"') << commands;
+    }
 }
 
 }  // namespace

@@ -46,13 +46,13 @@ protected:
 
 TEST_F(HandheldTest, TheButtonShowsAndHidesTheKeyboard) {
     const std::string trace = Trace("select\n" + kTapButton + "windows\n" + kTapButton + "windows\n");
-    EXPECT_NE(trace.find("Hiding 0x0\nWindow sip 0 214 240 80 shown=0\n"), std::string::npos) << trace;
+    EXPECT_TRUE(Has(trace, "Hiding 0x0\nWindow sip 0 214 240 80 shown=0\n"));
     EXPECT_EQ(LastLine(trace, "Window sip"), "Window sip 0 214 240 80 shown=1");
     // If the pen is lifted elsewhere, or taps in the panel's coordinates, the button does nothing.
     const std::string other =
         Trace("select\npen down 212 308\npen move 100 100\npen up 100 100\ntap 212 94\nwindows\n");
     EXPECT_EQ(LastLine(other, "Window sip"), "Window sip 0 214 240 80 shown=1");
-    EXPECT_EQ(other.find("Hiding"), std::string::npos);
+    EXPECT_FALSE(Has(other, "Hiding"));
 }
 
 TEST_F(HandheldTest, APanelOverTheMenuBarGetsThePen) {
@@ -70,7 +70,7 @@ TEST_F(HandheldTest, TheEditMenuEdits) {
 TEST_F(HandheldTest, APenDownElsewhereOnlyClosesTheMenu) {
     const std::string trace = Trace("select\n" + kTapEdit + PenTap(27, 237) + PenTap(44, 237) + "text\n");
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"w\"");
-    EXPECT_EQ(trace.find("char=0x71"), std::string::npos);
+    EXPECT_FALSE(Has(trace, "char=0x71"));
     // From the word to the item in one stroke.
     EXPECT_EQ(Typed(TapKey("ab") + "pen down 60 308\npen move 60 284\npen up 60 284\n" + TapKey("c")),
               "\"c\"");
@@ -86,7 +86,7 @@ TEST_F(HandheldTest, ThePenPlacesTheCaretAndSelects) {
 
 TEST_F(HandheldTest, TheMenuOpensTheOptions) {
     const std::string trace = Trace("select\n" + kOptions + "dialog\nclick 2\n");
-    EXPECT_NE(trace.find("Dialog 0 0 240 320"), std::string::npos) << trace;
+    EXPECT_TRUE(Has(trace, "Dialog 0 0 240 320"));
     EXPECT_EQ(LastLine(trace, "UserOptionsDlg"), "UserOptionsDlg 0x0");
 }
 
@@ -94,9 +94,8 @@ TEST_F(HandheldTest, AFailingInputMethodLeavesThePresentOne) {
     const SimulatorResult result =
         Run("select\n" + kRegisterOther + kChooseOther + "click 1\n" + TapKey("a") + "text\n");
     EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.trace.find("\nMessageBox type=0x10 caption=\"Input method\""), std::string::npos)
-        << result.trace;
-    EXPECT_EQ(result.trace.find("Deselect"), std::string::npos);
+    EXPECT_TRUE(Has(result.trace, "\nMessageBox type=0x10 caption=\"Input method\""));
+    EXPECT_FALSE(Has(result.trace, "Deselect"));
     EXPECT_EQ(LastLine(result.trace, "Text"), "Text \"a\"");
 }
 
@@ -105,7 +104,7 @@ TEST_F(HandheldTest, TheMenuChangesTheInputMethodAndBack) {
     fs::copy_file(OTHER_INPUT_METHOD, Device() / "Windows" / "other.dll.so");
     const std::string trace = Trace("select\n" + TapKey("a") + kRegisterOther + kChooseOther + TapKey("b") +
                                     kChooseOther + kChooseTolka + TapKey("c") + "text\n");
-    EXPECT_NE(trace.find("Create 0x0\nDeselect 0x0\nSelect 0x0\n"), std::string::npos) << trace;
+    EXPECT_TRUE(Has(trace, "Create 0x0\nDeselect 0x0\nSelect 0x0\n"));
     EXPECT_EQ(LastLine(trace, "Text"), "Text \"aoc\"") << trace;
 }
 
@@ -138,7 +137,7 @@ TEST_F(HandheldTest, OptionsNameTheSkinWithoutItsSize) {
              {"--skin X.TLK --choose x", "X"},
              {"--screen 480x640 --prefer greek", "greek-480x640"}}) {  // "X" suits another screen only
         const std::string trace = Trace(show, "--skins skins " + named);
-        EXPECT_NE(LastLine(trace, "Reg").find("\\\\" + skin + '.'), std::string::npos) << named << trace;
+        EXPECT_TRUE(Has(LastLine(trace, "Reg"), "\\\\" + skin + '.'));
     }
 }
 
@@ -147,7 +146,7 @@ TEST_F(HandheldTest, AStandInPickedInTheOptionsBecomesTheChoice) {
     const std::string trace = Run("select\nskin keep other\nskin next\noptions\nclick 1\n" + show +
                                   "options\nchoose 202 standard\nclick 1\n" + show)
                                   .trace;
-    EXPECT_NE(trace.find("ChosenSkin sz \"other\"\n"), std::string::npos) << trace;
+    EXPECT_TRUE(Has(trace, "ChosenSkin sz \"other\"\n"));
     EXPECT_TRUE(trace.ends_with("ChosenSkin absent\n")) << trace;
 }
 

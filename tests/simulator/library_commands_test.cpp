@@ -22,17 +22,15 @@ TEST_F(LibraryCommandsTest, RegistrationIsWrittenAndRemoved) {
     const std::string trace = Trace("register\nreg keys " + kClassKey + "\nunregister\nreg keys " +
                                     kClassKey + "\nreg get " + kClassKey + " \"\"\nregister\n" + kGetServer);
     EXPECT_EQ(trace.rfind("Register 0x0\nKey ", 0), 0u) << trace;
-    EXPECT_NE(trace.find("Unregister 0x0\nReg " + kClassKey + " \"\" absent\nRegister 0x0\n"),
-              std::string::npos)
-        << trace;
-    EXPECT_NE(LastLine(trace, "Reg ").find("tolka.dll"), std::string::npos);
+    EXPECT_TRUE(Has(trace, "Unregister 0x0\nReg " + kClassKey + " \"\" absent\nRegister 0x0\n"));
+    EXPECT_TRUE(Has(LastLine(trace, "Reg "), "tolka.dll"));
 }
 
 TEST_F(LibraryCommandsTest, TheRegistryOutlivesTheRun) {
     Trace("register\nunload\nreg set HKLM\\Software\\Tolka\\7.0 Swipe dword 2\n");
     const std::string trace = Trace("reg get HKLM\\SOFTWARE\\tolka\\7.0 swipe\n" + kGetServer);
     EXPECT_EQ(trace.rfind("Reg HKLM\\SOFTWARE\\tolka\\7.0 swipe dword 2\n", 0), 0u) << trace;
-    EXPECT_NE(trace.find("tolka.dll"), std::string::npos);
+    EXPECT_TRUE(Has(trace, "tolka.dll"));
 }
 
 TEST_F(LibraryCommandsTest, ReferencesAndLocksKeepTheLibrary) {
@@ -65,7 +63,7 @@ TEST_F(LibraryCommandsTest, ARegisteredLibraryIsNotReplaced) {
 TEST_F(LibraryCommandsTest, ALibraryThatIsMissingIsReported) {
     const SimulatorResult result = Run("select\n", "--library nowhere/Tolka.DLL");
     EXPECT_EQ(result.status, 2);
-    EXPECT_NE(result.errors.find("s:1: cannot read"), std::string::npos) << result.errors;
+    EXPECT_TRUE(Has(result.errors, "s:1: cannot read"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -79,6 +80,24 @@ std::string TapKey(const std::string& keys) {
         }
     }
     return script;
+}
+
+testing::AssertionResult HasParts(const std::string& text, const std::vector<std::string>& parts) {
+    std::size_t end = 0;
+    for (const std::string& part : parts) {
+        const bool isLast = &part == &parts.back();
+        const std::size_t at = isLast ? text.size() - std::min(text.size(), part.size()) : end;
+        const std::size_t found = text.find(part, at);
+        if (found == text.npos || found < end || (&part == &parts.front() && found != 0)) {
+            return testing::AssertionFailure() << "no " << part << " in its place of\n" << text;
+        }
+        end = found + part.size();
+    }
+    return testing::AssertionSuccess() << "all is in\n" << text;
+}
+
+testing::AssertionResult Has(const std::string& text, const std::string& part) {
+    return HasParts(text, {"", part, ""});
 }
 
 std::string LastLine(const std::string& trace, const std::string& beginning) {

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 struct SimulatorResult {
     int status = -1;
@@ -52,5 +53,9 @@ inline const std::string kTapUp = "tap 209 55\n";
 inline const std::string kTapDown = "tap 209 71\n";
 inline const std::string kTapRight = "tap 228 71\n";
 
+// Whether the text contains these parts in this order, the first at its beginning and the last at its end. Empty
+// ones stand for anything. A failure shows all of the text.
+testing::AssertionResult HasParts(const std::string& text, const std::vector<std::string>& parts);
+testing::AssertionResult Has(const std::string& text, const std::string& part);
 // The last line of the trace that begins so; empty if there is none.
 std::string LastLine(const std::string& trace, const std::string& beginning);

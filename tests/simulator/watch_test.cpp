@@ -54,10 +54,9 @@ TEST_F(SimulatorTest, WatchBuildsSavedSourcesAndKeepsTheLastGoodSkin) {
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     EXPECT_EQ(watch.End(SIGINT), 0);
     EXPECT_EQ(countBuilt(), 3);
-    EXPECT_EQ(ReadText(Folder() / "out").find("is a part of"), std::string::npos)
-        << "a source has no such name";
+    EXPECT_FALSE(Has(ReadText(Folder() / "out"), "is a part of")) << "a source has no such name";
     for (const auto& entry : fs::directory_iterator(Folder()))
-        EXPECT_EQ(entry.path().filename().string().find("tlk-"), std::string::npos);
+        EXPECT_FALSE(Has(entry.path().filename().string(), "tlk-"));
 }
 
 }  // namespace

@@ -124,7 +124,7 @@ TEST_F(WindowTest, AScreenTallerThanTheMonitorIsShownSmaller) {
 TEST_F(WindowTest, ATooGreatScaleIsReducedToTheMonitor) {
     Start("--scale 8");
     EXPECT_EQ(Place().height, 960);
-    EXPECT_NE(ReadText(Folder() / "err").find("no room for --scale 8"), std::string::npos);
+    EXPECT_TRUE(Has(ReadText(Folder() / "err"), "no room for --scale 8"));
 }
 
 TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
@@ -132,9 +132,8 @@ TEST_F(WindowTest, ASecondTapInTimeIsADoubleTap) {
     m_desktop.Run(PointerAt(15, 269) + "mousedown 1 mouseup 1 mousedown 1 mouseup 1");
     TapKeys("ab");
     EXPECT_TRUE(AwaitTrace("char=0x42\n")) << "Shift twice locks the capitals\n" << Out();
-    EXPECT_NE(Out().find("char=0x41\n"), std::string::npos);
-    EXPECT_NE(ReadText(Folder() / "record").find("\ndown 15 55\nup 15 55\ndblclk 15 55\nup 15 55\n"),
-              std::string::npos);
+    EXPECT_TRUE(Has(Out(), "char=0x41\n"));
+    EXPECT_TRUE(Has(ReadText(Folder() / "record"), "\ndown 15 55\nup 15 55\ndblclk 15 55\nup 15 55\n"));
 }
 
 TEST_F(WindowTest, ARecordingReplaysTheSession) {
@@ -150,7 +149,7 @@ TEST_F(WindowTest, ARecordingReplaysTheSession) {
     TapKeys("c");   // replaces the text
     Tap(215, 310);  // hides the keyboard
     ASSERT_TRUE(AwaitTrace("Hiding 0x0\n"));
-    EXPECT_NE(Out().find("SendVirtualKey vk=0xd "), std::string::npos);
+    EXPECT_TRUE(Has(Out(), "SendVirtualKey vk=0xd "));
     Tap(215, 310);
     Key("F4");
     Key("F3");
@@ -205,14 +204,14 @@ TEST_F(WindowTest, TheListOfKeysCoversTheScreenAndCloses) {
     EXPECT_TRUE(Await([&] { return corner() == title; }));
     TapKeys("a");
     EXPECT_TRUE(AwaitTrace(Delivered(u'a')));
-    EXPECT_EQ(Out().find("char=0x71"), std::string::npos);
+    EXPECT_FALSE(Has(Out(), "char=0x71"));
 }
 
 TEST_F(WindowTest, OnlyOneWindowUsesADevice) {
     Start();
     const SimulatorResult script = Run("text\n");
     EXPECT_EQ(script.status, 2);
-    EXPECT_NE(script.errors.find("another simulator is using the device"), std::string::npos);
+    EXPECT_TRUE(Has(script.errors, "another simulator is using the device"));
     EXPECT_EQ(m_simulator->End(SIGTERM), 0);
     EXPECT_EQ(Trace("text\n"), "Text \"\"\n");
 }
@@ -265,7 +264,7 @@ TEST_F(WindowTest, TheTextIsThereAgainInTheNextRun) {
 
     std::ofstream(notes) << "\xFF";
     Start();
-    EXPECT_NE(ReadText(Folder() / "err").find("Notes.txt is not UTF-8"), std::string::npos);
+    EXPECT_TRUE(Has(ReadText(Folder() / "err"), "Notes.txt is not UTF-8"));
     TapKeys("d");
     ASSERT_TRUE(AwaitTrace(Delivered(u'd')));
     EXPECT_EQ(m_simulator->End(SIGTERM), 0);
@@ -277,7 +276,7 @@ TEST_F(WindowTest, TheTextIsThereAgainInTheNextRun) {
     TapKeys("e");
     ASSERT_TRUE(AwaitTrace(Delivered(u'e')));
     EXPECT_EQ(m_simulator->End(SIGTERM), 1);
-    EXPECT_NE(ReadText(Folder() / "err").find("cannot make the folder"), std::string::npos);
+    EXPECT_TRUE(Has(ReadText(Folder() / "err"), "cannot make the folder"));
 }
 
 TEST_F(WindowTest, ReasonsForNotStartingAreReportedAtOnce) {
@@ -297,7 +296,7 @@ TEST_F(WindowTest, ReasonsForNotStartingAreReportedAtOnce) {
         words.insert(words.end(), options.begin(), options.end());
         Process simulator(words, Folder(), Folder() / "out", Folder() / "err");
         EXPECT_EQ(simulator.Wait(), 2) << message;
-        EXPECT_NE(ReadText(Folder() / "err").find(message), std::string::npos) << message;
+        EXPECT_TRUE(Has(ReadText(Folder() / "err"), message));
         EXPECT_EQ(ReadText(Folder() / "out"), "");
     }
 }
@@ -308,7 +307,7 @@ TEST_F(SimulatorTest, WithoutADisplayTheWindowSaysWhatToDoInstead) {
     }
     Process simulator({SIMULATOR, "--device", "device"}, Folder(), Folder() / "out", Folder() / "err");
     EXPECT_EQ(simulator.Wait(), 2);
-    EXPECT_NE(ReadText(Folder() / "err").find("--script FILE"), std::string::npos);
+    EXPECT_TRUE(Has(ReadText(Folder() / "err"), "--script FILE"));
     EXPECT_EQ(Run("text\n", "--record r").status, 2);
 }
 
