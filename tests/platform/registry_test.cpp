@@ -180,12 +180,12 @@ TEST(Registry, KeysAreEnumeratedInOrder) {
     characters = 6;
     EXPECT_EQ(RegEnumKeyExW(key, 0, name, &characters, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
     EXPECT_EQ(characters, 5u);
-    DWORD subkeys = 0, longestSubkey = 0, values = 0, longestName = 0, longestValue = 0;
-    EXPECT_EQ(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &subkeys, &longestSubkey, nullptr, &values,
-                               &longestName, &longestValue, nullptr, nullptr),
+    DWORD subkeys = 0, values = 0;
+    EXPECT_EQ(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr,
+                               nullptr, nullptr, nullptr),
               ERROR_SUCCESS);
-    EXPECT_EQ(std::vector<DWORD>({subkeys, longestSubkey, values, longestName, longestValue}),
-              std::vector<DWORD>({3, 5, 1, 5, 10}));
+    EXPECT_EQ(subkeys, 3u);
+    EXPECT_EQ(values, 1u);
 }
 
 TEST(Registry, NamesHaveLimits) {

@@ -203,7 +203,8 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
 // --- Messages ---------------------------------------------------------------------------------------------
 LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// While the queue is empty, calls the driver's idle handler (see host_control.h) until there is a message.
+// No filters: both take messages of every window and number. While the queue is empty, GetMessageW calls the
+// driver's idle handler (see host_control.h) until there is a message.
 BOOL WINAPI GetMessageW(MSG* message, HWND window, UINT first, UINT last);
 BOOL WINAPI PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 LRESULT WINAPI DispatchMessageW(const MSG* message);

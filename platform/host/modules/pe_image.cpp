@@ -181,28 +181,12 @@ private:
     std::vector<Resource> m_resources;
 };
 
-// "123" as a number of at most 16 bits.
-std::optional<WORD> ReadDecimal(std::u16string_view digits) {
-    DWORD number = 0;
-    for (const WCHAR digit : digits) {
-        if (digit < u'0' || digit > u'9') return std::nullopt;
-        number = number * 10 + (digit - u'0');
-        if (number > 0xFFFF) return std::nullopt;
-    }
-    if (digits.empty()) return std::nullopt;
-    return static_cast<WORD>(number);
-}
-
 }  // namespace
 
 ResourceId ResourceId::FromArgument(LPCWSTR argument) {
     const auto value = reinterpret_cast<std::uintptr_t>(argument);
     if (value <= 0xFFFF) return {false, static_cast<WORD>(value), {}};
-    const std::u16string_view text = argument;
-    if (text.starts_with(u'#')) {
-        if (const std::optional<WORD> number = ReadDecimal(text.substr(1))) return {false, *number, {}};
-    }
-    return {true, 0, FoldCase(text)};
+    return {true, 0, FoldCase(argument)};
 }
 
 std::optional<PeImage> PeImage::Parse(std::span<const BYTE> file) {

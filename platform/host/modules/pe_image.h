@@ -19,7 +19,7 @@ struct ResourceId {
     WORD number = 0;
     std::u16string text;
 
-    // From a caller's argument: a number in a pointer, "#123" or a text.
+    // From a caller's argument: a number in a pointer or a text ("#123" is a text like any other).
     static ResourceId FromArgument(LPCWSTR argument);
     auto operator<=>(const ResourceId&) const = default;
 };

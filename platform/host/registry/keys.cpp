@@ -120,13 +120,14 @@ LSTATUS WINAPI RegDeleteKeyW(HKEY handle, LPCWSTR subkey) {
     return ERROR_SUCCESS;
 }
 
-// Keys have no class and no time of their last change here; returns both empty.
+// Keys have no class and no time of their last change here; refuses to tell them.
 LSTATUS WINAPI RegEnumKeyExW(HKEY handle, DWORD index, LPWSTR name, LPDWORD characters, LPDWORD,
                              LPWSTR keyClass, LPDWORD classCharacters, FILETIME* lastWrite) {
     if (CallFails(Call::RegEnumKey)) return ERROR_NOT_ENOUGH_MEMORY;
     OpenKey opened;
     if (const LSTATUS error = UseKey(handle, KEY_ENUMERATE_SUB_KEYS, opened)) return error;
     if (!name || !characters) return ERROR_INVALID_PARAMETER;
+    if (keyClass || classCharacters || lastWrite) return ERROR_CALL_NOT_IMPLEMENTED;
     const auto& subkeys = opened.key->subkeys;
     if (index >= subkeys.size()) return ERROR_NO_MORE_ITEMS;
     const std::u16string& found =
@@ -134,8 +135,5 @@ LSTATUS WINAPI RegEnumKeyExW(HKEY handle, DWORD index, LPWSTR name, LPDWORD char
     if (found.size() >= *characters) return ERROR_MORE_DATA;
     name[found.copy(name, found.size())] = u'\0';
     *characters = static_cast<DWORD>(found.size());
-    if (keyClass && classCharacters && *classCharacters > 0) keyClass[0] = u'\0';
-    if (classCharacters) *classCharacters = 0;
-    if (lastWrite) *lastWrite = {};
     return ERROR_SUCCESS;
 }

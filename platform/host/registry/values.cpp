@@ -20,15 +20,6 @@ LSTATUS CopyData(const std::vector<BYTE>& stored, LPBYTE data, DWORD& size) {
     return ERROR_SUCCESS;
 }
 
-template <typename Items, typename Length>
-DWORD Longest(const Items& items, Length length) {
-    std::size_t longest = 0;
-    for (const auto& [foldedName, item] : items) {
-        longest = std::max(longest, length(item));
-    }
-    return static_cast<DWORD>(longest);
-}
-
 void Store(LPDWORD target, std::size_t value) {
     if (target) *target = static_cast<DWORD>(value);
 }
@@ -89,7 +80,7 @@ LSTATUS WINAPI RegDeleteValueW(HKEY handle, LPCWSTR name) {
     return ERROR_SUCCESS;
 }
 
-// Lengths of names are in characters without the null, of data in bytes.
+// Answers the numbers of subkeys and values, refuses any other question.
 LSTATUS WINAPI RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classCharacters, LPDWORD,
                                 LPDWORD subkeys, LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
                                 LPDWORD longestName, LPDWORD longestValue, LPDWORD securityDescriptor,
@@ -97,16 +88,10 @@ LSTATUS WINAPI RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classChara
     if (CallFails(Call::RegQueryInfo)) return ERROR_NOT_ENOUGH_MEMORY;
     OpenKey opened;
     if (const LSTATUS error = UseKey(handle, KEY_QUERY_VALUE, opened)) return error;
-    const RegistryKey& key = *opened.key;
-    if (keyClass && classCharacters && *classCharacters > 0) keyClass[0] = u'\0';
-    Store(classCharacters, 0);
-    Store(longestClass, 0);
-    Store(securityDescriptor, 0);
-    if (lastWrite) *lastWrite = {};
-    Store(subkeys, key.subkeys.size());
-    Store(longestSubkey, Longest(key.subkeys, [](const auto& subkey) { return subkey->name.size(); }));
-    Store(values, key.values.size());
-    Store(longestName, Longest(key.values, [](const auto& value) { return value.name.size(); }));
-    Store(longestValue, Longest(key.values, [](const auto& value) { return value.data.size(); }));
+    if (keyClass || classCharacters || longestSubkey || longestClass || longestName || longestValue ||
+        securityDescriptor || lastWrite)
+        return ERROR_CALL_NOT_IMPLEMENTED;
+    Store(subkeys, opened.key->subkeys.size());
+    Store(values, opened.key->values.size());
     return ERROR_SUCCESS;
 }

@@ -38,11 +38,11 @@ bool WantsPaint(Window& window) {
     return false;
 }
 
-Window* FindUnpainted(const std::vector<Window*>& windows, HWND filter) {
+Window* FindUnpainted(const std::vector<Window*>& windows) {
     for (Window* window : windows) {
         if (!HasStyle(*window, WS_VISIBLE)) continue;
-        if ((!filter || IsInside(*window, filter)) && WantsPaint(*window)) return window;
-        Window* child = FindUnpainted(window->children, filter);
+        if (WantsPaint(*window)) return window;
+        Window* child = FindUnpainted(window->children);
         if (child) return child;
     }
     return nullptr;
@@ -97,8 +97,8 @@ void ValidateTree(Window& window) {
     }
 }
 
-Window* TakeWindowToPaint(HWND filter) {
-    Window* window = FindUnpainted(TopLevelWindows(), filter);
+Window* TakeWindowToPaint() {
+    Window* window = FindUnpainted(TopLevelWindows());
     if (window) window->paintUnanswered = true;
     return window;
 }
@@ -144,17 +144,11 @@ BOOL WINAPI UpdateWindow(HWND handle) {
 
 // With `erase`, erases the background of the update region at once, if that has not been done.
 BOOL WINAPI GetUpdateRect(HWND handle, RECT* rectangle, BOOL erase) {
-    Window* window = RequireWindow(handle);
+    const Window* window = RequireWindow(handle);
     if (!window) return FALSE;
+    if (erase) return Fail(ERROR_CALL_NOT_IMPLEMENTED, FALSE);
     const RECT box = window->update.BoundingBox();
     if (rectangle) *rectangle = box;
-    if (erase && window->eraseWanted) {
-        const HDC dc = OpenScreenDC(ScreenOrigin(*window), VisibleUpdate(*window));
-        const bool erased = dc && EraseBackground(handle, dc);
-        CloseScreenDC(dc);
-        window = FindWindow(handle);
-        if (window && erased) window->eraseWanted = false;
-    }
     return !IsEmpty(box);
 }
 

@@ -21,12 +21,6 @@ struct QueuedMessage {
     Origin origin = Origin::Program;
 };
 
-struct Filter {
-    HWND window = nullptr;  // with its descendants; null: all messages
-    UINT first = 0;
-    UINT last = 0;  // first and last 0: every number
-};
-
 std::vector<QueuedMessage> queue;
 std::size_t head = 0;  // messages before it have been taken; the memory is reused once all have
 bool quitWanted = false;
@@ -37,49 +31,30 @@ MSG MakeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return {window, message, wParam, lParam, Now(), PenPosition()};
 }
 
-bool Passes(const Filter& filter, HWND window, UINT message) {
-    if (filter.first != 0 || filter.last != 0) {
-        if (message < filter.first || message > filter.last) return false;
-    }
-    if (!filter.window) return true;
-    const Window* target = FindWindow(window);
-    return target && IsInside(*target, filter.window);
-}
-
 void Note(const QueuedMessage& queued) {
     if (queued.origin == Origin::Device) NoteKey(queued.message.message, queued.message.wParam);
 }
 
-bool TakePosted(const Filter& filter, MSG& message) {
-    for (std::size_t i = head; i < queue.size(); ++i) {
-        if (!Passes(filter, queue[i].message.hwnd, queue[i].message.message)) continue;
-        message = queue[i].message;
-        Note(queue[i]);
-        if (i == head) {
-            ++head;
-        } else {
-            queue.erase(queue.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-        if (head == queue.size()) {
-            queue.clear();
-            head = 0;
-        }
-        return true;
+bool TakePosted(MSG& message) {
+    if (head == queue.size()) return false;
+    const QueuedMessage& taken = queue[head++];
+    message = taken.message;
+    Note(taken);
+    if (head == queue.size()) {
+        queue.clear();
+        head = 0;
     }
-    return false;
+    return true;
 }
 
-bool TakePaint(const Filter& filter, MSG& message) {
-    if (filter.first != 0 || filter.last != 0) {
-        if (WM_PAINT < filter.first || WM_PAINT > filter.last) return false;
-    }
-    const Window* window = TakeWindowToPaint(filter.window);
+bool TakePaint(MSG& message) {
+    const Window* window = TakeWindowToPaint();
     if (!window) return false;
     message = MakeMessage(window->handle, WM_PAINT, 0, 0);
     return true;
 }
 
-// A requested WM_QUIT comes when no posted message is left, and passes every filter.
+// A requested WM_QUIT comes when no posted message is left.
 bool TakeQuit(MSG& message) {
     if (!quitWanted) return false;
     quitWanted = false;
@@ -87,9 +62,7 @@ bool TakeQuit(MSG& message) {
     return true;
 }
 
-bool TakeAny(const Filter& filter, MSG& message) {
-    return TakePosted(filter, message) || TakeQuit(message) || TakePaint(filter, message);
-}
+bool TakeAny(MSG& message) { return TakePosted(message) || TakeQuit(message) || TakePaint(message); }
 
 // Calls a copy: the handler may replace itself, or be called again from a loop inside it.
 bool Idle() {
@@ -134,7 +107,7 @@ LRESULT CallProcedure(const Window& window, UINT message, WPARAM wParam, LPARAM 
 // to the message loop, if there is one.
 void DeliverMessages() {
     MSG message{};
-    while (TakePosted({}, message) || TakePaint({}, message)) {
+    while (TakePosted(message) || TakePaint(message)) {
         DispatchMessageW(&message);
     }
 }
@@ -160,20 +133,18 @@ BOOL WINAPI PostMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam
 
 // Never waits in real time: returns WM_QUIT when the idle handler has nothing more to do.
 BOOL WINAPI GetMessageW(MSG* message, HWND handle, UINT first, UINT last) {
-    if (!message) return Fail(ERROR_INVALID_PARAMETER, -1);
-    const Filter filter{handle, first, last};
+    if (!message || handle || first != 0 || last != 0) return Fail(ERROR_INVALID_PARAMETER, -1);
     do {
-        if (handle && !RequireWindow(handle)) return -1;
-        if (TakeAny(filter, *message)) return message->message != WM_QUIT;
+        if (TakeAny(*message)) return message->message != WM_QUIT;
     } while (Idle());
     *message = MakeMessage(nullptr, WM_QUIT, 0, 0);
     return FALSE;
 }
 
 BOOL WINAPI PeekMessageW(MSG* message, HWND handle, UINT first, UINT last, UINT remove) {
-    if (!message || remove != PM_REMOVE) return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    if (handle && !RequireWindow(handle)) return FALSE;
-    return TakeAny({handle, first, last}, *message);
+    const bool filters = handle || first != 0 || last != 0;
+    if (!message || filters || remove != PM_REMOVE) return Fail(ERROR_INVALID_PARAMETER, FALSE);
+    return TakeAny(*message);
 }
 
 LRESULT WINAPI DispatchMessageW(const MSG* message) {

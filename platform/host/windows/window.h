@@ -108,10 +108,10 @@ enum class Erase { No, Yes };
 void AddToUpdate(Window& window, const RECT& clientArea, Erase erase);
 void Validate(Window& window);
 void ValidateTree(Window& window);
-// The next window to get WM_PAINT, inside the filter window if there is one: topmost first, parents before
-// their children; null if there is none. Validates windows whose update region is not visible, and those that
-// left their last WM_PAINT unanswered, which it reports.
-Window* TakeWindowToPaint(HWND filter);
+// The next window to get WM_PAINT: topmost first, parents before their children; null if there is none.
+// Validates windows whose update region is not visible, and those that left their last WM_PAINT unanswered,
+// which it reports.
+Window* TakeWindowToPaint();
 // Closes the contexts that a removed window left open; for null, those of the whole screen.
 void CloseContexts(HWND window);
 
