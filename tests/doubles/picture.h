@@ -28,28 +28,17 @@ inline COLORREF Combine(BYTE code, COLORREF pattern, COLORREF source, COLORREF t
     return result;
 }
 
-// A device-independent section; the two colours are for 1 bit. With a negative height, rows are from the top.
-inline HBITMAP MakeSection(WORD bits, int width, int height, COLORREF zero = 0,
-                           COLORREF one = RGB(255, 255, 255)) {
-    struct {
-        BITMAPINFOHEADER header;
-        RGBQUAD colors[2];
-    } info{};
-    info.header.biSize = sizeof(BITMAPINFOHEADER);
-    info.header.biWidth = width;
-    info.header.biHeight = height;
-    info.header.biPlanes = 1;
-    info.header.biBitCount = bits;
-    info.header.biCompression = BI_RGB;
-    const auto quad = [](COLORREF color) {
-        return RGBQUAD{static_cast<BYTE>(color >> 16), static_cast<BYTE>(color >> 8),
-                       static_cast<BYTE>(color), 0};
-    };
-    info.colors[0] = quad(zero);
-    info.colors[1] = quad(one);
+// A device-independent section. With a negative height, rows are from the top.
+inline HBITMAP MakeSection(WORD bits, int width, int height) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = bits;
+    info.bmiHeader.biCompression = BI_RGB;
     void* memory = nullptr;
-    return CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &memory,
-                            nullptr, 0);
+    return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &memory, nullptr, 0);
 }
 
 // A bitmap in its own memory context.

@@ -66,20 +66,6 @@ TEST(Graphics, TheSourcesBackgroundColourBecomesWhiteInMonochrome) {
     EXPECT_EQ(mono.Pixels(), (Colors{kBlack, kBlack, kWhite}));
 }
 
-TEST(Graphics, TwoColourSectionsBringTheirTable) {
-    const Picture two(MakeSection(1, 9, 1, kOrange, kBlue));
-    const Picture color(CreateBitmap(9, 1, 1, 32, nullptr));
-    two.Bits()[0] = 0x40;
-    two.Bits()[1] = 0x80;
-    ASSERT_TRUE(BitBlt(color, 0, 0, 9, 1, two, 0, 0, SRCCOPY));
-    EXPECT_EQ(color.Pixels(),
-              (Colors{kOrange, kBlue, kOrange, kOrange, kOrange, kOrange, kOrange, kOrange, kBlue}));
-    // In the other direction each colour gets its own bit.
-    ASSERT_TRUE(BitBlt(two, 0, 0, 2, 1, color, 7, 0, SRCCOPY));
-    EXPECT_EQ(GetPixel(two, 0, 0), kOrange);
-    EXPECT_EQ(GetPixel(two, 1, 0), kBlue);
-}
-
 // Random pairs of codes, sizes and mask offsets, compared with the definition of a raster operation.
 TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
     constexpr int kWidth = 45;

@@ -15,28 +15,28 @@ struct Key {
     char16_t key;
     void (*press)(EditText& edit);
 };
-const Key kEys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }},
-                    {u'>', [](EditText& edit) { edit.MoveRight(Selecting::No); }},
-                    {u'(', [](EditText& edit) { edit.MoveLeft(Selecting::Yes); }},
-                    {u')', [](EditText& edit) { edit.MoveRight(Selecting::Yes); }},
-                    {u'W', [](EditText& edit) { edit.MoveWordLeft(Selecting::No); }},
-                    {u'}', [](EditText& edit) { edit.MoveWordRight(Selecting::Yes); }},
-                    {u'H', [](EditText& edit) { edit.MoveTo(0, Selecting::No); }},
-                    {u'A', [](EditText& edit) { edit.SelectAll(); }},
-                    {u'B', [](EditText& edit) { edit.DeleteBackward(); }},
-                    {u'D', [](EditText& edit) { edit.DeleteForward(); }},
-                    {u'X', [](EditText& edit) { edit.Cut(); }},
-                    {u'C', [](EditText& edit) { edit.Copy(); }},
-                    {u'V', [](EditText& edit) { edit.Paste(); }},
-                    {u'Z', [](EditText& edit) { edit.Undo(); }}};
+const Key kKeys[] = {{u'<', [](EditText& edit) { edit.MoveLeft(Selecting::No); }},
+                     {u'>', [](EditText& edit) { edit.MoveRight(Selecting::No); }},
+                     {u'(', [](EditText& edit) { edit.MoveLeft(Selecting::Yes); }},
+                     {u')', [](EditText& edit) { edit.MoveRight(Selecting::Yes); }},
+                     {u'W', [](EditText& edit) { edit.MoveWordLeft(Selecting::No); }},
+                     {u'}', [](EditText& edit) { edit.MoveWordRight(Selecting::Yes); }},
+                     {u'H', [](EditText& edit) { edit.MoveTo(0, Selecting::No); }},
+                     {u'A', [](EditText& edit) { edit.SelectAll(); }},
+                     {u'B', [](EditText& edit) { edit.DeleteBackward(); }},
+                     {u'D', [](EditText& edit) { edit.DeleteForward(); }},
+                     {u'X', [](EditText& edit) { edit.Cut(); }},
+                     {u'C', [](EditText& edit) { edit.Copy(); }},
+                     {u'V', [](EditText& edit) { edit.Paste(); }},
+                     {u'Z', [](EditText& edit) { edit.Undo(); }}};
 
 // The text with a bar at the caret, or at both ends of the selection.
 std::u16string Shown(std::u16string_view pressed) {
     EditText edit;
     for (const char16_t unit : pressed) {
-        const auto* key = std::find_if(std::begin(kEys), std::end(kEys),
+        const auto* key = std::find_if(std::begin(kKeys), std::end(kKeys),
                                        [unit](const Key& one) { return one.key == unit; });
-        key == std::end(kEys) ? edit.Insert({&unit, 1}) : key->press(edit);
+        key == std::end(kKeys) ? edit.Insert({&unit, 1}) : key->press(edit);
     }
     std::u16string text = edit.Text();
     text.insert(edit.SelectionEnd(), 1, u'|');

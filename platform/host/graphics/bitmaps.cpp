@@ -12,32 +12,19 @@ namespace host {
 namespace {
 
 // Larger than any screen or skin, and small enough for a handheld.
-constexpr int kMaxSide = 32767;
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20;
 
 // Null and the last error if this layer does not make such sections.
-std::unique_ptr<Bitmap> MakeSection(const BITMAPINFO& info) {
-    const BITMAPINFOHEADER& header = info.bmiHeader;
-    const bool known = header.biBitCount == 1 || header.biBitCount == 24 || header.biBitCount == 32;
+std::unique_ptr<Bitmap> MakeSection(const BITMAPINFOHEADER& header) {
+    const bool known = header.biBitCount == 24 || header.biBitCount == 32;
     if (header.biSize < sizeof(BITMAPINFOHEADER) || header.biPlanes != 1 || !known ||
         header.biCompression != BI_RGB || header.biHeight < -kMaxSide)
         return Fail(ERROR_INVALID_PARAMETER, nullptr);
-    PixelFormat format = header.biBitCount == 24 ? PixelFormat::Rgb24 : PixelFormat::Rgb32;
-    DWORD colors[2] = {};
-    if (header.biBitCount == 1) {
-        for (DWORD i = 0; i < 2 && (header.biClrUsed == 0 || i < header.biClrUsed); ++i) {
-            const RGBQUAD& color = info.bmiColors[i];
-            colors[i] = RGB(color.rgbBlue, color.rgbGreen, color.rgbRed);
-        }
-        // With a black and white table the section behaves like any monochrome bitmap.
-        const bool blackAndWhite = colors[0] == 0 && colors[1] == kColorBits;
-        format = blackAndWhite ? PixelFormat::Mono : PixelFormat::TwoColor;
-    }
+    const PixelFormat format = header.biBitCount == 24 ? PixelFormat::Rgb24 : PixelFormat::Rgb32;
     auto bitmap = MakeBitmap(header.biWidth, std::abs(header.biHeight), format,
                              header.biHeight < 0 ? RowOrder::TopDown : RowOrder::BottomUp);
     if (!bitmap) return nullptr;
     bitmap->surface.shared = true;
-    if (format == PixelFormat::TwoColor) std::copy_n(colors, 2, bitmap->surface.colors);
     bitmap->header = header;
     bitmap->header.biSize = sizeof(BITMAPINFOHEADER);
     bitmap->header.biSizeImage =
@@ -122,14 +109,14 @@ HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixe
     return HandleOf<HBITMAP>(AddObject(std::move(bitmap)));
 }
 
-// Makes sections of 1, 24 and 32 bits in memory of their own, with colours, not palette indices.
+// Makes sections of 24 and 32 bits in memory of their own.
 HBITMAP WINAPI CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section,
                                 DWORD) {
     if (bits) *bits = nullptr;
     if (CallFails(Call::CreateDIBSection, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
     if (dc && !FindObject<Context>(dc)) return nullptr;
     if (!info || usage != DIB_RGB_COLORS || section) return Fail(ERROR_INVALID_PARAMETER, nullptr);
-    auto made = MakeSection(*info);
+    auto made = MakeSection(info->bmiHeader);
     Bitmap* bitmap = made ? AddObject(std::move(made)) : nullptr;
     if (bitmap && bits) *bits = bitmap->memory.get();
     return HandleOf<HBITMAP>(bitmap);

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 #include "device/faults.h"
 
@@ -29,13 +30,6 @@ struct Input {
     int Y(int y) const { return static_cast<int>(y + dy); }
 };
 
-// How source words become target words.
-enum class SourceColors {
-    Same,         // both have colours or both are monochrome
-    KeyBecomes1,  // colour to monochrome: the source's background colour becomes 1, any other 0
-    Nearest       // colours onto two colours
-};
-
 struct Transfer {
     const Surface& target;
     Input source;  // no surface: the codes use none
@@ -43,8 +37,7 @@ struct Transfer {
     Rop fore;
     Rop back;
     DWORD bitWords[2] = {0, kColorBits};  // the words for the bits of a 1-bit source
-    SourceColors sourceColors = SourceColors::Same;
-    DWORD key = 0;
+    std::optional<DWORD> key = {};        // colour to monochrome: this colour becomes 1, any other 0
 
     void DrawRectangle(const RECT& r) const;
 
@@ -106,30 +99,21 @@ void Transfer::PointAtMask(Rows& rows, int x, int y) const {
 
 void Transfer::ReadSource(int x, int y, int count, DWORD* words) const {
     ReadWords(*source.surface, source.X(x), source.Y(y), count, bitWords, words);
-    if (sourceColors == SourceColors::Same) return;
+    if (!key) return;
     for (int i = 0; i < count; ++i) {
-        const bool bit =
-            sourceColors == SourceColors::Nearest ? NearestBit(target, words[i]) : words[i] == key;
-        words[i] = bit ? kColorBits : 0;
+        words[i] = words[i] == *key ? kColorBits : 0;
     }
 }
 
-// Sets the words for the bits of a 1-bit source, and how colours are converted for a 1-bit target.
+// Between a monochrome and a coloured surface the contexts' colours say which colour a bit is.
 void SetSourceColors(Transfer& transfer, const Context& target, const Context& source) {
-    const Surface& from = source.bitmap->surface;
-    const Surface& to = target.bitmap->surface;
-    if (from.format == PixelFormat::TwoColor) {
-        std::copy_n(from.colors, 2, transfer.bitWords);
-    } else if (from.format == PixelFormat::Mono && to.format != PixelFormat::Mono) {
+    const bool fromBits = source.bitmap->surface.HasBits();
+    const bool toBits = target.bitmap->surface.HasBits();
+    if (fromBits && !toBits) {
         transfer.bitWords[0] = SwapRedAndBlue(target.attributes.textColor);
         transfer.bitWords[1] = SwapRedAndBlue(target.attributes.backColor);
     }
-    if (to.format == PixelFormat::TwoColor) {
-        transfer.sourceColors = SourceColors::Nearest;
-    } else if (to.format == PixelFormat::Mono && from.format != PixelFormat::Mono) {
-        transfer.sourceColors = SourceColors::KeyBecomes1;
-        transfer.key = SwapRedAndBlue(source.attributes.backColor);
-    }
+    if (toBits && !fromBits) transfer.key = SwapRedAndBlue(source.attributes.backColor);
 }
 
 // Copies a surface that the transfer also writes, so that it reads the old pixels. Keeps the memory for the
@@ -237,7 +221,7 @@ bool FindPixel(const Context& context, int x, int y, POINT& pixel) {
 
 DWORD WordFor(const Surface& surface, COLORREF color) {
     const DWORD word = SwapRedAndBlue(color);
-    return surface.HasBits() ? kBitsAsWords[NearestBit(surface, word)] : word;
+    return surface.HasBits() ? kBitsAsWords[IsBright(word)] : word;
 }
 
 void FillArea(const Context& context, const RECT& area, COLORREF color) {
@@ -281,7 +265,7 @@ COLORREF WINAPI GetPixel(HDC dc, int x, int y) {
     if (!context || !FindPixel(*context, x, y, pixel)) return CLR_INVALID;
     const Surface& surface = context->bitmap->surface;
     DWORD word = 0;
-    ReadWords(surface, pixel.x, pixel.y, 1, surface.colors, &word);
+    ReadWords(surface, pixel.x, pixel.y, 1, kBitsAsWords, &word);
     return SwapRedAndBlue(word);
 }
 

@@ -16,7 +16,6 @@ constexpr std::uint32_t kCoreHeaderSize = 12;
 constexpr std::uint32_t kMasksEnd =
     sizeof(BITMAPINFOHEADER) + 3 * sizeof(DWORD);  // headers of this size contain them
 constexpr int kMaxColors = 256;
-constexpr int kMaxSide = 32767;
 
 template <typename Value>
 Value Read(const BYTE* bytes) {

@@ -9,8 +9,8 @@ namespace host {
 namespace {
 
 constexpr DWORD kOpaque = 0xFF000000;
-constexpr int kMaxSide = 1024;     // pixels of an image
-constexpr int kMaxImages = 32767;  // in a list
+constexpr int kMaxImageSide = 1024;  // pixels
+constexpr int kMaxImages = 32767;    // in a list
 
 struct ImageList {
     int width = 0;
@@ -43,7 +43,7 @@ void AppendRow(ImageList& list, const Surface& surface, int x, int y, DWORD tran
     list.pixels.resize(start + width);  // transparent
     if (y >= surface.height) return;
     DWORD* row = list.pixels.data() + start;
-    ReadWords(surface, x, y, list.width, surface.colors, row);
+    ReadWords(surface, x, y, list.width, kBitsAsWords, row);
     for (DWORD* pixel = row; pixel != row + width; ++pixel) {
         *pixel = list.masked && *pixel == transparent ? 0 : *pixel | kOpaque;
     }
@@ -92,7 +92,8 @@ using namespace host;
 
 HIMAGELIST WINAPI ImageList_Create(int width, int height, UINT flags, int, int) {
     if (CallFails(Call::CreateImageList, ERROR_NOT_ENOUGH_MEMORY)) return nullptr;
-    if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide || (flags & ~UINT{ILC_MASK}) != 0)
+    if (width <= 0 || height <= 0 || width > kMaxImageSide || height > kMaxImageSide ||
+        (flags & ~UINT{ILC_MASK}) != 0)
         return Fail(ERROR_INVALID_PARAMETER, nullptr);
     auto list = std::make_unique<ImageList>();
     list->width = width;

@@ -123,6 +123,8 @@ Handle HandleOf(const Object* object) {
     return object ? static_cast<Handle>(object->handle) : nullptr;
 }
 
+constexpr int kMaxSide = 32767;  // of a bitmap
+
 // A bitmap of zeros, not yet in the table. Null and the last error for an impossible size.
 std::unique_ptr<Bitmap> MakeBitmap(int width, int height, PixelFormat format,
                                    RowOrder order = RowOrder::TopDown, int rowAlignment = 4);

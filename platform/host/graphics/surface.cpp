@@ -1,23 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/surface.h"
 
-#include <cstdlib>
-#include <initializer_list>
-
 namespace host {
-namespace {
-
-int Distance(DWORD first, DWORD second) {
-    int distance = 0;
-    for (const int shift : {0, 8, 16}) {
-        distance +=
-            std::abs(static_cast<int>((first >> shift) & 0xFF) - static_cast<int>((second >> shift) & 0xFF));
-    }
-    return distance;
-}
-
-}  // namespace
-
 void ReadWords(const Surface& surface, int x, int y, int count, const DWORD (&bitWords)[2], DWORD* words) {
     if (surface.format == PixelFormat::Rgb32) {
         const DWORD* pixels = surface.Words(x, y);
@@ -58,10 +42,6 @@ void WriteWords(const Surface& surface, int x, int y, int count, const DWORD* wo
             byte = static_cast<BYTE>(words[i] != 0 ? byte | bit : byte & ~bit);
         }
     }
-}
-
-bool NearestBit(const Surface& surface, DWORD color) {
-    return Distance(color, surface.colors[1]) < Distance(color, surface.colors[0]);
 }
 
 }  // namespace host

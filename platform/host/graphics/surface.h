@@ -9,10 +9,9 @@
 namespace host {
 
 enum class PixelFormat {
-    Mono,      // 1 bit without colours: they come from the context that copies it
-    TwoColor,  // 1 bit with a table of two colours
-    Rgb24,     // bytes blue, green, red
-    Rgb32,     // words
+    Mono,   // 1 bit without colours: they come from the context that copies it
+    Rgb24,  // bytes blue, green, red
+    Rgb32,  // words
 };
 enum class RowOrder { TopDown, BottomUp };
 
@@ -24,10 +23,9 @@ struct Surface {
     std::ptrdiff_t stride = 0;  // bytes from a row to the one below it; negative for bottom-up bitmaps
     // The caller can write the memory, so the fourth byte of a word may be anything.
     bool shared = false;
-    DWORD colors[2] = {0, kColorBits};  // the colours of the bits 0 and 1 (TwoColor)
 
     RECT Bounds() const { return {0, 0, width, height}; }
-    bool HasBits() const { return format == PixelFormat::Mono || format == PixelFormat::TwoColor; }
+    bool HasBits() const { return format == PixelFormat::Mono; }
     BYTE* Row(int y) const { return top + y * stride; }
     DWORD* Words(int x, int y) const { return reinterpret_cast<DWORD*>(Row(y)) + x; }
 };
@@ -46,8 +44,10 @@ void ReadWords(const Surface& surface, int x, int y, int count, const DWORD (&bi
 // Writes words; into a 1-bit surface a 1 for every word but 0.
 void WriteWords(const Surface& surface, int x, int y, int count, const DWORD* words);
 
-// The bit with the nearer colour; the darker one if both are equally near.
-bool NearestBit(const Surface& surface, DWORD color);
+// Is the colour nearer to white than to black?
+constexpr bool IsBright(DWORD color) {
+    return (color & 0xFF) + ((color >> 8) & 0xFF) + ((color >> 16) & 0xFF) > 3 * 255 / 2;
+}
 
 inline constexpr DWORD kBitsAsWords[2] = {0, kColorBits};
 
