@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr WindowKey kEys[] = {
+constexpr WindowKey kKeys[] = {
     {SDLK_F1, "F1", "this list", WindowAction::ShowHelp},
     {SDLK_F2, "F2", "turn the screen", WindowAction::Rotate},
     {SDLK_F3, "F3", "next screen size", WindowAction::NextSize},
@@ -20,11 +20,11 @@ constexpr WindowKey kEys[] = {
 
 }  // namespace
 
-std::span<const WindowKey> WindowKeys() { return kEys; }
+std::span<const WindowKey> WindowKeys() { return kKeys; }
 
 std::string DescribeKeys() {
     std::string text = "Keys of the window:\n";
-    for (const WindowKey& key : kEys) {
+    for (const WindowKey& key : kKeys) {
         text += "  " + std::string(key.name) + std::string(6 - std::string(key.name).size(), ' ') +
                 key.purpose + '\n';
     }

@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "framework/handles.h"
+
 namespace test {
 
 class Random {
@@ -55,18 +57,14 @@ public:
     Picture(HBITMAP bitmap, const std::vector<COLORREF>& pixels) : Picture(bitmap) { SetPixels(pixels); }
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
-    ~Picture() {
-        Release();
-        DeleteDC(m_dc);
-        DeleteObject(m_bitmap);
-    }
+    ~Picture() { Release(); }
 
     // A bitmap is in one context at a time: between these two calls others can select it.
-    void Release() { SelectObject(m_dc, m_original); }
-    void Select() { m_original = SelectObject(m_dc, m_bitmap); }
+    void Release() { SelectObject(*this, m_original); }
+    void Select() { m_original = SelectObject(*this, Bitmap()); }
 
-    operator HDC() const { return m_dc; }
-    HBITMAP Bitmap() const { return m_bitmap; }
+    operator HDC() const { return m_dc.Get(); }
+    HBITMAP Bitmap() const { return m_bitmap.Get(); }
     SIZE Size() const { return {m_width, m_height}; }
     BYTE* Bits() const { return m_bits; }  // of a section
 
@@ -74,14 +72,14 @@ public:
     std::vector<COLORREF> Pixels() const {
         std::vector<COLORREF> pixels;
         for (int i = 0; i < m_width * m_height; ++i) {
-            pixels.push_back(GetPixel(m_dc, i % m_width, i / m_width));
+            pixels.push_back(GetPixel(*this, i % m_width, i / m_width));
         }
         return pixels;
     }
 
     void SetPixels(const std::vector<COLORREF>& pixels) {
         for (int i = 0; i < m_width * m_height; ++i) {
-            SetPixel(m_dc, i % m_width, i / m_width, pixels[static_cast<std::size_t>(i)]);
+            SetPixel(*this, i % m_width, i / m_width, pixels[static_cast<std::size_t>(i)]);
         }
     }
 
@@ -91,15 +89,14 @@ public:
             const COLORREF color = random.Below(2)   ? random.Color()
                                    : random.Below(2) ? RGB(255, 255, 255)
                                                      : 0;
-            SetPixel(m_dc, i % m_width, i / m_width, color);
+            SetPixel(*this, i % m_width, i / m_width, color);
         }
     }
 
     void Fill(COLORREF color) {
         const RECT all{0, 0, m_width, m_height};
-        const HBRUSH brush = CreateSolidBrush(color);
-        FillRect(m_dc, &all, brush);
-        DeleteObject(brush);
+        const CBrushOwner brush(CreateSolidBrush(color));
+        FillRect(*this, &all, brush.Get());
     }
 
     // The rectangle around all pixels that are not of this colour; empty when there is none.
@@ -107,7 +104,7 @@ public:
         RECT ink{m_width, m_height, 0, 0};
         for (int y = 0; y < m_height; ++y) {
             for (int x = 0; x < m_width; ++x) {
-                if (GetPixel(m_dc, x, y) == paper) continue;
+                if (GetPixel(*this, x, y) == paper) continue;
                 if (x < ink.left) ink.left = x;
                 if (y < ink.top) ink.top = y;
                 if (x >= ink.right) ink.right = x + 1;
@@ -118,8 +115,8 @@ public:
     }
 
 private:
-    HDC m_dc;
-    HBITMAP m_bitmap;
+    CMemoryDC m_dc;
+    CBitmapOwner m_bitmap;
     HGDIOBJ m_original;
     int m_width;
     int m_height;

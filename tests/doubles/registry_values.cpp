@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/handles.h"
+
 namespace test {
 
 std::string TextBytes(const std::basic_string<WCHAR>& text) {
@@ -19,34 +21,31 @@ RegistryValue NumberValue(DWORD number) {
 
 // Stores bytes that are not followed by a null, which desktop Windows would take for the text's end.
 void WriteValue(HKEY root, const std::basic_string<WCHAR>& path, LPCWSTR name, const RegistryValue& value) {
-    HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
-              ERROR_SUCCESS);
+    CRegistryKeyOwner key;
+    ASSERT_EQ(
+        RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr),
+        ERROR_SUCCESS);
     const std::string bytes = value.second + "###";
-    EXPECT_EQ(RegSetValueExW(key, name, 0, value.first, reinterpret_cast<const BYTE*>(bytes.data()),
+    EXPECT_EQ(RegSetValueExW(key.Get(), name, 0, value.first, reinterpret_cast<const BYTE*>(bytes.data()),
                              static_cast<DWORD>(value.second.size())),
               ERROR_SUCCESS);
-    RegCloseKey(key);
 }
 
 RegistryValue ReadValue(HKEY root, const std::basic_string<WCHAR>& path, LPCWSTR name) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return {};
+    CRegistryKeyOwner key;
+    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, key.Receive()) != ERROR_SUCCESS) return {};
     std::string bytes(16384, '\0');
     auto size = static_cast<DWORD>(bytes.size());
     DWORD type = REG_NONE;
     const LONG result =
-        RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()), &size);
-    RegCloseKey(key);
+        RegQueryValueExW(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()), &size);
     if (result != ERROR_SUCCESS) return {};
     return {type, bytes.substr(0, size)};
 }
 
 bool KeyExists(HKEY root, const std::basic_string<WCHAR>& path) {
-    HKEY key = nullptr;
-    const bool exists = RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) == ERROR_SUCCESS;
-    if (exists) RegCloseKey(key);
-    return exists;
+    CRegistryKeyOwner key;
+    return RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, key.Receive()) == ERROR_SUCCESS;
 }
 
 }  // namespace test

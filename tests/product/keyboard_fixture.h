@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 
+#include "framework/handles.h"
 #include "framework/module.h"
 #include "keyboard/key_codes.h"
 #include "keyboard/keyboard.h"
@@ -23,19 +24,16 @@ class LibraryResources {
 public:
     LibraryResources() {
         test::CopyToDevice(TOLKA_RESOURCES, "Windows/Tolka.DLL");
-        m_module = LoadLibraryW(TEXT("\\windows\\Tolka.DLL"));
+        m_module.Reset(LoadLibraryW(TEXT("\\windows\\Tolka.DLL")));
         static CComClassEntry noClasses[1] = {};
-        _Module.Init(m_module, noClasses);
+        _Module.Init(m_module.Get(), noClasses);
     }
-    ~LibraryResources() {
-        _Module.Term();
-        FreeLibrary(m_module);
-    }
+    ~LibraryResources() { _Module.Term(); }
     LibraryResources(const LibraryResources&) = delete;
     LibraryResources& operator=(const LibraryResources&) = delete;
 
 private:
-    HMODULE m_module;
+    CModuleOwner m_module;
 };
 
 // The events of function keys, by key index; the others send nothing.

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/handles.h"
 #include "test_support.h"
 #include "windows/test_system.h"
 
@@ -53,9 +54,8 @@ const Root* Roots() {
 }
 
 void Redirect(const Root& root) {
-    const HKEY key = Open(g_store, root.name);
-    RegOverridePredefKey(root.root, key);
-    RegCloseKey(key);
+    const CRegistryKeyOwner key(Open(g_store, root.name));
+    RegOverridePredefKey(root.root, key.Get());
 }
 
 }  // namespace

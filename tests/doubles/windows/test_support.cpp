@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "device_side.h"
+#include "framework/handles.h"
 #include "windows/test_system.h"
 
 namespace test {
@@ -24,11 +25,10 @@ bool ClaimDrive() {
     const std::wstring mark = drive + kMark;
     if (GetFileAttributesW(mark.c_str()) == INVALID_FILE_ATTRIBUTES) {
         WIN32_FIND_DATAW entry;
-        const HANDLE find = FindFirstFileW((drive + L"*").c_str(), &entry);
+        const CFindOwner find(FindFirstFileW((drive + L"*").c_str(), &entry));
         bool isEmpty = true;
-        for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &entry))
+        for (BOOL more = !!find; more; more = FindNextFileW(find.Get(), &entry))
             isEmpty = isEmpty && entry.cFileName[0] == L'.';
-        if (find != INVALID_HANDLE_VALUE) FindClose(find);
         if (!isEmpty) return false;
         std::ofstream{fs::path(mark)};
     }
@@ -38,8 +38,8 @@ bool ClaimDrive() {
 // Also deletes read-only files. Does not use the standard library, whose directory iterator fails here.
 void EmptyFolder(const std::wstring& folder) {
     WIN32_FIND_DATAW entry;
-    const HANDLE find = FindFirstFileW((folder + L"*").c_str(), &entry);
-    if (find == INVALID_HANDLE_VALUE) return;
+    const CFindOwner find(FindFirstFileW((folder + L"*").c_str(), &entry));
+    if (!find) return;
     do {
         const std::wstring name = entry.cFileName;
         if (name == L"." || name == L".." || name == kMark) continue;
@@ -51,8 +51,7 @@ void EmptyFolder(const std::wstring& folder) {
             SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
             DeleteFileW(path.c_str());
         }
-    } while (FindNextFileW(find, &entry));
-    FindClose(find);
+    } while (FindNextFileW(find.Get(), &entry));
 }
 
 class DeviceForEachTest : public testing::EmptyTestEventListener {

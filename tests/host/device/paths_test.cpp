@@ -7,6 +7,8 @@
 
 #include <filesystem>
 
+#include "framework/handles.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,11 +23,10 @@ std::string Resolve(const std::u16string& devicePath) {
 std::vector<std::u16string> Names(LPCWSTR pattern) {
     std::vector<std::u16string> names;
     WIN32_FIND_DATAW data;
-    const HANDLE find = FindFirstFileW(pattern, &data);
-    for (BOOL found = find != INVALID_HANDLE_VALUE; found; found = FindNextFileW(find, &data)) {
+    const CFindOwner find(FindFirstFileW(pattern, &data));
+    for (BOOL found = !!find; found; found = FindNextFileW(find.Get(), &data)) {
         names.emplace_back(data.cFileName);
     }
-    if (find != INVALID_HANDLE_VALUE) FindClose(find);
     return names;
 }
 

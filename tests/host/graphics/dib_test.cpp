@@ -127,9 +127,7 @@ TEST(GraphicsDib, TruncatedBitmapsAreRefused) {
                            Dib(HeaderFor(4), {}, Bytes(16 * 4 + 8)), Dib(HeaderFor(24), {}, Bytes(24)),
                            Dib(masked, {0xF800, 0x7E0, 0x1F}, Bytes(16))};
     for (const Bytes& bytes : whole) {
-        const HBITMAP bitmap = Load(bytes);
-        EXPECT_NE(bitmap, nullptr);
-        DeleteObject(bitmap);
+        EXPECT_TRUE(CBitmapOwner(Load(bytes)));
         for (std::size_t size = 0; size < bytes.size(); ++size) {
             EXPECT_EQ(Load(Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size))), nullptr);
         }
@@ -170,7 +168,7 @@ TEST(GraphicsDib, AnyHeaderIsHandled) {
         for (int changes = static_cast<int>(random() % 4); changes > 0; --changes) {
             bytes[random() % sizeof header] = static_cast<BYTE>(random());
         }
-        DeleteObject(Load(bytes));
+        const CBitmapOwner bitmap(Load(bytes));
     }
 }
 

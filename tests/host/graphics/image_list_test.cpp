@@ -8,6 +8,8 @@
 
 #include <utility>
 
+#include "picture.h"
+
 namespace {
 
 constexpr COLORREF kMask = RGB(0xC0, 0, 0);
@@ -18,9 +20,7 @@ TEST(ImageLists, PicturesHaveAlpha) {
     const HIMAGELIST list = CreateList();
     // One row for images of two rows: the missing row is transparent.
     const DWORD row[] = {0x00C00000, 0x00123456};
-    const HBITMAP bitmap = CreateBitmap(2, 1, 1, 32, row);
-    EXPECT_EQ(ImageList_AddMasked(list, bitmap, kMask), 0);
-    DeleteObject(bitmap);
+    EXPECT_EQ(ImageList_AddMasked(list, CBitmapOwner(CreateBitmap(2, 1, 1, 32, row)).Get(), kMask), 0);
     EXPECT_EQ(host::CountHandles().bitmaps, 0) << "its own bitmaps are no handles of the product";
     const host::Picture picture = host::PictureOf(list, 0);
     EXPECT_EQ(picture.width, 2);
@@ -34,34 +34,29 @@ TEST(ImageLists, PicturesHaveAlpha) {
 TEST(ImageLists, RefuseInvalidLists) {
     const HIMAGELIST stale = CreateList();
     ImageList_Destroy(stale);
-    const HBITMAP bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
-    for (const HIMAGELIST bad : {stale, HIMAGELIST{nullptr}, reinterpret_cast<HIMAGELIST>(bitmap)}) {
+    const CBitmapOwner bitmap(CreateBitmap(2, 2, 1, 32, nullptr));
+    for (const HIMAGELIST bad : {stale, HIMAGELIST{nullptr}, reinterpret_cast<HIMAGELIST>(bitmap.Get())}) {
         SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(ImageList_AddMasked(bad, bitmap, kMask), -1);
+        EXPECT_EQ(ImageList_AddMasked(bad, bitmap.Get(), kMask), -1);
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
         EXPECT_EQ(ImageList_GetImageCount(bad), 0);
         EXPECT_FALSE(ImageList_Draw(bad, 0, nullptr, 0, 0, ILD_NORMAL));
         EXPECT_FALSE(ImageList_Destroy(bad));
     }
-    DeleteObject(bitmap);
 }
 
 TEST(ImageLists, RefuseBitmapsSmallerThanAnImage) {
     const HIMAGELIST list = CreateList();
     EXPECT_EQ(ImageList_AddMasked(list, nullptr, kMask), -1);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
-    const HBITMAP narrow = CreateBitmap(1, 2, 1, 32, nullptr);
-    EXPECT_EQ(ImageList_AddMasked(list, narrow, kMask), -1);
-    const HBITMAP held = CreateBitmap(2, 2, 1, 32, nullptr);
-    const HDC dc = CreateCompatibleDC(nullptr);
-    SelectObject(dc, held);
-    EXPECT_EQ(ImageList_AddMasked(list, held, kMask), -1);
-    DeleteDC(dc);
-    EXPECT_EQ(ImageList_AddMasked(list, held, kMask), 0);
-    EXPECT_FALSE(ImageList_Draw(list, 0, dc, 0, 0, ILD_NORMAL));
-    EXPECT_FALSE(ImageList_Draw(list, 1, dc, 0, 0, ILD_NORMAL));
-    DeleteObject(narrow);
-    DeleteObject(held);
+    const CBitmapOwner narrow(CreateBitmap(1, 2, 1, 32, nullptr));
+    EXPECT_EQ(ImageList_AddMasked(list, narrow.Get(), kMask), -1);
+    test::Picture held(CreateBitmap(2, 2, 1, 32, nullptr));
+    EXPECT_EQ(ImageList_AddMasked(list, held.Bitmap(), kMask), -1);
+    held.Release();
+    EXPECT_EQ(ImageList_AddMasked(list, held.Bitmap(), kMask), 0);
+    EXPECT_FALSE(ImageList_Draw(list, 0, nullptr, 0, 0, ILD_NORMAL));
+    EXPECT_FALSE(ImageList_Draw(list, 1, held, 0, 0, ILD_NORMAL));
     for (const SIZE size : {SIZE{0, 2}, SIZE{2, -1}, SIZE{100000, 2}}) {
         EXPECT_EQ(ImageList_Create(size.cx, size.cy, ILC_MASK, 1, 1), nullptr);
     }

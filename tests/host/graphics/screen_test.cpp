@@ -35,9 +35,8 @@ DWORD PixelAt(int x, int y) {
 }
 
 void Fill(HDC dc, const RECT& rectangle) {
-    const HBRUSH brush = CreateSolidBrush(kOrange);
-    EXPECT_TRUE(FillRect(dc, &rectangle, brush));
-    DeleteObject(brush);
+    const CBrushOwner brush(CreateSolidBrush(kOrange));
+    EXPECT_TRUE(FillRect(dc, &rectangle, brush.Get()));
 }
 
 class GraphicsScreen : public testing::Test {

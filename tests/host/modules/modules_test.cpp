@@ -10,6 +10,8 @@
 #include <cstring>
 #include <filesystem>
 
+#include "framework/handles.h"
+
 namespace {
 
 std::string Skin(const std::string& bytes) { return test::SkinBuilder().Data("content", bytes).Build(); }
@@ -20,12 +22,7 @@ std::string Content(HMODULE module) {
     return bytes ? std::string(bytes, SizeofResource(module, resource)) : "none";
 }
 
-DWORD LoadError(LPCWSTR path) {
-    const HMODULE module = LoadLibraryW(path);
-    if (!module) return GetLastError();
-    FreeLibrary(module);
-    return ERROR_SUCCESS;
-}
+DWORD LoadError(LPCWSTR path) { return CModuleOwner(LoadLibraryW(path)) ? ERROR_SUCCESS : GetLastError(); }
 
 std::u16string FileName(HMODULE module, DWORD characters = 400) {
     std::u16string path(400, u'#');

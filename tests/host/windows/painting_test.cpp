@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <host_control.h>
 
+#include "framework/handles.h"
 #include "rectangles.h"
 #include "test_support.h"
 #include "windows/recorder.h"
@@ -14,10 +15,7 @@ protected:
         RecordedWindows::SetUp();
         onMessage = [](const test::Message& message, LRESULT& result) {
             if (message.number != WM_PAINT) return false;
-            PAINTSTRUCT paint;
-            const HDC dc = BeginPaint(message.window, &paint);
-            Fill(dc, message.window);
-            EndPaint(message.window, &paint);
+            Fill(CPaintCycle(message.window).Get(), message.window);
             result = 0;
             return true;
         };
@@ -29,10 +27,9 @@ protected:
     }
 
     static void Fill(HDC dc, HWND window) {
-        const HBRUSH brush = CreateSolidBrush(ColorOf(window));
+        const CBrushOwner brush(CreateSolidBrush(ColorOf(window)));
         const RECT everything{-1000, -1000, 1000, 1000};
-        FillRect(dc, &everything, brush);
-        DeleteObject(brush);
+        FillRect(dc, &everything, brush.Get());
     }
 
     // Delivers all messages; later painting has another tint.
