@@ -167,6 +167,15 @@ Spoil Replaced(const char* name, const Bytes& bitmap) {
     return [=](DamagedSkin& skin) { skin.Bitmap(name) = bitmap; };
 }
 
+// Without masks, which would have another size.
+Spoil LandscapeOf(Size size) {
+    return [=](DamagedSkin& skin) {
+        skin.Bitmap("LANSCAPE_KEYBOARD_BITMAP") = EncodePicture(Picture(size, Color{}));
+        for (std::size_t plane = 0; plane < kSlotCount; ++plane)
+            skin.Remove(MaskResource(BoardKind::Landscape, plane));
+    };
+}
+
 struct Fault {
     const char* name;
     std::vector<Spoil> spoils;
@@ -213,12 +222,13 @@ const std::vector<Fault> kFaults{
     {"NoLandscape",
      {Removed("LANSCAPE_KEYBOARD_BITMAP")},
      {"landscape: the picture of the turned keyboard is missing (LANSCAPE_KEYBOARD_BITMAP)"}},
+    {"PictureOfAnotherWidth",
+     {LandscapeOf({400, 80})},
+     {"landscape: the picture is 400 pixels wide: the skin does not load when the screen is turned to "
+      "320x240",
+      "landscape, lng1-small, lng1-large, uml1-small"}},
     {"PictureOfAnotherHeight",
-     {[](DamagedSkin& skin) {
-         skin.Bitmap("LANSCAPE_KEYBOARD_BITMAP") = EncodePicture(Picture({320, 79}, Color{}));
-         for (std::size_t plane = 0; plane < kSlotCount; ++plane)
-             skin.Remove(MaskResource(BoardKind::Landscape, plane));
-     }},
+     {LandscapeOf({320, 79})},
      {"landscape: the picture is 79 pixels high, the panel 80: a strip below it stays empty",
       "landscape, key \"lang\": the rectangle", "landscape, key \"digits\": the rectangle",
       "landscape, key \"umlaut\": the rectangle", "landscape, key \"space\": the rectangle",

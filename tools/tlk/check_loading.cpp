@@ -16,7 +16,10 @@ public:
     void Run() {
         CheckTypes();
         CheckPortraitWidth();
-        if (!m_Screen.IsSquare()) CheckLandscapeWidth();
+        // The engine tried the skin on this screen.
+        const bool isTried =
+            m_Skin.Board(BoardKind::Portrait).picture.GetSize().width == m_Screen.upright.width;
+        if (isTried && m_Screen.Uses(BoardKind::Landscape)) CheckLandscapeWidth();
         for (const SkinBoard& board : m_Skin.boards) {
             if (!m_Screen.Uses(board.kind)) continue;
             CheckPicture(board);
@@ -54,24 +57,20 @@ private:
     void CheckLandscapeWidth() {
         const SkinBitmap& picture = m_Skin.Board(BoardKind::Landscape).picture;
         const Size screen = m_Screen.Turned();
-        if (!picture.isPresent) {
+        const std::string refused = ": the skin does not load when the screen is turned to " + Text(screen);
+        const std::string width = std::to_string(picture.GetSize().width);
+        if (!picture.isPresent)
             m_Remarks.Add(BoardKind::Landscape, "the picture of the turned keyboard is missing" +
                                                     m_Remarks.Called(PictureResource(BoardKind::Landscape)) +
-                                                    ": the skin does not load when the screen is turned to " +
-                                                    Text(screen));
+                                                    refused);
+        else if (!picture.IsReadable())
             return;
-        }
-        if (!picture.IsReadable()) return;
-        const int width = picture.GetSize().width;
-        if (width == screen.height)
+        else if (!m_Skin.pEngine->Turned().TakesSkin())
+            m_Remarks.Add(BoardKind::Landscape, "the picture is " + width + " pixels wide" + refused);
+        else if (picture.GetSize().width < screen.width)
             m_Remarks.Add(BoardKind::Landscape, "the picture is as wide as the narrow side of the screen: " +
-                                                    std::to_string(screen.width - width) +
+                                                    std::to_string(screen.width - picture.GetSize().width) +
                                                     " pixels beside it stay empty");
-        else if (width != screen.width)
-            m_Remarks.Add(BoardKind::Landscape,
-                          "the picture is " + std::to_string(width) +
-                              " pixels wide: the skin does not load when the screen is turned to " +
-                              Text(screen));
     }
 
     void CheckPicture(const SkinBoard& board) {
