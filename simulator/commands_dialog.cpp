@@ -138,7 +138,7 @@ void Dialog(Session& session, const Arguments&) {
     }
 }
 
-// The button's picture in one size, as GetInfo names it now.
+// Writes one of the pictures that GetInfo names now.
 template <HANDLE IMINFO::*list, int IMINFO::*index>
 void WriteImage(Session& session, const Arguments& arguments) {
     IMINFO info;

@@ -45,7 +45,7 @@ void MoveSip(Session& session, const Arguments& arguments) {
         {arguments.Pixels(0), arguments.Pixels(1), arguments.Pixels(2), arguments.Pixels(3)});
 }
 
-// The window's rectangle in the client coordinates of another one; null is the screen.
+// The window's rectangle in the client coordinates of another one, or of the screen for null.
 std::string Describe(HWND window, HWND space) {
     RECT r{};
     GetWindowRect(window, &r);

@@ -16,7 +16,7 @@ using test::RegistryValue;
 using test::TextValue;
 using WideString = std::basic_string<WCHAR>;
 
-// A key that is open as long as the test needs it; made when it is missing.
+// A key that is open during the test; created if it is missing.
 class TestKey {
 public:
     explicit TestKey(LPCWSTR path, HKEY root = HKEY_LOCAL_MACHINE, REGSAM access = KEY_ALL_ACCESS) {

@@ -52,7 +52,7 @@ TEST_F(Resources, AreFoundByNumberAndByNameIgnoringCase) {
         {TEXT("other"), TEXT("RC_DATA"), "other"},
         {TEXT("empty"), TEXT("RC_DATA"), ""},
         {MAKEINTRESOURCEW(ID_NUMBERED), MAKEINTRESOURCEW(300), "numbered"},
-        {TEXT("other"), MAKEINTRESOURCEW(10), noType},  // another than the type with this name
+        {TEXT("other"), MAKEINTRESOURCEW(10), noType},  // not the type with this name
         {TEXT("absent"), TEXT("RC_DATA"), noName},
         {TEXT(""), TEXT("RC_DATA"), noName},
         {MAKEINTRESOURCEW(ID_NUMBERED + 1), MAKEINTRESOURCEW(300), noName},

@@ -27,7 +27,7 @@ TEST(WindowTable, IsMessageMapDestructorProcedureFinalMessage) {
     EXPECT_EQ(SlotOf(&CSettingsDlg::OnFinalMessage), 4);
 }
 
-// After the three of IUnknown.
+// After the three slots of IUnknown.
 TEST(InputMethodTable, SlotsAreInTheOrderOfTheInterfaces) {
     using Table = IInputMethod2;
     const std::ptrdiff_t slots[] = {

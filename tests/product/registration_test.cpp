@@ -252,7 +252,7 @@ TEST_F(RegistrationTest, EveryFailureOfThePlatformIsReported) {
     test::TakeReports();  // the failure to write the registry file
 }
 
-// Unregistering reports nothing; the next call removes what is left.
+// Unregistering reports no failure; the next call removes the rest.
 TEST_F(RegistrationTest, RunningOutOfMemoryIsReported) {
     for (const auto& [act, failure] :
          {std::pair(&DllRegisterServer, E_OUTOFMEMORY), {&DllUnregisterServer, S_OK}}) {

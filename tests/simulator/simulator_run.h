@@ -53,8 +53,8 @@ inline const std::string kTapUp = "tap 209 55\n";
 inline const std::string kTapDown = "tap 209 71\n";
 inline const std::string kTapRight = "tap 228 71\n";
 
-// Whether the text contains these parts in this order, the first at its beginning and the last at its end. Empty
-// ones stand for anything. A failure shows all of the text.
+// Does the text contain these parts in this order, the first at its beginning and the last at its end? Either
+// may be empty. A failure shows the whole text.
 testing::AssertionResult HasParts(const std::string& text, const std::vector<std::string>& parts);
 testing::AssertionResult Has(const std::string& text, const std::string& part);
 // The last line of the trace that begins so; empty if there is none.

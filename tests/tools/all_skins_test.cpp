@@ -87,7 +87,7 @@ protected:
     }
 
 private:
-    // Of the keyboard that is shown.
+    // Of the keyboard shown.
     const KeyLayout& Keys() const {
         return m_keyboard->m_stKbStatus.m_bDigit ? m_keyboard->m_DigitLayout : m_keyboard->m_CharLayout;
     }

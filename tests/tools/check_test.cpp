@@ -141,7 +141,7 @@ constexpr const char* kPortrait = "CHAR_LAYOUT_STRUCT";
 constexpr const char* kLandscape = "LNDSCP_LAYOUT_STRUCT";
 constexpr const char* kDigits = "DIGIT_LAYOUT_STRUCT";
 
-// One thing that is done to the skin.
+// One change of the skin.
 using Spoil = std::function<void(DamagedSkin& skin)>;
 
 Spoil Moved(const char* layout, int key, const Rect& rect) {
@@ -159,7 +159,7 @@ Spoil Removed(const char* name) {
 Spoil CapsMovedTo(const Rect& rect) {
     return [=](DamagedSkin& skin) { skin.Data("CAPS_RECT") = CapsRect(rect); };
 }
-// A byte more than there should be.
+// One byte too many.
 Spoil Lengthened(const char* name) {
     return [=](DamagedSkin& skin) { skin.Data(name).push_back(0); };
 }
@@ -167,7 +167,7 @@ Spoil Replaced(const char* name, const Bytes& bitmap) {
     return [=](DamagedSkin& skin) { skin.Bitmap(name) = bitmap; };
 }
 
-// Without masks, which would have another size.
+// Without masks, whose size would differ.
 Spoil LandscapeOf(Size size) {
     return [=](DamagedSkin& skin) {
         skin.Bitmap("LANSCAPE_KEYBOARD_BITMAP") = EncodePicture(Picture(size, Color{}));
@@ -179,7 +179,7 @@ Spoil LandscapeOf(Size size) {
 struct Fault {
     const char* name;
     std::vector<Spoil> spoils;
-    // Begins of lines, without the file.
+    // The beginnings of lines, after the file.
     std::vector<std::string> remarks;
 };
 

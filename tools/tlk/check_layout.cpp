@@ -165,7 +165,7 @@ private:
 
     std::vector<Gap> FindGaps(const Rect& keyboard) const {
         std::vector<Gap> gaps;
-        // Nothing outside of the keyboard is a part of a gap.
+        // Pixels outside the keyboard belong to no gap.
         HitMap hits(m_Hits.GetSize(), kUnseen);
         for (int y = keyboard.top; y <= keyboard.bottom; ++y)
             for (int x = keyboard.left; x <= keyboard.right; ++x)

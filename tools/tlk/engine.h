@@ -72,7 +72,7 @@ public:
     bool IsOfDigitRow(std::uint16_t key) const;
     // The character that a tap on the key would send; 0 for none.
     char16_t CharacterOf(std::uint16_t key);
-    // A key since the last Latch, other than Shift and Control.
+    // Has a key been sent since the last Latch, other than Shift and Control?
     bool HasSent() const;
     void Tap(Point point);
     void DoubleTap(Point point);

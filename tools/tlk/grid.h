@@ -94,7 +94,7 @@ private:
 
 enum class Neighbours { Four, Eight };
 
-// The pixels that are connected with this one and have its value, which becomes `taken`.
+// The connected pixels with the value of this one; sets them to `taken`.
 template <class Pixel>
 std::vector<Point> TakeConnected(Grid<Pixel>& grid, Point start, Pixel taken, Neighbours neighbours) {
     const Pixel wanted = grid.At(start.x, start.y);

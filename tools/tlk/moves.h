@@ -22,7 +22,7 @@ struct Move {
     Point point;
     // The state after the move.
     Latches after = 0;
-    // It types something, too.
+    // True if the move also types something.
     bool sends = false;
 };
 
@@ -35,7 +35,7 @@ public:
 
     // All states that can be reached from these, including them.
     [[nodiscard]] LatchStates Reach(LatchStates states) const;
-    // The fewest moves, of those that type nothing, from one state to another, or to the nearest one.
+    // The shortest path of moves that type nothing, from one state to another, or to the most similar one.
     [[nodiscard]] std::vector<Move> PathTowards(Latches from, Latches to) const;
 
 private:

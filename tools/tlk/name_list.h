@@ -12,7 +12,7 @@ inline void AppendName(std::string& list, std::string_view name, std::string_vie
     list += name;
 }
 
-// Whether the list has this name.
+// Does the list contain this name?
 inline bool HasName(const std::string_view list, std::string_view name) {
     return (", " + std::string(list) + ",").find(" " + std::string(name) + ",") != std::string::npos;
 }

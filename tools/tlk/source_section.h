@@ -33,7 +33,7 @@ struct Section {
     const toml::node* Find(std::string_view key) const { return table->get(key); }
 };
 
-// `known` is a list of names with commas between them.
+// `known` is a list of names, separated by commas.
 void AllowKeys(const Section& section, std::string_view known);
 
 // The functions below return nothing or null for an absent key, and throw SourceError for a value of another

@@ -61,8 +61,8 @@ enum class Pen { Down, Move, Up, DoubleClick };
 // Posts exactly this message to the window with the capture, or without one to the visible, enabled window
 // under the point (screen coordinates).
 void PostPen(Pen event, POINT point);
-// What a real pen's event is to be posted as: a double tap (within 500 ms and 4 pixels, on a CS_DBLCLKS
-// window) has a DoubleClick as its second Down. Call it once for each event, when it happens.
+// Returns the event to post for a real pen's event: the second Down of a double tap (within 500 ms and 4
+// pixels, on a CS_DBLCLKS window) becomes a DoubleClick. Call it once for each event, when it happens.
 Pen RecognizePen(Pen event, POINT point);
 // Called as soon as a window gets the capture, or with null when it ends.
 using CaptureHandler = std::function<void(HWND)>;

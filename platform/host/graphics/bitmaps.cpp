@@ -109,7 +109,7 @@ HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixe
     return HandleOf<HBITMAP>(AddObject(std::move(bitmap)));
 }
 
-// Makes sections of 24 and 32 bits in memory of their own.
+// Makes sections of 24 and 32 bits in their own memory.
 HBITMAP WINAPI CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section,
                                 DWORD) {
     if (bits) *bits = nullptr;

@@ -105,7 +105,7 @@ void Transfer::ReadSource(int x, int y, int count, DWORD* words) const {
     }
 }
 
-// Between a monochrome and a coloured surface the contexts' colours say which colour a bit is.
+// Between a monochrome and a coloured surface, the contexts' colours give the colours of the bits.
 void SetSourceColors(Transfer& transfer, const Context& target, const Context& source) {
     const bool fromBits = source.bitmap->surface.HasBits();
     const bool toBits = target.bitmap->surface.HasBits();

@@ -120,7 +120,7 @@ LSTATUS WINAPI RegDeleteKeyW(HKEY handle, LPCWSTR subkey) {
     return ERROR_SUCCESS;
 }
 
-// Keys have no class and no time of their last change here; refuses to tell them.
+// Keys have no class and no time of their last change here; refuses to return them.
 LSTATUS WINAPI RegEnumKeyExW(HKEY handle, DWORD index, LPWSTR name, LPDWORD characters, LPDWORD,
                              LPWSTR keyClass, LPDWORD classCharacters, FILETIME* lastWrite) {
     if (CallFails(Call::RegEnumKey)) return ERROR_NOT_ENOUGH_MEMORY;

@@ -80,7 +80,7 @@ LSTATUS WINAPI RegDeleteValueW(HKEY handle, LPCWSTR name) {
     return ERROR_SUCCESS;
 }
 
-// Answers the numbers of subkeys and values, refuses any other question.
+// Returns only the numbers of subkeys and values, refuses all else.
 LSTATUS WINAPI RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classCharacters, LPDWORD,
                                 LPDWORD subkeys, LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
                                 LPDWORD longestName, LPDWORD longestValue, LPDWORD securityDescriptor,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Version blocks that lie. The good one is that of the test library; its nodes are found by their keys.
+// Damaged version blocks. The undamaged one is that of the test library; its nodes are found by their keys.
 #include "modules/version_block.h"
 
 #include <windows.h>
@@ -32,7 +32,7 @@ protected:
         GetFileVersionInfoW(kLibrary, 0, static_cast<DWORD>(m_good.size()), m_good.data());
     }
 
-    // The good block with another length (0) or size of the value (2) in the last node of this key.
+    // The undamaged block with another length (0) or value size (2) in the last node with this key.
     Bytes Bend(std::u16string_view key, std::size_t field, WORD value) const {
         const auto* first = reinterpret_cast<const BYTE*>(key.data());
         const auto found = std::find_end(m_good.begin(), m_good.end(), first, first + 2 * key.size());
@@ -80,7 +80,7 @@ TEST_F(VersionBlock, AnyPrefixAndAnyChangedByteIsHandled) {
 
 TEST_F(VersionBlock, TextsNeedTheirNullCharacter) {
     ASSERT_TRUE(Finds(m_good, u"OriginalFilename"));
-    // Without its null; one beyond the value's size does not count.
+    // Without its null: one beyond the value's size does not count.
     EXPECT_FALSE(Finds(Bend(u"OriginalFilename", 2, 16), u"OriginalFilename"));
     const auto comments = host::FindVersionValue(Bend(u"Comments", 2, 0), kPaths[4]);
     ASSERT_TRUE(comments) << "an empty text is its key's null character";
@@ -92,7 +92,7 @@ TEST_F(VersionBlock, ADamagedNodeHidesNoSound) {
     const Bytes valueTooLong = Bend(u"FileVersion", 2, 100);
     EXPECT_FALSE(Finds(valueTooLong, u"FileVersion"));
     EXPECT_TRUE(Finds(valueTooLong, u"OriginalFilename"));
-    // Without a length there is no way to the next one.
+    // Without a length the next one cannot be found.
     EXPECT_FALSE(Finds(Bend(u"FileVersion", 0, 0), u"OriginalFilename"));
 }
 
