@@ -161,7 +161,12 @@ int WINAPI SetBkMode(HDC dc, int mode) {
 }
 
 UINT WINAPI SetTextAlign(HDC dc, UINT align) {
+    constexpr UINT gdiError = 0xFFFFFFFF;
     Context* context = FindObject<Context>(dc);
-    return context ? std::exchange(context->attributes.align, align)
-                   : CLR_INVALID;  // GDI_ERROR, the same value
+    if (!context) return gdiError;
+    // The bits of TA_CENTER and of TA_BASELINE belong together.
+    const UINT known =
+        (align & TA_CENTER ? UINT{TA_CENTER} : 0u) | (align & TA_BASELINE ? UINT{TA_BASELINE} : 0u);
+    if (align != known) return Fail(ERROR_INVALID_PARAMETER, gdiError);
+    return std::exchange(context->attributes.align, align);
 }

@@ -11,8 +11,6 @@
 namespace host {
 namespace {
 
-constexpr UINT kHorizontalAlign = TA_CENTER;  // its bits include TA_RIGHT
-constexpr UINT kVerticalAlign = TA_BASELINE;  // its bits include TA_BOTTOM
 constexpr BYTE kHalf = 128;
 
 // Calls visit(glyph, pen offset) for each character and returns the width.
@@ -81,29 +79,6 @@ void DrawLine(const Context& context, Glyphs& glyphs, const Line& line, const RE
     });
 }
 
-// The distance from the reference point to the cell's corner.
-std::int64_t AlignedLeft(UINT align, std::int64_t width) {
-    switch (align & kHorizontalAlign) {
-        case TA_RIGHT:
-            return -width;
-        case TA_CENTER:
-            return -(width / 2);
-        default:
-            return 0;
-    }
-}
-
-int AlignedTop(UINT align, const Glyphs& glyphs) {
-    switch (align & kVerticalAlign) {
-        case TA_BOTTOM:
-            return -glyphs.CellHeight();
-        case TA_BASELINE:
-            return -glyphs.ascent;
-        default:
-            return 0;
-    }
-}
-
 // Takes the text up to the next line break, and the break.
 std::u16string_view TakeLine(std::u16string_view& text, UINT format) {
     const std::size_t end = (format & DT_SINGLELINE) ? text.npos : text.find(u'\n');
@@ -170,8 +145,8 @@ BOOL WINAPI ExtTextOutW(HDC dc, int x, int y, UINT options, const RECT* rectangl
     const UINT align = context->attributes.align;
     DrawLine(*context, *glyphs,
              {.text = view,
-              .left = std::int64_t{x} + context->origin.x + AlignedLeft(align, width),
-              .top = std::int64_t{y} + context->origin.y + AlignedTop(align, *glyphs)},
+              .left = std::int64_t{x} + context->origin.x - (align & TA_CENTER ? width / 2 : 0),
+              .top = std::int64_t{y} + context->origin.y - (align & TA_BASELINE ? glyphs->ascent : 0)},
              clip);
     return TRUE;
 }

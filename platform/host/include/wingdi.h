@@ -31,10 +31,8 @@
 #define OPAQUE 2
 
 #define TA_LEFT 0
-#define TA_RIGHT 2
 #define TA_CENTER 6
 #define TA_TOP 0
-#define TA_BOTTOM 8
 #define TA_BASELINE 24
 #define ETO_CLIPPED 4
 
