@@ -34,14 +34,6 @@ Application::Application(KeyboardSwitch& keyboard) : m_keyboard(keyboard), m_tim
     SetFocus(m_edit->Handle());
 }
 
-// Its child windows go first, while it still exists.
-Application::~Application() {
-    m_menu.reset();
-    m_bar.reset();
-    m_edit.reset();
-    Destroy();
-}
-
 void Application::LayOut(const RECT& visibleDesktop) {
     const SIZE screen = ScreenSize();
     const bool sameScreen = IsSameSize(screen, m_screen);

@@ -28,7 +28,6 @@ class Application final : public BoundWindow {
 public:
     // `keyboard` must outlive the application.
     explicit Application(KeyboardSwitch& keyboard);
-    ~Application() override;
 
     // Fills the present screen; the edit field gets the part that the SIP leaves free.
     void LayOut(const RECT& visibleDesktop);

@@ -21,11 +21,10 @@ void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds
                                nullptr, this);
 }
 
-void BoundWindow::Destroy() {
+BoundWindow::~BoundWindow() {
     if (!m_window) return;
     SetWindowLongPtrW(m_window, GWLP_USERDATA, 0);
     DestroyWindow(m_window);
-    m_window = nullptr;
 }
 
 void BoundWindow::MoveTo(const RECT& bounds) {

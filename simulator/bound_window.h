@@ -13,7 +13,7 @@ bool Contains(const RECT& area, POINT point);
 class BoundWindow {
 public:
     BoundWindow() = default;
-    virtual ~BoundWindow() { Destroy(); }
+    virtual ~BoundWindow();  // no message reaches the object afterwards
     BoundWindow(const BoundWindow&) = delete;
     BoundWindow& operator=(const BoundWindow&) = delete;
 
@@ -28,8 +28,6 @@ protected:
     // The style decides whether it is a child of `parent`. Registers the class if that has not been done.
     void Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
                 DWORD extendedStyle = 0);
-    // No message reaches the object afterwards.
-    void Destroy();
     void Invalidate() const { InvalidateRect(m_window, nullptr, FALSE); }
     void SetFont(int height, int weight) { m_font = MakeFont(height, weight); }
     // The size of the text in the window's font; (0, 0) if it cannot be measured.

@@ -15,7 +15,6 @@ enum class EditCommand { Clear, Undo, Cut, Copy, Paste, SelectAll };
 class EditField final : public BoundWindow {
 public:
     EditField(HWND parent, const RECT& bounds);
-    ~EditField() override { Destroy(); }
 
     const std::u16string& Text() const { return m_text.Text(); }
     // The caret is at its end; there is nothing to undo.

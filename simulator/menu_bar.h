@@ -19,7 +19,6 @@ public:
     };
 
     MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT keyboardArrow);
-    ~MenuBar() override { Destroy(); }
 
     // Call it after MoveTo.
     void LayOut(SIZE screen);

@@ -20,7 +20,6 @@ struct MenuItem {
 class PopupMenu final : public BoundWindow {
 public:
     explicit PopupMenu(HWND owner);
-    ~PopupMenu() override { Destroy(); }
 
     enum class Side { Left, Right };
     // The bottom corner on this side is at the point. The pen that opens the menu is still down.
