@@ -5,10 +5,6 @@
 
 #include "framework/screen.h"
 
-bool Contains(const RECT& area, POINT point) {
-    return point.x >= area.left && point.x < area.right && point.y >= area.top && point.y < area.bottom;
-}
-
 void BoundWindow::Create(const WCHAR* className, DWORD style, const RECT& bounds, HWND parent,
                          DWORD extendedStyle) {
     const host::PlatformScope scope;

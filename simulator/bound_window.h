@@ -7,8 +7,6 @@
 
 #include "drawing.h"
 
-bool Contains(const RECT& area, POINT point);
-
 // A window of the simulator, bound to its object, which owns it and draws its text in one font.
 class BoundWindow {
 public:

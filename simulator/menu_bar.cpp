@@ -67,7 +67,7 @@ RECT MenuBar::PlaceOf(UINT id) const {
 
 const MenuBar::Part* MenuBar::PartAt(POINT point) const {
     const auto part = std::find_if(m_parts.begin(), m_parts.end(),
-                                   [point](const Part& one) { return Contains(one.place, point); });
+                                   [point](const Part& one) { return PtInRect(&one.place, point); });
     return part == m_parts.end() ? nullptr : &*part;
 }
 

@@ -59,7 +59,8 @@ LRESULT PopupMenu::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // Keeps the capture until the pen is lifted, so that the stroke that closed the menu reaches no other window.
 void PopupMenu::OnPenDown(POINT point) {
-    if (!Contains(ClientArea(), point)) return Hide();
+    const RECT area = ClientArea();
+    if (!PtInRect(&area, point)) return Hide();
     OnPenMove(point);
 }
 
@@ -96,7 +97,7 @@ int PopupMenu::HeightOf(const MenuItem& item) const {
 
 std::optional<std::size_t> PopupMenu::ItemAt(POINT point) const {
     const RECT area = ClientArea();
-    if (!Contains(area, point)) return std::nullopt;
+    if (!PtInRect(&area, point)) return std::nullopt;
     LONG bottom = 1;
     for (std::size_t i = 0; i < m_items.size(); ++i) {
         bottom += HeightOf(m_items[i]);

@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "pen_stroke.h"
 
+#include <sip_layout.h>
+
 namespace {
 
 bool IsOver(HWND window, POINT point) {
     RECT area{};
     GetWindowRect(window, &area);
-    return Contains(area, point);
+    return PtInRect(&area, point);
 }
 
 }  // namespace
 
 std::optional<Words> PenStroke::PutDown(POINT point) {
-    const host::ScreenView screen = host::Screen();
-    if (point.x < 0 || point.y < 0 || point.x >= screen.width || point.y >= screen.height) {
-        return std::nullopt;
-    }
+    const SIZE size = ScreenSize();
+    const RECT screen{0, 0, size.cx, size.cy};
+    if (!PtInRect(&screen, point)) return std::nullopt;
     m_down = true;
     m_last = point;
     m_onPanel = IsOnPanel(point);

@@ -72,7 +72,7 @@ RECT Control::Client() const {
 
 bool Control::ContainsPoint(POINT point) const {
     const RECT client = Client();
-    return point.x >= 0 && point.y >= 0 && point.x < client.right && point.y < client.bottom;
+    return PtInRect(&client, point);
 }
 
 bool Control::Notify(WORD code) const {

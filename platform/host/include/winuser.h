@@ -316,3 +316,5 @@ HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name);
 
 // --- Rectangles -------------------------------------------------------------------------------------------
 BOOL WINAPI EqualRect(const RECT* first, const RECT* second);
+// The right and the bottom edge are outside.
+BOOL WINAPI PtInRect(const RECT* rectangle, POINT point);

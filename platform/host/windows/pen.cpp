@@ -37,16 +37,11 @@ void ChangeCapture(HWND window) {
     if (captureHandler) captureHandler(window);
 }
 
-bool Contains(const RECT& bounds, POINT point) {
-    return point.x >= bounds.left && point.x < bounds.right && point.y >= bounds.top &&
-           point.y < bounds.bottom;
-}
-
 // A disabled child passes the pen on to the window below it.
 const Window* ChildAt(const Window& window, POINT point) {
     for (const Window* child : window.children) {
         if (!HasStyle(*child, WS_VISIBLE) || HasStyle(*child, WS_DISABLED)) continue;
-        if (!Contains(child->bounds, point)) continue;
+        if (!PtInRect(&child->bounds, point)) continue;
         return ChildAt(*child, {point.x - child->bounds.left, point.y - child->bounds.top});
     }
     return &window;
@@ -56,7 +51,7 @@ const Window* ChildAt(const Window& window, POINT point) {
 // windows below the owner get it.
 const Window* WindowAt(POINT point) {
     for (const Window* window : TopLevelWindows()) {
-        if (!HasStyle(*window, WS_VISIBLE) || !Contains(window->bounds, point)) continue;
+        if (!HasStyle(*window, WS_VISIBLE) || !PtInRect(&window->bounds, point)) continue;
         if (HasStyle(*window, WS_DISABLED)) return nullptr;
         return ChildAt(*window, {point.x - window->bounds.left, point.y - window->bounds.top});
     }

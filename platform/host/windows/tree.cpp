@@ -287,3 +287,7 @@ int WINAPI GetSystemMetrics(int index) {
 BOOL WINAPI EqualRect(const RECT* a, const RECT* b) {
     return a && b && a->left == b->left && a->top == b->top && a->right == b->right && a->bottom == b->bottom;
 }
+
+BOOL WINAPI PtInRect(const RECT* r, POINT point) {
+    return point.x >= r->left && point.x < r->right && point.y >= r->top && point.y < r->bottom;
+}
