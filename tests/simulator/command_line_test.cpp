@@ -6,13 +6,6 @@ namespace {
 
 using CommandLineTest = SimulatorTest;
 
-TEST_F(CommandLineTest, OnlyTheLinesBeforeAnErrorRun) {
-    const SimulatorResult result = Run("text\n\n# comment\nnonsense 1\ntext\n");
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.trace, "Text \"\"\n");
-    EXPECT_EQ(result.errors, "s:4: there is no command \"nonsense 1\"\n");
-}
-
 TEST_F(CommandLineTest, EveryKindOfErrorNamesItsLine) {
     for (const char* line :
          {"select now", "tap 1", "tap 1 x", "tap 0xFFFFFFFF 1", "screen 0 10", "screen 10 5000",
@@ -27,32 +20,12 @@ TEST_F(CommandLineTest, EveryKindOfErrorNamesItsLine) {
     }
 }
 
-TEST_F(CommandLineTest, ACallThatFailsGivesStatusOneAndTheScriptGoesOn) {
-    const SimulatorResult result =
-        Run("reg set HKCR\\CLSID\\{5C1E0B7A-93D4-4F28-B6A1-2D7E4C9F8A30}\\InprocServer32 \"\" sz "
-            "\\Windows\\none.dll\n"
-            "select\ntext\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(LastLine(result.trace, "Create 0x8"), "");
-    EXPECT_FALSE(Has(result.trace, "Select"));
-    EXPECT_EQ(LastLine(result.trace, "Text"), "Text \"\"");
-}
-
 TEST_F(CommandLineTest, WrongOptionsGiveStatusTwo) {
     for (const char* options :
          {"--screen 240", "--screen 0x320", "--screen 240x320x1", "--nonsense", "--skin missing.tlk"}) {
         EXPECT_EQ(Run("", options).status, 2) << options;
     }
     EXPECT_EQ(Run("", "--help").status, 0);
-}
-
-TEST_F(CommandLineTest, ACommandWithoutAnObjectIsNoError) {
-    const SimulatorResult result =
-        Run("deselect\ninfo\ncallback off\nfactory release\nscreenshot panel p.png\n"
-            "delete \\Windows\\missing.tlk\nreadonly \\missing\\a.tlk\n");
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.trace, "");
-    EXPECT_NE(result.errors, "");
 }
 
 TEST_F(CommandLineTest, AScriptMayComeFromStandardInput) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -45,9 +46,9 @@ std::string SimulatorTest::Trace(const std::string& script, const std::string& o
     return result.trace;
 }
 
-void SimulatorTest::InstallSkin() {
-    fs::create_directories(Device() / "Windows");
-    fs::copy_file(STANDARD_SKIN, Device() / "Windows" / "standard.tlk");
+void SimulatorTest::InstallSkin(const std::string& name, const std::string& folder) {
+    fs::create_directories(Device() / folder);
+    fs::copy_file(STANDARD_SKIN, Device() / folder / (name + ".tlk"));
 }
 
 void SimulatorTest::MakeFewSkins() {
@@ -61,19 +62,28 @@ void SimulatorTest::MakeFewSkins() {
     }
 }
 
-std::string TapKey(const std::string& keys) {
+std::string KeyTaps(const std::string& keys) {
     struct Row {
         std::string keys;
         int left;  // middle of the first key; each is 17 pixels wide
         int y;
     };
-    static const Row rows[] = {
+    static const Row kRows[] = {
         {"`1234567890-=", 8, 7}, {"qwertyuiop[]", 27, 23}, {"asdfghjkl;'", 30, 39}, {"zxcvbnm,./", 39, 55}};
+    static const std::map<std::string, std::string> kNames = {
+        {"shift", "15 55"},  {"control", "11 71"}, {"umlaut", "10 39"},  {"back", "230 7"},
+        {"enter", "224 39"}, {"tab", "9 23"},      {"escape", "228 55"}, {"left", "192 71"},
+        {"up", "209 55"},    {"down", "209 71"},   {"right", "228 71"}};
     std::string script;
-    for (const char key : keys) {
-        if (key == ' ') script += "tap 129 71\n";
-        for (const Row& row : rows) {
-            const std::size_t index = row.keys.find(key);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i] == '<') {
+            const std::size_t end = keys.find('>', i);
+            script += "tap " + kNames.at(keys.substr(i + 1, end - i - 1)) + '\n';
+            i = end;
+        }
+        if (keys[i] == ' ') script += "tap 129 71\n";
+        for (const Row& row : kRows) {
+            const std::size_t index = row.keys.find(keys[i]);
             if (index == std::string::npos) continue;
             const int x = row.left + 17 * static_cast<int>(index);
             script += "tap " + std::to_string(x) + ' ' + std::to_string(row.y) + '\n';

@@ -25,9 +25,8 @@ protected:
     SimulatorResult Run(const std::string& script, const std::string& options = {});
     // The output of the script; a test failure if the exit status is not 0 or there are messages.
     std::string Trace(const std::string& script, const std::string& options = {});
-    // Puts the standard skin on the device.
-    void InstallSkin();
-
+    // Copies the standard skin into a folder of the device.
+    void InstallSkin(const std::string& name = "standard", const std::string& folder = "Windows");
     // Makes a folder "skins" with German, German for thumbs and Greek for two screens, and without thumbs for
     // a third one.
     void MakeFewSkins();
@@ -39,19 +38,10 @@ private:
     std::filesystem::path m_folder;
 };
 
-// Commands on the standard skin's portrait keys.
-std::string TapKey(const std::string& keys);  // small characters of language 1; a blank is the space key
-inline const std::string kTapShift = "tap 15 55\n";
-inline const std::string kTapControl = "tap 11 71\n";
-inline const std::string kTapUmlaut = "tap 10 39\n";
-inline const std::string kTapBack = "tap 230 7\n";
-inline const std::string kTapEnter = "tap 224 39\n";
-inline const std::string kTapTab = "tap 9 23\n";
-inline const std::string kTapEscape = "tap 228 55\n";
-inline const std::string kTapLeft = "tap 192 71\n";
-inline const std::string kTapUp = "tap 209 55\n";
-inline const std::string kTapDown = "tap 209 71\n";
-inline const std::string kTapRight = "tap 228 71\n";
+// Commands that tap these keys of the upright standard skin: small characters of language 1, a blank for the
+// space key, and <shift>, <control>, <umlaut>, <back>, <enter>, <tab>, <escape>, <left>, <up>, <right>,
+// <down>.
+std::string KeyTaps(const std::string& keys);
 
 // Does the text contain these parts in this order, the first at its beginning and the last at its end? Either
 // may be empty. A failure shows the whole text.

@@ -56,7 +56,7 @@ protected:
     // Taps keys of full skins, upright: the panel begins at row 214 on a screen 240 pixels wide; on others it
     // is scaled.
     void TapKeys(const std::string& keys) {
-        std::istringstream commands(TapKey(keys));
+        std::istringstream commands(KeyTaps(keys));
         std::string tap;
         for (int x = 0, y = 0; commands >> tap >> x >> y;) {
             Tap(x, 214 + y);
