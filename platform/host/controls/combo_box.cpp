@@ -17,23 +17,13 @@ constexpr int kFieldPadding = 3;  // above and below the text, in units, with th
 }  // namespace
 
 LRESULT ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const std::optional<LRESULT> answer = OnItemMessage(message, wParam, lParam)) return *answer;
     switch (message) {
-        case CB_ADDSTRING:
-        case CB_DELETESTRING:
-        case CB_GETCOUNT:
-        case CB_GETCURSEL:
-        case CB_GETLBTEXT:
-        case CB_GETLBTEXTLEN:
-        case CB_SETCURSEL:
-        case CB_SHOWDROPDOWN:
-        case CB_GETDROPPEDCONTROLRECT:
-        case CB_GETDROPPEDSTATE:
-            return OnItemMessage(message, wParam, lParam);
         case WM_SETTEXT:  // the text is that of the selected item
             return CB_ERR;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
-            return OnPenDown(PenPoint(lParam)), 0;
+            return OnPenDown(), 0;
         case WM_MOUSEMOVE:
         case WM_LBUTTONUP:
             return OnPenMove(PenPoint(lParam), message), 0;
@@ -46,7 +36,7 @@ LRESULT ComboBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return IsAlive() ? Control::OnMessage(message, wParam, lParam) : 0;
 }
 
-LRESULT ComboBox::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+std::optional<LRESULT> ComboBox::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const int index = static_cast<int>(wParam);
     switch (message) {
         case CB_ADDSTRING:
@@ -70,9 +60,10 @@ LRESULT ComboBox::OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case CB_GETDROPPEDCONTROLRECT:
             return GetDroppedRect(reinterpret_cast<RECT*>(lParam));
-        default:  // CB_GETDROPPEDSTATE
+        case CB_GETDROPPEDSTATE:
             return IsOpen();
     }
+    return std::nullopt;
 }
 
 // Messages that close an open list or end tracking of the pen.
@@ -149,8 +140,7 @@ LRESULT ComboBox::DeleteItem(int index) {
 LRESULT ComboBox::SelectItem(int index) {
     m_selected = HasItem(index) ? index : -1;
     ShowSelection();
-    const auto list = FindSystemWindow<DropDownList>(m_list);
-    if (list) list->Mark(m_selected);
+    RefreshList();
     return m_selected;
 }
 

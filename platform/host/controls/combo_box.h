@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "controls/control.h"
@@ -29,7 +30,8 @@ private:
 
     void Paint(ControlPainter& painter) override;
     void OnFontChanged() override;
-    LRESULT OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // None for any other message.
+    std::optional<LRESULT> OnItemMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnStateMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     LRESULT AddItem(LPCWSTR text);
@@ -47,7 +49,7 @@ private:
     void DestroyList();
     void RefreshList();
 
-    void OnPenDown(POINT point);
+    void OnPenDown();
     void OnPenMove(POINT point, UINT message);
     void OnKey(UINT virtualKey);
     void OnCharacter(WCHAR character);

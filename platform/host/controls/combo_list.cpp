@@ -82,7 +82,7 @@ void ComboBox::Take(int index) {
 }
 
 // The pen opens and closes the list, and may move on into it without being lifted.
-void ComboBox::OnPenDown(POINT) {
+void ComboBox::OnPenDown() {
     SetFocus(Handle());
     if (!IsAlive() || !IsEnabled()) return;
     if (IsOpen()) {
