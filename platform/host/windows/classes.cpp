@@ -14,9 +14,9 @@ namespace {
 constexpr ATOM kFirstAtom = 0xC000;
 constexpr std::size_t kMaxNameLength = 255;
 
-std::vector<std::unique_ptr<WindowClass>> classes;
-std::vector<std::unique_ptr<WindowClass>> systemClasses;
-ATOM nextAtom = kFirstAtom;
+std::vector<std::unique_ptr<WindowClass>> g_classes;
+std::vector<std::unique_ptr<WindowClass>> g_systemClasses;
+ATOM g_nextAtom = kFirstAtom;
 
 bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance) {
     if (windowClass.instance != instance) return false;
@@ -33,16 +33,16 @@ WindowClass* FindAmong(const std::vector<std::unique_ptr<WindowClass>>& all, LPC
     return nullptr;
 }
 
-WindowClass* FindOwnClass(LPCWSTR name, HINSTANCE instance) { return FindAmong(classes, name, instance); }
+WindowClass* FindOwnClass(LPCWSTR name, HINSTANCE instance) { return FindAmong(g_classes, name, instance); }
 
 // Atoms count upward and start again, skipping those in use; there are 0x4000 of them.
 ATOM TakeAtom() {
-    const auto taken = [](const auto& windowClass) { return windowClass->atom == nextAtom; };
-    while (std::any_of(classes.begin(), classes.end(), taken)) {
-        nextAtom = nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(nextAtom + 1);
+    const auto taken = [](const auto& windowClass) { return windowClass->atom == g_nextAtom; };
+    while (std::any_of(g_classes.begin(), g_classes.end(), taken)) {
+        g_nextAtom = g_nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(g_nextAtom + 1);
     }
-    const ATOM atom = nextAtom;
-    nextAtom = nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(nextAtom + 1);
+    const ATOM atom = g_nextAtom;
+    g_nextAtom = g_nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(g_nextAtom + 1);
     return atom;
 }
 
@@ -57,7 +57,7 @@ DWORD CheckClass(const WNDCLASSW* windowClass) {
         return ERROR_CALL_NOT_IMPLEMENTED;
     }
     if (FindOwnClass(windowClass->lpszClassName, windowClass->hInstance)) return ERROR_CLASS_ALREADY_EXISTS;
-    return classes.size() > 0xFFFF - kFirstAtom ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
+    return g_classes.size() > 0xFFFF - kFirstAtom ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -65,23 +65,23 @@ DWORD CheckClass(const WNDCLASSW* windowClass) {
 WindowClass* FindClass(LPCWSTR name, HINSTANCE instance) {
     WindowClass* found = FindOwnClass(name, instance);
     if (!found) found = FindOwnClass(name, nullptr);
-    return found ? found : FindAmong(systemClasses, name, nullptr);
+    return found ? found : FindAmong(g_systemClasses, name, nullptr);
 }
 
 void RegisterSystemClass(const WCHAR* name, ATOM atom, WNDPROC procedure, UINT style) {
-    if (FindAmong(systemClasses, MAKEINTRESOURCEW(atom), nullptr)) return;
+    if (FindAmong(g_systemClasses, MAKEINTRESOURCEW(atom), nullptr)) return;
     auto windowClass = std::make_unique<WindowClass>();
     windowClass->name = name;
     windowClass->atom = atom;
     windowClass->style = style | CS_HREDRAW | CS_VREDRAW;
     windowClass->procedure = procedure;
     windowClass->background = reinterpret_cast<HBRUSH>(ULONG_PTR{COLOR_WINDOW + 1});
-    systemClasses.push_back(std::move(windowClass));
+    g_systemClasses.push_back(std::move(windowClass));
 }
 
 void ResetClasses() {
-    classes.clear();
-    nextAtom = kFirstAtom;
+    g_classes.clear();
+    g_nextAtom = kFirstAtom;
 }
 
 }  // namespace host
@@ -99,8 +99,8 @@ ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
     registered->style = windowClass->style;
     registered->procedure = windowClass->lpfnWndProc;
     registered->background = windowClass->hbrBackground;
-    classes.push_back(std::move(registered));
-    return classes.back()->atom;
+    g_classes.push_back(std::move(registered));
+    return g_classes.back()->atom;
 }
 
 BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance) {
@@ -108,7 +108,7 @@ BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE instance) {
     if (!windowClass || windowClass->windows > 0)
         return Fail(windowClass ? ERROR_CLASS_HAS_WINDOWS : ERROR_CLASS_DOES_NOT_EXIST, FALSE);
     const auto same = [windowClass](const auto& other) { return other.get() == windowClass; };
-    classes.erase(std::find_if(classes.begin(), classes.end(), same));
+    g_classes.erase(std::find_if(g_classes.begin(), g_classes.end(), same));
     return TRUE;
 }
 

@@ -13,14 +13,14 @@ namespace host {
 namespace {
 
 using WindowTable = HandleTable<Window, HandleKind::Window>;
-WindowTable table;
-bool resetting = false;
+WindowTable g_table;
+bool g_resetting = false;
 
 bool IsChildStyle(DWORD style) { return (style & (WS_CHILD | WS_POPUP)) == WS_CHILD; }
 
 // A window under destruction gets no new children and owns no new windows; during a reset no window does.
 DWORD CheckParent(HWND parent, DWORD style) {
-    if (resetting) return ERROR_INVALID_WINDOW_HANDLE;
+    if (g_resetting) return ERROR_INVALID_WINDOW_HANDLE;
     if (!parent) return IsChildStyle(style) ? ERROR_TLW_WITH_WSCHILD : ERROR_SUCCESS;
     const Window* window = FindWindow(parent);
     return window && window->life == Life::Alive ? ERROR_SUCCESS : ERROR_INVALID_WINDOW_HANDLE;
@@ -28,7 +28,7 @@ DWORD CheckParent(HWND parent, DWORD style) {
 
 // Hidden until its creation messages have been sent.
 Window* OpenWindow(const CREATESTRUCTW& creation, WindowClass& windowClass) {
-    const HWND handle = ToHandle<HWND>(table.Open(std::make_unique<Window>()));
+    const HWND handle = ToHandle<HWND>(g_table.Open(std::make_unique<Window>()));
     Window* window = FindWindow(handle);
     if (!window) return nullptr;
     window->handle = handle;
@@ -97,7 +97,7 @@ void Remove(HWND handle) {
     CloseContexts(handle);
     ForgetInput(handle);
     --window->windowClass->windows;
-    table.Close(handle);
+    g_table.Close(handle);
 }
 
 HWND FirstOwnedWindow(HWND owner) {
@@ -109,7 +109,7 @@ HWND FirstOwnedWindow(HWND owner) {
 
 }  // namespace
 
-Window* FindWindow(HWND handle) { return table.Find(handle); }
+Window* FindWindow(HWND handle) { return g_table.Find(handle); }
 
 std::shared_ptr<SystemWindow> FindSystemWindow(HWND handle) {
     const Window* window = FindWindow(handle);
@@ -117,7 +117,7 @@ std::shared_ptr<SystemWindow> FindSystemWindow(HWND handle) {
 }
 
 Window* RequireWindow(HWND handle) {
-    Window* window = table.Find(handle);
+    Window* window = g_table.Find(handle);
     if (!window) SetLastError(ERROR_INVALID_WINDOW_HANDLE);
     return window;
 }
@@ -125,21 +125,21 @@ Window* RequireWindow(HWND handle) {
 // Also removes windows that could not be destroyed the usual way because their handler was itself part of a
 // destruction.
 void ResetWindows() {
-    resetting = true;
+    g_resetting = true;
     while (!TopLevelWindows().empty()) {
         const HWND handle = TopLevelWindows().front()->handle;
         DestroyWindow(handle);
         Remove(handle);
     }
-    table.CloseAll();
+    g_table.CloseAll();
     CloseContexts(nullptr);
-    resetting = false;
+    g_resetting = false;
     ResetClasses();
     ResetMessages();
     ResetInput();
 }
 
-void CountWindowHandles(LiveHandles& counts) { counts.windows = table.Count(); }
+void CountWindowHandles(LiveHandles& counts) { counts.windows = g_table.Count(); }
 
 }  // namespace host
 

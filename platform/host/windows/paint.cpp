@@ -15,18 +15,18 @@ struct ClientContext {
     HDC dc;
     HWND window;  // null: the whole screen
 };
-std::vector<ClientContext> clientContexts;  // open ones of GetDC
+std::vector<ClientContext> g_clientContexts;  // open ones of GetDC
 
 // A temporary region; not used across sending a message.
-Region scratch;
+Region g_scratch;
 
 // The visible part of the update region, in screen coordinates; returned in `scratch`.
 const Region& VisibleUpdate(const Window& window) {
     const POINT origin = ScreenOrigin(window);
-    scratch = window.update;
-    scratch.Move(origin.x, origin.y);
-    ClipToVisible(window, Children::Excluded, scratch);
-    return scratch;
+    g_scratch = window.update;
+    g_scratch.Move(origin.x, origin.y);
+    ClipToVisible(window, Children::Excluded, g_scratch);
+    return g_scratch;
 }
 
 bool WantsPaint(Window& window) {
@@ -108,12 +108,12 @@ void CloseContexts(HWND handle) {
     if (window && window->paintContext) CloseScreenDC(window->paintContext);
     if (window) window->paintContext = nullptr;
     const auto gone =
-        std::remove_if(clientContexts.begin(), clientContexts.end(), [handle](ClientContext open) {
+        std::remove_if(g_clientContexts.begin(), g_clientContexts.end(), [handle](ClientContext open) {
             if (open.window != handle) return false;
             CloseScreenDC(open.dc);
             return true;
         });
-    clientContexts.erase(gone, clientContexts.end());
+    g_clientContexts.erase(gone, g_clientContexts.end());
 }
 
 void SetScreenSize(SIZE size) {
@@ -192,18 +192,18 @@ HDC WINAPI GetDC(HWND handle) {
     if (handle && !window) return nullptr;
     const ScreenView screen = Screen();
     const RECT area = window ? ScreenBounds(*window) : RECT{0, 0, screen.width, screen.height};
-    scratch.Set(area);
-    if (window) ClipToVisible(*window, Children::Excluded, scratch);
-    const HDC dc = OpenScreenDC({area.left, area.top}, scratch);
-    if (dc) clientContexts.push_back({dc, handle});
+    g_scratch.Set(area);
+    if (window) ClipToVisible(*window, Children::Excluded, g_scratch);
+    const HDC dc = OpenScreenDC({area.left, area.top}, g_scratch);
+    if (dc) g_clientContexts.push_back({dc, handle});
     return dc;
 }
 
 int WINAPI ReleaseDC(HWND handle, HDC dc) {
-    const auto open = std::find_if(clientContexts.begin(), clientContexts.end(),
+    const auto open = std::find_if(g_clientContexts.begin(), g_clientContexts.end(),
                                    [=](ClientContext one) { return one.dc == dc && one.window == handle; });
-    if (open == clientContexts.end()) return Fail(ERROR_INVALID_HANDLE, 0);
-    clientContexts.erase(open);
+    if (open == g_clientContexts.end()) return Fail(ERROR_INVALID_HANDLE, 0);
+    g_clientContexts.erase(open);
     return CloseScreenDC(dc);
 }
 

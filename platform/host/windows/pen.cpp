@@ -17,24 +17,24 @@ namespace {
 constexpr DWORD kDoubleTapTime = 500;  // milliseconds between the two pen-downs
 constexpr int kDoubleTapReach = 4;     // pixels in either direction
 
-HWND capture = nullptr;
-CaptureHandler captureHandler;
-HWND focus = nullptr;
-bool penIsDown = false;
-POINT penPosition{};
-std::bitset<256> pressedKeys;
+HWND g_capture = nullptr;
+CaptureHandler g_captureHandler;
+HWND g_focus = nullptr;
+bool g_penIsDown = false;
+POINT g_penPosition{};
+std::bitset<256> g_pressedKeys;
 
 // The last pen-down, which may become the first half of a double tap.
 struct Tap {
     HWND window = nullptr;
     POINT point{};
     DWORD time = 0;
-} firstTap;
+} g_firstTap;
 
 void ChangeCapture(HWND window) {
-    if (capture == window) return;
-    capture = window;
-    if (captureHandler) captureHandler(window);
+    if (g_capture == window) return;
+    g_capture = window;
+    if (g_captureHandler) g_captureHandler(window);
 }
 
 // A disabled child passes the pen on to the window below it.
@@ -58,7 +58,7 @@ const Window* WindowAt(POINT point) {
     return nullptr;
 }
 
-const Window* PenTarget(POINT point) { return capture ? FindWindow(capture) : WindowAt(point); }
+const Window* PenTarget(POINT point) { return g_capture ? FindWindow(g_capture) : WindowAt(point); }
 
 // One half of a message's position, limited to 16 bits.
 WORD PositionHalf(LONG coordinate, LONG origin) {
@@ -88,10 +88,10 @@ void PostInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool CompletesDoubleTap(const Window& window, POINT point) {
-    if (firstTap.window != window.handle || !(window.windowClass->style & CS_DBLCLKS)) return false;
-    return Now() - firstTap.time <= kDoubleTapTime &&
-           std::llabs(std::int64_t{point.x} - firstTap.point.x) <= kDoubleTapReach &&
-           std::llabs(std::int64_t{point.y} - firstTap.point.y) <= kDoubleTapReach;
+    if (g_firstTap.window != window.handle || !(window.windowClass->style & CS_DBLCLKS)) return false;
+    return Now() - g_firstTap.time <= kDoubleTapTime &&
+           std::llabs(std::int64_t{point.x} - g_firstTap.point.x) <= kDoubleTapReach &&
+           std::llabs(std::int64_t{point.y} - g_firstTap.point.y) <= kDoubleTapReach;
 }
 
 // Repeat count 1; the virtual key in place of a scan code, as the device has none. The two top bits: the key
@@ -104,13 +104,13 @@ LPARAM KeyData(UINT virtualKey, bool wasDown, bool goingUp) {
 }  // namespace
 
 void PostPen(Pen event, POINT point) {
-    penPosition = point;
-    if (event != Pen::Move) penIsDown = event != Pen::Up;
+    g_penPosition = point;
+    if (event != Pen::Move) g_penIsDown = event != Pen::Up;
     const Window* target = PenTarget(point);
     if (!target) return;
     const POINT origin = ScreenOrigin(*target);
     const LPARAM position = MAKELPARAM(PositionHalf(point.x, origin.x), PositionHalf(point.y, origin.y));
-    PostInput(target->handle, PenMessage(event), penIsDown ? MK_LBUTTON : 0, position);
+    PostInput(target->handle, PenMessage(event), g_penIsDown ? MK_LBUTTON : 0, position);
 }
 
 // The pen-down that completes a double tap is not the first half of another one.
@@ -118,55 +118,55 @@ Pen RecognizePen(Pen event, POINT point) {
     if (event != Pen::Down) return event;
     const Window* target = PenTarget(point);
     if (target && CompletesDoubleTap(*target, point)) {
-        firstTap = {};
+        g_firstTap = {};
         return Pen::DoubleClick;
     }
-    firstTap = {target ? target->handle : nullptr, point, Now()};
+    g_firstTap = {target ? target->handle : nullptr, point, Now()};
     return event;
 }
 
-void SetCaptureHandler(CaptureHandler handler) { captureHandler = std::move(handler); }
+void SetCaptureHandler(CaptureHandler handler) { g_captureHandler = std::move(handler); }
 
 // GetKeyState changes when the message is taken from the queue, so that a handler sees the keys as they were
 // when its key was pressed; without a focus it changes at once.
 void PostKey(UINT virtualKey, bool down) {
     const UINT message = down ? WM_KEYDOWN : WM_KEYUP;
-    if (!focus) return NoteKey(message, virtualKey);
-    const bool wasDown = !down || (virtualKey < pressedKeys.size() && pressedKeys[virtualKey]);
-    PostInput(focus, message, virtualKey, KeyData(virtualKey, wasDown, !down));
+    if (!g_focus) return NoteKey(message, virtualKey);
+    const bool wasDown = !down || (virtualKey < g_pressedKeys.size() && g_pressedKeys[virtualKey]);
+    PostInput(g_focus, message, virtualKey, KeyData(virtualKey, wasDown, !down));
 }
 
 // Only WM_CHAR: the driver posts the key messages around it.
 void PostCharacter(UINT virtualKey, WCHAR character) {
-    if (focus) PostInput(focus, WM_CHAR, character, KeyData(virtualKey, false, false));
+    if (g_focus) PostInput(g_focus, WM_CHAR, character, KeyData(virtualKey, false, false));
 }
 
 void ReleaseInput(HWND handle) {
-    const Window* captured = FindWindow(capture);
+    const Window* captured = FindWindow(g_capture);
     if (captured && IsInside(*captured, handle)) ReleaseCapture();
-    const Window* focused = FindWindow(focus);
+    const Window* focused = FindWindow(g_focus);
     if (focused && IsInside(*focused, handle)) SetFocus(nullptr);
 }
 
 void ForgetInput(HWND handle) {
-    if (capture == handle) ChangeCapture(nullptr);
-    if (focus == handle) focus = nullptr;
+    if (g_capture == handle) ChangeCapture(nullptr);
+    if (g_focus == handle) g_focus = nullptr;
 }
 
 void NoteKey(UINT message, WPARAM virtualKey) {
     if (message != WM_KEYDOWN && message != WM_KEYUP) return;
-    if (virtualKey < pressedKeys.size()) pressedKeys[virtualKey] = message == WM_KEYDOWN;
+    if (virtualKey < g_pressedKeys.size()) g_pressedKeys[virtualKey] = message == WM_KEYDOWN;
 }
 
-POINT PenPosition() { return penPosition; }
+POINT PenPosition() { return g_penPosition; }
 
 void ResetInput() {
-    capture = focus = nullptr;
-    captureHandler = nullptr;
-    penIsDown = false;
-    penPosition = {};
-    pressedKeys.reset();
-    firstTap = {};
+    g_capture = g_focus = nullptr;
+    g_captureHandler = nullptr;
+    g_penIsDown = false;
+    g_penPosition = {};
+    g_pressedKeys.reset();
+    g_firstTap = {};
 }
 
 }  // namespace host
@@ -176,7 +176,7 @@ using namespace host;
 // Null releases the capture.
 HWND WINAPI SetCapture(HWND handle) {
     if (handle && !RequireWindow(handle)) return nullptr;
-    const HWND previous = capture;
+    const HWND previous = g_capture;
     if (previous == handle) return previous;
     ChangeCapture(handle);
     const Window* loser = FindWindow(previous);
@@ -189,24 +189,24 @@ BOOL WINAPI ReleaseCapture() {
     return TRUE;
 }
 
-HWND WINAPI GetCapture() { return capture; }
+HWND WINAPI GetCapture() { return g_capture; }
 
 // Null removes the focus. If a handler of WM_KILLFOCUS moves the focus on, WM_SETFOCUS is not sent.
 HWND WINAPI SetFocus(HWND handle) {
     const Window* window = handle ? RequireWindow(handle) : nullptr;
     if (handle && !window) return nullptr;
     if (window && HasStyle(*window, WS_DISABLED)) return Fail(ERROR_INVALID_PARAMETER, nullptr);
-    const HWND previous = focus;
+    const HWND previous = g_focus;
     if (previous == handle) return previous;
-    focus = handle;
+    g_focus = handle;
     const Window* loser = FindWindow(previous);
     if (loser) CallProcedure(*loser, WM_KILLFOCUS, reinterpret_cast<WPARAM>(handle), 0);
-    window = focus == handle ? FindWindow(handle) : nullptr;
+    window = g_focus == handle ? FindWindow(handle) : nullptr;
     if (window) CallProcedure(*window, WM_SETFOCUS, reinterpret_cast<WPARAM>(previous), 0);
     return previous;
 }
 
-HWND WINAPI GetFocus() { return focus; }
+HWND WINAPI GetFocus() { return g_focus; }
 
 // A window to be disabled first loses the capture and the focus.
 BOOL WINAPI EnableWindow(HWND handle, BOOL enable) {
@@ -216,9 +216,9 @@ BOOL WINAPI EnableWindow(HWND handle, BOOL enable) {
     if (wasDisabled == !enable) return wasDisabled;
     window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
     if (!enable) {
-        const Window* captured = FindWindow(capture);
+        const Window* captured = FindWindow(g_capture);
         if (captured && IsInside(*captured, handle)) ReleaseCapture();
-        if (focus == handle) SetFocus(window->parent ? TopLevelOf(*window).handle : nullptr);
+        if (g_focus == handle) SetFocus(window->parent ? TopLevelOf(*window).handle : nullptr);
     }
     window = FindWindow(handle);
     if (window) CallProcedure(*window, WM_ENABLE, enable ? TRUE : FALSE, 0);
@@ -232,6 +232,6 @@ BOOL WINAPI IsWindowEnabled(HWND handle) {
 
 SHORT WINAPI GetKeyState(int virtualKey) {
     const auto key = static_cast<std::size_t>(virtualKey);
-    const bool pressed = key < pressedKeys.size() && pressedKeys[key];
+    const bool pressed = key < g_pressedKeys.size() && g_pressedKeys[key];
     return static_cast<SHORT>(pressed ? -0x8000 : 0);
 }

@@ -21,11 +21,11 @@ struct QueuedMessage {
     Origin origin = Origin::Program;
 };
 
-std::vector<QueuedMessage> queue;
-std::size_t head = 0;  // messages before it have been taken; the memory is reused once all have
-bool quitWanted = false;
-int quitCode = 0;
-IdleHandler idleHandler;
+std::vector<QueuedMessage> g_queue;
+std::size_t g_head = 0;  // messages before it have been taken; the memory is reused once all have
+bool g_quitWanted = false;
+int g_quitCode = 0;
+IdleHandler g_idleHandler;
 
 MSG MakeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return {window, message, wParam, lParam, Now(), PenPosition()};
@@ -36,13 +36,13 @@ void Note(const QueuedMessage& queued) {
 }
 
 bool TakePosted(MSG& message) {
-    if (head == queue.size()) return false;
-    const QueuedMessage& taken = queue[head++];
+    if (g_head == g_queue.size()) return false;
+    const QueuedMessage& taken = g_queue[g_head++];
     message = taken.message;
     Note(taken);
-    if (head == queue.size()) {
-        queue.clear();
-        head = 0;
+    if (g_head == g_queue.size()) {
+        g_queue.clear();
+        g_head = 0;
     }
     return true;
 }
@@ -56,9 +56,9 @@ bool TakePaint(MSG& message) {
 
 // A requested WM_QUIT comes when no posted message is left.
 bool TakeQuit(MSG& message) {
-    if (!quitWanted) return false;
-    quitWanted = false;
-    message = MakeMessage(nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0);
+    if (!g_quitWanted) return false;
+    g_quitWanted = false;
+    message = MakeMessage(nullptr, WM_QUIT, static_cast<WPARAM>(g_quitCode), 0);
     return true;
 }
 
@@ -66,37 +66,37 @@ bool TakeAny(MSG& message) { return TakePosted(message) || TakeQuit(message) || 
 
 // Calls a copy: the handler may replace itself, or be called again from a loop inside it.
 bool Idle() {
-    const IdleHandler handler = idleHandler;
+    const IdleHandler handler = g_idleHandler;
     return handler && handler();
 }
 
 }  // namespace
 
 bool Enqueue(HWND window, UINT message, WPARAM wParam, LPARAM lParam, Origin origin) {
-    if (queue.size() - head >= kCapacity) return false;
-    if (head > 0 && queue.size() == queue.capacity()) {
-        queue.erase(queue.begin(), queue.begin() + static_cast<std::ptrdiff_t>(head));
-        head = 0;
+    if (g_queue.size() - g_head >= kCapacity) return false;
+    if (g_head > 0 && g_queue.size() == g_queue.capacity()) {
+        g_queue.erase(g_queue.begin(), g_queue.begin() + static_cast<std::ptrdiff_t>(g_head));
+        g_head = 0;
     }
-    queue.push_back({MakeMessage(window, message, wParam, lParam), origin});
+    g_queue.push_back({MakeMessage(window, message, wParam, lParam), origin});
     return true;
 }
 
 void DropMessages(HWND window) {
-    const auto first = queue.begin() + static_cast<std::ptrdiff_t>(head);
-    const auto kept = std::remove_if(first, queue.end(), [window](const QueuedMessage& queued) {
+    const auto first = g_queue.begin() + static_cast<std::ptrdiff_t>(g_head);
+    const auto kept = std::remove_if(first, g_queue.end(), [window](const QueuedMessage& queued) {
         if (queued.message.hwnd != window) return false;
         Note(queued);
         return true;
     });
-    queue.erase(kept, queue.end());
+    g_queue.erase(kept, g_queue.end());
 }
 
 void ResetMessages() {
-    queue.clear();
-    head = 0;
-    quitWanted = false;
-    idleHandler = nullptr;
+    g_queue.clear();
+    g_head = 0;
+    g_quitWanted = false;
+    g_idleHandler = nullptr;
 }
 
 LRESULT CallProcedure(const Window& window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -112,7 +112,7 @@ void DeliverMessages() {
     }
 }
 
-void SetIdleHandler(IdleHandler handler) { idleHandler = std::move(handler); }
+void SetIdleHandler(IdleHandler handler) { g_idleHandler = std::move(handler); }
 
 }  // namespace host
 
@@ -154,6 +154,6 @@ LRESULT WINAPI DispatchMessageW(const MSG* message) {
 }
 
 void WINAPI PostQuitMessage(int exitCode) {
-    quitWanted = true;
-    quitCode = exitCode;
+    g_quitWanted = true;
+    g_quitCode = exitCode;
 }

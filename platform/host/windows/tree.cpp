@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-std::vector<Window*> topLevelWindows;
+std::vector<Window*> g_topLevelWindows;
 
 // Callers pass any 32-bit coordinates: sums wrap instead of overflowing.
 LONG WrappingAdd(LONG a, LONG b) { return static_cast<LONG>(static_cast<ULONG>(a) + static_cast<ULONG>(b)); }
@@ -47,10 +47,10 @@ void RedrawMove(Window& window, const Region& before, const RECT& old) {
 
 }  // namespace
 
-std::vector<Window*>& TopLevelWindows() { return topLevelWindows; }
+std::vector<Window*>& TopLevelWindows() { return g_topLevelWindows; }
 
 std::vector<Window*>& Siblings(const Window& window) {
-    return window.parent ? window.parent->children : topLevelWindows;
+    return window.parent ? window.parent->children : g_topLevelWindows;
 }
 
 void LinkNew(Window& window) {
