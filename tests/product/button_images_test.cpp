@@ -103,9 +103,9 @@ TEST(Colorizing, MakesABottomUpSectionOf24BitsWhateverTheSource) {
     constexpr COLORREF white = RGB(255, 255, 255);
     constexpr COLORREF similar = RGB(1, 2, 4);
     const Colors colors{
-        other,   key,   white, key, white,  // top
-        similar, key,   paint, key, black,  //
-        key,     other, other, key, key,    // bottom
+        other,   key,   white, key, white,    // top
+        similar, key,   paint, key, similar,  //
+        key,     other, other, key, key,      // bottom
     };
     Colors painted = colors;
     std::replace_if(
