@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <regex>
+#include <sstream>
 
 #include "bitmap.h"
+#include "cases.h"
 #include "compile.h"
 #include "drawing.h"
 #include "errors.h"
@@ -20,77 +22,7 @@ namespace {
 
 constexpr const char* kSmall = "[portrait]\nsize = [60, 32]\nrows = [\"1 2\", \"q w:2 shift\"]\n";
 
-struct BadSource {
-    const char* name;
-    const char* text;
-    unsigned line;
-    const char* says;
-};
-
-class BadSources : public testing::TestWithParam<BadSource> {};
-
-TEST_P(BadSources, AreRefusedWithTheirLine) {
-    const BadSource& bad = GetParam();
-    const Font font(TLK_FONT);
-    std::string source = bad.text;
-    if (!source.empty() && source.find("[portrait]") == std::string::npos)
-        source += '\n' + std::string(kSmall);
-    try {
-        (void)CompileSkin(ReadSource(source), font);
-        FAIL() << "accepted";
-    } catch (const SourceError& error) {
-        EXPECT_EQ(error.Faults().size(), 1u) << "and what follows from it";
-        EXPECT_EQ(error.Faults()[0].place.line, bad.line) << error.what();
-        EXPECT_NE(std::string(error.what()).find(bad.says), std::string::npos) << error.what();
-    }
-}
-
 #define PORTRAIT "[portrait]\nsize = [60, 32]\n"
-INSTANTIATE_TEST_SUITE_P(
-    All, BadSources,
-    testing::Values(
-        BadSource{"Empty", "", 1, "add [portrait]"},
-        BadSource{"NotToml", "[portrait]\nsize = [60,\n=", 3, ""},
-        BadSource{"NotUtf8", "[portrait]\nsize = \"\xFF\"", 2, ""},
-        BadSource{"UnknownSetting", "\ncolour = 1\n", 2, "'colour'"},
-        BadSource{"UnknownKeyOfTable", "[font]\nsize = 9\nbold = true\n", 3, "'font.bold'"},
-        BadSource{"TableIsNumber", "font = 3", 1, "[font]"},
-        BadSource{"UnknownArrangement", "arrangement = \"dvorak\"", 1, "full, keypad, letters, rows"},
-        BadSource{"BadColour", "[colors]\nletter = [\"#FFFFFF\", \"white\"]", 2, "'colors.letter'"},
-        BadSource{"HugeSize", "[portrait]\nsize = [240, 99999999999]\nrows = [\"q\"]", 2, "16 to 2048"},
-        BadSource{"NoRows", PORTRAIT, 1, "add rows"},
-        BadSource{"BlankRow", PORTRAIT "rows = [\"q\",\n\"  \"]", 4, "without keys"},
-        BadSource{"UnknownKey", PORTRAIT "rows = [\"q\",\n\"shift ä\"]", 4, "'ä'"},
-        BadSource{"UnknownFunction", PORTRAIT "rows = [\"alt\"]", 3, "shift, ctrl"},
-        BadSource{"BadWeight", PORTRAIT "rows = [\"q:nan\"]", 3, "weight"},
-        BadSource{"NoWeight", PORTRAIT "rows = [\"q:\"]", 3, "weight"},
-        BadSource{"KeyTwice", PORTRAIT "rows = [\"q w e\", \"a s q\"]", 3, "'q'"},
-        BadSource{"TooNarrow", PORTRAIT "rows = [\"q w:20\"]", 3, "'q'"},
-        BadSource{"GlyphTooWide", PORTRAIT "rows = [\"back:1 q:6\"]", 3, "'back'"},
-        BadSource{"DigitRowTorn", PORTRAIT "rows = [\"1 2\", \"q w\", \"- p\"]", 3, "caps_rect = false"},
-        BadSource{"DigitsWithoutReturn", PORTRAIT "rows = [\"q\"]\n[digits]\nrows = [\"1 2\"]", 4,
-                  "'digits'"},
-        BadSource{"NoSuchKeyInLanguage", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nqq = \"x\"", 5,
-                  "'qq'"},
-        BadSource{"ThreeCases", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"xyz\"", 5, "small"},
-        BadSource{"BeyondPlane", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"😀\"", 5, "U+FFFF"},
-        BadSource{"BadScreen", "screens = [\"240x320\",\n\"320x240\"]", 2, "upright"},
-        BadSource{"ScreenNotListed", "screens = [\"240x320\"]\n[screen.480x640.font]\nsize = 9", 2,
-                  "480x640"},
-        BadSource{"UnknownPalette", "\npalette = \"pink\"", 2, "light, dark, contrast"},
-        BadSource{"NoSuchBase", "based_on = \"none.toml\"", 1, "none.toml"},
-        BadSource{"UnknownIcon", "[labels]\nback = {icon = \"bin\"}", 2, "shift, caps, back"},
-        BadSource{"LabelOfCharacter", "[labels]\nq = \"Q\"", 2, "shift, ctrl"},
-        BadSource{"ChangeOfNoKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nmove = [1, 1]", 4, "add key"},
-        BadSource{"ChangeOfAbsentKey", PORTRAIT "rows = [\"q\"]\n[[key]]\nkey = \"w\"", 5, "'w'"},
-        BadSource{"KeyOutside", PORTRAIT "rows = [\"q\"]\n[[key]]\nkey = \"q\"\nmove = [9, 0]", 4, "outside"},
-        BadSource{"UnknownArt", PORTRAIT "rows = [\"q\"]\n[art]\nfoto = \"a.png\"", 5, "portrait, landscape"},
-        BadSource{"NoArt", PORTRAIT "rows = [\"q\"]\n[art]\nportrait = \"none.png\"", 5, "none.png"},
-        BadSource{"ArtOfNoBoard", PORTRAIT "rows = [\"q\"]\n[art]\ndigits = \"none.png\"", 5,
-                  "add the keyboard"},
-        BadSource{"NoGlyph", PORTRAIT "rows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"", 5, "U+E123"}),
-    [](const auto& bad) { return std::string(bad.param.name); });
-
 TEST(Source, HasDefaultsForEverythingElse) {
     const Skin skin = ReadSource(std::string(kSmall) +
                                  "[landscape]\nsize = [90, 32]\n"
@@ -171,66 +103,59 @@ TEST_F(SourceFiles, OverrideTheirBases) {
     EXPECT_FALSE(square.landscape);
 }
 
-TEST_F(SourceFiles, FaultsNameTheirFile) {
-    Write("a.toml", "based_on = \"b.toml\"\n");
-    Write("b.toml", "\nbased_on = \"a.toml\"\n");
-    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:2: 'based_on' leads back"), 0u) << FaultsOf("a.toml");
-    Write("b.toml", "[portrait]\nsize = [60, 32]\nrows = [\"q lang\"]\n[language2.keys]\nq = \"\\uE123\"\n");
-    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:5: the font has no glyph"), 0u) << FaultsOf("a.toml");
+class CheckedSources : public SourceFiles, public testing::WithParamInterface<Case> {
+protected:
+    // Writes the files; returns the faults in their comments, each with its place as FaultsOf() gives it.
+    std::vector<std::pair<std::string, std::string>> WriteFiles() const {
+        static const std::regex comment("#! (.*?) *(?=#!|$)");
+        std::vector<std::pair<std::string, std::string>> faults;
+        std::string file = "a.toml", text;
+        int number = 0;
+        for (const std::string& line : GetParam().lines) {
+            if (line.starts_with("@ ")) {
+                file = line.substr(2);
+                text.clear();
+                number = 0;
+                continue;
+            }
+            Write(file, text += line + '\n');
+            ++number;
+            for (std::sregex_iterator found(line.begin(), line.end(), comment), end; found != end; ++found)
+                faults.emplace_back(file + ':' + std::to_string(number) + ": ", (*found)[1]);
+        }
+        return faults;
+    }
+};
+
+TEST_P(CheckedSources, HaveTheFaultsInTheirCommentsAndNoOthers) {
+    Write("small.toml", kSmall);
+    const auto expected = WriteFiles();
+    std::istringstream faults(FaultsOf("a.toml"));
+    std::string fault;
+    for (const auto& [place, text] : expected) {
+        EXPECT_TRUE(std::getline(faults, fault));
+        EXPECT_TRUE(fault.starts_with(place)) << fault << '\n' << place;
+        EXPECT_NE(fault.find(text), std::string::npos) << fault << '\n' << text;
+    }
+    EXPECT_FALSE(std::getline(faults, fault)) << fault;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, CheckedSources, testing::ValuesIn(ReadCases(SOURCE_CASES)),
+                         [](const auto& source) { return source.param.name; });
+
+TEST_F(SourceFiles, MustBeUtf8) {
+    Write("a.toml", "[portrait]\nsize = \"\xFF\"");
+    EXPECT_TRUE(FaultsOf("a.toml").starts_with("a.toml:2: ")) << FaultsOf("a.toml");
+}
+
+TEST_F(SourceFiles, TooManyBasesAreRefused) {
     // Doubles the number at each step.
-    Write("b.toml", "based_on = [\"b0.toml\", \"b0.toml\"]\n");
     for (int number = 0; number < 30; ++number) {
         const std::string next = "\"b" + std::to_string(number + 1) + ".toml\"";
         Write("b" + std::to_string(number) + ".toml", "based_on = [" + next + ", " + next + "]\n");
     }
     Write("b30.toml", "");
-    EXPECT_NE(FaultsOf("a.toml").find("more than 100 sources"), std::string::npos) << FaultsOf("a.toml");
-    Write("b.toml", "[portrait\n");
-    EXPECT_EQ(FaultsOf("a.toml").find("b.toml:1: "), 0u) << FaultsOf("a.toml");
-}
-
-// Each line names its fault. All are reported at once, without consequences of others.
-TEST_F(SourceFiles, AllFaultsAreReportedInLineOrderWithSuggestions) {
-    Write("a.toml",
-          "screens = [\"240x320\"]\npalette = \"drak\"\n[colours]\n[colors]\nleter = \"#FFFFFF\"\n"
-          "function = \"C0D0E0\"\n[screen.240x230]\n[labels]\nentre = \"E\"\nback = {icon = \"bcak\"}\n"
-          "[portrait]\nrows = [\"q sapce:x\", \n\"w:x SHIFT\"]\n[digits]\nrows = [\"1\"]\n"
-          "[[key]]\nkey = \"p\"\nfcae = \"x\"\nboard = \"digit\"\n[art]\nlang1_smal_ls = \"a.png\"\n"
-          "[language2.keys]\nqq = \"x\"\nw = \"xyz\"\n");
-    const std::string faults = FaultsOf("a.toml");
-    std::size_t at = 0;
-    for (const char* expected :
-         {"2: there is no palette 'drak': name a file such as \"mine.toml\", or did you mean 'dark'?",
-          "3: there is no table 'colours': did you mean 'colors'?", "5: there is no setting 'colors.leter'",
-          "6: 'colors.function' must be a colour such as \"#C0D0E0\": did you mean '#C0D0E0'?",
-          "7: 'screens' does not list '240x230': did you mean '240x320'?",
-          "9: there is no function key 'entre': did you mean 'enter'?",
-          "10: there is no icon 'bcak': did you mean 'back'?",
-          "12: there is no key 'sapce' here: did you mean 'space'?", "13: key 'w' needs a weight",
-          "13: there is no key 'SHIFT' here: did you mean 'shift'?",
-          "14: the digit keyboard has no key that leads back",
-          "18: there is no setting 'key.fcae': did you mean 'face'?",
-          "19: there is no keyboard 'digit': did you mean 'digits'?",
-          "21: there is no picture or mask 'lang1_smal_ls': did you mean 'lang1_small_ls'?",
-          "23: there is no key 'qq'", "24: a key must type"}) {
-        const std::size_t found = faults.find(std::string("a.toml:") + expected);
-        ASSERT_NE(found, std::string::npos) << expected << "\n" << faults;
-        EXPECT_GE(found, at) << expected;
-        at = found;
-    }
-    EXPECT_EQ(std::ranges::count(faults, '\n'), 16) << faults;
-}
-
-TEST_F(SourceFiles, ASourceCanHaveFewerScreensThanItsBase) {
-    Write("a.toml",
-          "screens = [\"240x320\", \"480x640\"]\n[screen.480x640.font]\nsize = 20\n"
-          "[portrait]\nrows = [\"q lang\", \"w\"]\n[language2.keys]\nq = \"\\uE123\"\nw = \"\\uE124\"\n");
-    Write("b.toml",
-          "based_on = \"a.toml\"\nscreens = [\"240x320\"]\n[language2.keys]\nq = \"x\"\nw = \"x\"\n");
-    EXPECT_EQ(FaultsOf("b.toml"), "");
-    EXPECT_EQ(std::ranges::count(FaultsOf("a.toml"), '\n'), 2) << "each glyph that is missing, once";
-    Write("b.toml", "based_on = \"a.toml\"\nscreens = [\"240x320\"]\n[screen.480x640.font]\nsize = 9\n");
-    EXPECT_EQ(FaultsOf("b.toml").find("b.toml:3: 'screens' does not list '480x640'"), 0u);
+    EXPECT_NE(FaultsOf("b0.toml").find("more than 100 sources"), std::string::npos) << FaultsOf("b0.toml");
 }
 
 TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
@@ -247,8 +172,6 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
     EXPECT_NE(FaultsOf("a.toml").find("61x32"), std::string::npos);
     Write("a.toml", source + "lang1_small = \"own.png\"\n");
     EXPECT_NE(FaultsOf("a.toml").find("neither black nor white at 0, 0"), std::string::npos);
-    Write("a.toml", source + "lang1_small = \"a.toml\"\n");
-    EXPECT_NE(FaultsOf("a.toml").find("save it as PNG"), std::string::npos);
 }
 
 TEST(Source, SingleKeysAreMovedResizedAndBuiltFromRectangles) {
