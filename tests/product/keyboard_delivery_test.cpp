@@ -39,6 +39,8 @@ TEST_F(Delivery, ShiftChangesOnlyBackspaceAndTab) {
     EXPECT_EQ(Tap(test::KeyBackspace), (Events{"vk 10 up", "vk 2E down", "vk 2E up", "vk 10 up"}));
     EXPECT_EQ(Tap(test::KeyBackspace), (Events{"vk 08 down", "vk 08 up"}));
     EXPECT_EQ(Send(test::KeyTab, true), Events{"char vk=09 flags=20000080 U+0009"});
+    Tap(test::KeyShift);
+    EXPECT_EQ(Tap(test::KeyNoAction), Events{"vk 10 up"}) << "a key that sends nothing also releases it";
 }
 
 TEST_F(Delivery, EachPlaneSendsItsSlotAndStrokesTheOtherCase) {
@@ -166,18 +168,6 @@ TEST_F(Delivery, ControlCombinesWithTheSmallCharacterOfLanguage1) {
     EXPECT_EQ(Send(test::KeyHyphen), Events{"char vk=BD flags=40010080 '-'"});
     EXPECT_EQ(Send(test::Key1, true), Events{"char vk=31 flags=40010080 '!'"})
         << "a stroke takes the other case";
-}
-
-TEST_F(Delivery, ShiftIsHeldForOneCharacter) {
-    Start();
-    EXPECT_EQ(Tap(test::KeyShift), Events{"vk 10 down"});
-    Events expected = Typed('Q', 'Q', kShiftFlag);
-    expected.push_back("vk 10 up");
-    EXPECT_EQ(Tap(test::KeyQ), expected);
-    EXPECT_EQ(Tap(test::KeyQ), Typed('Q', 'q'));
-    // A key that sends nothing also releases it.
-    Tap(test::KeyShift);
-    EXPECT_EQ(Tap(test::KeyNoAction), Events{"vk 10 up"});
 }
 
 // A plane without characters sends 0; without a mask, the status decides.
