@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "errors.h"
-#include "files.h"
+#include "file.h"
 #include "moves.h"
 
 namespace tlk {
@@ -19,7 +19,7 @@ protected:
         return Paint(m_Skin, {latches, false, std::move(pressed)});
     }
 
-    const SkinModule m_Skin = ReadSkin(Module::Parse(ReadBytes(STANDARD_SKIN)));
+    const SkinModule m_Skin = ReadSkin(OpenModule(STANDARD_SKIN));
     const std::uint16_t m_KeyQ = FindKey(m_Skin, BoardKind::Portrait, "q");
 };
 

@@ -14,7 +14,6 @@
 #include "drawing.h"
 #include "errors.h"
 #include "file.h"
-#include "files.h"
 #include "png_file.h"
 
 namespace tlk {
@@ -48,19 +47,13 @@ TEST(Source, WeightsShareTheRow) {
 // Sources that name other files, in their own folder.
 class SourceFiles : public testing::Test {
 protected:
-    SourceFiles() {
-        std::string name = (std::filesystem::temp_directory_path() / "tlk-XXXXXX").string();
-        if (mkdtemp(name.data())) m_Folder = name;
-    }
-    ~SourceFiles() override { std::filesystem::remove_all(m_Folder); }
-
-    std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
+    std::string Path(const std::string& name) const { return m_Folder.Path(name); }
     void Write(const std::string& name, const std::string& text) const {
-        std::filesystem::create_directories((m_Folder / name).parent_path());
+        std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
         std::ofstream(Path(name)) << text;
     }
     Skin Read(const std::string& name, const std::string& screen = {}) const {
-        return ReadSource(ReadText(Path(name)), Path(name), screen);
+        return ReadSource(AsText(ReadFile(Path(name))), Path(name), screen);
     }
     // "file:line: text" for each fault.
     std::string FaultsOf(const std::string& name) const {
@@ -75,7 +68,7 @@ protected:
         return faults;
     }
 
-    std::filesystem::path m_Folder;
+    TemporaryFolder m_Folder;
 };
 
 TEST_F(SourceFiles, OverrideTheirBases) {

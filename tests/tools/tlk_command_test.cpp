@@ -4,25 +4,20 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <regex>
 #include <utility>
 #include <vector>
 
-#include "files.h"
+#include "file.h"
 
+namespace tlk {
 namespace {
 
 class TlkCommand : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "tlk-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        m_Folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(m_Folder); }
-
-    std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
+    std::string Path(const std::string& name) const { return m_Folder.Path(name); }
 
     // Returns the exit status; messages go to Path("messages"). The same shell first runs `before`.
     int Run(const std::string& arguments, const std::string& before = {}) const {
@@ -32,24 +27,24 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
-    std::string Messages() const { return ReadText(Path("messages")); }
+    std::string Messages() const { return std::string(AsText(ReadFile(Path("messages")))); }
     bool Says(const std::string& text) const { return Messages().find(text) != std::string::npos; }
 
-    std::filesystem::path m_Folder;
+    TemporaryFolder m_Folder;
 };
 
 TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
     // From another folder, as a skin must not depend on where or when it was built.
-    std::filesystem::copy(SKIN_SOURCES, m_Folder, std::filesystem::copy_options::recursive);
+    std::filesystem::copy(SKIN_SOURCES, Path(""), std::filesystem::copy_options::recursive);
     EXPECT_EQ(Run("build " + Path("german.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
     EXPECT_TRUE(Says("a.tlk: for a screen of 240x320 and ARM")) << Messages();
-    EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN));
+    EXPECT_EQ(ReadFile(Path("a.tlk")), ReadFile(STANDARD_SKIN));
     EXPECT_EQ(Run("show " + Path("a.tlk") +
                   " --plane uml2-large --landscape --pressed shift,q --hit-areas -o " + Path("a.png")),
               0);
-    EXPECT_GT(ReadBytes(Path("a.png")).size(), 1000u);
+    EXPECT_GT(ReadFile(Path("a.png")).size(), 1000u);
     EXPECT_EQ(Run("show " + Path("a.tlk") + " --sheet -o " + Path("a.png")), 0);
-    EXPECT_GT(ReadBytes(Path("a.png")).size(), 10000u) << Messages();
+    EXPECT_GT(ReadFile(Path("a.png")).size(), 10000u) << Messages();
 }
 
 TEST_F(TlkCommand, BuildsAllScreensOfAllValidSources) {
@@ -60,7 +55,7 @@ TEST_F(TlkCommand, BuildsAllScreensOfAllValidSources) {
     for (const auto& built : std::filesystem::recursive_directory_iterator(SKINS_FOLDER)) {
         const std::string file = built.path().lexically_relative(SKINS_FOLDER).string();
         if (!std::regex_match(file, std::regex("(\\d+x\\d+)/german-\\1.tlk"))) continue;
-        EXPECT_EQ(ReadBytes(Path("new/skins/" + file)), ReadBytes(built.path().string())) << file;
+        EXPECT_EQ(ReadFile(Path("new/skins/" + file)), ReadFile(built.path().string())) << file;
         ++count;
     }
     EXPECT_EQ(count, 5u);
@@ -72,17 +67,17 @@ TEST_F(TlkCommand, UnpaintedArtGivesTheSameSkinAndPaintedArtIsKept) {
         ASSERT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 0) << Messages();
         std::ofstream(Path("a.toml")) << "based_on = [\"" STANDARD_SOURCE "\", \"art/art.toml\"]\n";
         EXPECT_EQ(Run("build " + Path("a.toml") + " --screen 240x320 -o " + Path("a.tlk")), 0);
-        EXPECT_EQ(ReadBytes(Path("a.tlk")), ReadBytes(STANDARD_SKIN)) << skin;
+        EXPECT_EQ(ReadFile(Path("a.tlk")), ReadFile(STANDARD_SKIN)) << skin;
         std::ofstream(Path("art/digit.png"), std::ios::app) << "paint";
         EXPECT_EQ(Run("art '" + std::string(skin) + "' -o " + Path("art")), 2);
         EXPECT_TRUE(Says("digit.png: exists already")) << Messages();
-        EXPECT_NE(ReadText(art).find("uml2_large_ls = \"uml2_large_ls.png\"\n"), std::string::npos);
+        EXPECT_NE(AsText(ReadFile(art)).find("uml2_large_ls = \"uml2_large_ls.png\"\n"), std::string::npos);
         std::filesystem::remove_all(Path("art"));
     }
 }
 
 TEST_F(TlkCommand, SourcesOfTheDocumentationAreGood) {
-    const std::string page = ReadText(SKIN_SOURCES "/../docs/SKINS.md");
+    const std::string page(AsText(ReadFile(SKIN_SOURCES "/../docs/SKINS.md")));
     const std::string fence = "```toml\n";
     std::size_t end = 0;
     for (const char* name : {"first", "second", "changed"}) {
@@ -104,13 +99,13 @@ TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyCompletely) {
     const std::string source = "screens = [\"240x320\"]\n[portrait]\nrows = [\"q space back enter\"]\n";
     std::ofstream(Path("a.toml")) << source;
     ASSERT_EQ(Run("build " + Path("a.toml") + " -o " + Path("a.tlk")), 0);
-    const tlk::Bytes skin = ReadBytes(Path("a.tlk"));
+    const Bytes skin = ReadFile(Path("a.tlk"));
     EXPECT_EQ(Run("build " + Path("a.toml") + " -o " + Path("a.toml")), 2);
-    EXPECT_EQ(ReadText(Path("a.toml")), source);
+    EXPECT_EQ(AsText(ReadFile(Path("a.toml"))), source);
     EXPECT_EQ(Run("show " + Path("a.tlk") + " -o " + Path("a.tlk")), 2);
     std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_read);
     EXPECT_EQ(Run("build '" STANDARD_SOURCE "' -o " + Path("a.tlk")), 2);
-    EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
+    EXPECT_EQ(ReadFile(Path("a.tlk")), skin);
     std::filesystem::permissions(Path("a.tlk"), std::filesystem::perms::owner_all);
     // A disk with enough room for the engine's device, but not for a skin.
     const std::string full = "trap '' XFSZ; ulimit -f 30; ";
@@ -118,8 +113,8 @@ TEST_F(TlkCommand, ReplacesOnlyAFileOfTheSameKindAndOnlyCompletely) {
     EXPECT_EQ(Run("show '" STANDARD_SKIN "' --zoom 8 -o " + Path("a.png"), full), 2);
     EXPECT_FALSE(std::filesystem::exists(Path("a.png")));
     EXPECT_EQ(Run("dump '" STANDARD_SKIN "' >/dev/full #"), 2);
-    EXPECT_EQ(ReadBytes(Path("a.tlk")), skin);
-    for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
+    EXPECT_EQ(ReadFile(Path("a.tlk")), skin);
+    for (const auto& entry : std::filesystem::directory_iterator(Path("")))
         EXPECT_NE(entry.path().extension(), ".part");
 }
 
@@ -176,3 +171,4 @@ TEST_F(TlkCommand, FailsWithTheFileTheLineAndStatusTwo) {
 }
 
 }  // namespace
+}  // namespace tlk
