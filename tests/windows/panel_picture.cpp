@@ -3,22 +3,7 @@
 
 #include <fstream>
 
-namespace {
-
-PanelPicture Copy(HDC source, SIZE size) {
-    const int width = static_cast<int>(size.cx);
-    const int height = static_cast<int>(size.cy);
-    const test::Picture canvas(test::MakeSection(32, width, -height));
-    BitBlt(canvas, 0, 0, width, height, source, 0, 0, SRCCOPY);
-    GdiFlush();
-    PanelPicture picture{width, height, {}};
-    const auto* pixels = reinterpret_cast<const DWORD*>(canvas.Bits());
-    for (int i = 0; i < width * height; ++i)
-        picture.pixels.push_back(pixels[i] & 0xFFFFFF);
-    return picture;
-}
-
-}  // namespace
+#include "picture.h"
 
 int CountDifferences(const PanelPicture& first, const PanelPicture& second) {
     if (first.width != second.width || first.height != second.height) return -1;
@@ -32,13 +17,17 @@ PanelPicture PictureOf(HWND window) {
     UpdateWindow(window);
     RECT area{};
     GetClientRect(window, &area);
+    const test::Picture canvas(test::MakeSection(32, area.right, -area.bottom));
     const HDC dc = GetDC(window);
-    const PanelPicture picture = Copy(dc, {area.right, area.bottom});
+    BitBlt(canvas, 0, 0, area.right, area.bottom, dc, 0, 0, SRCCOPY);
     ReleaseDC(window, dc);
+    GdiFlush();
+    PanelPicture picture{area.right, area.bottom, {}};
+    const auto* pixels = reinterpret_cast<const DWORD*>(canvas.Bits());
+    for (LONG i = 0; i < area.right * area.bottom; ++i)
+        picture.pixels.push_back(pixels[i] & 0xFFFFFF);
     return picture;
 }
-
-PanelPicture PictureOf(const test::Picture& picture) { return Copy(picture, picture.Size()); }
 
 PanelPicture ReadPicture(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);

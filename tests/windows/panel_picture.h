@@ -6,12 +6,10 @@
 #include <filesystem>
 #include <vector>
 
-#include "picture.h"
-
 // Pixels in rows from the top, each 0xRRGGBB.
 struct PanelPicture {
-    int width = 0;
-    int height = 0;
+    LONG width = 0;
+    LONG height = 0;
     std::vector<DWORD> pixels;
 };
 
@@ -20,7 +18,6 @@ int CountDifferences(const PanelPicture& first, const PanelPicture& second);
 
 // The picture of the window's client area, after all waiting paint messages.
 PanelPicture PictureOf(HWND window);
-PanelPicture PictureOf(const test::Picture& picture);
 
 // Binary PPM files with 8 bits per colour. Reading returns an empty picture for any other file.
 PanelPicture ReadPicture(const std::filesystem::path& path);
