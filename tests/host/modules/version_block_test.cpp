@@ -63,6 +63,26 @@ protected:
     Bytes m_good;
 };
 
+TEST_F(VersionBlock, StringsAreFoundByTheirWholePathIgnoringCase) {
+    const std::pair<LPCWSTR, LPCWSTR> texts[] = {
+        {u"\\stringfileinfo\\040904B0\\ORIGINALFILENAME", u"test_version.dll"},
+        {u"\\StringFileInfo\\040704e4\\FileDescription", u"Zweite Sprache"},
+        {u"\\StringFileInfo\\040904b0\\CompanyName", nullptr},
+        {u"\\StringFileInfo\\040904b0\\File", nullptr},
+        {u"\\StringFileInfo\\040704b0\\FileVersion", nullptr},
+        {u"\\FileVersion", nullptr},
+        {u"\\StringFileInfo\\040904b0\\FileVersion\\More", nullptr},
+    };
+    for (const auto& [path, text] : texts) {
+        const auto value = host::FindVersionValue(m_good, path);
+        ASSERT_EQ(value.has_value(), text != nullptr) << testing::PrintToString(path);
+        if (!value) continue;
+        const std::u16string found = reinterpret_cast<const WCHAR*>(m_good.data() + value->offset);
+        EXPECT_EQ(found, text);
+        EXPECT_EQ(value->size, found.size() + 1);
+    }
+}
+
 TEST_F(VersionBlock, AnyPrefixAndAnyChangedByteIsHandled) {
     for (std::size_t size = 0; size < m_good.size(); ++size) {
         Bytes prefix(m_good.begin(), m_good.begin() + static_cast<std::ptrdiff_t>(size));
@@ -106,6 +126,7 @@ TEST_F(VersionBlock, IsCutToTheCallersBuffer) {
         EXPECT_EQ(VerQueryValueW(block.data(), TEXT("\\"), &value, &length), given >= 40 + 52);
     }
     BYTE one[1];
+    EXPECT_FALSE(GetFileVersionInfoW(TEXT("\\absent\\version.dll"), 0, 1, one));
     EXPECT_FALSE(GetFileVersionInfoW(kLibrary, 0, 1, one));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
     EXPECT_FALSE(VerQueryValueW(nullptr, TEXT("\\"), nullptr, nullptr));
