@@ -75,21 +75,6 @@ TEST_F(Controls, TextIsCutToTheBuffer) {
     EXPECT_EQ(GetDlgItem(m_parent, 6), nullptr);
 }
 
-TEST_F(Controls, AClickTogglesACheckBox) {
-    const HWND box = Create(TEXT("Button"), BS_AUTOCHECKBOX);
-    const auto state = [&] { return SendMessageW(box, BM_GETCHECK, 0, 0); };
-    EXPECT_EQ(state(), BST_UNCHECKED);
-    SendMessageW(box, BM_CLICK, 0, 0);
-    EXPECT_EQ(state(), BST_CHECKED);
-    SendMessageW(box, BM_SETCHECK, BST_UNCHECKED, 0);
-    EXPECT_EQ(state(), BST_UNCHECKED);
-    EXPECT_EQ(g_commands, (std::vector<Command>{{5, BN_CLICKED}})) << "only a person's click notifies";
-    for (const bool enabled : {false, true}) {
-        EXPECT_EQ(EnableWindow(box, enabled), enabled) << "whether it was disabled before";
-        EXPECT_EQ(IsWindowEnabled(box) != FALSE, enabled);
-    }
-}
-
 class ComboBoxes : public Controls {
 protected:
     void SetUp() override {

@@ -124,25 +124,29 @@ TEST_F(GraphicsText, DrawTextClipsUnlessTold) {
     EXPECT_GT(free.bottom, narrow.bottom);
 }
 
-TEST_F(GraphicsText, FontsDifferInSizeAndWeight) {
+TEST_F(GraphicsText, FontsDescribeThemselvesAndDifferInSizeAndWeight) {
+    constexpr int kSize = sizeof(LOGFONTW);
     LOGFONTW record{};
-    record.lfHeight = -12;
-    record.lfWeight = FW_NORMAL;
-    const HFONT normal = CreateFontIndirectW(&record);
-    record.lfWeight = FW_BOLD;
-    const HFONT bold = CreateFontIndirectW(&record);
-    record.lfHeight = 24;
-    const HFONT cell = CreateFontIndirectW(&record);
-    const HGDIOBJ initial = SelectObject(m_page, normal);
-    const SIZE normalSize = Extent(TEXT("Keyboard"));
-    SelectObject(m_page, bold);
-    EXPECT_GT(Extent(TEXT("Keyboard")).cx, normalSize.cx);
-    SelectObject(m_page, cell);
-    EXPECT_NEAR(Extent(TEXT("Keyboard")).cy, 24, 1);
-    SelectObject(m_page, initial);
-    for (const HFONT font : {normal, bold, cell}) {
+    EXPECT_EQ(GetObjectW(GetStockObject(SYSTEM_FONT), kSize, &record), kSize);
+    EXPECT_NE(record.lfHeight, 0);
+    const HGDIOBJ initial = GetCurrentObject(m_page, OBJ_FONT);
+    std::vector<SIZE> sizes;
+    for (const auto& [height, weight] : {std::pair(-12, FW_NORMAL), {-12, FW_BOLD}, {24, FW_BOLD}}) {
+        record = {};
+        record.lfHeight = height;
+        record.lfWeight = weight;
+        const HFONT font = CreateFontIndirectW(&record);
+        LOGFONTW read{};
+        EXPECT_EQ(GetObjectW(font, kSize, &read), kSize);
+        EXPECT_TRUE(read.lfHeight == height && read.lfWeight == weight);
+        SelectObject(m_page, font);
+        sizes.push_back(Extent(TEXT("Keyboard")));
+        SelectObject(m_page, initial);
         EXPECT_TRUE(DeleteObject(font));
+        EXPECT_FALSE(DeleteObject(font));
     }
+    EXPECT_GT(sizes[1].cx, sizes[0].cx);
+    EXPECT_NEAR(sizes[2].cy, 24, 1);
 }
 
 TEST_F(GraphicsText, TextReachesMonochromeBitmaps) {

@@ -37,18 +37,14 @@ protected:
     const HIMAGELIST m_list = ImageList_Create(2, 1, ILC_MASK, 1, 1);
 };
 
-TEST_F(ImageLists, AddAnImageForEachFullWidth) {
+TEST_F(ImageLists, AddAnImageForEachFullWidthAndDrawAllButTheMaskedColor) {
     EXPECT_EQ(ImageList_GetImageCount(m_list), 0);
     EXPECT_EQ(Add({kGreen, kGreen}), 0);
     EXPECT_EQ(Add({kGreen, kRed, kRed, kBlue, kBlue}), 1);
     EXPECT_EQ(ImageList_GetImageCount(m_list), 3);
-}
-
-TEST_F(ImageLists, DrawAllButTheMaskedColor) {
-    Add({kGreen, kRed, kRed, kBlue});
     const test::Picture page = Strip({kPage, kPage, kPage, kPage});
-    EXPECT_TRUE(ImageList_Draw(m_list, 1, page, 0, 0, ILD_TRANSPARENT));
-    EXPECT_TRUE(ImageList_Draw(m_list, 0, page, 2, 0, ILD_TRANSPARENT));
+    EXPECT_TRUE(ImageList_Draw(m_list, 2, page, 0, 0, ILD_TRANSPARENT));
+    EXPECT_TRUE(ImageList_Draw(m_list, 1, page, 2, 0, ILD_TRANSPARENT));
     EXPECT_EQ(page.Pixels(), (Colors{kPage, kBlue, kGreen, kPage}));
 }
 

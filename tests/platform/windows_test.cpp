@@ -124,14 +124,6 @@ TEST_F(Windows, ClassInUseCannotBeUnregistered) {
                                                   ERROR_CLASS_DOES_NOT_EXIST));
 }
 
-TEST_F(Windows, AChildNeedsAnExistingParent) {
-    EXPECT_EQ(CreateChild(nullptr), nullptr);
-    const HWND top = CreateTop();
-    DestroyWindow(top);
-    EXPECT_EQ(CreateChild(top), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
-}
-
 TEST_F(Windows, CreationSendsItsMessagesInOrder) {
     const HWND top = CreateTop(WS_VISIBLE);
     TakeMessages();
@@ -177,12 +169,14 @@ TEST_F(Windows, StaleHandlesAreRefusedEverywhere) {
     EXPECT_FALSE(DestroyWindow(stale));
     EXPECT_EQ(GetLastError(), test::Either<DWORD>(test::Difference::DestroyedTwice,
                                                   ERROR_INVALID_WINDOW_HANDLE, ERROR_ACCESS_DENIED));
+    EXPECT_EQ(CreateChild(nullptr), nullptr);
     const HWND top = CreateTop();
     ASSERT_NE(top, stale);
     RECT rectangle;
     POINT point{};
     PAINTSTRUCT paint;
     const std::vector<std::function<bool()>> calls{
+        [&] { return CreateChild(stale) != nullptr; },
         [&] { return GetClientRect(stale, &rectangle) != FALSE; },
         [&] { return GetWindowRect(stale, &rectangle) != FALSE; },
         [&] { return ClientToScreen(stale, &point) != FALSE; },
@@ -339,15 +333,6 @@ TEST_F(Painting, HiddenWindowsAreNotInvalidated) {
     EXPECT_EQ(UpdateRect(m_top), RECT{});
     ShowWindow(m_top, SW_SHOW);
     EXPECT_EQ(UpdateRect(m_top), ClientRect(m_top));
-}
-
-TEST_F(Painting, MovedChildLeavesItsOldPlaceToTheParent) {
-    const HWND child = CreateChild(m_top, WS_VISIBLE);
-    UpdateWindow(child);
-    UpdateWindow(m_top);
-    MoveWindow(child, 10, 20, 30, 60, TRUE);
-    EXPECT_EQ(UpdateRect(m_top), (RECT{40, 20, 100, 80}));
-    EXPECT_EQ(UpdateRect(child), (RECT{0, 0, 30, 60}));
 }
 
 }  // namespace
