@@ -29,8 +29,9 @@ std::string ReadDeviceFile(const std::filesystem::path& path);
 // Forbids programs of the device to change and delete the file.
 void MakeReadOnly(const std::filesystem::path& path);
 
-// Changes the device's screen size; false if that is impossible.
-[[nodiscard]] bool SetScreenSize(LONG width, LONG height);
+void SetScreenSize(LONG width, LONG height);
+// Changes a system colour for the rest of the test.
+void ChangeSystemColor(int index, COLORREF color);
 // Stops the device and starts it again on the same folder, like a reset of the handheld.
 void RestartDevice();
 // A test in which COM activates a class must call this first: until then, on a Windows, the registry's

@@ -7,7 +7,6 @@
 #include "fault_sweep.h"
 #include "picture.h"
 #include "server_fixture.h"
-#include "system_colors.h"
 
 namespace {
 

@@ -195,7 +195,7 @@ TEST_F(SkinLoading, TurningTheScreenKeepsASkinValid) {
     const auto [narrow, wide] = test::ScreenSides();
     const std::string skin = TestSkin().Build();
     for (const auto& [width, height] : {std::pair(wide, narrow), {wide, wide}, {narrow, narrow}}) {
-        if (!test::SetScreenSize(width, height)) GTEST_SKIP() << "the screen cannot be changed here";
+        test::SetScreenSize(width, height);
         EXPECT_EQ(IsValid(skin), width == narrow || height == narrow);
     }
 }

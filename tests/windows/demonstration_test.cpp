@@ -117,7 +117,7 @@ protected:
         } else if (name == "text") {
             m_trace.Write("Text " + Quoted(m_notes.Text()));
         } else if (name == "screen") {
-            ASSERT_TRUE(test::SetScreenSize(Number(words[1]), Number(words[2])));
+            test::SetScreenSize(Number(words[1]), Number(words[2]));
             m_sip->OnScreenChanged();
         } else if (name == "screenshot") {
             ComparePicture(words.back());

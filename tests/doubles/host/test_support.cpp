@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "device_side.h"
+#include "differences.h"
 
 namespace test {
 namespace {
@@ -63,6 +64,8 @@ class DeviceForEachTest : public testing::EmptyTestEventListener {
 
 }  // namespace
 
+bool IsHandheld() { return true; }
+
 const fs::path& DeviceFolder() { return g_folder; }
 
 LPCWSTR DeviceDrive() { return u""; }
@@ -87,10 +90,9 @@ void MakeReadOnly(const fs::path& path) {
     fs::permissions(g_folder / path, write, fs::perm_options::remove);
 }
 
-bool SetScreenSize(LONG width, LONG height) {
-    host::SetScreenSize({width, height});
-    return true;
-}
+void SetScreenSize(LONG width, LONG height) { host::SetScreenSize({width, height}); }
+
+void ChangeSystemColor(int index, COLORREF color) { ASSERT_TRUE(host::SetSystemColor(index, color)); }
 
 void RestartDevice() {
     host::StopDevice();

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Simulates the handheld's screen on a larger one.
+// Simulates the handheld's screen on a larger one, and its colours.
+#include <gtest/gtest.h>
+
+#include <map>
+
 #include "test_support.h"
 #include "windows/import_patch.h"
 #include "windows/test_system.h"
@@ -8,6 +12,7 @@ namespace test {
 namespace {
 
 SIZE g_screen{240, 320};
+std::map<int, COLORREF> g_formerColors;  // those of changed colours
 
 int WINAPI GetTestMetrics(int index) {
     switch (index) {
@@ -26,11 +31,19 @@ int WINAPI GetTestMetrics(int index) {
 
 }  // namespace
 
-bool SetScreenSize(LONG width, LONG height) {
-    g_screen = {width, height};
-    return true;
-}
+void SetScreenSize(LONG width, LONG height) { g_screen = {width, height}; }
 
 void RedirectScreenSize(HMODULE module) { ReplaceImport(module, "GetSystemMetrics", &GetTestMetrics); }
+
+void ChangeSystemColor(int index, COLORREF color) {
+    g_formerColors.emplace(index, GetSysColor(index));
+    ASSERT_TRUE(SetSysColors(1, &index, &color));
+}
+
+void RestoreSystemColors() {
+    for (const auto& [index, color] : g_formerColors)
+        SetSysColors(1, &index, &color);
+    g_formerColors.clear();
+}
 
 }  // namespace test

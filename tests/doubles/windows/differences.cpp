@@ -1,4 +1,0 @@
-// SPDX-License-Identifier: MIT
-#include "differences.h"
-
-bool test::IsHandheld() { return false; }
