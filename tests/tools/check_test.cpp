@@ -61,17 +61,17 @@ public:
     // Carries out a line of check.cases.
     void Damage(const std::string& line) {
         static const std::map<std::string, void (DamagedSkin::*)(const std::string& name, Numbers numbers)>
-            damages = {{"move", &DamagedSkin::Move},       {"renumber", &DamagedSkin::Renumber},
-                       {"paint", &DamagedSkin::PaintMask}, {"fill", &DamagedSkin::FillPicture},
-                       {"picture", &DamagedSkin::Whiten},  {"mask", &DamagedSkin::Clear},
-                       {"crop", &DamagedSkin::Crop},       {"data", &DamagedSkin::Replace},
-                       {"byte", &DamagedSkin::ChangeByte}, {"lengthen", &DamagedSkin::Lengthen},
-                       {"remove", &DamagedSkin::Remove}};
+            kDamages = {{"move", &DamagedSkin::Move},       {"renumber", &DamagedSkin::Renumber},
+                        {"paint", &DamagedSkin::PaintMask}, {"fill", &DamagedSkin::FillPicture},
+                        {"picture", &DamagedSkin::Whiten},  {"mask", &DamagedSkin::Clear},
+                        {"crop", &DamagedSkin::Crop},       {"data", &DamagedSkin::Replace},
+                        {"byte", &DamagedSkin::ChangeByte}, {"lengthen", &DamagedSkin::Lengthen},
+                        {"remove", &DamagedSkin::Remove}};
         std::istringstream words(line);
         std::string damage, name;
         words >> damage >> name;
         const std::vector<int> numbers(std::istream_iterator<int>(words), {});
-        (this->*damages.at(damage))(name, numbers);
+        (this->*kDamages.at(damage))(name, numbers);
     }
 
     Bytes File() const {

@@ -47,7 +47,7 @@ TEST(Source, WeightsShareTheRow) {
 // Sources that name other files, in their own folder.
 class SourceFiles : public testing::Test {
 protected:
-    std::string Path(const std::string& name) const { return m_Folder.Path(name); }
+    std::string Path(const std::string& name) const { return m_folder.Path(name); }
     void Write(const std::string& name, const std::string& text) const {
         std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
         std::ofstream(Path(name)) << text;
@@ -68,7 +68,7 @@ protected:
         return faults;
     }
 
-    TemporaryFolder m_Folder;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(SourceFiles, OverrideTheirBases) {
@@ -100,7 +100,7 @@ class CheckedSources : public SourceFiles, public testing::WithParamInterface<Ca
 protected:
     // Writes the files; returns the faults in their comments, each with its place as FaultsOf() gives it.
     std::vector<std::pair<std::string, std::string>> WriteFiles() const {
-        static const std::regex comment("#! (.*?) *(?=#!|$)");
+        static const std::regex kComment("#! (.*?) *(?=#!|$)");
         std::vector<std::pair<std::string, std::string>> faults;
         std::string file = "a.toml", text;
         int number = 0;
@@ -113,7 +113,7 @@ protected:
             }
             Write(file, text += line + '\n');
             ++number;
-            for (std::sregex_iterator found(line.begin(), line.end(), comment), end; found != end; ++found)
+            for (std::sregex_iterator found(line.begin(), line.end(), kComment), end; found != end; ++found)
                 faults.emplace_back(file + ':' + std::to_string(number) + ": ", (*found)[1]);
         }
         return faults;

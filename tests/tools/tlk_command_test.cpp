@@ -17,7 +17,7 @@ namespace {
 
 class TlkCommand : public testing::Test {
 protected:
-    std::string Path(const std::string& name) const { return m_Folder.Path(name); }
+    std::string Path(const std::string& name) const { return m_folder.Path(name); }
 
     // Returns the exit status; messages go to Path("messages"). The same shell first runs `before`.
     int Run(const std::string& arguments, const std::string& before = {}) const {
@@ -30,7 +30,7 @@ protected:
     std::string Messages() const { return std::string(AsText(ReadFile(Path("messages")))); }
     bool Says(const std::string& text) const { return Messages().find(text) != std::string::npos; }
 
-    TemporaryFolder m_Folder;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(TlkCommand, BuildsTheSameBytesAgainAndShowsThem) {
