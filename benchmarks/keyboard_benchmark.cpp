@@ -82,9 +82,8 @@ public:
         }
     }
     void RemoveFurtherSkins() {
-        for (int i = 0; i < kFurtherSkins; ++i) {
+        for (int i = 0; i < kFurtherSkins; ++i)
             fs::remove(m_folder / ("Windows/further" + std::to_string(i) + ".tlk"));
-        }
     }
 
 private:
@@ -128,9 +127,8 @@ void CopyPicture(benchmark::State& state) {
     keyboard.Init(240, 320);
     Panel panel(keyboard);
     const HDC dc = GetDC(panel.window.m_hWnd);
-    for (auto _ : state) {
+    for (auto _ : state)
         BitBlt(dc, 0, 0, kWidth, kHeight, keyboard.m_hKbDC, 0, 0, SRCCOPY);
-    }
     ReleaseDC(panel.window.m_hWnd, dc);
 }
 BENCHMARK(CopyPicture);
@@ -145,9 +143,8 @@ void PaintInvalid(benchmark::State& state, const RECT* invalid) {
     InvalidateRect(panel.window.m_hWnd, invalid, FALSE);
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(panel.window.m_hWnd, &paint);
-    for (auto _ : state) {
+    for (auto _ : state)
         keyboard.Paint(dc, &panel.window);
-    }
     EndPaint(panel.window.m_hWnd, &paint);
     keyboard.PressKey(kLetterQ, &panel.window, false);
 }
@@ -244,12 +241,10 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         benchmark::ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
-            if (run.aggregate_name == "median" || runs.size() == 1) {
+            if (run.aggregate_name == "median" || runs.size() == 1)
                 times[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            }
-            for (const auto& [name, counter] : run.counters) {
+            for (const auto& [name, counter] : run.counters)
                 counters[run.run_name.function_name + "." + name] = counter.value;
-            }
         }
     }
 

@@ -14,9 +14,8 @@ void CComModule::Init(HINSTANCE instance, CComClassEntry* classes) {
     m_csFactory.Init();
     m_csWindowCreate.Init();
     m_csWindowClass.Init();
-    for (CComClassEntry* entry = m_pClasses; entry->m_pClsid; ++entry) {
+    for (CComClassEntry* entry = m_pClasses; entry->m_pClsid; ++entry)
         entry->m_pfnObjectMain(true);
-    }
 }
 
 void CComModule::Term() {
@@ -93,9 +92,8 @@ void CComModule::RemoveCreateWindowRecord(CreateWindowRecord* record) {
 // The description and its atom are shared by all threads that create such windows: the lock guards them too.
 ATOM CComModule::RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom) {
     CComCritSecLock lock(m_csWindowClass);
-    if (atom && std::find(m_WindowClasses.begin(), m_WindowClasses.end(), atom) != m_WindowClasses.end()) {
+    if (atom && std::find(m_WindowClasses.begin(), m_WindowClasses.end(), atom) != m_WindowClasses.end())
         return atom;
-    }
     // Reserved first, so that a registered class can always be recorded and unregistered.
     if (!EnoughMemory([&] { m_WindowClasses.reserve(m_WindowClasses.size() + 1); })) return 0;
     windowClass.hInstance = m_hInst;
@@ -106,8 +104,7 @@ ATOM CComModule::RegisterWindowClass(WNDCLASSW& windowClass, ATOM& atom) {
 }
 
 void CComModule::UnregisterWindowClasses() {
-    for (const ATOM atom : m_WindowClasses) {
+    for (const ATOM atom : m_WindowClasses)
         UnregisterClassW(reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(atom)), m_hInst);
-    }
     std::vector<ATOM>().swap(m_WindowClasses);
 }

@@ -42,9 +42,8 @@ LONG DeleteTree(HKEY parent, const WideString& name) {
 LONG SetValue(HKEY key, LPCWSTR name, DWORD type, const WideString& text) {
     if (type == REG_DWORD) {
         DWORD number = 0;
-        for (const WCHAR digit : text) {
+        for (const WCHAR digit : text)
             number = number * 10 + static_cast<DWORD>(digit - '0');
-        }
         return RegSetValueExW(key, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
     }
     const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(WCHAR));
@@ -169,14 +168,12 @@ HRESULT CRegistrar::ReadData(DWORD& type, WideString& text) {
 // A quote is a token of its own; NextQuoted reads the text that it opens.
 WideString CRegistrar::NextToken() {
     const WideString& script = *m_script;
-    while (m_position < script.size() && IsBlank(script[m_position])) {
+    while (m_position < script.size() && IsBlank(script[m_position]))
         ++m_position;
-    }
     const std::size_t begin = m_position;
     if (begin < script.size() && script[begin] == '\'') ++m_position;
-    while (m_position < script.size() && !IsBlank(script[m_position]) && script[begin] != '\'') {
+    while (m_position < script.size() && !IsBlank(script[m_position]) && script[begin] != '\'')
         ++m_position;
-    }
     return script.substr(begin, m_position - begin);
 }
 

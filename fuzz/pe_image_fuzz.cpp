@@ -12,9 +12,8 @@ volatile unsigned g_sink;  // keeps the reads from being optimised away
 // Reads every byte, so that a sanitizer notices a resource that extends beyond the file.
 unsigned Sum(std::span<const BYTE> bytes) {
     unsigned sum = 0;
-    for (const BYTE byte : bytes) {
+    for (const BYTE byte : bytes)
         sum += byte;
-    }
     return sum;
 }
 

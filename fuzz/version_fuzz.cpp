@@ -11,9 +11,8 @@ static void ReadValue(std::span<const BYTE> block, std::u16string_view path) {
     if (!value) return;
     if (value->offset > block.size() || value->size > block.size() - value->offset) std::abort();
     BYTE sum = 0;
-    for (const BYTE byte : block.subspan(value->offset, value->size)) {
+    for (const BYTE byte : block.subspan(value->offset, value->size))
         sum ^= byte;
-    }
     const volatile BYTE sink = sum;  // keeps the reads from being optimised away
     static_cast<void>(sink);
 }
@@ -21,8 +20,7 @@ static void ReadValue(std::span<const BYTE> block, std::u16string_view path) {
 extern "C" int LLVMFuzzerTestOneInput(const BYTE* bytes, std::size_t size) {
     for (const std::u16string_view path :
          {u"\\", u"\\VarFileInfo\\Translation", u"\\StringFileInfo\\040904b0",
-          u"\\StringFileInfo\\040904b0\\FileDescription", u"\\StringFileInfo\\040904b0\\ProductVersion"}) {
+          u"\\StringFileInfo\\040904b0\\FileDescription", u"\\StringFileInfo\\040904b0\\ProductVersion"})
         ReadValue({bytes, size}, path);
-    }
     return 0;
 }

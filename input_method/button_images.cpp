@@ -79,9 +79,8 @@ Pixels ReadPixels(HBITMAP bitmap, Section& copy) {
     const int size = GetObjectW(bitmap, sizeof section, &section);
     if (size == 0) return {};
     const BITMAP& shape = section.dsBm;
-    if (size == sizeof section && shape.bmBitsPixel == kBitsPerPixel) {
+    if (size == sizeof section && shape.bmBitsPixel == kBitsPerPixel)
         return {static_cast<BYTE*>(shape.bmBits), shape.bmWidth, shape.bmHeight, shape.bmWidthBytes};
-    }
     copy = CreateSection(shape.bmWidth, shape.bmHeight);
     if (!copy.bitmap || !CopyBitmap(copy.bitmap.Get(), bitmap, shape.bmWidth, shape.bmHeight)) return {};
     return copy.pixels;

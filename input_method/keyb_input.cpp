@@ -24,9 +24,8 @@ HRESULT CKeybInput::FinalConstruct() {
 
 void* CKeybInput::FindInterface(REFIID iid) {
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IInputMethod) ||
-        IsEqualIID(iid, IID_IInputMethod2)) {
+        IsEqualIID(iid, IID_IInputMethod2))
         return static_cast<IInputMethod2*>(this);
-    }
     return nullptr;
 }
 
@@ -63,9 +62,8 @@ STDMETHODIMP CKeybInput::Showing() {
     const LONG height = place.bottom - place.top;
     const LONG third = m_Res.cy / 3;
     const LONG quarter = m_Res.cy / 4;
-    if (height != third && height != quarter) {
+    if (height != third && height != quarter)
         MoveWindow(m_hSipWnd, 0, place.top, m_Res.cx, m_Res.cx > m_Res.cy ? third : quarter, TRUE);
-    }
     m_Kbd.PressModifierKeys();
     return S_OK;
 }

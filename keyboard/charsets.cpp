@@ -61,9 +61,8 @@ void CKeyboard::BuildCharset() {
         m_nFuncLast = static_cast<DWORD>(m_Charset.size()) - 1;
     }
     m_nCharFirst = m_nFuncLast + 1;
-    if (const DataResource english = FindDataResource(own, TEXT("charset_en")); english.bytes) {
+    if (const DataResource english = FindDataResource(own, TEXT("charset_en")); english.bytes)
         CopyGroups(english.bytes, english.size, m_Charset, m_nCharFirst, kLanguage1Slot);
-    }
     const DataResource locale = FindDataResource(m_hSkinLib, TEXT("LOCALE_CHARSET"));
     if (locale.bytes && locale.size >= kLocaleHeaderBytes) {
         CopyGroups(locale.bytes + kLocaleHeaderBytes, locale.size - kLocaleHeaderBytes, m_Charset,

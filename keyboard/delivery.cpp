@@ -31,9 +31,8 @@ UINT VirtualKeyOf(const CharsetEntry& record) {
     const WCHAR small = record.m_Slots[0];
     const WCHAR large = record.m_Slots[1];
     if (small >= '0' && small <= '9') return small;
-    for (const CharacterKey& key : kPunctuationKeys) {
+    for (const CharacterKey& key : kPunctuationKeys)
         if (key.character == small) return key.virtualKey;
-    }
     return large >= 'A' && large <= 'Z' ? large : 0u;
 }
 
@@ -41,11 +40,10 @@ UINT VirtualKeyOf(const CharsetEntry& record) {
 
 void CKeyboard::SendKeyToApp(CharsetEntry record, bool bShifted) {
     if (!m_pCallback) return;
-    if (IsFunctionalKeyEntry(record.m_Slots[0])) {
+    if (IsFunctionalKeyEntry(record.m_Slots[0]))
         SendFunctionKey(record.m_Slots[0], bShifted);
-    } else {
+    else
         SendCharacterKey(record, bShifted);
-    }
 }
 
 // Function keys ignore the plane. Codes without an action, and status codes, send nothing.
@@ -64,9 +62,8 @@ void CKeyboard::SendFunctionKey(WCHAR code, bool bShifted) {
         SendDownUp(VK_DELETE);
         return;
     }
-    for (const FunctionKey& key : kDownUpKeys) {
+    for (const FunctionKey& key : kDownUpKeys)
         if (key.code == code) SendDownUp(key.virtualKey);
-    }
 }
 
 void CKeyboard::SendDownUp(BYTE virtualKey) {

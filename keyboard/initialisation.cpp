@@ -29,9 +29,8 @@ bool CKeyboard::Init(LONG width, LONG height) {
 
 // A context that UnloadSkin could not delete is used again.
 void CKeyboard::CreateDeviceContexts() {
-    for (HDC* dc : {&m_hKbDC, &m_hMaskDC, &m_hExtMaskDC}) {
+    for (HDC* dc : {&m_hKbDC, &m_hMaskDC, &m_hExtMaskDC})
         if (!*dc) *dc = CreateCompatibleDC(nullptr);
-    }
     RememberBitmap(m_hOrigMaskBmp, m_hMaskDC);
     RememberBitmap(m_hOrigExtMaskBmp, m_hExtMaskDC);
 }

@@ -12,7 +12,6 @@ CKeyboard::~CKeyboard() {
     ReleaseContext(m_hExtMaskDC);
     ReleaseContext(m_hMaskDC);
     ReleaseContext(m_hKbDC);
-    for (auto bitmap = std::rbegin(kSkinBitmaps); bitmap != std::rend(kSkinBitmaps); ++bitmap) {
+    for (auto bitmap = std::rbegin(kSkinBitmaps); bitmap != std::rend(kSkinBitmaps); ++bitmap)
         ReleaseBitmap(this->*bitmap->field);
-    }
 }

@@ -21,9 +21,8 @@ bool Contains(const RECT& r, LONG x, LONG y) {
 LONG CKeyboard::FindKeyIndex(LONG x, LONG y, bool bCharLayout) const {
     for (const auto& [index, entry] : bCharLayout ? m_CharLayout : m_DigitLayout) {
         if (index >= m_Charset.size()) break;  // a key without a record counts as absent
-        for (const RECT& r : entry.m_Rects) {
+        for (const RECT& r : entry.m_Rects)
             if (Contains(r, x, y)) return static_cast<LONG>(index);
-        }
     }
     return kNoKey;
 }

@@ -30,9 +30,8 @@ void AppendSkinFiles(const WideString& extension, WideStringList& files) {
 bool AppendUserSkins(WideStringList& skins) {
     WideStringList stored;
     const bool all = CSettingsKey(SettingsAccess::Write).ReadStringList(kUserSkinsValue, stored);
-    for (WideString& path : stored) {
+    for (WideString& path : stored)
         if (FileExists(path)) skins.push_back(std::move(path));
-    }
     return all;
 }
 

@@ -105,9 +105,8 @@ void CKeyboard::UnloadSkin() {
     m_CharLayout.clear();
     m_DigitLayout.clear();
     m_PressedRects.clear();
-    for (const SkinBitmap& bitmap : kSkinBitmaps) {
+    for (const SkinBitmap& bitmap : kSkinBitmaps)
         ReleaseBitmap(this->*bitmap.field);
-    }
     ReleaseBitmap(m_hOrigMaskBmp);
     ReleaseBitmap(m_hOrigExtMaskBmp);
     ReleaseContext(m_hKbDC);

@@ -57,9 +57,8 @@ Plane CKeyboard::PlaneOfStatus(bool bWithCaps) const {
 // If the skin lacks the plane's mask, another bitmap stays selected, and the status decides what is typed.
 Plane CKeyboard::ActivePlane() const {
     const HGDIOBJ selected = GetCurrentObject(m_hMaskDC, OBJ_BITMAP);
-    for (const SkinBitmap& bitmap : kSkinBitmaps) {
+    for (const SkinBitmap& bitmap : kSkinBitmaps)
         if (bitmap.plane != PlaneCount && selected && this->*bitmap.field == selected) return bitmap.plane;
-    }
     return PlaneOfStatus(true);
 }
 
@@ -71,9 +70,8 @@ void CKeyboard::GetKeyboardMask() {
     const Plane plane = PlaneOfStatus(true);
     if (plane == PlaneDigit) SelectObject(m_hKbDC, m_hDigitKbBitmap);
     SelectObject(m_hMaskDC, MaskOf(plane));
-    if (m_stKbStatus.m_bCAPS && !m_stKbStatus.m_bCtrl && !m_stKbStatus.m_bDigit) {
+    if (m_stKbStatus.m_bCAPS && !m_stKbStatus.m_bCtrl && !m_stKbStatus.m_bDigit)
         SelectObject(m_hExtMaskDC, MaskOf(PlaneOfStatus(false)));
-    }
 }
 
 void CKeyboard::SetKbStatus(const WCHAR* pCode, CWindow* window) {

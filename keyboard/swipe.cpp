@@ -37,11 +37,10 @@ void CKeyboard::Swipe(LONG x1, LONG y1, LONG x2, LONG y2, IIMCallback* callback,
     } else if (-right > kStrokeDistance && -right > std::abs(down)) {
         if (m_dwSwipe) callback->SendVirtualKey(VK_BACK, 0);
     } else if (-down > kStrokeDistance) {
-        if (record.m_Slots[0] == kLanguageCode && m_bExtSym) {
+        if (record.m_Slots[0] == kLanguageCode && m_bExtSym)
             SetKbStatus(&kUmlautCode, window);
-        } else if (m_dwSwipe) {
+        else if (m_dwSwipe)
             SendKeyToApp(record, true);
-        }
     } else if (down > kStrokeDistance && m_dwSwipe) {
         callback->SendVirtualKey(VK_RETURN, 0);
     }

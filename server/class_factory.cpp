@@ -19,10 +19,9 @@ STDMETHODIMP CComClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void*
 }
 
 STDMETHODIMP CComClassFactory::LockServer(BOOL lock) {
-    if (lock) {
+    if (lock)
         _Module.Lock();
-    } else {
+    else
         _Module.Unlock();
-    }
     return S_OK;
 }

@@ -18,9 +18,8 @@ void CopyString(const CSettingsKey& key, LPCWSTR from, LPCWSTR to) {
 void WriteError(const CSettingsKey& key, LPCWSTR name, HRESULT result) {
     WCHAR text[] = TEXT("Error: 0x00000000");
     WCHAR* digit = std::end(text) - 1;
-    for (auto rest = static_cast<DWORD>(result); rest; rest >>= 4) {
+    for (auto rest = static_cast<DWORD>(result); rest; rest >>= 4)
         *--digit = TEXT("0123456789ABCDEF")[rest & 0xF];
-    }
     key.WriteString(name, text);
 }
 

@@ -13,9 +13,8 @@ constexpr WORD kDefaultCodePage = 1252;
 constexpr std::size_t kGuardBytes = 2 * sizeof(WCHAR);
 
 void AppendHex(WideString& text, WORD value) {
-    for (int shift = 12; shift >= 0; shift -= 4) {
+    for (int shift = 12; shift >= 0; shift -= 4)
         text += TEXT("0123456789abcdef")[(value >> shift) & 0xF];
-    }
 }
 
 }  // namespace
@@ -71,9 +70,8 @@ WideString CModuleVersion::QueryString(LPCWSTR name) const {
     EnoughMemory([&] {
         void* text = nullptr;
         UINT length = 0;
-        if (VerQueryValueW(m_pVersionData.get(), PathOf(name).c_str(), &text, &length)) {
+        if (VerQueryValueW(m_pVersionData.get(), PathOf(name).c_str(), &text, &length))
             found = static_cast<const WCHAR*>(text);
-        }
     });
     return found;
 }

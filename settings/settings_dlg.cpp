@@ -154,9 +154,8 @@ void CSettingsDlg::ListSkins() {
     m_Skins.clear();
     m_bSkinsListed = CKeyboard::ListSkins(m_Skins);
     EnoughMemory([&] {
-        for (const WideString& path : m_Skins) {
+        for (const WideString& path : m_Skins)
             AddItem(m_hSkinCombo, SkinDisplayName(path));
-        }
     });
 }
 
@@ -180,9 +179,8 @@ void CSettingsDlg::ShowSwipeOnlySkin(DWORD swipeOnly) {
 // If several items have the skin's name, the last one stays selected.
 void CSettingsDlg::SelectSkin(const WideString& path) {
     const WideString name = SkinDisplayName(path);
-    for (int index = 0; index < ItemCount(m_hSkinCombo); ++index) {
+    for (int index = 0; index < ItemCount(m_hSkinCombo); ++index)
         if (ItemText(m_hSkinCombo, index) == name) SelectItem(m_hSkinCombo, index);
-    }
 }
 
 // A Done button in the title bar; the dialog fills the screen. Sizing it delivers WM_SIZE.

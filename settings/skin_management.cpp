@@ -95,8 +95,7 @@ void CSettingsDlg::SelectNeighbourAndRemove(int index) const {
 }
 
 const WideString* CSettingsDlg::FindSkinPath(const WideString& name) const {
-    for (const WideString& path : m_Skins) {
+    for (const WideString& path : m_Skins)
         if (path.find(name) != WideString::npos) return &path;
-    }
     return nullptr;
 }

@@ -29,14 +29,13 @@ std::u16string FileName(std::u16string_view path) {
 
 bool IsSideOfScreen(std::u16string_view text) {
     return (text.size() == 3 || text.size() == 4) &&
-           std::all_of(text.begin(), text.end(),
-                       [](char16_t digit) { return digit >= u'0' && digit <= u'9'; });
+           std::all_of(
+               text.begin(), text.end(), [](char16_t digit) { return digit >= u'0' && digit <= u'9'; });
 }
 
 void Write(const char16_t* name, const std::u16string& text) {
-    if (WriteRegistryValue(kChoice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS) {
+    if (WriteRegistryValue(kChoice, name, RegistryValue::FromText(text)) != ERROR_SUCCESS)
         throw ScriptError("the choice of the skin cannot be saved");
-    }
 }
 
 }  // namespace

@@ -58,13 +58,12 @@ void Click(Session&, const Arguments& arguments) {
     const HWND modal = ModalWindow();
     if (!modal) return;
     const int id = arguments.Number(0, 0, 0xFFFF);
-    if (const HWND control = GetDlgItem(modal, id)) {
+    if (const HWND control = GetDlgItem(modal, id))
         PostMessageW(control, BM_CLICK, 0, 0);
-    } else if (id == IDOK || id == IDCANCEL) {
+    else if (id == IDOK || id == IDCANCEL)
         PostMessageW(modal, WM_COMMAND, static_cast<WPARAM>(id), 0);
-    } else {
+    else
         Note("the dialog has no control " + arguments.Text(0));
-    }
 }
 
 void Choose(Session&, const Arguments& arguments) {
@@ -133,9 +132,8 @@ void Dialog(Session& session, const Arguments&) {
     POINT corner{};
     ClientToScreen(modal, &corner);
     session.GetTrace().Write("Dialog " + Place(modal, corner) + ' ' + Quoted(WindowText(modal)));
-    for (HWND control = GetWindow(modal, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+    for (HWND control = GetWindow(modal, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT))
         session.GetTrace().Write(Describe(modal, control));
-    }
 }
 
 // Writes one of the pictures that GetInfo names now.

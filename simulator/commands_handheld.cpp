@@ -35,9 +35,8 @@ void ChooseSkinNamed(Session& session, const Arguments& arguments) {
 }
 
 void PreferSkins(Session& session, const Arguments& arguments) {
-    for (std::size_t i = 0; i < arguments.Count(); ++i) {
+    for (std::size_t i = 0; i < arguments.Count(); ++i)
         if (ChooseSkin(arguments.Wide(i))) return ApplySkin(session);
-    }
 }
 
 void KeepSkin(Session&, const Arguments& arguments) {

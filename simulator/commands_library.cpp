@@ -34,13 +34,11 @@ void FactoryLock(Session& session, const Arguments&) {
 // Its failures are intended by tests and do not change the exit status.
 void FactoryCreate(Session& session, const Arguments& arguments) {
     IID iid;
-    if (FAILED(CLSIDFromString(arguments.Wide(0).c_str(), &iid))) {
+    if (FAILED(CLSIDFromString(arguments.Wide(0).c_str(), &iid)))
         throw ScriptError("\"" + arguments.Text(0) + "\" is not an identifier in braces");
-    }
     const bool aggregated = arguments.Count() == 2;
-    if (aggregated && arguments.Text(1) != "aggregated") {
+    if (aggregated && arguments.Text(1) != "aggregated")
         throw ScriptError('"' + arguments.Text(1) + R"(" is not "aggregated")");
-    }
     const HRESULT result = session.GetFactories().CreateInstance(
         iid, aggregated ? Factories::Aggregation::Aggregated : Factories::Aggregation::None);
     session.GetTrace().Write("CreateInstance " + Hexadecimal(static_cast<DWORD>(result)));

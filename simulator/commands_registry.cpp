@@ -26,9 +26,8 @@ RegistryValue ParseValue(const Arguments& arguments) {
     }
     if (type == "multi") {
         std::vector<std::u16string> texts;
-        for (std::size_t i = 3; i < arguments.Count(); ++i) {
+        for (std::size_t i = 3; i < arguments.Count(); ++i)
             texts.push_back(arguments.Wide(i));
-        }
         return RegistryValue::FromTexts(texts);
     }
     if (type == "hex") {
@@ -56,9 +55,8 @@ std::string Format(const RegistryValue& value) {
     if (value.type == REG_SZ && wholeCharacters) return "sz " + Quoted(value.Characters());
     if (value.type == REG_MULTI_SZ && wholeCharacters) {
         std::string text = "multi";
-        for (const std::u16string& item : value.Texts()) {
+        for (const std::u16string& item : value.Texts())
             text += ' ' + Quoted(item);
-        }
         return text;
     }
     if (value.type == REG_DWORD && value.data.size() == 4) {
@@ -89,9 +87,8 @@ void Get(Session& session, const Arguments& arguments) {
 }
 
 void Keys(Session& session, const Arguments& arguments) {
-    for (const std::u16string& name : ListSubkeys(ParseKeyPath(arguments.Text(0)))) {
+    for (const std::u16string& name : ListSubkeys(ParseKeyPath(arguments.Text(0))))
         session.GetTrace().Write("Key " + Escaped(name));
-    }
 }
 
 void Delete(Session&, const Arguments& arguments) {

@@ -109,11 +109,10 @@ bool SetDeviceFileAccess(const std::u16string& devicePath, FileAccess access) {
     if (!IsFile(path)) return false;
     constexpr fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
     std::error_code error;
-    if (access == FileAccess::ReadOnly) {
+    if (access == FileAccess::ReadOnly)
         fs::permissions(path, write, fs::perm_options::remove, error);
-    } else {
+    else
         fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, error);
-    }
     if (error) throw ScriptError("cannot change the attributes of " + path.string() + Reason(error));
     return true;
 }

@@ -12,8 +12,7 @@ void SetUpDevice(Library& library) {
     for (const InitialSetting& setting : kInitialSettings) {
         if (ReadRegistryValue(settings, setting.name)) continue;
         const RegistryValue value = RegistryValue::FromNumber(setting.value);
-        if (WriteRegistryValue(settings, setting.name, value) != ERROR_SUCCESS) {
+        if (WriteRegistryValue(settings, setting.name, value) != ERROR_SUCCESS)
             throw ScriptError("the settings of the device cannot be written");
-        }
     }
 }

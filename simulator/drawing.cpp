@@ -44,9 +44,8 @@ void DrawPicture(HDC dc, POINT corner, const host::Picture& picture, int scale, 
             const DWORD pixel = picture.pixels.data()[static_cast<std::ptrdiff_t>(y) * picture.width + x];
             const LONG left = corner.x + x * scale;
             const LONG top = corner.y + y * scale;
-            if (pixel >> 24 != 0) {
+            if (pixel >> 24 != 0)
                 FillArea(dc, {left, top, left + scale, top + scale}, Blend(pixel, background));
-            }
         }
     }
 }

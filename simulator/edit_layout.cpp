@@ -40,9 +40,8 @@ void EditLayout::Break(int width) {
 
 std::size_t EditLayout::LineOf(std::size_t position) const {
     std::size_t line = m_lines.size() - 1;
-    while (line > 0 && m_lines[line].start > position) {
+    while (line > 0 && m_lines[line].start > position)
         --line;
-    }
     return line;
 }
 

@@ -23,19 +23,17 @@ void EditText::Insert(std::u16string_view text) {
 }
 
 void EditText::DeleteBackward() {
-    if (HasSelection()) {
+    if (HasSelection())
         Replace(SelectionStart(), SelectionEnd(), {}, ChangeKind::Single);
-    } else {
+    else
         Replace(Before(m_caret), m_caret, {}, ChangeKind::DeletingBackward);
-    }
 }
 
 void EditText::DeleteForward() {
-    if (HasSelection()) {
+    if (HasSelection())
         Replace(SelectionStart(), SelectionEnd(), {}, ChangeKind::Single);
-    } else {
+    else
         Replace(m_caret, After(m_caret), {}, ChangeKind::DeletingForward);
-    }
 }
 
 void EditText::Clear() { Replace(0, m_text.size(), {}, ChangeKind::Single); }
@@ -58,23 +56,19 @@ void EditText::MoveRight(Selecting selecting) {
 
 void EditText::MoveWordLeft(Selecting selecting) {
     std::size_t position = m_caret;
-    while (position > 0 && IsBlank(m_text[position - 1])) {
+    while (position > 0 && IsBlank(m_text[position - 1]))
         --position;
-    }
-    while (position > 0 && !IsBlank(m_text[position - 1])) {
+    while (position > 0 && !IsBlank(m_text[position - 1]))
         --position;
-    }
     MoveTo(position, selecting);
 }
 
 void EditText::MoveWordRight(Selecting selecting) {
     std::size_t position = m_caret;
-    while (position < m_text.size() && !IsBlank(m_text[position])) {
+    while (position < m_text.size() && !IsBlank(m_text[position]))
         ++position;
-    }
-    while (position < m_text.size() && IsBlank(m_text[position])) {
+    while (position < m_text.size() && IsBlank(m_text[position]))
         ++position;
-    }
     MoveTo(position, selecting);
 }
 

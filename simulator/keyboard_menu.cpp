@@ -31,11 +31,10 @@ std::vector<MenuItem> KeyboardMenu::MenuItems() {
 
 void KeyboardMenu::ChooseKeyboardItem(UINT id) {
     if (m_session.Sip().IsCalling()) return;
-    if (id == kOptionsItem) {
+    if (id == kOptionsItem)
         m_session.Sip().OpenOptions(m_session.GetApplication().Handle());
-    } else if (id - kFirstMethodItem < m_listed.size()) {
+    else if (id - kFirstMethodItem < m_listed.size())
         Choose(m_listed[id - kFirstMethodItem]);
-    }
 }
 
 // Does nothing if it is selected already.

@@ -77,9 +77,8 @@ int RunScript(const CommandLine& line) {
     Session::Options options = SessionOptions(line);
     const DeviceLock lock(line.device, DeviceLock::Kind::Script);
     Session session(options);
-    for (const Words& action : SkinActions(line.skins)) {
+    for (const Words& action : SkinActions(line.skins))
         RunCommand(session, action);
-    }
     ScriptRunner runner(session, standardInput ? std::cin : file, line.script);
     if (runner.Run() == ScriptRunner::Outcome::NotUnderstood) return kNotUnderstood;
     return session.GetTrace().CallFailed() ? kCallFailed : kSucceeded;

@@ -18,9 +18,8 @@ constexpr int kPictureMargin = 4;
 }  // namespace
 
 MenuBar::MenuBar(HWND parent, std::vector<Word> words, UINT keyboardButton, UINT keyboardArrow) {
-    for (Word& word : words) {
+    for (Word& word : words)
         m_parts.push_back({word.id, word.kind, Look::Word, std::move(word.text), {}});
-    }
     m_parts.push_back({keyboardButton, Kind::Button, Look::Picture, {}, {}});
     m_parts.push_back({keyboardArrow, Kind::Menu, Look::Arrow, {}, {}});
     Create(TEXT("SimulatorMenuBar"), WS_CHILD | WS_VISIBLE, {}, parent);
@@ -110,9 +109,8 @@ void MenuBar::Draw(HDC dc) {
     const RECT area = ClientArea();
     FillArea(dc, area, GetSysColor(COLOR_BTNFACE));
     FillArea(dc, {0, 0, area.right, 1}, GetSysColor(COLOR_GRAYTEXT));
-    for (const Part& part : m_parts) {
+    for (const Part& part : m_parts)
         DrawPart(dc, part);
-    }
 }
 
 void MenuBar::DrawPart(HDC dc, const Part& part) {
@@ -152,7 +150,6 @@ void MenuBar::DrawArrow(HDC dc, const Part& part, bool pressed) {
     const LONG middle = (part.place.left + part.place.right) / 2;
     const LONG height = Scaled(m_screen, 4);
     const LONG top = (part.place.top + part.place.bottom - height) / 2;
-    for (LONG row = 0; row < height; ++row) {
+    for (LONG row = 0; row < height; ++row)
         FillArea(dc, {middle - row, top + row, middle + row + 1, top + row + 1}, color);
-    }
 }

@@ -38,18 +38,16 @@ void Write(const std::filesystem::path& file, png_uint_32 format, int width, int
     image.format = format;
     image.width = static_cast<png_uint_32>(width);
     image.height = static_cast<png_uint_32>(height);
-    if (!png_image_write_to_file(&image, file.c_str(), 0, pixels, 0, nullptr)) {
+    if (!png_image_write_to_file(&image, file.c_str(), 0, pixels, 0, nullptr))
         throw ScriptError("cannot write " + file.string() + ": " + image.message);
-    }
 }
 
 }  // namespace
 
 void WritePng(const std::filesystem::path& file, const host::ScreenView& picture, const RECT& rectangle,
               const RECT& visible) {
-    if (rectangle.left >= rectangle.right || rectangle.top >= rectangle.bottom) {
+    if (rectangle.left >= rectangle.right || rectangle.top >= rectangle.bottom)
         throw ScriptError("there is nothing to write to " + file.string() + ": the window has no area");
-    }
     Write(file, PNG_FORMAT_RGB, rectangle.right - rectangle.left, rectangle.bottom - rectangle.top,
           CopyPixels(picture, rectangle, visible).data());
 }

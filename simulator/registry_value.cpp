@@ -42,9 +42,8 @@ RegistryValue RegistryValue::FromNumber(DWORD number) {
 
 RegistryValue RegistryValue::FromTexts(const std::vector<std::u16string>& texts) {
     RegistryValue value{REG_MULTI_SZ, {}};
-    for (const std::u16string& text : texts) {
+    for (const std::u16string& text : texts)
         AppendText(value.data, text);
-    }
     AppendText(value.data, u"");
     return value;
 }
@@ -80,9 +79,8 @@ std::optional<RegistryValue> ReadRegistryValue(const KeyPath& path, const std::u
     const CRegistryKeyOwner key = OpenKey(path, error);
     RegistryValue value;
     DWORD size = 0;
-    if (!key || RegQueryValueExW(key.Get(), name.c_str(), nullptr, &value.type, nullptr, &size)) {
+    if (!key || RegQueryValueExW(key.Get(), name.c_str(), nullptr, &value.type, nullptr, &size))
         return std::nullopt;
-    }
     value.data.resize(size);
     error = RegQueryValueExW(key.Get(), name.c_str(), nullptr, &value.type, value.data.data(), &size);
     return error == ERROR_SUCCESS ? std::optional(std::move(value)) : std::nullopt;

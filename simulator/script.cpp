@@ -20,9 +20,8 @@ std::string TakeQuotedWord(std::string_view& line) {
         }
         if (line[0] == '\\') {
             line.remove_prefix(1);
-            if (line.empty() || (line[0] != '"' && line[0] != '\\')) {
+            if (line.empty() || (line[0] != '"' && line[0] != '\\'))
                 throw ScriptError(R"(in double quotes \" and \\ are the only escapes)");
-            }
         }
         word += line[0];
     }
@@ -46,9 +45,8 @@ std::vector<std::string> SplitWords(std::string_view line) {
     if (!unicode::FromUtf8(line)) throw ScriptError("the line is not UTF-8");
     std::vector<std::string> words;
     while (true) {
-        while (!line.empty() && IsBlank(line[0])) {
+        while (!line.empty() && IsBlank(line[0]))
             line.remove_prefix(1);
-        }
         if (line.empty() || (words.empty() && line[0] == '#')) return words;
         words.push_back(line[0] == '"' ? TakeQuotedWord(line) : TakePlainWord(line));
     }
@@ -63,13 +61,11 @@ std::int64_t ParseNumber(const std::string& word, std::int64_t least, std::int64
     std::int64_t value = 0;
     const char* end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
-    if (error == std::errc::invalid_argument || stop != end || digits.starts_with('-')) {
+    if (error == std::errc::invalid_argument || stop != end || digits.starts_with('-'))
         throw ScriptError("\"" + word + "\" is not a number");
-    }
     if (negative) value = -value;
-    if (error != std::errc() || value < least || value > greatest) {
+    if (error != std::errc() || value < least || value > greatest)
         throw ScriptError("the number " + word + " is out of range");
-    }
     return value;
 }
 

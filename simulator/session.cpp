@@ -102,9 +102,8 @@ void Session::SetScreenSize(SIZE size) {
 void Session::RunMessages(host::IdleHandler onIdle) {
     host::SetIdleHandler(std::move(onIdle));
     MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (GetMessageW(&message, nullptr, 0, 0) > 0)
         DispatchMessageW(&message);
-    }
     host::SetIdleHandler(nullptr);
     m_trace.Flush();
 }

@@ -26,9 +26,8 @@ const char* CallName(SipCall call) {
 // Separated by commas; usually there is only one.
 std::string HexadecimalList(const UINT* values, UINT count) {
     std::string text;
-    for (UINT i = 0; i < count; ++i) {
+    for (UINT i = 0; i < count; ++i)
         text += (i ? "," : "") + Hexadecimal(values[i]);
-    }
     return text;
 }
 

@@ -43,9 +43,8 @@ std::set<std::u16string> NamesInAnyFolder(const fs::path& folder) {
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
         if (!entry.is_directory(error)) continue;
-        for (const auto& [name, path] : SkinsIn(entry.path())) {
+        for (const auto& [name, path] : SkinsIn(entry.path()))
             names.insert(name);
-        }
     }
     return names;
 }
@@ -56,9 +55,8 @@ void AppendMatches(const std::u16string& pattern, const std::u16string& folder,
                    std::vector<std::u16string>& paths) {
     WIN32_FIND_DATAW data;
     const CFindOwner find(FindFirstFileW(pattern.c_str(), &data));
-    for (BOOL found = static_cast<bool>(find); found; found = FindNextFileW(find.Get(), &data)) {
+    for (BOOL found = static_cast<bool>(find); found; found = FindNextFileW(find.Get(), &data))
         paths.push_back(folder + data.cFileName);
-    }
 }
 
 // In pixels; 0 if the file is no skin.
@@ -88,21 +86,18 @@ void InstallSkins(const fs::path& folder, SIZE screen) {
     const std::string size = SizeName(screen);
     const std::map<std::u16string, fs::path> skins = SkinsIn(folder / size);
     if (skins.empty()) throw ScriptError("there are no skins in " + (folder / size).string());
-    for (const std::u16string& name : NamesInAnyFolder(folder)) {
+    for (const std::u16string& name : NamesInAnyFolder(folder))
         if (!skins.contains(name)) static_cast<void>(DeleteDeviceFile(Installed(name)));
-    }
-    for (const auto& [name, path] : skins) {
+    for (const auto& [name, path] : skins)
         CopyToDevice(path, Installed(name));
-    }
 }
 
 // Tried under another name first: an existing skin is only replaced by a file that is a skin.
 void PutSkin(const fs::path& file) {
     const std::optional<std::u16string> name = unicode::FromUtf8(file.filename().string());
     if (!name) throw ScriptError("the name of the skin " + file.string() + " is not UTF-8");
-    if (!IsSkinName(*name)) {
+    if (!IsSkinName(*name))
         throw ScriptError("the name of the skin " + file.string() + " does not end in .tlk");
-    }
     const std::u16string draft = Installed(*name) + u".draft";
     CopyToDevice(file, draft);
     const bool isSkin = WidthOfSkin(draft) > 0;
@@ -121,9 +116,8 @@ std::vector<std::u16string> ListSkins() {
     AppendMatches(u"\\windows\\*.tlk", u"\\windows\\", paths);
     const std::optional<RegistryValue> added = ReadRegistryValue(kSettings, kUserSkinsValue);
     if (!added) return paths;
-    for (const std::u16string& path : added->Texts()) {
+    for (const std::u16string& path : added->Texts())
         if (Exists(path)) paths.push_back(path);
-    }
     return paths;
 }
 
@@ -132,7 +126,6 @@ bool IsSkinLoaded() { return host::CountHandles().modules > 0; }
 std::u16string StoredSkin() { return ReadRegistryText(kSettings, kSkinValue); }
 
 void StoreSkin(const std::u16string& path) {
-    if (WriteRegistryValue(kSettings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS) {
+    if (WriteRegistryValue(kSettings, kSkinValue, RegistryValue::FromText(path)) != ERROR_SUCCESS)
         throw ScriptError("the setting of the skin cannot be written");
-    }
 }

@@ -57,9 +57,8 @@ void CSettingsKey::WriteString(LPCWSTR name, LPCWSTR text) const {
 void CSettingsKey::WriteStringList(LPCWSTR name, const WideStringList& list) const {
     EnoughMemory([&] {
         WideString block;
-        for (const WideString& text : list) {
+        for (const WideString& text : list)
             block.append(text.c_str(), text.size() + 1);
-        }
         block.append(2, WCHAR{0});
         Write(name, REG_MULTI_SZ, block.data(), block.size() * sizeof(WCHAR));
     });

@@ -30,9 +30,8 @@ std::optional<std::u16string> FromUtf8(std::string_view bytes) {
 
 std::string ToUtf8(std::u16string_view text) {
     std::string bytes;
-    while (!text.empty()) {
+    while (!text.empty())
         Append(bytes, TakeCharacter(text));
-    }
     return bytes;
 }
 
@@ -43,9 +42,8 @@ std::string ToUtf8(char32_t character) {
 }
 
 bool IsWellFormed(std::u16string_view text) {
-    while (!text.empty()) {
+    while (!text.empty())
         if (IsSurrogate(TakeCharacter(text))) return false;
-    }
     return true;
 }
 

@@ -49,9 +49,8 @@ Actions SkinActions(const SkinOptions& skins) {
         return actions;
     }
     Words preference{"skin", "prefer"};
-    for (const std::string& name : {unicode::ToUtf8(ChosenSkin()), skins.preferred}) {
+    for (const std::string& name : {unicode::ToUtf8(ChosenSkin()), skins.preferred})
         if (!name.empty()) preference.push_back(name);
-    }
     if (preference.size() > 2) actions.push_back(preference);
     return actions;
 }

@@ -63,9 +63,8 @@ double DeviceWindow::PixelsPerPoint() const {
 // The size of the window's frame is known only once it is shown.
 SDL_Rect DeviceWindow::Room() const {
     SDL_Rect room{0, 0, 0, 0};
-    if (SDL_GetDisplayUsableBounds(std::max(SDL_GetWindowDisplayIndex(m_window.get()), 0), &room) != 0) {
+    if (SDL_GetDisplayUsableBounds(std::max(SDL_GetWindowDisplayIndex(m_window.get()), 0), &room) != 0)
         return room;
-    }
     constexpr int usualTitleBar = 36;
     int top = 0;
     int left = 0;

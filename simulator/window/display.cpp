@@ -35,9 +35,8 @@ void SetHints() {
 }  // namespace
 
 void ConnectToDisplay() {
-    if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("SDL_VIDEODRIVER")) {
+    if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("SDL_VIDEODRIVER"))
         throw std::runtime_error("there is no display to open a window on." + std::string(kAdvice));
-    }
     SetHints();
     SDL_SetMainReady();
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {

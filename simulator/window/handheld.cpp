@@ -34,9 +34,8 @@ Handheld::Handheld(const WindowOptions& options)
 // Missing skins or notes are only reported: the keyboard has other skins or says that it has none, and new
 // notes can be written. Everything else must succeed.
 void Handheld::Start(const WindowOptions& options) {
-    if (access(options.session.device.c_str(), W_OK) != 0) {
+    if (access(options.session.device.c_str(), W_OK) != 0)
         Report("the device " + options.session.device.string() + " cannot be written: no change is kept");
-    }
     for (const Words& action : StartActions(options.session.screen, options.skins)) {
         try {
             Do(action);

@@ -99,9 +99,8 @@ host::Picture DrawHelpPage(SIZE size) {
     const Canvas canvas(size);
     Page page(canvas, size, PictureScale(size));
     page.Title("Keys of this window");
-    for (const WindowKey& key : WindowKeys()) {
+    for (const WindowKey& key : WindowKeys())
         page.Line(key.name, key.purpose);
-    }
     page.Title("Strokes over the keyboard");
     page.Line("\u2192", "space");
     page.Line("\u2190", "Backspace");

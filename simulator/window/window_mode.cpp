@@ -102,11 +102,10 @@ bool WindowMode::OnIdle() {
     m_session.LayOutApplication();
     if (m_session.PostQueuedPen()) return true;
     if (m_actions.empty()) TakeCommands();
-    if (m_actions.empty()) {
+    if (m_actions.empty())
         Handle(WaitForEvent());
-    } else {
+    else
         RunNextAction();
-    }
     return true;
 }
 
@@ -197,13 +196,12 @@ void WindowMode::Handle(const SDL_Event& event) {
 }
 
 void WindowMode::HandleWindow(const SDL_WindowEvent& event) {
-    if (event.event == SDL_WINDOWEVENT_FOCUS_GAINED) {
+    if (event.event == SDL_WINDOWEVENT_FOCUS_GAINED)
         m_focused = event.timestamp;
-    } else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED && m_window.HasPage()) {
+    else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED && m_window.HasPage())
         m_window.ShowPage(DrawHelpPage(m_window.Size()));
-    } else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_EXPOSED) {
+    else if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_EXPOSED)
         m_window.PresentAll();
-    }
 }
 
 // Captures the mouse, as the pen may leave the window while it is down.

@@ -71,16 +71,14 @@ public:
     // Every pixel, in rows from the top.
     std::vector<COLORREF> Pixels() const {
         std::vector<COLORREF> pixels;
-        for (int i = 0; i < m_width * m_height; ++i) {
+        for (int i = 0; i < m_width * m_height; ++i)
             pixels.push_back(GetPixel(*this, i % m_width, i / m_width));
-        }
         return pixels;
     }
 
     void SetPixels(const std::vector<COLORREF>& pixels) {
-        for (int i = 0; i < m_width * m_height; ++i) {
+        for (int i = 0; i < m_width * m_height; ++i)
             SetPixel(*this, i % m_width, i / m_width, pixels[static_cast<std::size_t>(i)]);
-        }
     }
 
     void Scatter(Random& random) {

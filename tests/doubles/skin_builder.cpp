@@ -19,9 +19,8 @@ constexpr std::size_t kEntrySize = 8;
 constexpr std::size_t kDataEntrySize = 16;
 
 void Put(std::string& bytes, std::size_t value, int count) {
-    for (; count > 0; --count, value >>= 8) {
+    for (; count > 0; --count, value >>= 8)
         bytes.push_back(static_cast<char>(value & 0xFF));
-    }
 }
 
 void PutBigEndian16(std::string& bytes, WORD value) {
@@ -55,9 +54,8 @@ std::string LayoutBytes(const std::vector<LayoutRecord>& records) {
     std::string bytes;
     for (const LayoutRecord& record : records) {
         for (const WORD field :
-             {record.key, record.bitmap, record.left, record.top, record.right, record.bottom}) {
+             {record.key, record.bitmap, record.left, record.top, record.right, record.bottom})
             PutBigEndian16(bytes, field);
-        }
         bytes += "\xEE\xEE\xEE\xEE";  // reserved
     }
     return bytes;
@@ -65,17 +63,15 @@ std::string LayoutBytes(const std::vector<LayoutRecord>& records) {
 
 std::string RectBytes(const RECT& rectangle) {
     std::string bytes;
-    for (const LONG edge : {rectangle.left, rectangle.top, rectangle.right, rectangle.bottom}) {
+    for (const LONG edge : {rectangle.left, rectangle.top, rectangle.right, rectangle.bottom})
         Put(bytes, static_cast<std::size_t>(edge), 4);
-    }
     return bytes;
 }
 
 std::string WordBytes(const std::vector<WORD>& words) {
     std::string bytes;
-    for (const WORD word : words) {
+    for (const WORD word : words)
         Put(bytes, word, 2);
-    }
     return bytes;
 }
 
@@ -85,9 +81,8 @@ std::string PictureBytes(int width, int height, const std::function<COLORREF(int
         std::string row;
         for (int x = 0; x < width; ++x) {
             const COLORREF color = colorAt(x, y);
-            for (const int shift : {16, 8, 0}) {
+            for (const int shift : {16, 8, 0})
                 row.push_back(static_cast<char>(color >> shift & 0xFF));
-            }
         }
         PadTo(row, 4);
         bytes += row;
@@ -99,9 +94,8 @@ std::string MaskBytes(int width, int height, const std::function<bool(int, int)>
     std::string bytes = BitmapHeader(width, height, 1);
     for (int y = height - 1; y >= 0; --y) {
         std::string row(static_cast<std::size_t>(width + 31) / 32 * 4, '\0');
-        for (int x = 0; x < width; ++x) {
+        for (int x = 0; x < width; ++x)
             if (bitAt(x, y)) row[static_cast<std::size_t>(x / 8)] |= static_cast<char>(0x80 >> x % 8);
-        }
         bytes += row;
     }
     return bytes;
@@ -109,8 +103,9 @@ std::string MaskBytes(int width, int height, const std::function<bool(int, int)>
 
 SkinBuilder::ResourceName::ResourceName(tlk::ResourceKind resourceKind, std::string text)
     : kind(resourceKind), name(std::move(text)) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    std::transform(
+        name.begin(), name.end(), name.begin(),
+        [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
 }
 
 SkinBuilder& SkinBuilder::Bitmap(const std::string& name, std::string dib) {
@@ -130,9 +125,8 @@ SkinBuilder& SkinBuilder::Without(const std::string& name) {
 }
 
 SkinBuilder& SkinBuilder::PointOutside(const std::string& name) {
-    for (auto& [resource, content] : m_resources) {
+    for (auto& [resource, content] : m_resources)
         if (resource == ResourceName(resource.kind, name)) content.outside = true;
-    }
     return *this;
 }
 

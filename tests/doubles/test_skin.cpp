@@ -25,9 +25,8 @@ std::vector<LayoutRecord> LayoutOf(const std::vector<Row>& rows) {
 
 std::string SecondLanguage() {
     std::vector<WORD> words = {0xABCD};  // the header, which is not read
-    for (WORD unit = 0x0400; unit < 0x0400 + 4 * 50; ++unit) {
+    for (WORD unit = 0x0400; unit < 0x0400 + 4 * 50; ++unit)
         words.push_back(unit);
-    }
     return WordBytes(words);
 }
 
@@ -37,12 +36,14 @@ void AddMasks(SkinBuilder& skin, int width, const std::string& suffix) {
                                          "UML2_SMALL_MASK",  "UML2_LARGE_MASK"};
     for (int plane = 0; plane < 8; ++plane) {
         skin.Bitmap(kNames[plane] + suffix,
-                    MaskBytes(width, kSkinHeight, [=](int x, int y) { return MaskBit(plane, x, y); }));
+                    MaskBytes(
+                        width, kSkinHeight, [=](int x, int y) { return MaskBit(plane, x, y); }));
     }
 }
 
 std::string Picture(PictureKind kind, int width) {
-    return PictureBytes(width, kSkinHeight, [=](int x, int y) { return PictureColor(kind, x, y); });
+    return PictureBytes(
+        width, kSkinHeight, [=](int x, int y) { return PictureColor(kind, x, y); });
 }
 
 }  // namespace
@@ -62,17 +63,15 @@ std::vector<LayoutRecord> CharacterLayout() {
 
 std::vector<LayoutRecord> DigitLayout() {
     std::vector<LayoutRecord> records = LayoutOf({{KeyDigit7, KeyDigit8, KeyDigit9}});
-    for (const LayoutRecord& record : CharacterLayout()) {
+    for (const LayoutRecord& record : CharacterLayout())
         if (record.key == KeyLanguage || record.key == KeyDigits) records.push_back(record);
-    }
     return records;
 }
 
 POINT KeyCenter(WORD key) {
     for (const auto& layout : {CharacterLayout(), DigitLayout()}) {
-        for (const LayoutRecord& record : layout) {
+        for (const LayoutRecord& record : layout)
             if (record.key == key) return {record.left + kKeySide / 2, record.top + kKeySide / 2};
-        }
     }
     throw std::logic_error("the test skin has no such key");
 }

@@ -81,9 +81,8 @@ protected:
         Controls::SetUp();
         constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_SORT | CBS_NOINTEGRALHEIGHT | WS_VSCROLL;
         m_combo = Create(TEXT("ComboBox"), kStyle, 90);
-        for (const WCHAR* text : {TEXT("beta"), TEXT("Gamma"), TEXT("ALPHA"), TEXT("Beta2"), TEXT("delta")}) {
+        for (const WCHAR* text : {TEXT("beta"), TEXT("Gamma"), TEXT("ALPHA"), TEXT("Beta2"), TEXT("delta")})
             Add(text);
-        }
     }
 
     LRESULT Send(UINT message, int index = 0, LPARAM lParam = 0) {

@@ -30,9 +30,8 @@ DWORD FindError(LPCWSTR pattern) {
 }
 
 TEST(Files, AreFoundByExtensionInOrder) {
-    for (const char* name : {"b.tlk", "C.TLK", "a.Tlk", "a.tlk2", "atlk", "tlk", ".tlk", "d.tlk.bak"}) {
+    for (const char* name : {"b.tlk", "C.TLK", "a.Tlk", "a.tlk2", "atlk", "tlk", ".tlk", "d.tlk.bak"})
         test::WriteDeviceFile(std::filesystem::path("Windows") / name, "");
-    }
     EXPECT_EQ(Find(TEXT("\\windows\\*.tlk")),
               test::Either(test::Difference::ShortNames,
                            Names{TEXT(".tlk"), TEXT("a.Tlk"), TEXT("b.tlk"), TEXT("C.TLK")},
@@ -64,9 +63,8 @@ TEST(Files, WithoutWildcardsTestExistence) {
         {TEXT("\\Program Files\\*.tlk"), ERROR_FILE_NOT_FOUND},
         {TEXT("\\Absent\\*.tlk"), ERROR_PATH_NOT_FOUND},
     };
-    for (const auto& [pattern, error] : errors) {
+    for (const auto& [pattern, error] : errors)
         EXPECT_EQ(FindError(pattern), static_cast<DWORD>(error)) << testing::PrintToString(pattern);
-    }
 }
 
 TEST(Files, SearchHandlesGoStale) {

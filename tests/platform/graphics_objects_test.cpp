@@ -127,9 +127,8 @@ TEST(GraphicsObjects, ImpossibleBitmapsAreRefused) {
         int width, height;
     } cases[] = {
         {24, 0, 4}, {24, -4, 4}, {24, 4, 0}, {23, 4, 4}, {32, 0x10000, static_cast<int>(0x80000000)}};
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(MakeSection(c.bits, c.width, c.height), nullptr) << c.width << " x " << c.height;
-    }
     void* bits = &bits;
     EXPECT_EQ(CreateDIBSection(nullptr, nullptr, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr);
 }

@@ -57,9 +57,8 @@ TEST(Graphics, MaskBltFollowsAnyPairOfCodes) {
     Picture sources[] = {Picture(CreateBitmap(kWidth, kHeight, 1, 32, nullptr)),
                          Picture(MakeSection(24, kWidth, kHeight)),
                          Picture(MakeSection(32, kWidth, -kHeight))};
-    for (Picture& source : sources) {
+    for (Picture& source : sources)
         source.Scatter(random);
-    }
     mask.Scatter(random);
     const Colors maskPixels = mask.Pixels();
     for (int round = 0; round < 300; ++round) {
@@ -117,9 +116,8 @@ TEST(Graphics, BitBltFollowsEveryCodeAtEveryDepth) {
             const COLORREF pattern = code % 2 ? kWhite : kBlack;
             Colors expected = target.Pixels();
             const Colors sourcePixels = source.Pixels();
-            for (std::size_t i = 0; i < expected.size(); ++i) {
+            for (std::size_t i = 0; i < expected.size(); ++i)
                 expected[i] = Combine(static_cast<BYTE>(code), pattern, sourcePixels[i], expected[i]);
-            }
             ASSERT_TRUE(BitBlt(target, 0, 0, kWidth, 2, source, 0, 0, code << 16));
             ASSERT_EQ(target.Pixels(), expected) << std::hex << code;
         }
@@ -150,9 +148,8 @@ TEST(Graphics, NothingIsDrawnOutsideTheTarget) {
     const Picture target(CreateBitmap(3, 2, 1, 32, nullptr));
     const Picture source(CreateBitmap(4, 4, 1, 32, nullptr), Colors(16, kOrange));
     const POINT outside[] = {{3, 0}, {0, -2000000000}, {-4, 0}, {0, 2}};
-    for (const POINT& p : outside) {
+    for (const POINT& p : outside)
         EXPECT_TRUE(BitBlt(target, p.x, p.y, 4, 4, source, 0, 0, SRCCOPY));
-    }
     EXPECT_TRUE(BitBlt(target, 0, 0, 0, 4, source, 0, 0, SRCCOPY));
     EXPECT_TRUE(BitBlt(target, -2, 1, 4, 4, source, 0, 0, SRCCOPY));
     EXPECT_EQ(target.Pixels(), (Colors{kBlack, kBlack, kBlack, kOrange, kOrange, kBlack}));

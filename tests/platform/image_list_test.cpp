@@ -59,12 +59,10 @@ TEST_F(ImageLists, HaveTheDepthOfTheScreenByDefault) {
 TEST_F(ImageLists, ImagesAreClippedAtTheTarget) {
     Add({kGreen, kBlue});
     const test::Picture page = Strip({kPage, kPage, kPage, kPage});
-    for (const int x : {-1, 3}) {
+    for (const int x : {-1, 3})
         EXPECT_TRUE(ImageList_Draw(m_list, 0, page, x, 0, ILD_TRANSPARENT));
-    }
-    for (const POINT outside : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}}) {
+    for (const POINT outside : {POINT{4, 0}, POINT{-2, 0}, POINT{0, 1}, POINT{0, -1}, POINT{30000, 30000}})
         EXPECT_TRUE(ImageList_Draw(m_list, 0, page, outside.x, outside.y, ILD_TRANSPARENT));
-    }
     EXPECT_EQ(page.Pixels(), (Colors{kBlue, kPage, kPage, kGreen}));
 }
 

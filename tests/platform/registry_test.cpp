@@ -169,9 +169,8 @@ TEST(Registry, DeletingAKeyDeletesItsSubkeys) {
 
 TEST(Registry, KeysAreEnumeratedInOrder) {
     const TestKey key(TEXT("Test"));
-    for (const LPCWSTR name : {TEXT("b"), TEXT("Alpha"), TEXT("C")}) {
+    for (const LPCWSTR name : {TEXT("b"), TEXT("Alpha"), TEXT("C")})
         TestKey(name, key);
-    }
     key.Set(TEXT("Value"), TextValue(TEXT("text")));
     EXPECT_EQ(Subkeys(key), (std::vector<WideString>{TEXT("Alpha"), TEXT("b"), TEXT("C")}));
     WCHAR name[6] = {};
@@ -204,13 +203,11 @@ TEST(Registry, OutlivesTheDevice) {
         {TEXT(""), TextValue(TEXT("\\quoted\\ \"text\" \u20AC"))},
         {TEXT("number"), NumberValue(0x89ABCDEF)},
     };
-    for (const auto& [name, value] : values) {
+    for (const auto& [name, value] : values)
         test::WriteValue(HKEY_CURRENT_USER, TEXT("Test\\\u00C4 [x]"), name, value);
-    }
     test::RestartDevice();
-    for (const auto& [name, value] : values) {
+    for (const auto& [name, value] : values)
         EXPECT_EQ(Get(TEXT("test\\\u00E4 [X]"), name, HKEY_CURRENT_USER), value);
-    }
 }
 
 }  // namespace

@@ -57,9 +57,8 @@ TEST_F(Resources, AreFoundByNumberAndByNameIgnoringCase) {
         {TEXT(""), TEXT("RC_DATA"), noName},
         {MAKEINTRESOURCEW(ID_NUMBERED + 1), MAKEINTRESOURCEW(300), noName},
     };
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(Read(c.name, c.type), c.content);
-    }
 }
 
 TEST_F(Resources, StringsComeFromTheirBlockAndAreCutToTheBuffer) {
@@ -75,9 +74,8 @@ TEST_F(Resources, StringsComeFromTheirBlockAndAreCutToTheBuffer) {
                  {ID_FIRST_STRING, 6, TEXT("first")},
                  {ID_FIRST_STRING, 5, TEXT("firs")},
                  {ID_FIRST_STRING, 1, {}}};
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(ReadString(c.id, c.characters), c.text) << c.id << ", " << c.characters;
-    }
 }
 
 }  // namespace

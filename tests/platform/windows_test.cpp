@@ -26,26 +26,26 @@ struct Event {
     bool operator==(const Event&) const = default;
 };
 
-std::vector<Event> events;
+std::vector<Event> g_events;
 // If set, handles a message instead of DefWindowProcW by returning true.
-std::function<bool(HWND, UINT, LRESULT&)> answer;
+std::function<bool(HWND, UINT, LRESULT&)> g_answer;
 
 constexpr UINT kRecorded[] = {kNonclientCreate, WM_CREATE,  WM_MOVE,           WM_SIZE,
                               WM_SHOWWINDOW,    WM_DESTROY, kNonclientDestroy, WM_CAPTURECHANGED};
 
 LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (std::count(std::begin(kRecorded), std::end(kRecorded), message)) events.push_back({window, message});
+    if (std::count(std::begin(kRecorded), std::end(kRecorded), message))
+        g_events.push_back({window, message});
     LRESULT result = 0;
-    if (answer && answer(window, message, result)) return result;
+    if (g_answer && g_answer(window, message, result)) return result;
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
 std::vector<UINT> TakeMessages() {
     std::vector<UINT> messages;
-    for (const Event& event : events) {
+    for (const Event& event : g_events)
         messages.push_back(event.message);
-    }
-    events.clear();
+    g_events.clear();
     return messages;
 }
 
@@ -68,10 +68,10 @@ protected:
     void SetUp() override { ASSERT_NE(Register(), 0); }
 
     void TearDown() override {
-        answer = nullptr;
+        g_answer = nullptr;
         if (IsWindow(m_top)) DestroyWindow(m_top);
         UnregisterClassW(kClass, nullptr);
-        events.clear();
+        g_events.clear();
     }
 
     static ATOM Register() {
@@ -138,7 +138,7 @@ TEST_F(Windows, CreationSendsItsMessagesInOrder) {
 
 TEST_F(Windows, RefusedCreationLeavesNoWindow) {
     HWND seen = nullptr;
-    answer = [&](HWND window, UINT message, LRESULT& result) {
+    g_answer = [&](HWND window, UINT message, LRESULT& result) {
         if (message != WM_CREATE) return false;
         seen = window;
         result = -1;
@@ -147,19 +147,19 @@ TEST_F(Windows, RefusedCreationLeavesNoWindow) {
     EXPECT_EQ(CreateTop(), nullptr);
     EXPECT_NE(seen, nullptr);
     EXPECT_FALSE(IsWindow(seen));
-    EXPECT_EQ(events.back(), (Event{seen, test::Either<UINT>(test::Difference::NonclientMessages, WM_DESTROY,
-                                                             kNonclientDestroy)}));
+    EXPECT_EQ(g_events.back(), (Event{seen, test::Either<UINT>(test::Difference::NonclientMessages,
+                                                               WM_DESTROY, kNonclientDestroy)}));
 }
 
 TEST_F(Windows, DestructionReachesParentFirstAndEndsWithIt) {
     const HWND top = CreateTop();
     const HWND child = CreateChild(top);
-    events.clear();
+    g_events.clear();
     EXPECT_TRUE(DestroyWindow(top));
     const std::vector<Event> expected{
         {top, WM_DESTROY}, {child, WM_DESTROY}, {child, kNonclientDestroy}, {top, kNonclientDestroy}};
-    EXPECT_EQ(events, test::Either(test::Difference::NonclientMessages,
-                                   std::vector<Event>(expected.begin(), expected.begin() + 2), expected));
+    EXPECT_EQ(g_events, test::Either(test::Difference::NonclientMessages,
+                                     std::vector<Event>(expected.begin(), expected.begin() + 2), expected));
     EXPECT_FALSE(IsWindow(child));
 }
 
@@ -244,10 +244,10 @@ TEST_F(Windows, TheWindowLosingTheCaptureIsTold) {
     TakeMessages();
     EXPECT_EQ(SetCapture(top), nullptr);
     EXPECT_EQ(SetCapture(child), top);
-    EXPECT_EQ(events, (std::vector<Event>{{top, WM_CAPTURECHANGED}}));
+    EXPECT_EQ(g_events, (std::vector<Event>{{top, WM_CAPTURECHANGED}}));
     EXPECT_EQ(GetCapture(), child);
     EXPECT_TRUE(ReleaseCapture());
-    EXPECT_EQ(events.back(), (Event{child, WM_CAPTURECHANGED}));
+    EXPECT_EQ(g_events.back(), (Event{child, WM_CAPTURECHANGED}));
     EXPECT_EQ(GetCapture(), nullptr);
 
     SetCapture(child);
@@ -300,7 +300,7 @@ TEST_F(Painting, TheUpdateRegionGrowsAndIsClippedToTheClientArea) {
 TEST_F(Painting, BackgroundIsErasedOnceWhenAskedFor) {
     int erased = 0;
     LRESULT eraseResult = 1;
-    answer = [&](HWND, UINT message, LRESULT& result) {
+    g_answer = [&](HWND, UINT message, LRESULT& result) {
         if (message != WM_ERASEBKGND) return false;
         ++erased;
         result = eraseResult;

@@ -84,9 +84,7 @@ TEST_F(ButtonImages, AFaultLosesOneImageAtMost) {
         EXPECT_LE(info.iNarrow, 0);
         EXPECT_LE(info.iWide, 0);
         EXPECT_GE(info.iNarrow + info.iWide, -1);
-        if (info.iNarrow == 0) {
-            EXPECT_EQ(DrawImage(info.hImageNarrow, 16), whole);
-        }
+        if (info.iNarrow == 0) EXPECT_EQ(DrawImage(info.hImageNarrow, 16), whole);
         listsFailed |= !info.hImageNarrow || !info.hImageWide;
         picturesFailed |= (info.hImageNarrow && info.iNarrow < 0) || (info.hImageWide && info.iWide < 0);
     }

@@ -31,10 +31,10 @@ protected:
 
 std::string g_calls;
 
-template <char Letter, HRESULT Result>
+template <char letter, HRESULT result>
 HRESULT UpdateRegistry(RegistryAction) {
-    g_calls += Letter;
-    return Result;
+    g_calls += letter;
+    return result;
 }
 void StartOrStop(bool starting) { g_calls += starting ? "+" : "-"; }
 HRESULT NoFactory(CreatorFunction, REFIID, void**) { return E_ACCESSDENIED; }
@@ -67,12 +67,10 @@ template <typename Function>
 auto RunOnThreads(Function function) {
     std::vector<decltype(function())> results(8);
     std::vector<std::thread> threads;
-    for (auto& result : results) {
+    for (auto& result : results)
         threads.emplace_back([&result, function] { result = function(); });
-    }
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread.join();
-    }
     return results;
 }
 

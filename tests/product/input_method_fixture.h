@@ -30,9 +30,7 @@ protected:
     }
 
     void TearDown() override {
-        if (m_object) {
-            EXPECT_EQ(m_object->Release(), 0u);
-        }
+        if (m_object) EXPECT_EQ(m_object->Release(), 0u);
         m_sipWindow.reset();
         ServerTest::TearDown();
     }

@@ -50,9 +50,8 @@ TEST_F(InputMethodTest, SelectCreatesThePanelAndStretchesTheSipWindowOnce) {
 
 TEST_F(InputMethodTest, SelectNeedsASipWindowWithWhichThePanelGoes) {
     EXPECT_EQ(m_object->Select(nullptr), E_FAIL);
-    for (const HRESULT result : {m_object->Showing(), m_object->Hiding(), m_object->Deselect()}) {
+    for (const HRESULT result : {m_object->Showing(), m_object->Hiding(), m_object->Deselect()})
         EXPECT_EQ(result, S_OK) << "although there is no panel";
-    }
     EXPECT_EQ(WindowRect(m_sip), kSipPlace);
     DestroyWindow(m_sip);
     EXPECT_EQ(m_object->Select(m_sip), E_FAIL);
@@ -301,9 +300,8 @@ TEST(InputMethodTable, SlotsAreInTheOrderOfTheInterfaces) {
         SlotOf(&Table::SetIMMActiveContext),
         SlotOf(&Table::RegisterCallback2),
     };
-    for (std::ptrdiff_t i = 0; i < 12; ++i) {
+    for (std::ptrdiff_t i = 0; i < 12; ++i)
         EXPECT_EQ(slots[i], i + 3);
-    }
 }
 
 TEST_F(InputMethodTest, CallsWithoutMeaningSucceed) {

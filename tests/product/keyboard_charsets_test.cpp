@@ -12,9 +12,8 @@ protected:
     // A second language with this many groups: after the header, code units 1, 2, 3 and so on.
     static std::string Groups(WORD count) {
         std::vector<WORD> words = {0xFFFF};
-        for (WORD unit = 1; unit <= 4 * count; ++unit) {
+        for (WORD unit = 1; unit <= 4 * count; ++unit)
             words.push_back(unit);
-        }
         return WordBytes(words);
     }
     std::vector<unsigned> Slots(std::size_t entry) const {
@@ -46,11 +45,9 @@ TEST_F(KeyboardCharsets, BuiltInTablesHaveTheNumbersThatSkinsUse) {
 
     // FNV-1a over all code units of the published tables, to notice any other change.
     std::uint64_t hash = 0xCBF29CE484222325;
-    for (const CharsetEntry& entry : m_keyboard->m_Charset) {
-        for (const WCHAR unit : entry.m_Slots) {
+    for (const CharsetEntry& entry : m_keyboard->m_Charset)
+        for (const WCHAR unit : entry.m_Slots)
             hash = (hash ^ static_cast<std::uint64_t>(unit)) * 0x100000001B3;
-        }
-    }
     EXPECT_EQ(hash, 0xEAF37AC3701477DCu);
 }
 

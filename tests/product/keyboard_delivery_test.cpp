@@ -190,9 +190,8 @@ TEST_F(Delivery, WithoutCallbackNothingIsSentAndFailuresAreIgnored) {
     EXPECT_EQ(Tap(test::KeyQ), Typed('Q', 'q'));
     EXPECT_EQ(Tap(test::KeyEnter), (Events{"vk 0D down", "vk 0D up"}));
     m_keyboard->m_pCallback = nullptr;
-    for (std::size_t key = 0; key < m_keyboard->m_Charset.size(); ++key) {
+    for (std::size_t key = 0; key < m_keyboard->m_Charset.size(); ++key)
         EXPECT_EQ(Send(key), Events());
-    }
 }
 
 // Before the table is loaded nothing counts as a function key.

@@ -20,9 +20,8 @@ protected:
         m_keyboard->MoveMouse(m_q, &m_window);
         m_keyboard->PressKey(m_q, &m_window, false);
         for (const WCHAR code :
-             {kLanguageCode, kUmlautCode, kControlCode, kDigitCode, kDigitCode, kLanguageCode}) {
+             {kLanguageCode, kUmlautCode, kControlCode, kDigitCode, kDigitCode, kLanguageCode})
             m_keyboard->SetKbStatus(&code, &m_window);
-        }
         m_keyboard->ResetKbStatus(nullptr);
         m_keyboard->ResetKbStatus(&m_window);
     }

@@ -36,18 +36,18 @@ private:
     CModuleOwner m_module;
 };
 
-// The events of function keys, by key index; the others send nothing.
+// The kEvents of function keys, by key index; the others send nothing.
 inline const std::map<WORD, test::Events>& FunctionKeyEvents() {
-    static const std::map<WORD, test::Events> events = {{54, {"vk 1B down"}},
-                                                        {55, {"vk 08 down", "vk 08 up"}},
-                                                        {56, {"vk 0D down", "vk 0D up"}},
-                                                        {57, {"vk 20 down", "vk 20 up"}},
-                                                        {58, {"char vk=09 flags=00000080 U+0009"}},
-                                                        {59, {"vk 25 down", "vk 25 up"}},
-                                                        {60, {"vk 26 down", "vk 26 up"}},
-                                                        {61, {"vk 27 down", "vk 27 up"}},
-                                                        {62, {"vk 28 down", "vk 28 up"}}};
-    return events;
+    static const std::map<WORD, test::Events> kEvents = {{54, {"vk 1B down"}},
+                                                         {55, {"vk 08 down", "vk 08 up"}},
+                                                         {56, {"vk 0D down", "vk 0D up"}},
+                                                         {57, {"vk 20 down", "vk 20 up"}},
+                                                         {58, {"char vk=09 flags=00000080 U+0009"}},
+                                                         {59, {"vk 25 down", "vk 25 up"}},
+                                                         {60, {"vk 26 down", "vk 26 up"}},
+                                                         {61, {"vk 27 down", "vk 27 up"}},
+                                                         {62, {"vk 28 down", "vk 28 up"}}};
+    return kEvents;
 }
 
 using Rects = std::vector<RECT>;

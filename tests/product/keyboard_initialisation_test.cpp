@@ -12,8 +12,8 @@ constexpr WCHAR kB[] = TEXT("\\windows\\b.tlk");
 class Initialisation : public KeyboardTest {
 protected:
     static test::SkinBuilder UnfitSkin() {
-        return test::SkinBuilder().Bitmap("char_keyboard_bitmap",
-                                          test::MaskBytes(3, 3, [](int, int) { return true; }));
+        return test::SkinBuilder().Bitmap("char_keyboard_bitmap", test::MaskBytes(
+                                                                      3, 3, [](int, int) { return true; }));
     }
     static bool HasSettingsKey() { return test::KeyExists(HKEY_LOCAL_MACHINE, kSettingsKey); }
 };
@@ -134,9 +134,8 @@ TEST_F(Initialisation, OfAnyStatusOnlyTheLanguageSurvives) {
 
 TEST_F(Initialisation, SkinsOfTheFolderComeBeforeExistingUserSkins) {
     for (const char* file :
-         {"Windows/b.tlk", "Windows/A.TLK", "Windows/c.tlkx", "Windows/tlk", "card/my skin.tlk"}) {
+         {"Windows/b.tlk", "Windows/A.TLK", "Windows/c.tlkx", "Windows/tlk", "card/my skin.tlk"})
         test::WriteDeviceFile(file, "");
-    }
     WideStringList found = {TEXT("\\windows\\A.TLK"), kB};
     if (!test::ActsAsHandheld(test::Difference::ShortNames)) found.push_back(TEXT("\\windows\\c.tlkx"));
     EXPECT_EQ(CKeyboard::GetSkinList(), found);
@@ -146,9 +145,8 @@ TEST_F(Initialisation, SkinsOfTheFolderComeBeforeExistingUserSkins) {
 
     const WideString paths[] = {TEXT("\\card\\my skin.tlk"), TEXT("\\card\\absent.tlk"), kB, kB};
     std::string users;
-    for (const WideString& path : paths) {
+    for (const WideString& path : paths)
         users += TextValue(path).second;
-    }
     Store(kUserSkinsValue, {REG_MULTI_SZ, users});
     found.insert(found.end(), {paths[0], kB, kB});
     EXPECT_EQ(CKeyboard::GetSkinList(), found);

@@ -18,9 +18,8 @@ TEST_F(Press, EdgesBelongToTheKeyAndSharedOnesToTheLowerIndex) {
         {40, 21, -1},  {30, 5, 85},   {200, 10, 85}, {201, 10, -1}, {-1, 5, -1},    {5, -1, -1},
         {100, 50, 80}, {110, 60, 80}, {111, 60, -1}, {99, 55, -1},  {70000, 5, -1},
     };
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(m_keyboard->FindKeyIndex(c.x, c.y, true), c.key) << c.x << "," << c.y;
-    }
     EXPECT_EQ(m_keyboard->FindKeyIndex(5, 5, false), LONG{test::KeyDigit7});
 }
 
@@ -145,9 +144,8 @@ TEST_F(Press, DoubleTapOnShiftSetsCapsLock) {
 
 TEST_F(Press, OtherDoubleTapsAreTwoTaps) {
     Start();
-    for (const WORD key : {test::KeyQ, test::KeyControl, test::KeyUmlaut, test::KeySpace}) {
+    for (const WORD key : {test::KeyQ, test::KeyControl, test::KeyUmlaut, test::KeySpace})
         EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(key), &m_window));
-    }
     EXPECT_FALSE(m_keyboard->DblPressKey(kGap, &m_window));
     StartWithCapsKey();
     EXPECT_FALSE(m_keyboard->DblPressKey(KeyCenter(test::KeyShift), &m_window));

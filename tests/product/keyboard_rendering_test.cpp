@@ -49,9 +49,8 @@ protected:
         for (int i = 0; i < kWidth * kHeight; ++i) {
             const POINT p{i % kWidth, i / kWidth};
             bool isPressed = false;
-            for (const RECT& r : m_keyboard->m_PressedRects) {
+            for (const RECT& r : m_keyboard->m_PressedRects)
                 isPressed = isPressed || Covers(r, p);
-            }
             const bool isInside = p.x < pictureWidth && p.y < test::kSkinHeight;
             const COLORREF expected =
                 isInside ? Shown(kind, planeAt(p, isPressed), p, isPressed) : kUntouched;

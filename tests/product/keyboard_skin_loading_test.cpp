@@ -9,7 +9,8 @@ using test::RectBytes;
 using test::TestSkin;
 
 std::string PictureOfWidth(LONG width, int height = 1) {
-    return test::PictureBytes(static_cast<int>(width), height, [](int, int) { return RGB(1, 2, 3); });
+    return test::PictureBytes(
+        static_cast<int>(width), height, [](int, int) { return RGB(1, 2, 3); });
 }
 
 LONG HeightOf(HBITMAP bitmap) {
@@ -21,9 +22,8 @@ LONG HeightOf(HBITMAP bitmap) {
 // The complete layout: key, bitmap value and rectangles.
 std::map<DWORD, std::pair<DWORD, Rects>> Content(const KeyLayout& layout) {
     std::map<DWORD, std::pair<DWORD, Rects>> content;
-    for (const auto& [key, entry] : layout) {
+    for (const auto& [key, entry] : layout)
         content[key] = {entry.m_nBitmap, entry.m_Rects};
-    }
     return content;
 }
 
@@ -181,12 +181,10 @@ TEST_F(SkinLoading, ValidSkinsHaveAPictureAsWideAsTheNarrowSide) {
           TestSkin().Without("char_keyboard_bitmap").Build(),
           test::SkinBuilder().Data("char_keyboard_bitmap", PictureOfWidth(narrow)).Build(),
           TestSkin().Bitmap("char_keyboard_bitmap", "no bitmap at all").Build(),
-          std::string("text, not a library"), std::string()}) {
+          std::string("text, not a library"), std::string()})
         EXPECT_FALSE(IsValid(invalid)) << invalid.size() << " bytes";
-    }
-    if (test::ActsAsHandheld(test::Difference::ResourceBounds)) {
+    if (test::ActsAsHandheld(test::Difference::ResourceBounds))
         EXPECT_FALSE(IsValid(TestSkin().PointOutside("char_keyboard_bitmap").Build()));
-    }
     EXPECT_FALSE(CKeyboard::IsValidSkin(TEXT("\\windows\\absent.tlk")));
     EXPECT_FALSE(CKeyboard::IsValidSkin(TEXT("")));
 }
@@ -209,16 +207,14 @@ TEST_F(SkinLoading, UnloadingKeepsSelectedBitmapsForLater) {
     kb.UnloadSkin();
     // The selected picture and masks of the contexts could not be deleted.
     const bool stays = test::Either(test::Difference::SelectedObjects, true, false);
-    for (const HBITMAP kept : {kb.m_hKbBitmap, kb.m_hLng1LrgKbMask, kb.m_hLng1SmlKbMask}) {
+    for (const HBITMAP kept : {kb.m_hKbBitmap, kb.m_hLng1LrgKbMask, kb.m_hLng1SmlKbMask})
         EXPECT_EQ(kept != nullptr, stays);
-    }
     for (const void* gone : std::initializer_list<const void*>{
              kb.m_hDigitKbBitmap, kb.m_hDigitMask, kb.m_hLng2SmlKbMask, kb.m_hLng2LrgKbMask,
              kb.m_hUml1SmlKbMask, kb.m_hUml1LrgKbMask, kb.m_hUml2SmlKbMask, kb.m_hUml2LrgKbMask,
              kb.m_hOrigMaskBmp, kb.m_hOrigExtMaskBmp, kb.m_hKbDC, kb.m_hMaskDC, kb.m_hExtMaskDC,
-             kb.m_hSkinLib}) {
+             kb.m_hSkinLib})
         EXPECT_EQ(gone, nullptr);
-    }
     EXPECT_TRUE(kb.m_Charset.empty() && kb.m_CharLayout.empty() && kb.m_DigitLayout.empty());
     EXPECT_EQ(kb.m_bPressedDrawn, 0);
     EXPECT_NE(kb.m_CAPSRect, RECT{}) << "state outlives the skin";
@@ -258,13 +254,11 @@ TEST_F(SkinLoading, BrokenSkinsLeaveItUsable) {
         records.push_back({key, 65535, 65535, 0, 0});
     }
     test::SkinBuilder hostile = TestSkin();
-    for (const char* layout : {"CHAR_LAYOUT_STRUCT", "DIGIT_LAYOUT_STRUCT"}) {
+    for (const char* layout : {"CHAR_LAYOUT_STRUCT", "DIGIT_LAYOUT_STRUCT"})
         hostile.Data(layout, LayoutBytes(records));
-    }
     hostile.Bitmap("LANG1_SMALL_MASK", PictureOfWidth(3)).Bitmap("LANG1_LARGE_MASK", "junk");
-    if (test::ActsAsHandheld(test::Difference::ResourceBounds)) {
+    if (test::ActsAsHandheld(test::Difference::ResourceBounds))
         hostile.PointOutside("UML1_SMALL_MASK").PointOutside("CAPS_RECT").PointOutside("LOCALE_CHARSET");
-    }
     Start(hostile.Without("digit_keyboard_bitmap").Without("DIGIT_MASK"));
     for (const WCHAR code : {kShiftCode, kUmlautCode, kDigitCode, kCapsCode}) {
         m_keyboard->SetKbStatus(&code, &m_window);

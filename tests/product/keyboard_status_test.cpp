@@ -22,9 +22,8 @@ State StateOf(const KbStatus& f) {
 
 std::string NameOf(State s) {
     std::string name;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 6; ++i)
         if (s >> i & 1) name += "SLC1DU"[i];
-    }
     return name;
 }
 

@@ -28,12 +28,10 @@ TEST_F(ModuleVersion, ReadsTheLibrarysOwnResource) {
         {TEXT("FileDescription"), TEXT("Tolka 7")},    {TEXT("FileVersion"), TEXT("0, 1, 0, 12")},
         {TEXT("ProductVersion"), TEXT("0, 1, 0, 12")}, {TEXT("InternalName"), TEXT("Tolka")},
         {TEXT("OriginalFilename"), TEXT("Tolka.dll")}, {TEXT("Comments"), TEXT("")}};
-    for (const auto& [name, text] : texts) {
+    for (const auto& [name, text] : texts)
         EXPECT_EQ(m_version.QueryString(name), text);
-    }
-    for (LPCWSTR named : {TEXT("CompanyName"), TEXT("LegalCopyright"), TEXT("ProductName")}) {
+    for (LPCWSTR named : {TEXT("CompanyName"), TEXT("LegalCopyright"), TEXT("ProductName")})
         EXPECT_FALSE(m_version.QueryString(named).empty());
-    }
 }
 
 // Without a translation the code page is 1252, and the language the one read before. Without a block the

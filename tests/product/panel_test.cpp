@@ -18,9 +18,8 @@ protected:
     LRESULT Send(UINT message, Key key) const { return Send(message, KeyCenter(key)); }
     // The platform's messages for a double tap.
     void DoubleTap(Key key) const {
-        for (const int message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+        for (const int message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
             EXPECT_EQ(Send(static_cast<UINT>(message), key), 0);
-        }
     }
     HWND CreateForeignPanel() const {
         return CreateWindowExW(0, CMainWnd::GetWndClassInfo().m_wc.lpszClassName, nullptr, WS_CHILD, 0, 0, 10,

@@ -71,9 +71,8 @@ std::set<WideString> Subkeys(const WideString& path) {
     WCHAR name[256];
     for (DWORD size = 256; RegEnumKeyExW(key.Get(), static_cast<DWORD>(names.size()), name, &size, nullptr,
                                          nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-         size = 256) {
+         size = 256)
         names.insert(WideString(name, size));
-    }
     return names;
 }
 
@@ -83,9 +82,8 @@ void CountValues(const WideString& path, std::map<WideString, DWORD>& counts) {
     EXPECT_EQ(RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &counts[path],
                                nullptr, nullptr, nullptr, nullptr),
               ERROR_SUCCESS);
-    for (const WideString& name : Subkeys(path)) {
+    for (const WideString& name : Subkeys(path))
         CountValues(path + TEXT("\\") + name, counts);
-    }
 }
 
 // Also checks that CLSID and the two keys beside it have nothing else, unless others have entries there.
@@ -97,9 +95,8 @@ void ExpectListedEntries(const WideString& libraryPath, bool alone = true) {
             << testing::PrintToString(entry.key) << " " << testing::PrintToString(entry.name);
     }
     std::map<WideString, DWORD> found;
-    for (const LPCWSTR root : {TEXT("CLSID"), TEXT("Tolka.KeybInput"), TEXT("Tolka.KeybInput.1")}) {
+    for (const LPCWSTR root : {TEXT("CLSID"), TEXT("Tolka.KeybInput"), TEXT("Tolka.KeybInput.1")})
         CountValues(root, found);
-    }
     EXPECT_EQ(found == listed, alone);
 }
 
@@ -137,9 +134,8 @@ TEST_F(RegistrationTest, WritesExactlyTheListedEntriesAndRepairsThem) {
                                   {CLASS_KEY TEXT("\\Foreign\\Second"), TEXT("x")},
                                   {TEXT("Tolka.KeybInput"), TEXT("")},
                                   {TEXT("Tolka.KeybInput\\CurVer"), TEXT("")}};
-    for (const auto& [key, name] : changes) {
+    for (const auto& [key, name] : changes)
         Write(key, name, TEXT("changed"));
-    }
     EXPECT_EQ(DllRegisterServer(), S_OK);
     ExpectListedEntries(LibraryPath());
 }
@@ -169,18 +165,15 @@ TEST_F(RegistrationTest, EntriesOfOthersInTheProgIdsSurviveRegistration) {
                   {TEXT("Tolka.KeybInput\\Foreign"), TEXT("x"), true},
                   {TEXT("Tolka.KeybInput\\CurVer\\Foreign"), TEXT("x"), true},
                   {kOtherClass, TEXT(""), true}};
-    for (const auto& other : others) {
+    for (const auto& other : others)
         Write(other.key, other.name, TEXT("value"));
-    }
     EXPECT_EQ(DllRegisterServer(), S_OK);
     ExpectListedEntries(LibraryPath(), false);
-    for (const auto& other : others) {
+    for (const auto& other : others)
         EXPECT_EQ(Read(other.key, other.name), TextValue(TEXT("value")));
-    }
     EXPECT_EQ(DllUnregisterServer(), S_OK);
-    for (const auto& other : others) {
+    for (const auto& other : others)
         EXPECT_EQ(Read(other.key, other.name) == TextValue(TEXT("value")), other.survivesUnregistration);
-    }
     EXPECT_FALSE(Exists(TEXT("Tolka.KeybInput.1")));
     EXPECT_EQ(Subkeys(TEXT("Tolka.KeybInput")), (std::set<WideString>{TEXT("CurVer"), TEXT("Foreign")}));
     EXPECT_EQ(Read(TEXT("Tolka.KeybInput")), TextValue(TEXT("Tolka Class")));
@@ -280,9 +273,8 @@ TEST_F(RegistrationTest, BrokenScriptsFailAndLeaveOtherEntriesAlone) {
         TEXT("HKCR } {"),
         TEXT("{ }"),
     };
-    for (std::size_t length = 0; length <= script.find_last_of('}'); length += 7) {
+    for (std::size_t length = 0; length <= script.find_last_of('}'); length += 7)
         broken.push_back(script.substr(0, length));
-    }
     Write(kOtherClass, TEXT(""), TEXT("of others"));
     for (const WideString& text : broken) {
         SCOPED_TRACE(testing::PrintToString(text));

@@ -153,9 +153,8 @@ TEST_F(ServerTest, PlainObjectHasOnePointerForAllInterfaces) {
     EXPECT_EQ(Query<IInputMethod2>(object, IID_IInputMethod2), object);
     EXPECT_EQ(CountReferences(object), 4u);
     ExpectNoOtherInterface(object);
-    for (ULONG left : {3u, 2u, 1u, 0u}) {
+    for (ULONG left : {3u, 2u, 1u, 0u})
         EXPECT_EQ(object->Release(), left);
-    }
 }
 
 TEST_F(ServerTest, AggregatedObjectBelongsToItsOuterUnknown) {
@@ -175,9 +174,8 @@ TEST_F(ServerTest, AggregatedObjectBelongsToItsOuterUnknown) {
     EXPECT_EQ(outer.m_references, 4u);
     object->AddRef();
     EXPECT_EQ(outer.m_references, 5u);
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4; ++i)
         object->Release();
-    }
     EXPECT_EQ(outer.m_references, 1u);
     ExpectNoOtherInterface(inner);
 }

@@ -16,11 +16,9 @@ public:
 
     BOOL ProcessWindowMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result,
                               DWORD map) override {
-        if (message == WM_INITDIALOG) {
-            for (const int id : {IDOK, IDCANCEL}) {
+        if (message == WM_INITDIALOG)
+            for (const int id : {IDOK, IDCANCEL})
                 PostMessageW(m_hWnd, WM_COMMAND, static_cast<WPARAM>(id), 0);
-            }
-        }
         return CSettingsDlg::ProcessWindowMessage(window, message, wParam, lParam, result, map);
     }
 };

@@ -22,9 +22,8 @@ TEST_F(CommandLineTest, EveryKindOfErrorNamesItsLine) {
 
 TEST_F(CommandLineTest, WrongOptionsGiveStatusTwo) {
     for (const char* options :
-         {"--screen 240", "--screen 0x320", "--screen 240x320x1", "--nonsense", "--skin missing.tlk"}) {
+         {"--screen 240", "--screen 0x320", "--screen 240x320x1", "--nonsense", "--skin missing.tlk"})
         EXPECT_EQ(Run("", options).status, 2) << options;
-    }
     EXPECT_EQ(Run("", "--help").status, 0);
 }
 

@@ -32,9 +32,8 @@ int StatusOf(int status) {
 // A big-endian word of the header of the server's picture.
 std::uint32_t HeaderWord(const std::string& bytes, std::size_t index) {
     std::uint32_t word = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i)
         word = word << 8 | static_cast<unsigned char>(bytes[index * 4 + i]);
-    }
     return word;
 }
 
@@ -48,19 +47,16 @@ Pixels ReadPng(const fs::path& file) {
     Pixels picture{static_cast<int>(image.width), static_cast<int>(image.height), {}};
     picture.values.resize(std::size_t{image.width} * image.height);
     if (!png_image_finish_read(&image, nullptr, picture.values.data(), 0, nullptr)) return {};
-    for (std::uint32_t& value : picture.values) {
+    for (std::uint32_t& value : picture.values)
         value &= 0xFFFFFF;
-    }
     return picture;
 }
 
 Pixels Enlarge(const Pixels& picture, int scale) {
     Pixels result{picture.width * scale, picture.height * scale, {}};
-    for (int y = 0; y < result.height; ++y) {
-        for (int x = 0; x < result.width; ++x) {
+    for (int y = 0; y < result.height; ++y)
+        for (int x = 0; x < result.width; ++x)
             result.values.push_back(picture.At(x / scale, y / scale));
-        }
-    }
     return result;
 }
 
@@ -68,9 +64,8 @@ bool ShowsAt(const Pixels& whole, int left, int top, const Pixels& part) {
     if (part.values.empty() || left < 0 || top < 0) return false;
     if (left + part.width > whole.width || top + part.height > whole.height) return false;
     for (int y = 0; y < part.height; ++y) {
-        for (int x = 0; x < part.width; ++x) {
+        for (int x = 0; x < part.width; ++x)
             if (whole.At(left + x, top + y) != part.At(x, y)) return false;
-        }
     }
     return true;
 }
@@ -98,9 +93,8 @@ Process::Process(const std::vector<std::string>& words, const fs::path& folder, 
     if (m_id != 0) return;
     prctl(PR_SET_PDEATHSIG, SIGKILL);  // even if the test is killed
     std::vector<char*> arguments;
-    for (const std::string& word : words) {
+    for (const std::string& word : words)
         arguments.push_back(const_cast<char*>(word.c_str()));
-    }
     arguments.push_back(nullptr);
     Redirect(STDOUT_FILENO, output);
     Redirect(STDERR_FILENO, errors);
@@ -168,9 +162,8 @@ std::string Desktop::Run(const std::string& words) const {
     if (!output) return {};
     std::string text;
     char piece[256];
-    while (std::fgets(piece, sizeof piece, output)) {
+    while (std::fgets(piece, sizeof piece, output))
         text += piece;
-    }
     pclose(output);
     return text;
 }

@@ -11,9 +11,8 @@ namespace {
 std::vector<std::u16string> Lines(std::u16string_view text, int width) {
     const EditLayout layout(text, width, [](std::u16string_view) { return 10; });
     std::vector<std::u16string> lines;
-    for (const EditLayout::Line& line : layout.Lines()) {
+    for (const EditLayout::Line& line : layout.Lines())
         lines.emplace_back(text.substr(line.start, line.end - line.start));
-    }
     return lines;
 }
 

@@ -74,9 +74,8 @@ TEST(EditTextTest, KeysEdit) {
              {u"abcH>xyBBZZZZ", u"|"},
              {u"abcAxyZ", u"|abc|"},
              {u"abcdH>DD", u"a|d"},
-             {u"abcdH>DDZ", u"a|bcd"}}) {
+             {u"abcdH>DDZ", u"a|bcd"}})
         EXPECT_EQ(Shown(pressed), shown) << std::string(pressed.begin(), pressed.end());
-    }
 }
 
 }  // namespace

@@ -18,9 +18,8 @@ TEST(ScriptTest, WordsAreSeparatedByBlanksOrQuoted) {
 
 TEST(ScriptTest, MalformedLinesAreRefused) {
     for (const char* line :
-         {"\"abc", "\"abc\\", "\"a\\n\"", "\"a\"b", "a\"b", "a \xC3", "\xED\xA0\x80", "\xC0\x80"}) {
+         {"\"abc", "\"abc\\", "\"a\\n\"", "\"a\"b", "a\"b", "a \xC3", "\xED\xA0\x80", "\xC0\x80"})
         EXPECT_THROW(SplitWords(line), ScriptError) << line;
-    }
 }
 
 TEST(ScriptTest, NumbersAreDecimalOrHexadecimal) {
@@ -28,17 +27,15 @@ TEST(ScriptTest, NumbersAreDecimalOrHexadecimal) {
     EXPECT_EQ(ParseNumber("-0x1f", -100, 100), -31);
     EXPECT_EQ(ParseNumber("0xFFFFFFFF", 0, 0xFFFFFFFF), 0xFFFFFFFF);
     for (const char* word :
-         {"", "-", "0x", "--1", "-0x-1", "1a", "1 ", "+1", "101", "-1", "99999999999999999999"}) {
+         {"", "-", "0x", "--1", "-0x-1", "1a", "1 ", "+1", "101", "-1", "99999999999999999999"})
         EXPECT_THROW(ParseNumber(word, 0, 100), ScriptError) << word;
-    }
 }
 
 TEST(ScriptTest, BytesHaveTwoDigitsEach) {
     EXPECT_EQ(ParseBytes("00fFa0"), (std::vector<std::uint8_t>{0, 255, 160}));
     EXPECT_TRUE(ParseBytes("").empty());
-    for (const char* word : {"0", "0x", "000", "g0", "-1"}) {
+    for (const char* word : {"0", "0x", "000", "g0", "-1"})
         EXPECT_THROW(ParseBytes(word), ScriptError) << word;
-    }
 }
 
 TEST(TextTest, EscapesKeepALineReadable) {

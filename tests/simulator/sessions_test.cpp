@@ -37,13 +37,11 @@ std::vector<Session> ReadSessions() {
     std::vector<Session> sessions;
     for (const auto& entry : fs::directory_iterator(SESSIONS)) {
         std::ifstream file(entry.path());
-        for (std::string line; std::getline(file, line);) {
-            if (line.starts_with("== ")) {
+        for (std::string line; std::getline(file, line);)
+            if (line.starts_with("== "))
                 sessions.push_back({entry.path().stem().string() + '_' + line.substr(3), {}});
-            } else if (!line.empty() && line[0] != '#') {
+            else if (!line.empty() && line[0] != '#')
                 sessions.back().lines.push_back(line);
-            }
-        }
     }
     return sessions;
 }
@@ -59,9 +57,8 @@ const std::map<std::string, std::string> kPlaces = {
 std::string PenTaps(const std::string& places) {
     std::istringstream words(places);
     std::string script;
-    for (std::string place; words >> place;) {
+    for (std::string place; words >> place;)
         script += "pen down " + kPlaces.at(place) + "\npen up " + kPlaces.at(place) + '\n';
-    }
     return script;
 }
 
@@ -73,13 +70,11 @@ std::string Rest(const std::string& line, const std::string& word) {
 // Whether a text is as this pattern says, in which "*" stands for any characters.
 testing::AssertionResult Matches(const std::string& text, const std::string& pattern) {
     std::vector<std::string> parts(1);
-    for (const char c : pattern) {
-        if (c == '*') {
+    for (const char c : pattern)
+        if (c == '*')
             parts.emplace_back();
-        } else {
+        else
             parts.back() += c;
-        }
-    }
     return HasParts(text, parts);
 }
 
@@ -136,15 +131,13 @@ private:
 };
 
 TEST_P(SessionTest, GivesItsTrace) {
-    for (const std::string& line : GetParam().lines) {
-        if (line[0] == '$') {
+    for (const std::string& line : GetParam().lines)
+        if (line[0] == '$')
             Directive(Rest(line, "$"));
-        } else if (line[0] == '>') {
+        else if (line[0] == '>')
             Command(Rest(line, ">"));
-        } else {
+        else
             Expect(line);
-        }
-    }
     Finish();
 }
 

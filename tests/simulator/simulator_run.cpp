@@ -98,9 +98,8 @@ testing::AssertionResult HasParts(const std::string& text, const std::vector<std
         const bool isLast = &part == &parts.back();
         const std::size_t at = isLast ? text.size() - std::min(text.size(), part.size()) : end;
         const std::size_t found = text.find(part, at);
-        if (found == text.npos || found < end || (&part == &parts.front() && found != 0)) {
+        if (found == text.npos || found < end || (&part == &parts.front() && found != 0))
             return testing::AssertionFailure() << "no " << part << " in its place of\n" << text;
-        }
         end = found + part.size();
     }
     return testing::AssertionSuccess() << "all is in\n" << text;
@@ -113,8 +112,7 @@ testing::AssertionResult Has(const std::string& text, const std::string& part) {
 std::string LastLine(const std::string& trace, const std::string& beginning) {
     std::istringstream lines(trace);
     std::string found;
-    for (std::string line; std::getline(lines, line);) {
+    for (std::string line; std::getline(lines, line);)
         if (line.starts_with(beginning)) found = line;
-    }
     return found;
 }

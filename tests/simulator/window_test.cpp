@@ -24,9 +24,8 @@ protected:
     void Start(const std::string& more = {}) {
         std::vector<std::string> words = {SIMULATOR, "--device", "device", "--skins", SKINS, "--trace"};
         std::istringstream rest(more);
-        for (std::string word; rest >> word;) {
+        for (std::string word; rest >> word;)
             words.push_back(word);
-        }
         fs::remove(Folder() / "out");  // from the last run
         m_simulator = std::make_unique<Process>(words, Folder(), Folder() / "out", Folder() / "err");
         ASSERT_TRUE(AwaitTrace("Showing 0x0\n")) << ReadText(Folder() / "err");
@@ -58,9 +57,8 @@ protected:
     void TapKeys(const std::string& keys) {
         std::istringstream commands(KeyTaps(keys));
         std::string tap;
-        for (int x = 0, y = 0; commands >> tap >> x >> y;) {
+        for (int x = 0, y = 0; commands >> tap >> x >> y;)
             Tap(x, 214 + y);
-        }
     }
 
     // Takes a screenshot by its key and compares it with the desktop. The time in the title bar may change in
@@ -75,9 +73,8 @@ protected:
                 const Desktop::Place place = Place();
                 const Pixels expected = Enlarge(screen, place.width / screen.width);
                 if (expected.height == place.height &&
-                    ShowsAt(m_desktop.Picture(), place.x, place.y, expected)) {
+                    ShowsAt(m_desktop.Picture(), place.x, place.y, expected))
                     return true;
-                }
             }
         }
         return false;
@@ -302,9 +299,8 @@ TEST_F(WindowTest, ReasonsForNotStartingAreReportedAtOnce) {
 }
 
 TEST_F(SimulatorTest, WithoutADisplayTheWindowSaysWhatToDoInstead) {
-    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"}) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
         unsetenv(variable);
-    }
     Process simulator({SIMULATOR, "--device", "device"}, Folder(), Folder() / "out", Folder() / "err");
     EXPECT_EQ(simulator.Wait(), 2);
     EXPECT_TRUE(Has(ReadText(Folder() / "err"), "--script FILE"));

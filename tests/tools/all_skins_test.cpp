@@ -157,9 +157,8 @@ private:
     void ExpectFunctions(const char* where) {
         for (const auto& [key, events] : FunctionKeyEvents())
             if (Has(key))
-                for (const RECT& r : Keys().at(key).m_Rects) {
+                for (const RECT& r : Keys().at(key).m_Rects)
                     EXPECT_EQ(TapAt(r), events) << where << ", key " << key;
-                }
     }
 
     void ToggleCapsLock() {

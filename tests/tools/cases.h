@@ -18,11 +18,10 @@ inline void PrintTo(const Case& test, std::ostream* pOut) { *pOut << test.name; 
 inline std::vector<Case> ReadCases(const std::string& path) {
     std::vector<Case> cases;
     std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
+    for (std::string line; std::getline(file, line);)
         if (line.starts_with("== "))
             cases.push_back({line.substr(3), {}});
         else if (!cases.empty())
             cases.back().lines.push_back(line);
-    }
     return cases;
 }

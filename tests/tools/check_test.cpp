@@ -76,7 +76,7 @@ public:
 
     Bytes File() const {
         std::vector<Resource> resources;
-        for (const auto& [name, resource] : m_Resources)
+        for (const auto& [name, resource] : m_resources)
             resources.push_back(resource);
         return WriteModule(resources);
     }
@@ -84,13 +84,13 @@ public:
 
 private:
     Bytes& Add(ResourceKind kind, const std::string& name) {
-        return m_Resources.try_emplace(name, Resource{kind, name, {}}).first->second.data;
+        return m_resources.try_emplace(name, Resource{kind, name, {}}).first->second.data;
     }
     void SetPicture(const std::string& name, const Picture& picture) {
-        Add(ResourceKind::Bitmap, name) = EncodePicture(m_Pictures[name] = picture);
+        Add(ResourceKind::Bitmap, name) = EncodePicture(m_pictures[name] = picture);
     }
     void SetMask(const std::string& name, const Mask& mask) {
-        Add(ResourceKind::Bitmap, name) = EncodeMask(m_Masks[name] = mask);
+        Add(ResourceKind::Bitmap, name) = EncodeMask(m_masks[name] = mask);
     }
 
     void AddBoard(BoardKind board, std::span<const int> keys, int cellWidth) {
@@ -131,12 +131,12 @@ private:
                 pixels.At(x, y) = value;
     }
     void PaintMask(const std::string& name, Numbers numbers) {
-        Mask mask = m_Masks.at(name);
+        Mask mask = m_masks.at(name);
         Fill(mask, numbers, static_cast<std::uint8_t>(numbers[4]));
         SetMask(name, mask);
     }
     void FillPicture(const std::string& name, Numbers numbers) {
-        Picture picture = m_Pictures.at(name);
+        Picture picture = m_pictures.at(name);
         const auto grey = static_cast<std::uint8_t>(numbers[4]);
         Fill(picture, numbers, Color{grey, grey, grey});
         SetPicture(name, picture);
@@ -146,7 +146,7 @@ private:
     }
     void Clear(const std::string& name, Numbers size) { SetMask(name, Mask({size[0], size[1]}, 1)); }
     void Crop(const std::string& name, Numbers width) {
-        const Mask& wide = m_Masks.at(name);
+        const Mask& wide = m_masks.at(name);
         Mask mask({width[0], wide.GetSize().height}, 1);
         for (int y = 0; y < mask.GetSize().height; ++y)
             for (int x = 0; x < width[0]; ++x)
@@ -163,11 +163,11 @@ private:
         Data(name).at(static_cast<std::size_t>(numbers[0])) = static_cast<std::uint8_t>(numbers[1]);
     }
     void Lengthen(const std::string& name, Numbers) { Data(name).push_back(0); }
-    void Remove(const std::string& name, Numbers) { m_Resources.erase(name); }
+    void Remove(const std::string& name, Numbers) { m_resources.erase(name); }
 
-    std::map<std::string, Resource> m_Resources;
-    std::map<std::string, Mask> m_Masks;
-    std::map<std::string, Picture> m_Pictures;
+    std::map<std::string, Resource> m_resources;
+    std::map<std::string, Mask> m_masks;
+    std::map<std::string, Picture> m_pictures;
 };
 
 class CheckedSkins : public testing::TestWithParam<Case> {};
@@ -175,12 +175,11 @@ class CheckedSkins : public testing::TestWithParam<Case> {};
 TEST_P(CheckedSkins, GiveTheirRemarksAndNoOthers) {
     DamagedSkin skin;
     std::vector<std::string> expected;
-    for (const std::string& line : GetParam().lines) {
+    for (const std::string& line : GetParam().lines)
         if (line.starts_with("> "))
             expected.push_back("a.tlk: " + line.substr(2));
         else if (!line.empty() && line[0] != '#')
             skin.Damage(line);
-    }
     const auto remarks = Check(skin.Build(), kScreen);
     for (std::size_t i = 0; i < remarks.size(); ++i) {
         const std::string remark = FormatRemark(remarks[i], "a.tlk");

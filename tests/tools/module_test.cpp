@@ -88,9 +88,8 @@ TEST(Module, DamagedFilesAreRefusedOrReadWithinTheirBytes) {
             damaged[place] = static_cast<std::uint8_t>(value);
             try {
                 const Module module = Module::Parse(std::move(damaged));
-                for (const auto& entry : module.Entries()) {
+                for (const auto& entry : module.Entries())
                     EXPECT_LE(entry.data.size(), whole.size());
-                }
             } catch (const FileError&) {
             }
         }

@@ -67,9 +67,8 @@ void ExpectLegible(const Skin& skin, const Layout& layout, const Picture& mask, 
         // Corners of black faces show the background.
         const Rect open{face.left, face.top + skin.scale, face.right, face.bottom - skin.scale};
         const Ink ink = InkOf(mask, InnerOf(skin, rect), isLight);
-        if (key.rects.size() == 1 && key.key != function_key::kSpace) {
+        if (key.rects.size() == 1 && key.key != function_key::kSpace)
             EXPECT_FALSE(ink.empty()) << where << " key " << KeyName(skin.characters, key.key);
-        }
         EXPECT_EQ(InkOf(mask, {face.left, open.top, face.left, open.bottom}, isLight).size(), 0u)
             << where << " key " << KeyName(skin.characters, key.key) << ": ink on the bevel";
         if (IsFunction(key.key)) continue;

@@ -158,9 +158,7 @@ TEST_F(SourceFiles, OwnArtReplacesAPictureOfTheSameSize) {
     const std::string source = "[portrait]\nsize = [60, 32]\nrows = [\"q\"]\n[art]\n";
     Write("a.toml", source + "portrait = \"own.png\"\n");
     for (const Resource& resource : CompileSkin(Read("a.toml"), Font(TLK_FONT)))
-        if (resource.name == "CHAR_KEYBOARD_BITMAP") {
-            EXPECT_EQ(resource.data, EncodePicture(picture));
-        }
+        if (resource.name == "CHAR_KEYBOARD_BITMAP") EXPECT_EQ(resource.data, EncodePicture(picture));
     Write("a.toml", source + "portrait = \"wide.png\"\n");
     EXPECT_NE(FaultsOf("a.toml").find("61x32"), std::string::npos);
     Write("a.toml", source + "lang1_small = \"own.png\"\n");

@@ -40,13 +40,12 @@ public:
         const bool types = (shiftState & KeyStateDownFlag) && !(shiftState & KeyShiftNoCharacterFlag);
         if (!types || m_control || (shiftState & KeyShiftAnyCtrlFlag)) return;
         const auto unit = static_cast<char16_t>(character);
-        if (unit == u'\b') {
+        if (unit == u'\b')
             m_text.DeleteBackward();
-        } else if (unit == u'\r') {
+        else if (unit == u'\r')
             m_text.Insert(u"\n");
-        } else if (unit == u'\t' || (unit >= u' ' && unit != 0x7F)) {
+        else if (unit == u'\t' || (unit >= u' ' && unit != 0x7F))
             m_text.Insert({&unit, 1});
-        }
     }
 
 private:

@@ -40,11 +40,10 @@ void SendPen(HWND panel, UINT message, POINT point) {
     RECT area{};
     GetClientRect(panel, &area);
     HWND target = GetCapture();
-    if (target) {
+    if (target)
         MapWindowPoints(panel, target, &point, 1);
-    } else if (PtInRect(&area, point)) {
+    else if (PtInRect(&area, point))
         target = panel;
-    }
     const WPARAM buttons = message == WM_LBUTTONUP ? 0 : MK_LBUTTON;
     if (target) SendMessageW(target, message, buttons, MAKELPARAM(point.x, point.y));
     DeliverMessages();

@@ -48,8 +48,7 @@ PanelPicture ReadPicture(const std::filesystem::path& path) {
 void WritePicture(const PanelPicture& picture, const std::filesystem::path& path) {
     std::ofstream file(path, std::ios::binary);
     file << "P6\n" << picture.width << ' ' << picture.height << "\n255\n";
-    for (const DWORD pixel : picture.pixels) {
+    for (const DWORD pixel : picture.pixels)
         for (const int shift : {16, 8, 0})
             file.put(static_cast<char>(pixel >> shift & 0xFF));
-    }
 }

@@ -19,8 +19,8 @@ std::string FormatRemark(const Remark& remark, const std::string& file, const st
 }
 
 Remark& RemarkList::Append(std::string text) {
-    m_Remarks.push_back({{}, {}, {}, std::move(text), {}});
-    return m_Remarks.back();
+    m_remarks.push_back({{}, {}, {}, std::move(text), {}});
+    return m_remarks.back();
 }
 
 void RemarkList::Add(std::string text) {
@@ -44,15 +44,15 @@ void RemarkList::Add(BoardKind board, const PlaneSet& planes, std::string text) 
 void RemarkList::Add(BoardKind board, const PlaneSet& planes, std::uint16_t key, std::string text) {
     if (!HasRoom()) return;
     Add(board, planes, std::move(text));
-    m_Remarks.back().key = m_Skin.Describe(key);
-    if (!m_pPlaces) return;
-    const auto place = m_pPlaces->find({board, key});
-    if (place != m_pPlaces->end()) m_Remarks.back().place = place->second;
+    m_remarks.back().key = m_skin.Describe(key);
+    if (!m_places) return;
+    const auto place = m_places->find({board, key});
+    if (place != m_places->end()) m_remarks.back().place = place->second;
 }
 
 std::vector<Remark> RemarkList::Take() {
     if (!HasRoom()) Append("and more, which are left out");
-    return std::move(m_Remarks);
+    return std::move(m_remarks);
 }
 
 bool KeysCoverTooMuch(const SkinBoard& board) {

@@ -88,25 +88,25 @@ struct FaintKey {
 class ContrastCheck {
 public:
     ContrastCheck(const SkinModule& skin, const SkinBoard& board, const PlaneSet& planes, RemarkList& remarks)
-        : m_Skin(skin), m_Board(board), m_Planes(planes), m_Remarks(remarks) {
+        : m_skin(skin), m_board(board), m_planes(planes), m_remarks(remarks) {
         for (std::size_t plane : planes)
             if (IsMaskOf(board.masks[plane], board))
-                m_Looks.push_back(PaintLooks(skin.KeyboardOf(board.kind), board, plane));
+                m_looks.push_back(PaintLooks(skin.KeyboardOf(board.kind), board, plane));
     }
 
     void Run() {
-        for (const auto& [key, rects] : m_Board.layout)
-            if (FaintKey faint = Read(key, rects); !faint.planes.empty()) m_Faint.push_back(std::move(faint));
-        std::ranges::stable_sort(m_Faint, {}, [](const FaintKey& key) { return key.worst.ratio; });
-        for (std::size_t i = 0; i < std::min(m_Faint.size(), kMostKeys); ++i)
-            Report(m_Faint[i]);
+        for (const auto& [key, rects] : m_board.layout)
+            if (FaintKey faint = Read(key, rects); !faint.planes.empty()) m_faint.push_back(std::move(faint));
+        std::ranges::stable_sort(m_faint, {}, [](const FaintKey& key) { return key.worst.ratio; });
+        for (std::size_t i = 0; i < std::min(m_faint.size(), kMostKeys); ++i)
+            Report(m_faint[i]);
         ReportOthers();
     }
 
 private:
     FaintKey Read(std::uint16_t key, const std::vector<Rect>& rects) const {
         FaintKey faint{key, {}, Look::AtRest, {kLeastContrast, {}, {}}};
-        for (const PlaneLooks& looks : m_Looks) {
+        for (const PlaneLooks& looks : m_looks) {
             const std::vector<Point> ink = FindInk(looks.mask, rects).pixels;
             for (Look look : {Look::AtRest, Look::Pressed}) {
                 const auto contrast = MeasureOutline(looks.mask, ink, looks.In(look));
@@ -136,24 +136,24 @@ private:
     }
 
     void Report(const FaintKey& faint) {
-        m_Remarks.Add(m_Board.kind, faint.planes == m_Planes ? PlaneSet{} : faint.planes, faint.key,
+        m_remarks.Add(m_board.kind, faint.planes == m_planes ? PlaneSet{} : faint.planes, faint.key,
                       std::string("hard to read") + (faint.look == Look::Pressed ? " when pressed" : "") +
                           ": " + Text(faint.worst) + " to 1, and 4.5 to 1 is the least; change its colours");
     }
 
     void ReportOthers() {
         std::string names;
-        for (std::size_t i = kMostKeys; i < m_Faint.size(); ++i)
-            AppendName(names, m_Skin.NameOf(m_Faint[i].key), " ");
-        if (!names.empty()) m_Remarks.Add(m_Board.kind, "also hard to read: the keys " + names);
+        for (std::size_t i = kMostKeys; i < m_faint.size(); ++i)
+            AppendName(names, m_skin.NameOf(m_faint[i].key), " ");
+        if (!names.empty()) m_remarks.Add(m_board.kind, "also hard to read: the keys " + names);
     }
 
-    const SkinModule& m_Skin;
-    const SkinBoard& m_Board;
-    const PlaneSet& m_Planes;
-    RemarkList& m_Remarks;
-    std::vector<PlaneLooks> m_Looks;
-    std::vector<FaintKey> m_Faint;
+    const SkinModule& m_skin;
+    const SkinBoard& m_board;
+    const PlaneSet& m_planes;
+    RemarkList& m_remarks;
+    std::vector<PlaneLooks> m_looks;
+    std::vector<FaintKey> m_faint;
 };
 
 }  // namespace

@@ -13,30 +13,30 @@ constexpr bool IsMost(int part, int whole) { return whole > 0 && part * 4 >= who
 // A key's part of a mask; the origin is that of its rectangles' bounds.
 class KeyFace {
 public:
-    KeyFace(const Picture& mask, const std::vector<Rect>& rects) : m_Bounds(BoundsOf(rects, mask.GetSize())) {
-        if (m_Bounds.Width() <= 0 || m_Bounds.Height() <= 0) return;
-        m_Pixels = Grid<Kind>({m_Bounds.Width(), m_Bounds.Height()}, Kind::Other);
+    KeyFace(const Picture& mask, const std::vector<Rect>& rects) : m_bounds(BoundsOf(rects, mask.GetSize())) {
+        if (m_bounds.Width() <= 0 || m_bounds.Height() <= 0) return;
+        m_pixels = Grid<Kind>({m_bounds.Width(), m_bounds.Height()}, Kind::Other);
         int ones = 0;
         int zeros = 0;
         for (const Rect& rect : rects)
-            for (int y = rect.top; y <= std::min(rect.bottom, m_Bounds.bottom); ++y)
-                for (int x = rect.left; x <= std::min(rect.right, m_Bounds.right); ++x) {
+            for (int y = rect.top; y <= std::min(rect.bottom, m_bounds.bottom); ++y)
+                for (int x = rect.left; x <= std::min(rect.right, m_bounds.right); ++x) {
                     const bool one = mask.At(x, y) != Color{};
                     ++(one ? ones : zeros);
-                    m_Pixels.At(x - m_Bounds.left, y - m_Bounds.top) = one ? Kind::One : Kind::Zero;
+                    m_pixels.At(x - m_bounds.left, y - m_bounds.top) = one ? Kind::One : Kind::Zero;
                 }
         // A glyph covers less than half of its key: this distinguishes light glyphs on black faces.
-        m_Ink.faceShowsPicture = ones >= zeros;
+        m_ink.faceShowsPicture = ones >= zeros;
     }
 
     KeyInk Read() {
-        const Size size = m_Pixels.GetSize();
-        m_Face = {0, 0, size.width - 1, size.height - 1};
+        const Size size = m_pixels.GetSize();
+        m_face = {0, 0, size.width - 1, size.height - 1};
         TakeFrameOff();
         for (int y = 0; y < size.height; ++y)
             for (int x = 0; x < size.width; ++x)
                 if (IsInk(x, y)) ReadComponent(x, y);
-        return m_Ink;
+        return m_ink;
     }
 
 private:
@@ -44,10 +44,10 @@ private:
     enum class Kind : std::uint8_t { Other, Zero, One, Frame };
 
     bool IsInk(int x, int y) const {
-        return m_Pixels.Contains(x, y) &&
-               m_Pixels.At(x, y) == (m_Ink.faceShowsPicture ? Kind::Zero : Kind::One);
+        return m_pixels.Contains(x, y) &&
+               m_pixels.At(x, y) == (m_ink.faceShowsPicture ? Kind::Zero : Kind::One);
     }
-    bool IsKey(int x, int y) const { return m_Pixels.Contains(x, y) && m_Pixels.At(x, y) != Kind::Other; }
+    bool IsKey(int x, int y) const { return m_pixels.Contains(x, y) && m_pixels.At(x, y) != Kind::Other; }
 
     bool IsBorder(int x, int y) const {
         return IsKey(x, y) && (!IsKey(x - 1, y) || !IsKey(x + 1, y) || !IsKey(x, y - 1) || !IsKey(x, y + 1));
@@ -55,7 +55,7 @@ private:
 
     // Removes lines around the key, whatever its shape, and further lines along its sides.
     void TakeFrameOff() {
-        const Size size = m_Pixels.GetSize();
+        const Size size = m_pixels.GetSize();
         std::vector<std::pair<int, int>> border;
         int ink = 0;
         for (int y = 0; y < size.height; ++y)
@@ -66,12 +66,12 @@ private:
                 }
         if (IsMost(ink, static_cast<int>(border.size())))
             for (const auto& [x, y] : border)
-                m_Pixels.At(x, y) = Kind::Frame;
+                m_pixels.At(x, y) = Kind::Frame;
         for (int i = 0; i < kFrameLines; ++i) {
-            if (TakeLineOff({m_Face.left, m_Face.top, m_Face.left, m_Face.bottom})) ++m_Face.left;
-            if (TakeLineOff({m_Face.right, m_Face.top, m_Face.right, m_Face.bottom})) --m_Face.right;
-            if (TakeLineOff({m_Face.left, m_Face.top, m_Face.right, m_Face.top})) ++m_Face.top;
-            if (TakeLineOff({m_Face.left, m_Face.bottom, m_Face.right, m_Face.bottom})) --m_Face.bottom;
+            if (TakeLineOff({m_face.left, m_face.top, m_face.left, m_face.bottom})) ++m_face.left;
+            if (TakeLineOff({m_face.right, m_face.top, m_face.right, m_face.bottom})) --m_face.right;
+            if (TakeLineOff({m_face.left, m_face.top, m_face.right, m_face.top})) ++m_face.top;
+            if (TakeLineOff({m_face.left, m_face.bottom, m_face.right, m_face.bottom})) --m_face.bottom;
         }
     }
 
@@ -80,52 +80,52 @@ private:
         int pixels = 0;
         for (int y = line.top; y <= line.bottom; ++y)
             for (int x = line.left; x <= line.right; ++x) {
-                ink += IsInk(x, y) || m_Pixels.At(x, y) == Kind::Frame;
+                ink += IsInk(x, y) || m_pixels.At(x, y) == Kind::Frame;
                 pixels += IsKey(x, y);
             }
         if (!IsMost(ink, pixels)) return false;
         for (int y = line.top; y <= line.bottom; ++y)
             for (int x = line.left; x <= line.right; ++x)
-                if (IsKey(x, y)) m_Pixels.At(x, y) = Kind::Frame;
+                if (IsKey(x, y)) m_pixels.At(x, y) = Kind::Frame;
         return true;
     }
 
     // Reads connected ink and removes its pixels.
     void ReadComponent(int startX, int startY) {
         std::vector<Point> pixels = TakeConnected(
-            m_Pixels, {startX, startY}, m_Ink.faceShowsPicture ? Kind::One : Kind::Zero, Neighbours::Eight);
+            m_pixels, {startX, startY}, m_ink.faceShowsPicture ? Kind::One : Kind::Zero, Neighbours::Eight);
         Rect bounds{startX, startY, startX, startY};
         bool touchesEdge = false;
         for (auto& [x, y] : pixels) {
             bounds = Unite(bounds, {x, y, x, y});
             touchesEdge = touchesEdge || IsBorder(x, y);
-            x += m_Bounds.left;
-            y += m_Bounds.top;
+            x += m_bounds.left;
+            y += m_bounds.top;
         }
         if (IsCorner(bounds) || (touchesEdge && IsLine(bounds))) return;
-        m_Ink.isThere = true;
-        m_Ink.pixels.insert(m_Ink.pixels.end(), pixels.begin(), pixels.end());
-        m_Ink.isCut = m_Ink.isCut || touchesEdge;
+        m_ink.isThere = true;
+        m_ink.pixels.insert(m_ink.pixels.end(), pixels.begin(), pixels.end());
+        m_ink.isCut = m_ink.isCut || touchesEdge;
     }
 
     // Is this ink a rounded corner?
     bool IsCorner(const Rect& bounds) const {
-        return (bounds.left == m_Face.left || bounds.right == m_Face.right) &&
-               (bounds.top == m_Face.top || bounds.bottom == m_Face.bottom) &&
-               bounds.Width() * 4 <= m_Face.Width() && bounds.Height() * 4 <= m_Face.Height();
+        return (bounds.left == m_face.left || bounds.right == m_face.right) &&
+               (bounds.top == m_face.top || bounds.bottom == m_face.bottom) &&
+               bounds.Width() * 4 <= m_face.Width() && bounds.Height() * 4 <= m_face.Height();
     }
 
     // Is this ink a line from one side to the other?
     bool IsLine(const Rect& bounds) const {
-        return (bounds.left == m_Face.left && bounds.right == m_Face.right) ||
-               (bounds.top == m_Face.top && bounds.bottom == m_Face.bottom);
+        return (bounds.left == m_face.left && bounds.right == m_face.right) ||
+               (bounds.top == m_face.top && bounds.bottom == m_face.bottom);
     }
 
-    Rect m_Bounds;
-    Grid<Kind> m_Pixels;
+    Rect m_bounds;
+    Grid<Kind> m_pixels;
     // The face inside the frame.
-    Rect m_Face;
-    KeyInk m_Ink;
+    Rect m_face;
+    KeyInk m_ink;
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ using PlaneSet = std::set<std::size_t>;
 
 class RemarkList {
 public:
-    RemarkList(const SkinModule& skin, const SourcePlaces* pPlaces) : m_Skin(skin), m_pPlaces(pPlaces) {}
+    RemarkList(const SkinModule& skin, const SourcePlaces* pPlaces) : m_skin(skin), m_places(pPlaces) {}
 
     void Add(std::string text);
     void Add(BoardKind board, std::string text);
@@ -25,7 +25,7 @@ public:
     // The name of a resource, appended to its description; empty for a skin with a source, whose author does
     // not know it.
     std::string Called(std::string_view resource) const {
-        return m_pPlaces ? "" : " (" + std::string(resource) + ")";
+        return m_places ? "" : " (" + std::string(resource) + ")";
     }
 
     std::vector<Remark> Take();
@@ -34,12 +34,12 @@ private:
     // More than anybody reads; a damaged skin could give any number.
     static constexpr std::size_t kMost = 500;
 
-    bool HasRoom() const { return m_Remarks.size() < kMost; }
+    bool HasRoom() const { return m_remarks.size() < kMost; }
     Remark& Append(std::string text);
 
-    const SkinModule& m_Skin;
-    const SourcePlaces* m_pPlaces;
-    std::vector<Remark> m_Remarks;
+    const SkinModule& m_skin;
+    const SourcePlaces* m_places;
+    std::vector<Remark> m_remarks;
 };
 
 // The sizes of the screen in both orientations.

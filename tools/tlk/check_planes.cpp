@@ -39,80 +39,80 @@ bool DrawsSomething(const Picture& picture, const Rect& rect) {
 class PlaneCheck {
 public:
     PlaneCheck(const SkinModule& skin, const SkinBoard& board, const PlaneSet& reached, RemarkList& remarks)
-        : m_Skin(skin),
-          m_Board(board),
-          m_Keyboard(skin.KeyboardOf(board.kind)),
-          m_Reached(reached),
-          m_Remarks(remarks) {}
+        : m_skin(skin),
+          m_board(board),
+          m_keyboard(skin.KeyboardOf(board.kind)),
+          m_reached(reached),
+          m_remarks(remarks) {}
 
     void Run() {
         ReportMissingMasks();
         ReportUnusedMasks();
-        if (!m_Board.picture.IsReadable() || KeysCoverTooMuch(m_Board)) return;
-        for (const auto& [key, rects] : m_Board.layout)
-            if (key < m_Skin.characters.size()) CheckKey(key, rects);
+        if (!m_board.picture.IsReadable() || KeysCoverTooMuch(m_board)) return;
+        for (const auto& [key, rects] : m_board.layout)
+            if (key < m_skin.characters.size()) CheckKey(key, rects);
     }
 
 private:
     void ReportMissingMasks() {
         PlaneSet missing;
-        for (std::size_t plane : m_Reached)
-            if (!m_Board.masks[plane].isPresent) missing.insert(plane);
+        for (std::size_t plane : m_reached)
+            if (!m_board.masks[plane].isPresent) missing.insert(plane);
         if (!missing.empty())
-            m_Remarks.Add(m_Board.kind, missing,
-                          "can be brought up but has no mask" + m_Remarks.Called(MaskNames(missing)) +
+            m_remarks.Add(m_board.kind, missing,
+                          "can be brought up but has no mask" + m_remarks.Called(MaskNames(missing)) +
                               ": nothing is drawn");
     }
 
     void ReportUnusedMasks() {
         PlaneSet idle;
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
-            if (m_Board.masks[plane].isPresent && !m_Reached.contains(plane)) idle.insert(plane);
+            if (m_board.masks[plane].isPresent && !m_reached.contains(plane)) idle.insert(plane);
         if (!idle.empty())
-            m_Remarks.Add(
-                m_Board.kind, idle,
-                "no key brings this up: add one, or leave out the mask" + m_Remarks.Called(MaskNames(idle)));
+            m_remarks.Add(
+                m_board.kind, idle,
+                "no key brings this up: add one, or leave out the mask" + m_remarks.Called(MaskNames(idle)));
     }
 
     std::string MaskNames(const PlaneSet& planes) const {
         std::string names;
         for (std::size_t plane : planes)
-            AppendName(names, MaskResource(m_Board.kind, plane));
+            AppendName(names, MaskResource(m_board.kind, plane));
         return names;
     }
 
     void CheckKey(std::uint16_t key, const std::vector<Rect>& rects) {
         std::map<std::string, PlaneSet> found;
-        for (std::size_t plane : m_Reached) {
-            const SkinBitmap& mask = m_Board.masks[plane];
-            if (!IsMaskOf(mask, m_Board)) continue;
-            m_Keyboard.Latch(LatchesFor(plane));
+        for (std::size_t plane : m_reached) {
+            const SkinBitmap& mask = m_board.masks[plane];
+            if (!IsMaskOf(mask, m_board)) continue;
+            m_keyboard.Latch(LatchesFor(plane));
             const std::string text = Compare(key, rects, FindInk(mask.pixels, rects));
             if (!text.empty()) found[text].insert(plane);
         }
         for (const auto& [text, planes] : found)
-            m_Remarks.Add(m_Board.kind, planes == m_Reached ? PlaneSet{} : planes, key, text);
+            m_remarks.Add(m_board.kind, planes == m_reached ? PlaneSet{} : planes, key, text);
     }
 
     std::string Compare(std::uint16_t key, const std::vector<Rect>& rects, const KeyInk& ink) {
         if (ink.isCut) return "the glyph reaches the edge of the key: it is cut, or runs into the next one";
         const bool showsSomething =
             ink.isThere || (ink.faceShowsPicture && std::ranges::any_of(rects, [this](const Rect& rect) {
-                                return DrawsSomething(m_Board.picture.pixels, rect);
+                                return DrawsSomething(m_board.picture.pixels, rect);
                             }));
         if (IsFunction(key)) return showsSomething || key == function_key::kSpace ? "" : "shows nothing";
-        const char16_t character = m_Keyboard.CharacterOf(key);
+        const char16_t character = m_keyboard.CharacterOf(key);
         if (character == 0) return ink.isThere ? "shows something but types no character" : "";
         return showsSomething || IsBlank(character) ? "" : "types " + Quote(character) + " but shows nothing";
     }
 
     static std::string Quote(char16_t character) { return "\"" + unicode::ToUtf8(character) + "\""; }
 
-    const SkinModule& m_Skin;
-    const SkinBoard& m_Board;
-    Keyboard& m_Keyboard;
-    const PlaneSet& m_Reached;
-    RemarkList& m_Remarks;
+    const SkinModule& m_skin;
+    const SkinBoard& m_board;
+    Keyboard& m_keyboard;
+    const PlaneSet& m_reached;
+    RemarkList& m_remarks;
 };
 
 void CheckLanguage2(const SkinModule& skin, const Reach& reach, RemarkList& remarks) {

@@ -56,12 +56,14 @@ struct Orientation {
     }
 
     void AddPlanes(Reach& reach) const {
-        ForEach(states, [&](Latches state) {
-            keyboard.Latch(state);
-            const std::size_t plane = keyboard.Plane();
-            reach.planes[static_cast<std::size_t>(plane == kDigitPlane ? BoardKind::Digits : board)].insert(
-                plane);
-        });
+        ForEach(
+            states,
+            [&](Latches state) {
+                keyboard.Latch(state);
+                const std::size_t plane = keyboard.Plane();
+                reach.planes[static_cast<std::size_t>(plane == kDigitPlane ? BoardKind::Digits : board)]
+                    .insert(plane);
+            });
     }
 };
 

@@ -16,7 +16,7 @@ class App;
 namespace tlk {
 
 // Exit status of all commands: success, `check` has remarks, failure.
-enum Status { kDone = 0, kRemarks = 1, kFailed = 2 };
+enum Status { Done = 0, Remarks = 1, Failed = 2 };
 
 struct Command {
     // Owned by the application; true if the command line names this command.

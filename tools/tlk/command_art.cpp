@@ -93,7 +93,7 @@ Status Run(const Arguments& arguments) {
         WriteFile(output.path.string(), output.bytes);
     std::cout << AsText(outputs.back().bytes) << "\nThese lines are in " << outputs.back().path.string()
               << ": name it last in 'based_on' of the skin, or copy them and add the folder to the names.\n";
-    return kDone;
+    return Done;
 }
 
 }  // namespace

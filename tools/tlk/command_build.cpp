@@ -31,9 +31,9 @@ struct Arguments {
 };
 
 const std::map<std::string, Processor>& Processors() {
-    static const std::map<std::string, Processor> processors = {
+    static const std::map<std::string, Processor> kProcessors = {
         {"x86-64", Processor::X64}, {"x86", Processor::X86}, {"arm", Processor::Arm}};
-    return processors;
+    return kProcessors;
 }
 
 void ReportUnusedLanguage(const Skin& skin, std::ostream& out) {
@@ -97,7 +97,7 @@ void BuildEachScreen(const Arguments& arguments) {
 Status Run(Arguments arguments) {
     if (!arguments.all && arguments.sources.size() > 1)
         throw FileError("build: name one source, or use --all and name a folder for the skins");
-    Status status = kDone;
+    Status status = Done;
     for (const std::string& source : arguments.sources) {
         arguments.source = source;
         try {
@@ -107,7 +107,7 @@ Status Run(Arguments arguments) {
                 Build(arguments);
         } catch (const FileError& error) {
             std::cerr << error.what() << '\n';
-            status = kFailed;
+            status = Failed;
         }
     }
     return status;

@@ -57,7 +57,7 @@ Status Run(const Arguments& arguments) {
               << " for a screen of " << screen.width << 'x' << screen.height
               << (arguments.screen.empty() ? ", taken from its pictures," : "") << " and "
               << ProcessorName(module.GetFacts().machine) << '\n';
-    return count == 0 ? kDone : kRemarks;
+    return count == 0 ? Done : Remarks;
 }
 
 }  // namespace

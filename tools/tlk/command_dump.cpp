@@ -15,7 +15,7 @@ Command DescribeDump(CLI::App& app) {
     pOptions->add_option("skin", *skin, "The skin file")->required();
     return {pOptions, [skin] {
                 std::cout << Dump(OpenModule(*skin));
-                return kDone;
+                return Done;
             }};
 }
 

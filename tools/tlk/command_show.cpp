@@ -81,7 +81,7 @@ Status Show(const Arguments& arguments) {
         throw FileError(arguments.skin + ": " + error.what());
     }
     WriteFile(arguments.output, EncodePng(picture));
-    return kDone;
+    return Done;
 }
 
 }  // namespace

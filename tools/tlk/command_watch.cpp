@@ -58,31 +58,31 @@ void HandleSignals() {
 class Watcher {
 public:
     explicit Watcher(const Arguments& arguments)
-        : m_Arguments(arguments),
-          m_SkinPath(m_Folder.Path(fs::path(arguments.source).stem().string() + ".tlk")) {}
+        : m_arguments(arguments),
+          m_skinPath(m_folder.Path(fs::path(arguments.source).stem().string() + ".tlk")) {}
 
     Status Run() {
         Rebuild();
-        while (!g_isInterrupted && !m_HasEnded)
+        while (!g_isInterrupted && !m_hasEnded)
             WaitForChange();
-        return kDone;
+        return Done;
     }
 
 private:
     void WaitForChange() {
-        pollfd waits[] = {{m_Watch.Descriptor(), POLLIN, 0},
-                          {m_Simulator ? m_Simulator->Output() : -1, POLLIN, 0}};
+        pollfd waits[] = {{m_watch.Descriptor(), POLLIN, 0},
+                          {m_simulator ? m_simulator->Output() : -1, POLLIN, 0}};
         if (poll(waits, 2, kMillisecondsToLook) <= 0) return;
-        if (waits[1].revents != 0) m_HasEnded = !m_Simulator->IsRunning();
-        if (waits[0].revents == 0 || !m_Watch.TakeChange()) return;
+        if (waits[1].revents != 0) m_hasEnded = !m_simulator->IsRunning();
+        if (waits[0].revents == 0 || !m_watch.TakeChange()) return;
         while (poll(waits, 1, kMillisecondsOfQuiet) > 0)
-            static_cast<void>(m_Watch.TakeChange());
+            static_cast<void>(m_watch.TakeChange());
         if (!g_isInterrupted) Rebuild();
     }
 
     CompiledSource Compile() {
-        const ReadsWatched watched(m_Watch);
-        return CompileSource(m_Arguments.source, m_Arguments.screen, m_Arguments.font);
+        const ReadsWatched watched(m_watch);
+        return CompileSource(m_arguments.source, m_arguments.screen, m_arguments.font);
     }
 
     // Prints mistakes and keeps the last good skin.
@@ -90,16 +90,16 @@ private:
         try {
             const CompiledSource compiled = Compile();
             const Bytes file = WriteModule(compiled.resources);
-            WriteFile(m_SkinPath, file);
+            WriteFile(m_skinPath, file);
             const Module module = Module::Parse(file);
             const std::string screen = compiled.skin.screen ? Text(*compiled.skin.screen) : std::string();
-            PrintRemarks({module, m_Arguments.source, screen, &compiled.skin.places}, "warning: ", std::cout);
+            PrintRemarks({module, m_arguments.source, screen, &compiled.skin.places}, "warning: ", std::cout);
             Show(ReadSkin(module), screen);
-            std::cout << m_Arguments.source << ": built; waiting for changes, Ctrl-C ends" << std::endl;
+            std::cout << m_arguments.source << ": built; waiting for changes, Ctrl-C ends" << std::endl;
         } catch (const FileError& error) {
             std::cout << error.what() << '\n'
-                      << m_Arguments.source << ": "
-                      << (m_Simulator ? "not built, the last good skin stays"
+                      << m_arguments.source << ": "
+                      << (m_simulator ? "not built, the last good skin stays"
                                       : "not built; waiting for changes")
                       << std::endl;
         }
@@ -107,23 +107,23 @@ private:
 
     void Show(SkinModule skin, const std::string& screen) {
         // Another screen needs another handheld.
-        if (screen != m_Screen) m_Simulator.reset();
-        m_Screen = screen;
-        if (!m_Simulator) {
+        if (screen != m_screen) m_simulator.reset();
+        m_screen = screen;
+        if (!m_simulator) {
             std::vector<std::string> options{
-                "--device", m_Folder.Path("device"), "--skin", m_SkinPath, "--trace", "--commands"};
+                "--device", m_folder.Path("device"), "--skin", m_skinPath, "--trace", "--commands"};
             if (!screen.empty()) options.insert(options.end(), {"--screen", screen});
-            m_Simulator = std::make_unique<RunningSimulator>(m_Arguments.simulator, options);
-            m_HasEnded = !m_Simulator->Do({});
+            m_simulator = std::make_unique<RunningSimulator>(m_arguments.simulator, options);
+            m_hasEnded = !m_simulator->Do({});
             // It has printed why.
-            if (m_HasEnded && !g_isInterrupted)
-                throw std::runtime_error(m_Arguments.simulator + ": ended before it showed the skin");
+            if (m_hasEnded && !g_isInterrupted)
+                throw std::runtime_error(m_arguments.simulator + ": ended before it showed the skin");
         } else {
             const View view = TakeView();
-            m_HasEnded = !m_Simulator->Do({"deselect", "skin put " + m_SkinPath, "select"}) ||
+            m_hasEnded = !m_simulator->Do({"deselect", "skin put " + m_skinPath, "select"}) ||
                          !Lead(skin, view.isLandscape, 0, view.latches);
         }
-        m_Skin = std::move(skin);
+        m_skin = std::move(skin);
     }
 
     // Returns what is latched, and releases it: a language without a key in the next skin would stay.
@@ -133,11 +133,11 @@ private:
         // The digit keyboard does not show the other latched keys.
         const Latches digits = view->latches & latch::kDigits;
         if (digits) {
-            Lead(m_Skin, view->isLandscape, view->latches, view->latches & ~latch::kDigits);
+            Lead(m_skin, view->isLandscape, view->latches, view->latches & ~latch::kDigits);
             view = PresentView();
             if (!view) return {};
         }
-        Lead(m_Skin, view->isLandscape, view->latches, 0);
+        Lead(m_skin, view->isLandscape, view->latches, 0);
         view->latches |= digits;
         return *view;
     }
@@ -151,7 +151,7 @@ private:
         std::vector<std::string> commands;
         for (const Move& move : moves.PathTowards(from, to))
             std::ranges::move(CommandsOf(move), std::back_inserter(commands));
-        return m_Simulator->Do(commands);
+        return m_simulator->Do(commands);
     }
 
     static std::vector<std::string> CommandsOf(const Move& move) {
@@ -165,22 +165,22 @@ private:
     }
 
     std::optional<View> PresentView() {
-        const std::string picture = m_Folder.Path("panel.png");
+        const std::string picture = m_folder.Path("panel.png");
         std::error_code ignored;
         fs::remove(picture, ignored);
-        if (!m_Simulator->Do({"screenshot panel " + picture}) || !fs::exists(picture)) return std::nullopt;
-        return FindView(m_Skin, DecodePng(ReadFile(picture)).picture);
+        if (!m_simulator->Do({"screenshot panel " + picture}) || !fs::exists(picture)) return std::nullopt;
+        return FindView(m_skin, DecodePng(ReadFile(picture)).picture);
     }
 
-    const Arguments& m_Arguments;
-    const TemporaryFolder m_Folder;
-    const std::string m_SkinPath;
-    FileWatch m_Watch;
+    const Arguments& m_arguments;
+    const TemporaryFolder m_folder;
+    const std::string m_skinPath;
+    FileWatch m_watch;
     // The skin that the simulator shows.
-    SkinModule m_Skin;
-    std::string m_Screen;
-    std::unique_ptr<RunningSimulator> m_Simulator;
-    bool m_HasEnded = false;
+    SkinModule m_skin;
+    std::string m_screen;
+    std::unique_ptr<RunningSimulator> m_simulator;
+    bool m_hasEnded = false;
 };
 
 // The simulator from the build of this program.

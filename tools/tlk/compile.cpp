@@ -64,17 +64,17 @@ Bytes EncodeSecondLanguage(const Skin& skin) {
 class Compilation {
 public:
     Compilation(const Skin& skin, const Font& font)
-        : m_Skin(skin), m_Lettering(font), m_HasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
+        : m_skin(skin), m_lettering(font), m_hasLanguageKey(skin.HasKey(function_key::kLanguage)) {}
 
     std::vector<Resource> Run() {
         TryEach(kBoards, [this](BoardKind kind) {
-            if (const Board* pBoard = m_Skin.Find(kind)) AddBoard(kind, LayOut(m_Skin, *pBoard));
+            if (const Board* pBoard = m_skin.Find(kind)) AddBoard(kind, LayOut(m_skin, *pBoard));
         });
-        if (m_HasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_Skin));
+        if (m_hasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_skin));
         // Only its presence counts.
-        if (m_Skin.swipeOnly) Add(ResourceKind::Data, "SWIPE_ONLY", {1});
+        if (m_skin.swipeOnly) Add(ResourceKind::Data, "SWIPE_ONLY", {1});
         RequireArtUsed();
-        return std::move(m_Resources);
+        return std::move(m_resources);
     }
 
 private:
@@ -91,8 +91,8 @@ private:
 
     // Returns whether Backspace is in the CAPS rectangle, whose keys follow Shift alone.
     bool AddCapsRect(const Layout& layout) {
-        if (!m_Skin.capsRect || m_Skin.HasSquareScreen()) return false;
-        const auto area = FindCapsRect(m_Skin, layout);
+        if (!m_skin.capsRect || m_skin.HasSquareScreen()) return false;
+        const auto area = FindCapsRect(m_skin, layout);
         if (!area) return false;
         Add(ResourceKind::Data, "CAPS_RECT", EncodeCapsRect(*area));
         return Holds(*area, layout, function_key::kBackspace);
@@ -102,7 +102,7 @@ private:
         const std::string name(PictureResource(kind));
         const ArtFile* art = FindArt(name);
         Add(ResourceKind::Bitmap, name,
-            EncodePicture(art ? ReadArtPicture(*art, layout.size) : DrawPicture(m_Skin, layout)));
+            EncodePicture(art ? ReadArtPicture(*art, layout.size) : DrawPicture(m_skin, layout)));
         Add(ResourceKind::Data, std::string(LayoutResource(kind)), EncodeLayout(layout));
     }
 
@@ -115,9 +115,9 @@ private:
 
     // Omits planes that no key selects. A stroke upwards from the language key acts as an umlaut key.
     bool CanShow(const Plane& plane) const {
-        if (plane.Language() == 1 && !m_HasLanguageKey) return false;
-        if (plane.IsUmlaut() && !m_HasLanguageKey && !m_Skin.HasKey(function_key::kUmlaut)) return false;
-        return !plane.IsLarge() || m_Skin.HasKey(function_key::kShift) || m_Skin.HasKey(function_key::kCaps);
+        if (plane.Language() == 1 && !m_hasLanguageKey) return false;
+        if (plane.IsUmlaut() && !m_hasLanguageKey && !m_skin.HasKey(function_key::kUmlaut)) return false;
+        return !plane.IsLarge() || m_skin.HasKey(function_key::kShift) || m_skin.HasKey(function_key::kCaps);
     }
 
     void AddMasks(BoardKind board, const Layout& layout, const std::vector<Plane>& planes) {
@@ -130,29 +130,32 @@ private:
             drawn.push_back(plane);
             names.push_back(name);
         });
-        const std::vector<Mask> masks = DrawMasks(m_Skin, layout, m_Lettering, drawn);
+        const std::vector<Mask> masks = DrawMasks(m_skin, layout, m_lettering, drawn);
         for (std::size_t i = 0; i < masks.size(); ++i)
             Add(ResourceKind::Bitmap, names[i], EncodeMask(masks[i]));
     }
 
     const ArtFile* FindArt(const std::string& name) const {
-        const auto found = m_Skin.art.find(name);
-        return found == m_Skin.art.end() ? nullptr : &found->second;
+        const auto found = m_skin.art.find(name);
+        return found == m_skin.art.end() ? nullptr : &found->second;
     }
 
     void RequireArtUsed() const {
-        TryEach(m_Skin.art, [this](const auto& art) {
-            const auto& [name, file] = art;
-            if (std::ranges::find(m_Resources, name, &Resource::name) == m_Resources.end())
-                throw SourceError(file.place,
-                                  "the skin has nothing that " + file.path +
-                                      " could replace: add the keyboard or the key that shows it, or remove "
-                                      "the line");
-        });
+        TryEach(
+            m_skin.art,
+            [this](const auto& art) {
+                const auto& [name, file] = art;
+                if (std::ranges::find(m_resources, name, &Resource::name) == m_resources.end())
+                    throw SourceError(
+                        file.place,
+                        "the skin has nothing that " + file.path +
+                            " could replace: add the keyboard or the key that shows it, or remove "
+                            "the line");
+            });
     }
 
     void Add(ResourceKind kind, std::string name, Bytes data) {
-        m_Resources.push_back({kind, std::move(name), std::move(data)});
+        m_resources.push_back({kind, std::move(name), std::move(data)});
     }
 
     static bool Holds(const Rect& area, const Layout& layout, std::uint16_t index) {
@@ -160,10 +163,10 @@ private:
         return key != layout.keys.end() && area.Contains(key->rects[0]);
     }
 
-    const Skin& m_Skin;
-    Lettering m_Lettering;
-    bool m_HasLanguageKey;
-    std::vector<Resource> m_Resources;
+    const Skin& m_skin;
+    Lettering m_lettering;
+    bool m_hasLanguageKey;
+    std::vector<Resource> m_resources;
 };
 
 }  // namespace

@@ -28,23 +28,23 @@ std::string Describe(char16_t character) {
 class BoardDrawing {
 public:
     BoardDrawing(const Skin& skin, const Layout& layout, Lettering& lettering, std::span<const Plane> planes)
-        : m_Skin(skin),
-          m_Layout(layout),
-          m_Lettering(lettering),
-          m_Font(lettering.GetFont()),
-          m_Faces(DrawFaces(skin, layout)),
-          m_Ink(skin.palette.glyphs == GlyphTone::Light) {
+        : m_skin(skin),
+          m_layout(layout),
+          m_lettering(lettering),
+          m_font(lettering.GetFont()),
+          m_faces(DrawFaces(skin, layout)),
+          m_ink(skin.palette.glyphs == GlyphTone::Light) {
         for (const Plane& plane : planes)
             ForEachPlace(
                 [&](const Key& key, const Rect&) { RequireGlyphs(key.key, SignOf(skin, key, plane)); });
-        m_Size.characters = LargestSize(planes, false, skin.font.characters);
-        m_Size.words = LargestSize(planes, true, skin.font.words);
+        m_size.characters = LargestSize(planes, false, skin.font.characters);
+        m_size.words = LargestSize(planes, true, skin.font.words);
     }
 
     Mask Draw(const Plane& plane) const {
-        Mask mask = m_Faces;
+        Mask mask = m_faces;
         ForEachPlace([&](const Key& key, const Rect& rect) {
-            const Sign sign = SignOf(m_Skin, key, plane);
+            const Sign sign = SignOf(m_skin, key, plane);
             if (sign.icon)
                 DrawIconAt(mask, key.key, *sign.icon, rect);
             else if (!sign.text.empty())
@@ -57,19 +57,22 @@ private:
     // A bent key has one glyph, a key in two places two.
     template <class Callback>
     void ForEachPlace(const Callback& callback) const {
-        TryEach(m_Layout.keys, [&](const Key& key) {
-            for (auto rect = key.rects.begin(); rect != key.rects.end(); ++rect)
-                if (std::none_of(key.rects.begin(), rect, [&](const Rect& r) { return r.Touches(*rect); }))
-                    callback(key, *rect);
-        });
+        TryEach(
+            m_layout.keys,
+            [&](const Key& key) {
+                for (auto rect = key.rects.begin(); rect != key.rects.end(); ++rect)
+                    if (std::none_of(
+                            key.rects.begin(), rect, [&](const Rect& r) { return r.Touches(*rect); }))
+                        callback(key, *rect);
+            });
     }
 
     void RequireGlyphs(std::uint16_t key, const Sign& sign) const {
         if (sign.icon) return;
         for (char16_t character : sign.text)
-            if (!m_Font.Has(character))
+            if (!m_font.Has(character))
                 throw SourceError(PlaceOf(key), "the font has no glyph for " + Describe(character) +
-                                                    " of key '" + KeyName(m_Skin.characters, key) +
+                                                    " of key '" + KeyName(m_skin.characters, key) +
                                                     "': use another character, or another font (--font)");
     }
 
@@ -77,7 +80,7 @@ private:
     int LargestSize(std::span<const Plane> planes, bool isWord, int pixels) const {
         TryEach(planes, [&](const Plane& plane) {
             ForEachPlace([&](const Key& key, const Rect& rect) {
-                const Sign sign = SignOf(m_Skin, key, plane);
+                const Sign sign = SignOf(m_skin, key, plane);
                 if (sign.icon || sign.text.empty() || sign.isWord != isWord) return;
                 int fitting = pixels;
                 while (!FitText(sign, fitting, rect))
@@ -89,75 +92,75 @@ private:
     }
 
     int PixelsOf(const Sign& sign, int pixels) const {
-        return sign.enlarged > 0 ? std::min(pixels + sign.enlarged, m_Size.characters) : pixels;
+        return sign.enlarged > 0 ? std::min(pixels + sign.enlarged, m_size.characters) : pixels;
     }
 
     const Glyph* FitText(const Sign& sign, int pixels, const Rect& rect) const {
         const Rect room = RoomOf(rect);
-        return m_Lettering.Fit(sign.text, PixelsOf(sign, pixels), {room.Width(), room.Height()},
+        return m_lettering.Fit(sign.text, PixelsOf(sign, pixels), {room.Width(), room.Height()},
                                sign.isWord ? kNarrowestWord : kNarrowestCharacter);
     }
 
     // A tall glyph may extend over the shaded bottom edge.
     Rect RoomOf(const Rect& rect) const {
-        Rect room = InnerOf(m_Skin, rect);
+        Rect room = InnerOf(m_skin, rect);
         room.bottom = FaceOf(rect).bottom;
         return room;
     }
 
     void DrawIconAt(Mask& mask, std::uint16_t key, Icon icon, const Rect& rect) const {
-        for (int pixels = m_Size.characters; pixels >= kSmallestFont; --pixels)
-            if (StampCentred(mask, DrawIcon(icon, m_Font.CapHeight(pixels)), rect)) return;
+        for (int pixels = m_size.characters; pixels >= kSmallestFont; --pixels)
+            if (StampCentred(mask, DrawIcon(icon, m_font.CapHeight(pixels)), rect)) return;
         // A space bar too small for its icon stays blank.
         if (key != function_key::kSpace) FailToFit(key);
     }
 
     bool StampCentred(Mask& mask, const Mask& ink, const Rect& rect) const {
-        const Rect inner = InnerOf(m_Skin, rect);
+        const Rect inner = InnerOf(m_skin, rect);
         const Size size = ink.GetSize();
         if (size.width > inner.Width() || size.height > inner.Height()) return false;
         const Rect face = FaceOf(rect);
         Paste(mask, ink, face.left + (face.Width() - size.width) / 2,
-              face.top + (face.Height() - size.height + 1) / 2, m_Ink);
+              face.top + (face.Height() - size.height + 1) / 2, m_ink);
         return true;
     }
 
     // Words and characters of one row have one baseline, unless an accent or a descender needs the room.
     void DrawText(Mask& mask, const Sign& sign, const Rect& rect) const {
-        const int pixels = sign.isWord ? m_Size.words : m_Size.characters;
+        const int pixels = sign.isWord ? m_size.words : m_size.characters;
         const Glyph& glyph = *FitText(sign, pixels, rect);
-        const int capHeight = m_Font.CapHeight(PixelsOf(sign, pixels));
+        const int capHeight = m_font.CapHeight(PixelsOf(sign, pixels));
         const Size ink = glyph.ink.GetSize();
         const Rect face = FaceOf(rect);
-        const Rect inner = InnerOf(m_Skin, rect);
+        const Rect inner = InnerOf(m_skin, rect);
         const int baseline = face.top + (face.Height() - capHeight + 1) / 2 + capHeight;
         const int lowest = std::max(inner.top, inner.bottom - ink.height + 1);
         Paste(mask, glyph.ink, face.left + (face.Width() - ink.width + 1) / 2,
-              std::clamp(baseline - glyph.ascent, inner.top, lowest), m_Ink);
+              std::clamp(baseline - glyph.ascent, inner.top, lowest), m_ink);
     }
 
     [[noreturn]] void FailToFit(std::uint16_t key) const {
-        throw SourceError(PlaceOf(key), "what key '" + KeyName(m_Skin.characters, key) +
+        throw SourceError(PlaceOf(key), "what key '" + KeyName(m_skin.characters, key) +
                                             "' shows does not fit: give it a larger weight");
     }
 
     // The place in the source that gives the key its character, else that names the key.
     SourcePlace PlaceOf(std::uint16_t key) const {
-        if (const auto found = m_Skin.characterPlaces.find(key); found != m_Skin.characterPlaces.end())
+        if (const auto found = m_skin.characterPlaces.find(key); found != m_skin.characterPlaces.end())
             return found->second;
-        for (const auto& [known, place] : m_Skin.places)
+        for (const auto& [known, place] : m_skin.places)
             if (known.second == key) return place;
         return {};
     }
 
-    const Skin& m_Skin;
-    const Layout& m_Layout;
-    Lettering& m_Lettering;
-    const Font& m_Font;
-    const Mask m_Faces;
+    const Skin& m_skin;
+    const Layout& m_layout;
+    Lettering& m_lettering;
+    const Font& m_font;
+    const Mask m_faces;
     // The value of a glyph's pixels in the mask.
-    std::uint8_t m_Ink;
-    FontSizes m_Size;
+    std::uint8_t m_ink;
+    FontSizes m_size;
 };
 
 }  // namespace

@@ -41,11 +41,11 @@ public:
             DumpEntry(entry);
     }
 
-    std::string Take() const { return m_Out.str(); }
+    std::string Take() const { return m_out.str(); }
 
 private:
     void DumpFacts(const Module::Facts& facts) {
-        m_Out << "file of " << facts.fileSize << " bytes: " << (facts.isLibrary ? "library" : "program")
+        m_out << "file of " << facts.fileSize << " bytes: " << (facts.isLibrary ? "library" : "program")
               << " for " << ProcessorName(facts.machine) << ", "
               << (facts.entryPoint == 0 ? "no entry point" : "entry point 0x" + Hex(facts.entryPoint, 8))
               << ", " << (facts.timeStamp == 0 ? "no time stamp" : "time stamp 0x" + Hex(facts.timeStamp, 8))
@@ -61,7 +61,7 @@ private:
         else if (entry.type == "RC_DATA")
             DumpData(name, entry);
         else
-            m_Out << "unknown type " << entry.type << ", " << entry.name << Language(entry) << ": "
+            m_out << "unknown type " << entry.type << ", " << entry.name << Language(entry) << ": "
                   << entry.data.size() << " bytes\n";
     }
 
@@ -72,19 +72,19 @@ private:
 
     // Describes the header; whether the pixels are complete is up to the check.
     void DumpBitmap(const std::string& name, const Module::Entry& entry) {
-        m_Out << "bitmap " << name << Language(entry) << ": ";
+        m_out << "bitmap " << name << Language(entry) << ": ";
         const auto header = ReadBitmapHeader(entry.data);
         if (!header) {
-            m_Out << "damaged, " << entry.data.size() << " bytes\n";
+            m_out << "damaged, " << entry.data.size() << " bytes\n";
             return;
         }
-        m_Out << header->width << " x " << std::abs(header->rows) << " pixels of " << header->depth
+        m_out << header->width << " x " << std::abs(header->rows) << " pixels of " << header->depth
               << (header->depth == 1 ? " bit" : " bits") << (header->isCompressed ? ", compressed" : "")
               << (header->rows < 0 ? ", top row first" : "") << ", " << entry.data.size() << " bytes\n";
     }
 
     void DumpData(const std::string& name, const Module::Entry& entry) {
-        m_Out << "data " << name << Language(entry) << ": ";
+        m_out << "data " << name << Language(entry) << ": ";
         const bool isLayout =
             std::ranges::any_of(kBoards, [&name](BoardKind board) { return LayoutResource(board) == name; });
         if (isLayout)
@@ -94,49 +94,49 @@ private:
         else if (name == "LOCALE_CHARSET")
             DumpLocale(entry.data);
         else
-            m_Out << (name == "SWIPE_ONLY" ? "for strokes only, " : "unknown, ") << entry.data.size()
+            m_out << (name == "SWIPE_ONLY" ? "for strokes only, " : "unknown, ") << entry.data.size()
                   << " bytes\n";
     }
 
     void DumpLayout(View bytes) {
         const auto big = [&bytes](std::size_t offset) { return bytes[offset] << 8 | bytes[offset + 1]; };
-        m_Out << bytes.size() / kRecordSize << " records" << Rest(bytes.size() % kRecordSize) << '\n';
+        m_out << bytes.size() / kRecordSize << " records" << Rest(bytes.size() % kRecordSize) << '\n';
         for (std::size_t at = 0; at + kRecordSize <= bytes.size(); at += kRecordSize) {
             const auto key = static_cast<std::uint16_t>(big(at));
-            m_Out << "    " << std::setw(3) << key << ' ' << KeyName(m_Characters, key) << ": " << big(at + 4)
+            m_out << "    " << std::setw(3) << key << ' ' << KeyName(m_characters, key) << ": " << big(at + 4)
                   << ',' << big(at + 6) << " to " << big(at + 8) << ',' << big(at + 10);
-            if (big(at + 2) != 0) m_Out << ", bitmap value " << big(at + 2);
-            if (*Get32(bytes, at + 12) != 0) m_Out << ", reserved 0x" << Hex(*Get32(bytes, at + 12), 8);
-            m_Out << '\n';
+            if (big(at + 2) != 0) m_out << ", bitmap value " << big(at + 2);
+            if (*Get32(bytes, at + 12) != 0) m_out << ", reserved 0x" << Hex(*Get32(bytes, at + 12), 8);
+            m_out << '\n';
         }
     }
 
     void DumpCapsRect(View bytes) {
         if (bytes.size() < 16) {
-            m_Out << "damaged, " << bytes.size() << " bytes\n";
+            m_out << "damaged, " << bytes.size() << " bytes\n";
             return;
         }
         const auto edge = [&bytes](std::size_t i) { return static_cast<std::int32_t>(*Get32(bytes, i * 4)); };
-        m_Out << edge(0) << ',' << edge(1) << " to " << edge(2) << ',' << edge(3) << Rest(bytes.size() - 16)
+        m_out << edge(0) << ',' << edge(1) << " to " << edge(2) << ',' << edge(3) << Rest(bytes.size() - 16)
               << '\n';
     }
 
     // Language 2 beside language 1 of the same key.
     void DumpLocale(View bytes) {
         if (bytes.size() < kLocaleHeaderSize) {
-            m_Out << "damaged, " << bytes.size() << " bytes\n";
+            m_out << "damaged, " << bytes.size() << " bytes\n";
             return;
         }
         const View groups = bytes.subspan(kLocaleHeaderSize);
-        m_Out << groups.size() / kGroupSize << " keys of language 2" << Rest(groups.size() % kGroupSize)
+        m_out << groups.size() / kGroupSize << " keys of language 2" << Rest(groups.size() % kGroupSize)
               << "; small, large, umlaut small, umlaut large\n";
         for (std::size_t at = 0; at + kGroupSize <= groups.size(); at += kGroupSize) {
             const std::size_t key = kFirstCharacter + at / kGroupSize;
-            m_Out << "    " << std::setw(3) << key << ' '
-                  << (key <= 0xFFFF ? KeyName(m_Characters, static_cast<std::uint16_t>(key)) : "") << ":";
+            m_out << "    " << std::setw(3) << key << ' '
+                  << (key <= 0xFFFF ? KeyName(m_characters, static_cast<std::uint16_t>(key)) : "") << ":";
             for (std::size_t i = 0; i < kGroupSize; i += 2)
-                m_Out << ' ' << Show(static_cast<char16_t>(*Get16(groups, at + i)));
-            m_Out << '\n';
+                m_out << ' ' << Show(static_cast<char16_t>(*Get16(groups, at + i)));
+            m_out << '\n';
         }
     }
 
@@ -144,8 +144,8 @@ private:
         return bytes == 0 ? "" : " and " + std::to_string(bytes) + " bytes more";
     }
 
-    const CharacterTable m_Characters = BuiltInCharacters();
-    std::ostringstream m_Out;
+    const CharacterTable m_characters = BuiltInCharacters();
+    std::ostringstream m_out;
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ public:
     }
 
     // A new path for a skin: loading the path of a loaded module would return that module.
-    std::string NextSkin() { return m_Folder.Path("Windows/skin" + std::to_string(++m_SkinCount) + ".tlk"); }
+    std::string NextSkin() { return m_folder.Path("Windows/skin" + std::to_string(++m_skinCount) + ".tlk"); }
 
     Device(const Device&) = delete;
     Device& operator=(const Device&) = delete;
@@ -37,26 +37,26 @@ public:
 private:
     Device() {
         host::DeviceOptions options;
-        options.folder = m_Folder.Path("");
+        options.folder = m_folder.Path("");
         options.report = [](const std::string& line) { std::cerr << line << '\n'; };
         options.durable = false;
         host::StartDevice(options);
-        fs::create_directory(m_Folder.Path("Windows"));
-        fs::copy_file(TOLKA_RESOURCES, m_Folder.Path("Windows/Tolka.DLL"));
-        m_Library.Reset(LoadLibraryW(TEXT("\\Windows\\Tolka.DLL")));
-        if (!m_Library) throw FileError(TOLKA_RESOURCES ": cannot be loaded: build it");
-        _Module.Init(m_Library.Get(), m_NoClasses);
+        fs::create_directory(m_folder.Path("Windows"));
+        fs::copy_file(TOLKA_RESOURCES, m_folder.Path("Windows/Tolka.DLL"));
+        m_library.Reset(LoadLibraryW(TEXT("\\Windows\\Tolka.DLL")));
+        if (!m_library) throw FileError(TOLKA_RESOURCES ": cannot be loaded: build it");
+        _Module.Init(m_library.Get(), m_noClasses);
     }
     ~Device() {
         _Module.Term();
-        m_Library.Reset();
+        m_library.Reset();
         host::StopDevice();
     }
 
-    TemporaryFolder m_Folder;
-    CModuleOwner m_Library;
-    CComClassEntry m_NoClasses[1] = {};
-    int m_SkinCount = 0;
+    TemporaryFolder m_folder;
+    CModuleOwner m_library;
+    CComClassEntry m_noClasses[1] = {};
+    int m_skinCount = 0;
 };
 
 // Receives the keys.
@@ -87,7 +87,7 @@ public:
 // A bitmap of 32 bits per pixel to draw on.
 class Canvas {
 public:
-    explicit Canvas(Size size) : m_Size(size), m_DC(CreateCompatibleDC(nullptr)) {
+    explicit Canvas(Size size) : m_size(size), m_dc(CreateCompatibleDC(nullptr)) {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof info.bmiHeader;
         info.bmiHeader.biWidth = size.width;
@@ -95,19 +95,19 @@ public:
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
         void* pBits = nullptr;
-        m_Bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pBits, nullptr, 0));
-        if (!m_Bitmap) throw FileError("no memory for a picture of " + Text(size));
-        m_pBits = static_cast<const DWORD*>(pBits);
-        m_Selection.emplace(m_DC.Get(), m_Bitmap.Get());
+        m_bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pBits, nullptr, 0));
+        if (!m_bitmap) throw FileError("no memory for a picture of " + Text(size));
+        m_bits = static_cast<const DWORD*>(pBits);
+        m_selection.emplace(m_dc.Get(), m_bitmap.Get());
     }
 
-    HDC DC() const { return m_DC.Get(); }
+    HDC DC() const { return m_dc.Get(); }
 
     Picture Read() const {
-        Picture picture(m_Size, Color{});
-        const DWORD* pPixel = m_pBits;
-        for (int y = 0; y < m_Size.height; ++y)
-            for (int x = 0; x < m_Size.width; ++x, ++pPixel)
+        Picture picture(m_size, Color{});
+        const DWORD* pPixel = m_bits;
+        for (int y = 0; y < m_size.height; ++y)
+            for (int x = 0; x < m_size.width; ++x, ++pPixel)
                 picture.At(x, y) = {static_cast<std::uint8_t>(*pPixel >> 16),
                                     static_cast<std::uint8_t>(*pPixel >> 8),
                                     static_cast<std::uint8_t>(*pPixel)};
@@ -115,11 +115,11 @@ public:
     }
 
 private:
-    Size m_Size;
-    CMemoryDC m_DC;
-    CBitmapOwner m_Bitmap;
-    const DWORD* m_pBits = nullptr;
-    std::optional<CSelection> m_Selection;
+    Size m_size;
+    CMemoryDC m_dc;
+    CBitmapOwner m_bitmap;
+    const DWORD* m_bits = nullptr;
+    std::optional<CSelection> m_selection;
 };
 
 CharacterTable TableOf(const CKeyboard& keyboard) {
@@ -159,25 +159,25 @@ struct Keyboard::Parts {
     bool takesSkin = false;
 };
 
-Keyboard::Keyboard(Size screen) : m_pParts(std::make_unique<Parts>()) {
-    CKeyboard& engine = m_pParts->engine;
-    engine.m_pCallback = &m_pParts->sink;
+Keyboard::Keyboard(Size screen) : m_parts(std::make_unique<Parts>()) {
+    CKeyboard& engine = m_parts->engine;
+    engine.m_pCallback = &m_parts->sink;
     engine.m_stKbStatus = StatusOf(kLatchStates - 1);
-    m_pParts->takesSkin = engine.Init(screen.width, screen.height) && !engine.m_bNoSkin;
-    m_pParts->lasting = Latched();
-    m_pParts->characters = TableOf(engine);
+    m_parts->takesSkin = engine.Init(screen.width, screen.height) && !engine.m_bNoSkin;
+    m_parts->lasting = Latched();
+    m_parts->characters = TableOf(engine);
     Latch(0);
 }
 
 Keyboard::~Keyboard() = default;
 
-bool Keyboard::TakesSkin() const { return m_pParts->takesSkin; }
+bool Keyboard::TakesSkin() const { return m_parts->takesSkin; }
 
-const CharacterTable& Keyboard::Characters() const { return m_pParts->characters; }
+const CharacterTable& Keyboard::Characters() const { return m_parts->characters; }
 
 KeyLayout Keyboard::Keys(bool ofDigits) const {
     KeyLayout keys;
-    const CKeyboard& engine = m_pParts->engine;
+    const CKeyboard& engine = m_parts->engine;
     for (const auto& [key, entry] : ofDigits ? engine.m_DigitLayout : engine.m_CharLayout)
         for (const RECT& rect : entry.m_Rects)
             keys[static_cast<std::uint16_t>(key)].push_back({rect.left, rect.top, rect.right, rect.bottom});
@@ -185,64 +185,64 @@ KeyLayout Keyboard::Keys(bool ofDigits) const {
 }
 
 Rect Keyboard::CapsRect() const {
-    const RECT& rect = m_pParts->engine.m_CAPSRect;
+    const RECT& rect = m_parts->engine.m_CAPSRect;
     return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-Latches Keyboard::Lasting() const { return m_pParts->lasting; }
+Latches Keyboard::Lasting() const { return m_parts->lasting; }
 
-Latches Keyboard::Latched() const { return LatchesOf(m_pParts->engine.m_stKbStatus); }
+Latches Keyboard::Latched() const { return LatchesOf(m_parts->engine.m_stKbStatus); }
 
 void Keyboard::Latch(Latches latches) {
     ReleaseAll();
-    m_pParts->sink.hasKey = false;
-    m_pParts->engine.m_stKbStatus = StatusOf(latches);
-    m_pParts->engine.GetKeyboardMask();
-    m_pParts->engine.PaintStatusButtons(&m_pParts->panel);
+    m_parts->sink.hasKey = false;
+    m_parts->engine.m_stKbStatus = StatusOf(latches);
+    m_parts->engine.GetKeyboardMask();
+    m_parts->engine.PaintStatusButtons(&m_parts->panel);
 }
 
-std::size_t Keyboard::Plane() const { return static_cast<std::size_t>(m_pParts->engine.ActivePlane()); }
+std::size_t Keyboard::Plane() const { return static_cast<std::size_t>(m_parts->engine.ActivePlane()); }
 
 int Keyboard::KeyAt(Point point) const {
-    const CKeyboard& engine = m_pParts->engine;
+    const CKeyboard& engine = m_parts->engine;
     return engine.FindKeyIndex(point.x, point.y, !engine.m_stKbStatus.m_bDigit);
 }
 
 bool Keyboard::IsStatusKey(std::uint16_t key) const {
-    return m_pParts->engine.IsStatusKeyEntry(m_pParts->engine.m_Charset[key].m_Slots[0]);
+    return m_parts->engine.IsStatusKeyEntry(m_parts->engine.m_Charset[key].m_Slots[0]);
 }
 
 bool Keyboard::IsOfDigitRow(std::uint16_t key) const {
-    return m_pParts->engine.IsDigitalLineEntry(m_pParts->engine.m_Charset[key].m_Slots[0]);
+    return m_parts->engine.IsDigitalLineEntry(m_parts->engine.m_Charset[key].m_Slots[0]);
 }
 
 char16_t Keyboard::CharacterOf(std::uint16_t key) {
-    m_pParts->sink.character = 0;
-    m_pParts->engine.SendKeyToApp(m_pParts->engine.m_Charset[key], false);
-    return m_pParts->sink.character;
+    m_parts->sink.character = 0;
+    m_parts->engine.SendKeyToApp(m_parts->engine.m_Charset[key], false);
+    return m_parts->sink.character;
 }
 
-bool Keyboard::HasSent() const { return m_pParts->sink.hasKey; }
+bool Keyboard::HasSent() const { return m_parts->sink.hasKey; }
 
 void Keyboard::Tap(Point point) {
     for (const bool isDown : {true, false})
-        m_pParts->engine.PressKey(ToPOINT(point), &m_pParts->panel, isDown);
+        m_parts->engine.PressKey(ToPOINT(point), &m_parts->panel, isDown);
 }
 
 void Keyboard::DoubleTap(Point point) {
     Tap(point);
-    if (!m_pParts->engine.DblPressKey(ToPOINT(point), &m_pParts->panel)) Tap(point);
+    if (!m_parts->engine.DblPressKey(ToPOINT(point), &m_parts->panel)) Tap(point);
 }
 
 void Keyboard::StrokeUp(Point point) {
     const POINT end = ToPOINT(StrokeEnd(point));
-    m_pParts->engine.PressKey(ToPOINT(point), &m_pParts->panel, true);
-    m_pParts->engine.MoveMouse(end, &m_pParts->panel);
-    m_pParts->engine.PressKey(end, &m_pParts->panel, false);
+    m_parts->engine.PressKey(ToPOINT(point), &m_parts->panel, true);
+    m_parts->engine.MoveMouse(end, &m_parts->panel);
+    m_parts->engine.PressKey(end, &m_parts->panel, false);
 }
 
 void Keyboard::Press(std::uint16_t key) {
-    CKeyboard& engine = m_pParts->engine;
+    CKeyboard& engine = m_parts->engine;
     const auto& layout = engine.m_stKbStatus.m_bDigit ? engine.m_DigitLayout : engine.m_CharLayout;
     const auto found = layout.find(key);
     if (found == layout.end()) return;
@@ -253,15 +253,15 @@ void Keyboard::Press(std::uint16_t key) {
     };
     // Otherwise the engine would toggle the look off.
     if (!std::ranges::any_of(found->second.m_Rects, isPressed))
-        engine.DrawButton(&m_pParts->panel, found->second, false);
+        engine.DrawButton(&m_parts->panel, found->second, false);
 }
 
-void Keyboard::ReleaseAll() { m_pParts->engine.m_PressedRects.clear(); }
+void Keyboard::ReleaseAll() { m_parts->engine.m_PressedRects.clear(); }
 
 Picture Keyboard::Paint(Size size) {
     if (size.width <= 0 || size.height <= 0) return {};
     const Canvas canvas(size);
-    m_pParts->engine.Paint(canvas.DC(), &m_pParts->panel);
+    m_parts->engine.Paint(canvas.DC(), &m_parts->panel);
     return canvas.Read();
 }
 
@@ -271,34 +271,34 @@ struct Engine::Parts {
     std::unique_ptr<Keyboard> pTurned;
 };
 
-Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_pParts(std::make_unique<Parts>()) {
+Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_parts(std::make_unique<Parts>()) {
     const fs::path path = Device::Get().NextSkin();
     WriteFile(path.string(), {file.begin(), file.end()});
     const std::string name = path.filename().string();
-    m_pParts->file.Reset(
+    m_parts->file.Reset(
         LoadLibraryW((WideString(TEXT("\\Windows\\")) + WideString(name.begin(), name.end())).c_str()));
-    if (m_pParts->file) {
+    if (m_parts->file) {
         // The engine uses only the narrow side of the device's screen.
         host::SetScreenSize({upright.width, upright.width});
-        m_pParts->pUpright.reset(new Keyboard(upright));
-        m_pParts->pTurned.reset(new Keyboard({upright.height, upright.width}));
+        m_parts->pUpright.reset(new Keyboard(upright));
+        m_parts->pTurned.reset(new Keyboard({upright.height, upright.width}));
     }
     // The module stays loaded, and the next skin is the only file again.
     fs::remove(path);
-    if (!m_pParts->file) throw FileError("not a library file that a device loads");
+    if (!m_parts->file) throw FileError("not a library file that a device loads");
 }
 
 Engine::~Engine() = default;
 
-Keyboard& Engine::Upright() const { return *m_pParts->pUpright; }
+Keyboard& Engine::Upright() const { return *m_parts->pUpright; }
 
-Keyboard& Engine::Turned() const { return *m_pParts->pTurned; }
+Keyboard& Engine::Turned() const { return *m_parts->pTurned; }
 
 SkinBitmap Engine::Bitmap(std::string_view name) const {
     SkinBitmap bitmap;
     const WideString wide(name.begin(), name.end());
-    bitmap.isPresent = FindResourceW(m_pParts->file.Get(), wide.c_str(), RT_BITMAP) != nullptr;
-    const CBitmapOwner loaded(LoadBitmapW(m_pParts->file.Get(), wide.c_str()));
+    bitmap.isPresent = FindResourceW(m_parts->file.Get(), wide.c_str(), RT_BITMAP) != nullptr;
+    const CBitmapOwner loaded(LoadBitmapW(m_parts->file.Get(), wide.c_str()));
     BITMAP description{};
     if (!loaded || !GetObjectW(loaded.Get(), sizeof description, &description)) return bitmap;
     bitmap.depth = description.bmBitsPixel;
@@ -312,13 +312,13 @@ SkinBitmap Engine::Bitmap(std::string_view name) const {
 }
 
 CharacterTable BuiltInCharacters() {
-    static const CharacterTable table = [] {
+    static const CharacterTable kTable = [] {
         Device::Get();
         CKeyboard keyboard;
         keyboard.LoadCharsets();
         return TableOf(keyboard);
     }();
-    return table;
+    return kTable;
 }
 
 }  // namespace tlk

@@ -93,7 +93,7 @@ private:
 
     explicit Keyboard(Size screen);
 
-    std::unique_ptr<Parts> m_pParts;
+    std::unique_ptr<Parts> m_parts;
 };
 
 // A skin file on the device, and its keyboards for both orientations of the screen.
@@ -112,7 +112,7 @@ public:
 private:
     struct Parts;
 
-    std::unique_ptr<Parts> m_pParts;
+    std::unique_ptr<Parts> m_parts;
 };
 
 // The engine's characters without a skin; language 2 has none.

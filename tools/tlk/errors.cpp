@@ -8,18 +8,18 @@
 namespace tlk {
 
 void FaultList::Throw() {
-    if (m_Faults.empty()) return;
+    if (m_faults.empty()) return;
     const auto key = [](const SourceFault& fault) { return std::tie(fault.place.file, fault.place.line); };
-    std::ranges::stable_sort(m_Faults, {}, key);
+    std::ranges::stable_sort(m_faults, {}, key);
     const auto isSame = [&key](const SourceFault& a, const SourceFault& b) {
         return key(a) == key(b) && a.text == b.text;
     };
     // The same fault can occur in several planes, with others of the same line between.
-    for (auto fault = m_Faults.begin(); fault != m_Faults.end(); ++fault)
-        m_Faults.erase(std::remove_if(fault + 1, m_Faults.end(),
+    for (auto fault = m_faults.begin(); fault != m_faults.end(); ++fault)
+        m_faults.erase(std::remove_if(fault + 1, m_faults.end(),
                                       [&](const SourceFault& other) { return isSame(*fault, other); }),
-                       m_Faults.end());
-    throw SourceError(std::move(m_Faults));
+                       m_faults.end());
+    throw SourceError(std::move(m_faults));
 }
 
 }  // namespace tlk

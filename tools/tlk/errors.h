@@ -21,14 +21,14 @@ struct SourceFault {
 class SourceError : public std::runtime_error {
 public:
     SourceError(SourcePlace place, const std::string& text)
-        : std::runtime_error(text), m_Faults{{std::move(place), text}} {}
+        : std::runtime_error(text), m_faults{{std::move(place), text}} {}
     explicit SourceError(std::vector<SourceFault> faults)
-        : std::runtime_error(faults.front().text), m_Faults(std::move(faults)) {}
+        : std::runtime_error(faults.front().text), m_faults(std::move(faults)) {}
 
-    const std::vector<SourceFault>& Faults() const { return m_Faults; }
+    const std::vector<SourceFault>& Faults() const { return m_faults; }
 
 private:
-    std::vector<SourceFault> m_Faults;
+    std::vector<SourceFault> m_faults;
 };
 
 // Collects faults, so that an author sees all of them at once.
@@ -41,17 +41,17 @@ public:
             step();
             return true;
         } catch (const SourceError& error) {
-            m_Faults.insert(m_Faults.end(), error.Faults().begin(), error.Faults().end());
+            m_faults.insert(m_faults.end(), error.Faults().begin(), error.Faults().end());
             return false;
         }
     }
 
-    bool IsEmpty() const { return m_Faults.empty(); }
+    bool IsEmpty() const { return m_faults.empty(); }
     // Throws the kept faults, if any: each once, in the order of lines.
     void Throw();
 
 private:
-    std::vector<SourceFault> m_Faults;
+    std::vector<SourceFault> m_faults;
 };
 
 // Runs all steps, then throws their faults, if any.

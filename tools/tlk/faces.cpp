@@ -28,19 +28,20 @@ const Shade& ShadeOf(const Skin& skin, const Key& key) {
 // The face of a key in one place: its touching rectangles as one shape.
 class Shape {
 public:
-    Shape(const Key& key, const Rect& first) : m_Bounds(FaceOf(first)), m_Faces{FaceOf(first)} {
+    Shape(const Key& key, const Rect& first) : m_bounds(FaceOf(first)), m_faces{FaceOf(first)} {
         for (bool isGrowing = true; isGrowing;) {
             isGrowing = false;
             for (const Rect& rect : key.rects)
-                if (!Holds(rect) && rect.Touches(m_Bounds)) isGrowing = true, Add(FaceOf(rect));
+                if (!Holds(rect) && rect.Touches(m_bounds)) isGrowing = true, Add(FaceOf(rect));
         }
     }
 
-    const Rect& Bounds() const { return m_Bounds; }
+    const Rect& Bounds() const { return m_bounds; }
     // The caller skips rectangles that belong to an earlier shape.
-    bool Holds(const Rect& rect) const { return std::ranges::find(m_Faces, FaceOf(rect)) != m_Faces.end(); }
+    bool Holds(const Rect& rect) const { return std::ranges::find(m_faces, FaceOf(rect)) != m_faces.end(); }
     bool Contains(int x, int y) const {
-        return std::ranges::any_of(m_Faces, [x, y](const Rect& face) { return face.Contains(x, y); });
+        return std::ranges::any_of(
+            m_faces, [x, y](const Rect& face) { return face.Contains(x, y); });
     }
 
     // The distances in pixels to the shape's edge in each direction, at most `most`.
@@ -59,12 +60,12 @@ public:
 
 private:
     void Add(const Rect& face) {
-        m_Faces.push_back(face);
-        m_Bounds = Unite(m_Bounds, face);
+        m_faces.push_back(face);
+        m_bounds = Unite(m_bounds, face);
     }
 
-    Rect m_Bounds;
-    std::vector<Rect> m_Faces;
+    Rect m_bounds;
+    std::vector<Rect> m_faces;
 };
 
 // Corners are cut by one pixel, or rounded a little more where lines are thicker.
@@ -93,27 +94,27 @@ class FaceColors {
 public:
     // A black face would hide lines.
     explicit FaceColors(const Skin& skin)
-        : m_Palette(skin.palette),
-          m_HasLines(m_Palette.style == FaceStyle::Bevel && m_Palette.glyphs == GlyphTone::Dark),
-          m_Scale(skin.scale) {}
+        : m_palette(skin.palette),
+          m_hasLines(m_palette.style == FaceStyle::Bevel && m_palette.glyphs == GlyphTone::Dark),
+          m_scale(skin.scale) {}
 
     // Light comes from the top left: a lit and a shaded edge.
     Color Pick(const Shade& shade, const Rect& bounds, int y, const Shape::Distances& edges) const {
         const Color shaded = Mix(shade.bottom, kBlack, 1, 5);
-        if (IsCutOff(edges, m_Scale))
-            return m_HasLines ? Mix(shaded, m_Palette.background, 3, 4) : m_Palette.background;
+        if (IsCutOff(edges, m_scale))
+            return m_hasLines ? Mix(shaded, m_palette.background, 3, 4) : m_palette.background;
         const int fromLight = std::min(edges.left, edges.top);
         const int fromShade = std::min(edges.right, edges.bottom);
-        if (m_HasLines && std::min(fromLight, fromShade) < m_Scale)
+        if (m_hasLines && std::min(fromLight, fromShade) < m_scale)
             return fromShade <= fromLight ? shaded : Mix(shade.top, kWhite, 3, 4);
-        if (m_Palette.style == FaceStyle::Flat) return shade.top;
+        if (m_palette.style == FaceStyle::Flat) return shade.top;
         return Mix(shade.top, shade.bottom, y - bounds.top, bounds.Height() - 1);
     }
 
 private:
-    const Palette& m_Palette;
-    bool m_HasLines;
-    int m_Scale;
+    const Palette& m_palette;
+    bool m_hasLines;
+    int m_scale;
 };
 
 }  // namespace

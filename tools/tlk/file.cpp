@@ -96,12 +96,12 @@ void WriteFile(const std::string& path, const Bytes& bytes) {
 TemporaryFolder::TemporaryFolder() {
     std::string name = (fs::temp_directory_path() / "tlk-XXXXXX").string();
     if (!mkdtemp(name.data())) throw FileError(name + ": no folder can be made there");
-    m_Path = name;
+    m_path = name;
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    fs::remove_all(m_Path, ignored);
+    fs::remove_all(m_path, ignored);
 }
 
 void FailAt(const SourceError& error, const std::string& source) {

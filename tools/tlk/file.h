@@ -28,10 +28,10 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string Path(const std::string& name) const { return (m_Path / name).string(); }
+    std::string Path(const std::string& name) const { return (m_path / name).string(); }
 
 private:
-    std::filesystem::path m_Path;
+    std::filesystem::path m_path;
 };
 
 // Throws the faults of a source as a FileError, a line for each, which begins with its file and line;

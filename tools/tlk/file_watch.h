@@ -19,14 +19,14 @@ public:
     // Adds a file to the set; it need not exist yet.
     void Add(const std::string& path);
     // Readable when something has changed in a folder.
-    int Descriptor() const { return m_Descriptor; }
+    int Descriptor() const { return m_descriptor; }
     // Reads the changes; true if they concern a file of the set.
     [[nodiscard]] bool TakeChange();
 
 private:
-    int m_Descriptor;
+    int m_descriptor;
     // Names of files by the watch of their folder.
-    std::map<int, std::set<std::string>> m_Names;
+    std::map<int, std::set<std::string>> m_names;
 };
 
 // While it lives, files are added to the watch's set before they are read. Only one at a time.

@@ -46,10 +46,10 @@ struct Font::Face {
     }
 };
 
-Font::Font(const std::string& path) : m_Path(path), m_pFace(std::make_unique<Face>()) {
+Font::Font(const std::string& path) : m_path(path), m_face(std::make_unique<Face>()) {
     ReadsWatched::Note(path);
-    if (FT_Init_FreeType(&m_pFace->library) != 0) throw FileError("FreeType does not start");
-    if (FT_New_Face(m_pFace->library, path.c_str(), 0, &m_pFace->face) != 0)
+    if (FT_Init_FreeType(&m_face->library) != 0) throw FileError("FreeType does not start");
+    if (FT_New_Face(m_face->library, path.c_str(), 0, &m_face->face) != 0)
         throw FileError(path + ": not a font that can be read: name another one");
 }
 
@@ -57,12 +57,12 @@ Font::~Font() = default;
 Font::Font(Font&&) noexcept = default;
 Font& Font::operator=(Font&&) noexcept = default;
 
-bool Font::Has(char16_t character) const { return FT_Get_Char_Index(m_pFace->face, character) != 0; }
+bool Font::Has(char16_t character) const { return FT_Get_Char_Index(m_face->face, character) != 0; }
 
 Glyph Font::Draw(std::u16string_view word, const Em& em) const {
-    const FT_Face face = m_pFace->face;
+    const FT_Face face = m_face->face;
     if (FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(em.width), static_cast<FT_UInt>(em.height)) != 0)
-        throw FileError(m_Path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
+        throw FileError(m_path + ": has no glyphs of " + std::to_string(em.height) + " pixels");
     // A bold font's own hints make some letters lighter than others; automatic hints turn the two dots above
     // small letters, which words have, into a bar.
     const bool isBoldLetter = (face->style_flags & FT_STYLE_FLAG_BOLD) && word.size() == 1;
@@ -71,7 +71,7 @@ Glyph Font::Draw(std::u16string_view word, const Em& em) const {
     int penX = 0;
     for (char16_t character : word) {
         if (FT_Load_Char(face, character, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | hints) != 0)
-            throw FileError(m_Path + ": damaged glyph");
+            throw FileError(m_path + ": damaged glyph");
         CollectInk(*face->glyph, penX, ink);
         penX += static_cast<int>(face->glyph->advance.x / 64);
     }

@@ -39,8 +39,8 @@ public:
 private:
     struct Face;
 
-    std::string m_Path;
-    std::unique_ptr<Face> m_pFace;
+    std::string m_path;
+    std::unique_ptr<Face> m_face;
 };
 
 }  // namespace tlk

@@ -69,27 +69,27 @@ class Grid {
 public:
     Grid() = default;
     Grid(Size size, Pixel fill)
-        : m_Size(size),
-          m_Pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), fill) {}
+        : m_size(size),
+          m_pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), fill) {}
 
-    Size GetSize() const { return m_Size; }
-    bool Contains(int x, int y) const { return x >= 0 && y >= 0 && x < m_Size.width && y < m_Size.height; }
+    Size GetSize() const { return m_size; }
+    bool Contains(int x, int y) const { return x >= 0 && y >= 0 && x < m_size.width && y < m_size.height; }
 
     // (x, y) must be inside.
-    Pixel& At(int x, int y) { return m_Pixels[Offset(x, y)]; }
-    const Pixel& At(int x, int y) const { return m_Pixels[Offset(x, y)]; }
+    Pixel& At(int x, int y) { return m_pixels[Offset(x, y)]; }
+    const Pixel& At(int x, int y) const { return m_pixels[Offset(x, y)]; }
 
-    const std::vector<Pixel>& Pixels() const { return m_Pixels; }
+    const std::vector<Pixel>& Pixels() const { return m_pixels; }
     bool operator==(const Grid&) const = default;
 
 private:
     std::size_t Offset(int x, int y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_Size.width) +
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_size.width) +
                static_cast<std::size_t>(x);
     }
 
-    Size m_Size;
-    std::vector<Pixel> m_Pixels;
+    Size m_size;
+    std::vector<Pixel> m_pixels;
 };
 
 enum class Neighbours { Four, Eight };

@@ -177,9 +177,8 @@ std::optional<Rect> FindCapsRect(const Skin& skin, const Layout& layout) {
     std::optional<Rect> area;
     for (const Key& key : layout.keys) {
         if (!IsDigitLineKey(skin, key)) continue;
-        for (const Rect& rect : key.rects) {
+        for (const Rect& rect : key.rects)
             area = area ? Unite(*area, rect) : rect;
-        }
     }
     if (!area) return std::nullopt;
     for (const Key& key : layout.keys) {

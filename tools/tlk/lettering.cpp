@@ -24,10 +24,10 @@ const Glyph* Lettering::Fit(std::u16string_view text, int pixels, Size room, dou
 }
 
 const Glyph& Lettering::Draw(std::u16string_view text, const Em& em) {
-    const auto [known, isNew] = m_Drawn.try_emplace({std::u16string(text), em.height, em.width});
+    const auto [known, isNew] = m_drawn.try_emplace({std::u16string(text), em.height, em.width});
     if (isNew) {
-        auto retouched = text.size() == 1 ? DrawRetouched(m_Font, text[0], em) : std::nullopt;
-        known->second = retouched ? std::move(*retouched) : m_Font.Draw(text, em);
+        auto retouched = text.size() == 1 ? DrawRetouched(m_font, text[0], em) : std::nullopt;
+        known->second = retouched ? std::move(*retouched) : m_font.Draw(text, em);
     }
     return known->second;
 }

@@ -42,13 +42,13 @@ tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (app.exit(error) == 0) return tlk::kDone;
+        if (app.exit(error) == 0) return tlk::Done;
         std::cerr << Suggest(app, argc, argv);
-        return tlk::kFailed;
+        return tlk::Failed;
     }
     for (const tlk::Command& command : commands)
         if (*command.pOptions) return command.run();
-    return tlk::kFailed;
+    return tlk::Failed;
 }
 
 tlk::Status Run(int argc, char** argv) {
@@ -70,5 +70,5 @@ int main(int argc, char** argv) {
     } catch (...) {
         std::fputs("tlk: failed\n", stderr);
     }
-    return tlk::kFailed;
+    return tlk::Failed;
 }

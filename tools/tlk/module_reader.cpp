@@ -82,20 +82,20 @@ Section FindSection(View file) {
 class DirectoryReader {
 public:
     DirectoryReader(const Section& section, std::vector<Module::Entry>& entries)
-        : m_Section(section), m_Entries(entries) {}
+        : m_section(section), m_entries(entries) {}
 
     // Levels: type, name, language.
     void Read(std::uint32_t directory, int level) {
-        const View bytes = m_Section.bytes;
-        const std::size_t start = std::size_t{m_Section.root} + directory;
+        const View bytes = m_section.bytes;
+        const std::size_t start = std::size_t{m_section.root} + directory;
         const std::size_t count = std::size_t{Need16(bytes, start + 12)} + Need16(bytes, start + 14);
         for (std::size_t i = 0; i < count; ++i) {
-            if (++m_EntryCount > kMostEntries) throw FileError("damaged resources: too many of them");
+            if (++m_entryCount > kMostEntries) throw FileError("damaged resources: too many of them");
             const std::size_t entry = start + 16 + i * 8;
             if (level < 2)
-                m_Path[level] = ReadName(Need32(bytes, entry));
+                m_path[level] = ReadName(Need32(bytes, entry));
             else
-                m_Language = static_cast<std::uint16_t>(Need32(bytes, entry));
+                m_language = static_cast<std::uint16_t>(Need32(bytes, entry));
             const std::uint32_t target = Need32(bytes, entry + 4);
             const bool isDirectory = (target & kHighBit) != 0;
             if (isDirectory != (level < 2)) throw FileError("damaged resources: directory of another depth");
@@ -109,32 +109,32 @@ public:
 private:
     std::string ReadName(std::uint32_t name) const {
         if ((name & kHighBit) == 0) return "#" + std::to_string(name);
-        const std::size_t start = std::size_t{m_Section.root} + (name & ~kHighBit);
-        const std::size_t length = Need16(m_Section.bytes, start);
+        const std::size_t start = std::size_t{m_section.root} + (name & ~kHighBit);
+        const std::size_t length = Need16(m_section.bytes, start);
         std::string text;
         for (std::size_t i = 0; i < length; ++i) {
-            const std::uint16_t letter = Need16(m_Section.bytes, start + 2 + i * 2);
+            const std::uint16_t letter = Need16(m_section.bytes, start + 2 + i * 2);
             text += letter < 0x80 ? static_cast<char>(letter) : '?';
         }
         return text;
     }
 
     void AddEntry(std::uint32_t offset) {
-        const std::size_t start = std::size_t{m_Section.root} + offset;
-        const std::uint32_t address = Need32(m_Section.bytes, start);
-        const std::size_t size = Need32(m_Section.bytes, start + 4);
-        if (address < m_Section.address) throw FileError("damaged resources: data outside of the section");
-        const std::size_t place = address - m_Section.address;
-        if (place > m_Section.bytes.size() || size > m_Section.bytes.size() - place)
+        const std::size_t start = std::size_t{m_section.root} + offset;
+        const std::uint32_t address = Need32(m_section.bytes, start);
+        const std::size_t size = Need32(m_section.bytes, start + 4);
+        if (address < m_section.address) throw FileError("damaged resources: data outside of the section");
+        const std::size_t place = address - m_section.address;
+        if (place > m_section.bytes.size() || size > m_section.bytes.size() - place)
             throw FileError("damaged resources: data outside of the section");
-        m_Entries.push_back({m_Path[0], m_Path[1], m_Language, m_Section.bytes.subspan(place, size)});
+        m_entries.push_back({m_path[0], m_path[1], m_language, m_section.bytes.subspan(place, size)});
     }
 
-    const Section& m_Section;
-    std::vector<Module::Entry>& m_Entries;
-    std::string m_Path[2];
-    std::uint16_t m_Language = 0;
-    std::size_t m_EntryCount = 0;
+    const Section& m_section;
+    std::vector<Module::Entry>& m_entries;
+    std::string m_path[2];
+    std::uint16_t m_language = 0;
+    std::size_t m_entryCount = 0;
 };
 
 bool EqualNames(std::string_view a, std::string_view b) {
@@ -146,15 +146,15 @@ bool EqualNames(std::string_view a, std::string_view b) {
 
 Module Module::Parse(Bytes file) {
     Module module(std::move(file));
-    module.m_Facts = ReadFacts(module.m_File);
-    const Section section = FindSection(module.m_File);
-    DirectoryReader(section, module.m_Entries).Read(0, 0);
+    module.m_facts = ReadFacts(module.m_file);
+    const Section section = FindSection(module.m_file);
+    DirectoryReader(section, module.m_entries).Read(0, 0);
     return module;
 }
 
 std::optional<View> Module::Find(ResourceKind kind, std::string_view name) const {
     const std::string_view type = kind == ResourceKind::Bitmap ? "#2" : "RC_DATA";
-    for (const Entry& entry : m_Entries)
+    for (const Entry& entry : m_entries)
         if (EqualNames(entry.type, type) && EqualNames(entry.name, name)) return entry.data;
     return std::nullopt;
 }

@@ -34,9 +34,9 @@ public:
         std::size_t fileSize = 0;
     };
 
-    std::span<const std::uint8_t> File() const { return m_File; }
-    const Facts& GetFacts() const { return m_Facts; }
-    const std::vector<Entry>& Entries() const { return m_Entries; }
+    std::span<const std::uint8_t> File() const { return m_file; }
+    const Facts& GetFacts() const { return m_facts; }
+    const std::vector<Entry>& Entries() const { return m_entries; }
     // Ignores case; valid as long as the module.
     [[nodiscard]] std::optional<std::span<const std::uint8_t>> Find(ResourceKind kind,
                                                                     std::string_view name) const;
@@ -45,11 +45,11 @@ public:
     Module& operator=(Module&&) = default;
 
 private:
-    explicit Module(Bytes file) : m_File(std::move(file)) {}
+    explicit Module(Bytes file) : m_file(std::move(file)) {}
 
-    Bytes m_File;
-    Facts m_Facts;
-    std::vector<Entry> m_Entries;
+    Bytes m_file;
+    Facts m_facts;
+    std::vector<Entry> m_entries;
 };
 
 // The name for a file's machine number: "ARM", "x86-64", ...

@@ -62,7 +62,7 @@ std::uint32_t RoundUp(std::size_t value, std::uint32_t multiple) {
 // ascend, for binary searches.
 class ResourceSection {
 public:
-    explicit ResourceSection(const std::vector<Resource>& resources) : m_Resources(resources) {
+    explicit ResourceSection(const std::vector<Resource>& resources) : m_resources(resources) {
         for (const Resource& resource : resources)
             ++CountOf(resource.kind);
     }
@@ -73,109 +73,109 @@ public:
         WriteTypes();
         WriteLanguages();
         WriteDataEntries();
-        Append(m_Names, m_DataOffset);
-        for (const Resource& resource : m_Resources) {
-            m_Bytes.insert(m_Bytes.end(), resource.data.begin(), resource.data.end());
-            PadTo(m_Bytes, 8);
+        Append(m_names, m_dataOffset);
+        for (const Resource& resource : m_resources) {
+            m_bytes.insert(m_bytes.end(), resource.data.begin(), resource.data.end());
+            PadTo(m_bytes, 8);
         }
-        return std::move(m_Bytes);
+        return std::move(m_bytes);
     }
 
 private:
     std::uint32_t& CountOf(ResourceKind kind) {
-        return kind == ResourceKind::Data ? m_DataCount : m_BitmapCount;
+        return kind == ResourceKind::Data ? m_dataCount : m_bitmapCount;
     }
-    std::uint32_t Total() const { return m_DataCount + m_BitmapCount; }
-    std::uint32_t TypeCount() const { return std::min(m_DataCount, 1U) + std::min(m_BitmapCount, 1U); }
+    std::uint32_t Total() const { return m_dataCount + m_bitmapCount; }
+    std::uint32_t TypeCount() const { return std::min(m_dataCount, 1U) + std::min(m_bitmapCount, 1U); }
 
     void PlaceParts() {
-        m_TypesOffset = kDirectorySize + TypeCount() * kEntrySize;
-        m_LanguagesOffset = m_TypesOffset + TypeCount() * kDirectorySize + Total() * kEntrySize;
-        m_EntriesOffset = m_LanguagesOffset + Total() * (kDirectorySize + kEntrySize);
-        m_NamesOffset = m_EntriesOffset + Total() * kDataEntrySize;
-        m_TypeName = m_DataCount == 0 ? 0 : AddName(kDataType);
-        for (const Resource& resource : m_Resources)
-            m_ResourceNames.push_back(AddName(resource.name));
-        m_DataOffset = RoundUp(m_NamesOffset + m_Names.size(), 8);
+        m_typesOffset = kDirectorySize + TypeCount() * kEntrySize;
+        m_languagesOffset = m_typesOffset + TypeCount() * kDirectorySize + Total() * kEntrySize;
+        m_entriesOffset = m_languagesOffset + Total() * (kDirectorySize + kEntrySize);
+        m_namesOffset = m_entriesOffset + Total() * kDataEntrySize;
+        m_typeName = m_dataCount == 0 ? 0 : AddName(kDataType);
+        for (const Resource& resource : m_resources)
+            m_resourceNames.push_back(AddName(resource.name));
+        m_dataOffset = RoundUp(m_namesOffset + m_names.size(), 8);
     }
 
     // Returns the name's offset in the section.
     std::uint32_t AddName(std::string_view name) {
-        const auto offset = static_cast<std::uint32_t>(m_NamesOffset + m_Names.size());
-        Put16(m_Names, static_cast<unsigned>(name.size()));
+        const auto offset = static_cast<std::uint32_t>(m_namesOffset + m_names.size());
+        Put16(m_names, static_cast<unsigned>(name.size()));
         for (char letter : name)
-            Put16(m_Names, static_cast<unsigned char>(letter));
+            Put16(m_names, static_cast<unsigned char>(letter));
         return offset;
     }
 
     void WriteDirectory(std::uint32_t named, std::uint32_t numbered) {
         for (int i = 0; i < 3; ++i)
-            Put32(m_Bytes, 0);
-        Put16(m_Bytes, named);
-        Put16(m_Bytes, numbered);
+            Put32(m_bytes, 0);
+        Put16(m_bytes, named);
+        Put16(m_bytes, numbered);
     }
 
     void WriteEntry(std::uint32_t name, std::uint32_t target) {
-        Put32(m_Bytes, name);
-        Put32(m_Bytes, target);
+        Put32(m_bytes, name);
+        Put32(m_bytes, target);
     }
 
     void WriteRoot() {
-        WriteDirectory(m_DataCount != 0, m_BitmapCount != 0);
-        std::uint32_t type = m_TypesOffset;
-        if (m_DataCount != 0) {
-            WriteEntry(kHighBit | m_TypeName, kHighBit | type);
-            type += kDirectorySize + m_DataCount * kEntrySize;
+        WriteDirectory(m_dataCount != 0, m_bitmapCount != 0);
+        std::uint32_t type = m_typesOffset;
+        if (m_dataCount != 0) {
+            WriteEntry(kHighBit | m_typeName, kHighBit | type);
+            type += kDirectorySize + m_dataCount * kEntrySize;
         }
-        if (m_BitmapCount != 0) WriteEntry(kBitmapType, kHighBit | type);
+        if (m_bitmapCount != 0) WriteEntry(kBitmapType, kHighBit | type);
     }
 
     void WriteTypes() {
         std::uint32_t index = 0;
-        for (std::uint32_t count : {m_DataCount, m_BitmapCount}) {
+        for (std::uint32_t count : {m_dataCount, m_bitmapCount}) {
             if (count == 0) continue;
             WriteDirectory(count, 0);
             for (std::uint32_t last = index + count; index < last; ++index)
-                WriteEntry(kHighBit | m_ResourceNames[index],
-                           kHighBit | (m_LanguagesOffset + index * (kDirectorySize + kEntrySize)));
+                WriteEntry(kHighBit | m_resourceNames[index],
+                           kHighBit | (m_languagesOffset + index * (kDirectorySize + kEntrySize)));
         }
     }
 
     void WriteLanguages() {
         for (std::uint32_t index = 0; index < Total(); ++index) {
             WriteDirectory(0, 1);
-            WriteEntry(0, m_EntriesOffset + index * kDataEntrySize);
+            WriteEntry(0, m_entriesOffset + index * kDataEntrySize);
         }
     }
 
     void WriteDataEntries() {
-        std::uint32_t offset = m_DataOffset;
-        for (const Resource& resource : m_Resources) {
-            Put32(m_Bytes, kSectionAddress + offset);
-            Put32(m_Bytes, static_cast<std::uint32_t>(resource.data.size()));
-            Put32(m_Bytes, 0);
-            Put32(m_Bytes, 0);
+        std::uint32_t offset = m_dataOffset;
+        for (const Resource& resource : m_resources) {
+            Put32(m_bytes, kSectionAddress + offset);
+            Put32(m_bytes, static_cast<std::uint32_t>(resource.data.size()));
+            Put32(m_bytes, 0);
+            Put32(m_bytes, 0);
             offset += RoundUp(resource.data.size(), 8);
         }
     }
 
     void Append(const Bytes& part, std::uint32_t end) {
-        m_Bytes.insert(m_Bytes.end(), part.begin(), part.end());
-        m_Bytes.resize(end);
+        m_bytes.insert(m_bytes.end(), part.begin(), part.end());
+        m_bytes.resize(end);
     }
 
-    const std::vector<Resource>& m_Resources;
-    std::uint32_t m_DataCount = 0;
-    std::uint32_t m_BitmapCount = 0;
-    std::uint32_t m_TypesOffset = 0;
-    std::uint32_t m_LanguagesOffset = 0;
-    std::uint32_t m_EntriesOffset = 0;
-    std::uint32_t m_NamesOffset = 0;
-    std::uint32_t m_DataOffset = 0;
-    std::uint32_t m_TypeName = 0;
-    std::vector<std::uint32_t> m_ResourceNames;
-    Bytes m_Names;
-    Bytes m_Bytes;
+    const std::vector<Resource>& m_resources;
+    std::uint32_t m_dataCount = 0;
+    std::uint32_t m_bitmapCount = 0;
+    std::uint32_t m_typesOffset = 0;
+    std::uint32_t m_languagesOffset = 0;
+    std::uint32_t m_entriesOffset = 0;
+    std::uint32_t m_namesOffset = 0;
+    std::uint32_t m_dataOffset = 0;
+    std::uint32_t m_typeName = 0;
+    std::vector<std::uint32_t> m_resourceNames;
+    Bytes m_names;
+    Bytes m_bytes;
 };
 
 void WriteDosAndFileHeader(Bytes& file, const Headers& headers) {

@@ -53,18 +53,18 @@ HitMap MapHits(const SkinModule& skin, BoardKind board, Size area) {
 }
 
 Moves::Moves(Keyboard& keyboard, const HitMap& characters, const HitMap& digits)
-    : m_Keyboard(keyboard),
-      m_Characters(FindPoints(keyboard, characters)),
-      m_Digits(FindPoints(keyboard, digits)) {}
+    : m_keyboard(keyboard),
+      m_characters(FindPoints(keyboard, characters)),
+      m_digits(FindPoints(keyboard, digits)) {}
 
 const std::vector<Move>& Moves::From(Latches state) const {
-    const auto [found, isNew] = m_Known.try_emplace(state);
+    const auto [found, isNew] = m_known.try_emplace(state);
     if (!isNew) return found->second;
-    for (const Point& point : state& latch::kDigits ? m_Digits : m_Characters)
+    for (const Point& point : state& latch::kDigits ? m_digits : m_characters)
         for (const Gesture gesture : {Gesture::Tap, Gesture::DoubleTap, Gesture::StrokeUp}) {
-            m_Keyboard.Latch(state);
-            Make(m_Keyboard, gesture, point);
-            found->second.push_back({gesture, point, m_Keyboard.Latched(), m_Keyboard.HasSent()});
+            m_keyboard.Latch(state);
+            Make(m_keyboard, gesture, point);
+            found->second.push_back({gesture, point, m_keyboard.Latched(), m_keyboard.HasSent()});
         }
     return found->second;
 }

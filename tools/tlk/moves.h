@@ -41,12 +41,12 @@ public:
 private:
     const std::vector<Move>& From(Latches state) const;
 
-    Keyboard& m_Keyboard;
+    Keyboard& m_keyboard;
     // The points of each board to try: its status keys, and one of the other keys.
-    std::vector<Point> m_Characters;
-    std::vector<Point> m_Digits;
+    std::vector<Point> m_characters;
+    std::vector<Point> m_digits;
     // The states tried so far.
-    mutable std::map<Latches, std::vector<Move>> m_Known;
+    mutable std::map<Latches, std::vector<Move>> m_known;
 };
 
 }  // namespace tlk

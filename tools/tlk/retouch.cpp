@@ -30,7 +30,7 @@ struct HandDrawn {
 
 const std::vector<HandDrawn>& HandDrawnMarks() {
     using enum Align;
-    static const std::vector<HandDrawn> marks{
+    static const std::vector<HandDrawn> kMarks{
         {u'0', Exact, 8, {".###.", "#...#", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."}},
         {u'\u1E9E',
          Exact,
@@ -67,7 +67,7 @@ const std::vector<HandDrawn>& HandDrawnMarks() {
         {u'\u201C', Capitals, 8, {".#..#", "#..#.", "##.##", "##.##"}},
         {u'\u201D', Capitals, 8, {"##.##", "##.##", ".#..#", "#..#."}},
     };
-    return marks;
+    return kMarks;
 }
 
 // A letter and an accent, usually one row above it. Small i is used without its dot.
@@ -80,7 +80,7 @@ struct Accent {
 };
 
 const std::vector<Accent>& Accents() {
-    static const std::vector<Accent> accents{
+    static const std::vector<Accent> kAccents{
         {{"..#", ".#."}, u"ÁÉÍÓÚÝĆĹŃŔŚŹЌЃáéíóúýćĺńŕśźќѓάέήίόύώ", u"AEIOUYCLNRSZКГaeıouyclnrszкгαεηιουω"},
         {{"#..", ".#."}, u"ÀÈÌÒÙàèìòù", u"AEIOUaeıou"},
         {{".#.", "#.#"}, u"ÂÊÎÔÛŴŶâêîôûŵŷ", u"AEIOUWYaeıouwy"},
@@ -93,7 +93,7 @@ const std::vector<Accent>& Accents() {
         {{"..#..", "..#..", "#...#"}, u"ΐΰ", u"ιυ"},
         {{"##.##", "##.##"}, u"ÄËÏÖÜŸЁЇäëïöüÿёї", u"AEIOUYЕІaeıouyеı", 1, true},
     };
-    return accents;
+    return kAccents;
 }
 
 Glyph SetAccent(const Glyph& letter, const Mask& accent, int gap) {

@@ -48,30 +48,30 @@ RunningSimulator::RunningSimulator(const std::string& program, const std::vector
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input.read, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output.write, STDOUT_FILENO);
-    const int error = posix_spawn(&m_Process, program.c_str(), &actions, nullptr, arguments.data(), environ);
+    const int error = posix_spawn(&m_process, program.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(input.read);
     close(output.write);
-    m_Input = input.write;
-    m_Output = output.read;
+    m_input = input.write;
+    m_output = output.read;
     if (error == 0) return;
-    close(m_Input);
-    close(m_Output);
+    close(m_input);
+    close(m_output);
     throw std::runtime_error(program + ": cannot be started (" + std::strerror(error) +
                              "): build it, or name it with --simulator");
 }
 
 // The end of its standard input ends it.
 RunningSimulator::~RunningSimulator() {
-    close(m_Input);
-    close(m_Output);
-    while (waitpid(m_Process, nullptr, 0) < 0 && errno == EINTR) {
+    close(m_input);
+    close(m_output);
+    while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
     }
 }
 
 bool RunningSimulator::IsRunning() {
     char text[4096];
-    return read(m_Output, text, sizeof text) > 0;
+    return read(m_output, text, sizeof text) > 0;
 }
 
 bool RunningSimulator::Do(const std::vector<std::string>& commands) {
@@ -82,7 +82,7 @@ bool RunningSimulator::Do(const std::vector<std::string>& commands) {
     std::string answer;
     char part[4096];
     while (answer.find(kAnswer) == std::string::npos) {
-        const ssize_t size = read(m_Output, part, sizeof part);
+        const ssize_t size = read(m_output, part, sizeof part);
         if (size <= 0) return false;
         answer.append(part, static_cast<std::size_t>(size));
     }
@@ -91,7 +91,7 @@ bool RunningSimulator::Do(const std::vector<std::string>& commands) {
 
 bool RunningSimulator::Send(const std::string& text) const {
     for (std::size_t sent = 0; sent < text.size();) {
-        const ssize_t size = write(m_Input, text.data() + sent, text.size() - sent);
+        const ssize_t size = write(m_input, text.data() + sent, text.size() - sent);
         if (size <= 0) return false;
         sent += static_cast<std::size_t>(size);
     }

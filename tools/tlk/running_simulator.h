@@ -19,7 +19,7 @@ public:
     RunningSimulator& operator=(const RunningSimulator&) = delete;
 
     // Readable when it has written something or ended.
-    int Output() const { return m_Output; }
+    int Output() const { return m_output; }
     // Discards its output; false if it has ended.
     [[nodiscard]] bool IsRunning();
     // Makes it run the commands; false if it ends before they are done.
@@ -28,9 +28,9 @@ public:
 private:
     bool Send(const std::string& text) const;
 
-    pid_t m_Process = -1;
-    int m_Input = -1;
-    int m_Output = -1;
+    pid_t m_process = -1;
+    int m_input = -1;
+    int m_output = -1;
 };
 
 }  // namespace tlk

@@ -47,47 +47,47 @@ void Write(Picture& page, std::string_view text, int left, int baseline, int wid
 class Section {
 public:
     Section(const SkinModule& skin, BoardKind kind, int zoom, const Font& font)
-        : m_Skin(skin), m_Board(skin.Board(kind)), m_Zoom(zoom), m_Font(font) {
-        if (!m_Board.picture.IsReadable()) return;
+        : m_skin(skin), m_board(skin.Board(kind)), m_zoom(zoom), m_font(font) {
+        if (!m_board.picture.IsReadable()) return;
         for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
-            if (m_Board.masks[plane].IsReadable()) AddPlane(plane);
-        if (m_Tiles.empty()) return;
+            if (m_board.masks[plane].IsReadable()) AddPlane(plane);
+        if (m_tiles.empty()) return;
         AddLatched();
-        const std::size_t first = m_Board.masks[0].IsReadable() ? 0 : kDigitPlane;
+        const std::size_t first = m_board.masks[0].IsReadable() ? 0 : kDigitPlane;
         AddPressed(first);
         AddHitAreas(first);
     }
 
     Size GetSize() const {
         const Size cell = Cell();
-        const auto rows = static_cast<int>((m_Tiles.size() + kColumns - 1) / kColumns);
+        const auto rows = static_cast<int>((m_tiles.size() + kColumns - 1) / kColumns);
         return {static_cast<int>(kColumns) * (cell.width + kMargin), rows * (cell.height + kMargin)};
     }
 
     void Draw(Picture& page, int top) const {
         const Size cell = Cell();
-        for (std::size_t i = 0; i < m_Tiles.size(); ++i) {
+        for (std::size_t i = 0; i < m_tiles.size(); ++i) {
             const int left = kMargin + static_cast<int>(i % kColumns) * (cell.width + kMargin);
             const int y = top + static_cast<int>(i / kColumns) * (cell.height + kMargin);
-            Write(page, m_Tiles[i].caption, left, y + kCaptionHeight - kGap, cell.width, m_Font);
-            Stamp(page, m_Tiles[i].picture, left, y + kCaptionHeight);
+            Write(page, m_tiles[i].caption, left, y + kCaptionHeight - kGap, cell.width, m_font);
+            Stamp(page, m_tiles[i].picture, left, y + kCaptionHeight);
         }
     }
 
 private:
     Size Cell() const {
-        const Size picture = m_Board.picture.GetSize();
-        return {picture.width * m_Zoom, picture.height * m_Zoom + kCaptionHeight};
+        const Size picture = m_board.picture.GetSize();
+        return {picture.width * m_zoom, picture.height * m_zoom + kCaptionHeight};
     }
 
-    View ViewOf(Latches latches) const { return {latches, m_Board.kind == BoardKind::Landscape, {}}; }
+    View ViewOf(Latches latches) const { return {latches, m_board.kind == BoardKind::Landscape, {}}; }
 
     void Add(std::string_view what, const View& view) {
-        m_Tiles.push_back({std::string(BoardName(m_Board.kind)) + ", " + std::string(what),
-                           Enlarge(Paint(m_Skin, view), m_Zoom)});
+        m_tiles.push_back({std::string(BoardName(m_board.kind)) + ", " + std::string(what),
+                           Enlarge(Paint(m_skin, view), m_zoom)});
     }
 
-    bool Has(std::uint16_t key) const { return m_Board.layout.contains(key); }
+    bool Has(std::uint16_t key) const { return m_board.layout.contains(key); }
 
     // The caption names the keys that select the plane, which look pressed.
     void AddPlane(std::size_t plane) {
@@ -96,17 +96,17 @@ private:
         for (const auto& [latch, key] : {std::pair{latch::kShift, function_key::kShift},
                                          {latch::kUmlauts, function_key::kUmlaut},
                                          {latch::kLanguage2, function_key::kLanguage}})
-            if (latches & latch && Has(key)) AppendName(keys, m_Skin.NameOf(key), " + ");
+            if (latches & latch && Has(key)) AppendName(keys, m_skin.NameOf(key), " + ");
         Add(std::string(PlaneName(plane)) + (keys.empty() ? "" : ": ") + keys, ViewOf(latches));
     }
 
     // Statuses without a plane of their own.
     void AddLatched() {
-        if (Has(function_key::kControl) && m_Board.masks[0].IsReadable())
+        if (Has(function_key::kControl) && m_board.masks[0].IsReadable())
             Add("ctrl", ViewOf(latch::kControl));
-        if (m_Board.kind != BoardKind::Digits) {
-            if (m_Board.masks[1].IsReadable()) Add("caps lock", ViewOf(latch::kCaps));
-        } else if (m_Skin.Board(BoardKind::Landscape).picture.IsReadable()) {
+        if (m_board.kind != BoardKind::Digits) {
+            if (m_board.masks[1].IsReadable()) Add("caps lock", ViewOf(latch::kCaps));
+        } else if (m_skin.Board(BoardKind::Landscape).picture.IsReadable()) {
             // The same picture; the turned screen shows more of it.
             Add("on the turned screen", {latch::kDigits, true, {}});
         }
@@ -114,21 +114,21 @@ private:
 
     void AddPressed(std::size_t plane) {
         View view = ViewOf(LatchesFor(plane));
-        for (const auto& [key, rects] : m_Board.layout)
+        for (const auto& [key, rects] : m_board.layout)
             view.pressed.push_back(key);
         Add("every key pressed", view);
     }
 
     void AddHitAreas(std::size_t plane) {
         Add("where taps hit", ViewOf(LatchesFor(plane)));
-        DrawHitAreas(m_Tiles.back().picture, m_Zoom, m_Skin, m_Board.kind, m_Font);
+        DrawHitAreas(m_tiles.back().picture, m_zoom, m_skin, m_board.kind, m_font);
     }
 
-    const SkinModule& m_Skin;
-    const SkinBoard& m_Board;
-    const int m_Zoom;
-    const Font& m_Font;
-    std::vector<Tile> m_Tiles;
+    const SkinModule& m_skin;
+    const SkinBoard& m_board;
+    const int m_zoom;
+    const Font& m_font;
+    std::vector<Tile> m_tiles;
 };
 
 }  // namespace

@@ -29,47 +29,47 @@ std::optional<Size> ParseUprightScreen(std::string_view text) {
 
 class SourceReader {
 public:
-    SourceReader(toml::table& root, std::string_view screen) : m_Root(root), m_WantedScreen(screen) {}
+    SourceReader(toml::table& root, std::string_view screen) : m_root(root), m_wantedScreen(screen) {}
 
     Skin Read(FaultList& faults) {
-        const Section file{"", &m_Root};
+        const Section file{"", &m_root};
         faults.Try([&] { ChooseScreen(file); });
         const bool isKnown = faults.Try([&] {
             AllowKeys(file,
                       "screens, screen, arrangement, caps_rect, swipe_only, font, palette, colors, labels, "
                       "portrait, landscape, digits, key, art, language1, language2");
         });
-        m_Skin.characters = BuiltInCharacters();
+        m_skin.characters = BuiltInCharacters();
         // The characters of language 2 unless the source changes them.
-        for (CharacterEntry& entry : m_Skin.characters)
+        for (CharacterEntry& entry : m_skin.characters)
             std::copy_n(entry.begin(), kSlotCount / 2, entry.begin() + kSlotCount / 2);
         faults.Try([&] { ReadGeneral(file); });
         faults.Try([&] { ReadFont(file); });
         faults.Try([&] { ReadPalette(file); });
-        faults.Try([&] { ReadLabels(file, m_Skin.labels); });
+        faults.Try([&] { ReadLabels(file, m_skin.labels); });
         // Does not report consequences of other faults: keys of a misspelt arrangement, or a missing
         // [portrait] after [portait].
-        if (m_Skin.arrangement) {
+        if (m_skin.arrangement) {
             if (isKnown || file.Find("portrait")) faults.Try([&] { ReadKeyboards(file); });
             faults.Try([&] { ReadLanguages(file); });
         }
         faults.Try([&] { ReadArt(file); });
-        m_Skin.scale = std::max(1, static_cast<int>(std::lround(m_Skin.portrait.size.width / kPlainWidth)));
-        return std::move(m_Skin);
+        m_skin.scale = std::max(1, static_cast<int>(std::lround(m_skin.portrait.size.width / kPlainWidth)));
+        return std::move(m_skin);
     }
 
 private:
     // Chooses a screen even if it has a fault, so that the rest of the source can be read.
     void ChooseScreen(const Section& file) {
-        m_Skin.screen = ParseUprightScreen(m_WantedScreen);
+        m_skin.screen = ParseUprightScreen(m_wantedScreen);
         const toml::array* screens = FindArray(file, "screens");
         if (!screens) {
-            if (!m_WantedScreen.empty())
-                throw SourceError(PlaceOf(m_Root), "this skin lists no screens: add screens = [\"" +
-                                                       std::string(m_WantedScreen) + "\"]");
+            if (!m_wantedScreen.empty())
+                throw SourceError(PlaceOf(m_root), "this skin lists no screens: add screens = [\"" +
+                                                       std::string(m_wantedScreen) + "\"]");
             return;
         }
-        if (!m_Skin.screen) m_Skin.screen = kUsualScreen;
+        if (!m_skin.screen) m_skin.screen = kUsualScreen;
         std::string list;
         std::string chosen;
         TryEach(*screens, [&](const toml::node& node) {
@@ -78,37 +78,37 @@ private:
                 Fail(node,
                      "each of 'screens' must be width and height of an upright screen, such as \"240x320\"");
             AppendName(list, name);
-            m_Skin.screens.emplace_back(name);
-            if (chosen.empty() && (m_WantedScreen.empty() || m_WantedScreen == name)) chosen = name;
+            m_skin.screens.emplace_back(name);
+            if (chosen.empty() && (m_wantedScreen.empty() || m_wantedScreen == name)) chosen = name;
         });
         if (chosen.empty())
-            Fail(*screens, "this skin is not for the screen " + std::string(m_WantedScreen) +
-                               ": add it to 'screens', or " + Advise(m_WantedScreen, list));
-        m_Skin.screen = ParseUprightScreen(chosen);
-        ApplyScreen(m_Root, chosen);
+            Fail(*screens, "this skin is not for the screen " + std::string(m_wantedScreen) +
+                               ": add it to 'screens', or " + Advise(m_wantedScreen, list));
+        m_skin.screen = ParseUprightScreen(chosen);
+        ApplyScreen(m_root, chosen);
     }
 
     // If any has a fault, there are none, as their gaps would cause further faults.
     void ReadKeyboards(const Section& file) {
         try {
-            ReadBoards(file, m_Skin);
+            ReadBoards(file, m_skin);
         } catch (const SourceError&) {
-            m_Skin.portrait.rows.clear();
+            m_skin.portrait.rows.clear();
             throw;
         }
     }
 
     void ReadGeneral(const Section& file) {
         TryAll([&] { ReadArrangement(file); },
-               [&] { m_Skin.capsRect = FindBoolean(file, "caps_rect", true); },
-               [&] { m_Skin.swipeOnly = FindBoolean(file, "swipe_only", false); });
+               [&] { m_skin.capsRect = FindBoolean(file, "caps_rect", true); },
+               [&] { m_skin.swipeOnly = FindBoolean(file, "swipe_only", false); });
     }
 
     void ReadArrangement(const Section& file) {
         const toml::node* node = file.Find("arrangement");
         const std::string_view name = node ? ReadString(*node, "'arrangement'") : "full";
-        m_Skin.arrangement = FindArrangement(name);
-        if (!m_Skin.arrangement)
+        m_skin.arrangement = FindArrangement(name);
+        if (!m_skin.arrangement)
             Fail(*node, "there is no arrangement " + Quote(name) + ": " + Advise(name, ArrangementNames()));
     }
 
@@ -120,8 +120,8 @@ private:
                 size = ReadInteger(*node, font->Describe(key), 7, 64);
         };
         TryAll([&] { AllowKeys(*font, "file, size, words"); },
-               [&] { readSize("size", m_Skin.font.characters); },
-               [&] { readSize("words", m_Skin.font.words); }, [&] { ReadFontFile(*font); });
+               [&] { readSize("size", m_skin.font.characters); },
+               [&] { readSize("words", m_skin.font.words); }, [&] { ReadFontFile(*font); });
     }
 
     // A path relative to the source or, by its name only, a file beside the tool's own font.
@@ -130,11 +130,11 @@ private:
         if (!node) return;
         const std::string_view name = ReadString(*node, font.Describe("file"));
         const std::string path = ResolvePath(*node, name);
-        m_Skin.fontFile = FontFile{PlaceOf(*node), std::filesystem::exists(path) ? path : std::string(name)};
+        m_skin.fontFile = FontFile{PlaceOf(*node), std::filesystem::exists(path) ? path : std::string(name)};
     }
 
     void ReadPalette(const Section& file) {
-        m_Skin.palette = DefaultPalette();
+        m_skin.palette = DefaultPalette();
         TryAll([&] { ReadNamedPalette(file); },
                [&] {
                    if (const auto colors = FindTable(file, "colors")) ReadColors(*colors);
@@ -149,7 +149,7 @@ private:
             const toml::table colors = ReadPaletteFile(*node, name);
             ReadColors(Section{"", &colors});
         } else if (const auto palette = FindPalette(name)) {
-            m_Skin.palette = *palette;
+            m_skin.palette = *palette;
         } else {
             Fail(*node, "there is no palette " + Quote(name) + ": name a file such as \"mine.toml\", or " +
                             Advise(name, PaletteNames()));
@@ -157,7 +157,7 @@ private:
     }
 
     void ReadColors(const Section& colors) {
-        Palette& palette = m_Skin.palette;
+        Palette& palette = m_skin.palette;
         const auto read = [&colors](const char* key, Shade& shade) {
             if (const toml::node* node = colors.Find(key)) shade = ReadShade(*node, colors.Describe(key));
         };
@@ -220,7 +220,7 @@ private:
             if (resource.empty())
                 Fail(node, "there is no picture or mask " + Quote(name.str()) + ": " +
                                Advise(name.str(), ArtNames()));
-            m_Skin.art[resource] = {PlaceOf(node),
+            m_skin.art[resource] = {PlaceOf(node),
                                     ResolvePath(node, ReadString(node, art->Describe(name.str())))};
         });
     }
@@ -233,16 +233,16 @@ private:
         const auto language = FindTable(file, "language1");
         if (!language) return;
         TryAll([&] { AllowKeys(*language, "name, labels"); },
-               [&] { ReadLabels(*language, m_Skin.languageLabels[0]); },
+               [&] { ReadLabels(*language, m_skin.languageLabels[0]); },
                [&] { ReadLanguageName(*language, 0); });
     }
 
     void ReadLanguage2(const Section& file) {
         const auto language = FindTable(file, "language2");
         if (!language) return;
-        m_Skin.language2 = PlaceOf(*language->table);
+        m_skin.language2 = PlaceOf(*language->table);
         TryAll([&] { AllowKeys(*language, "name, labels, keys, umlaut"); },
-               [&] { ReadLabels(*language, m_Skin.languageLabels[1]); },
+               [&] { ReadLabels(*language, m_skin.languageLabels[1]); },
                [&] { ReadLanguageName(*language, 1); }, [&] { ReadCharacters(*language, "keys", 4); },
                [&] { ReadCharacters(*language, "umlaut", 6); });
     }
@@ -250,8 +250,8 @@ private:
     void ReadLanguageName(const Section& language, std::size_t index) {
         const toml::node* node = language.Find("name");
         if (!node) return;
-        m_Skin.languageNames[index] = ToUtf16(ReadString(*node, language.Describe("name")), *node);
-        if (m_Skin.languageNames[index].empty()) Fail(*node, "a language needs a name for its key");
+        m_skin.languageNames[index] = ToUtf16(ReadString(*node, language.Describe("name")), *node);
+        if (m_skin.languageNames[index].empty()) Fail(*node, "a language needs a name for its key");
     }
 
     // Differences from language 1: the key's small character there, and the characters here.
@@ -262,12 +262,12 @@ private:
             const auto& [key, node] = entry;
             const std::u16string label = ToUtf16(key.str(), node);
             const auto index = label.size() == 1
-                                   ? FindCharacter(m_Skin.characters, *m_Skin.arrangement, label[0])
+                                   ? FindCharacter(m_skin.characters, *m_skin.arrangement, label[0])
                                    : std::nullopt;
             if (!index)
                 Fail(node, "there is no key " + Quote(key.str()) +
                                ": use a small character of the arrangement " +
-                               Quote(m_Skin.arrangement->name));
+                               Quote(m_skin.arrangement->name));
             SetCharacters(*index, slot, ReadString(node, "key " + Quote(key.str())), node);
         });
     }
@@ -277,15 +277,15 @@ private:
         const std::u16string typed = ToUtf16(text, node);
         if (typed.size() > 2)
             Fail(node, "a key must type its small and its large character, one for both, or nothing");
-        CharacterEntry& entry = m_Skin.characters[key];
+        CharacterEntry& entry = m_skin.characters[key];
         entry[slot] = typed.empty() ? u'\0' : typed.front();
         entry[slot + 1] = typed.empty() ? u'\0' : typed.back();
-        m_Skin.characterPlaces[key] = PlaceOf(node);
+        m_skin.characterPlaces[key] = PlaceOf(node);
     }
 
-    toml::table& m_Root;
-    std::string_view m_WantedScreen;
-    Skin m_Skin;
+    toml::table& m_root;
+    std::string_view m_wantedScreen;
+    Skin m_skin;
 };
 
 }  // namespace

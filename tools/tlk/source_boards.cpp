@@ -31,15 +31,15 @@ double ReadWeight(std::string_view text, const toml::node& node, std::string_vie
 
 class BoardReader {
 public:
-    BoardReader(const Section& file, Skin& skin) : m_File(file), m_Skin(skin) {}
+    BoardReader(const Section& file, Skin& skin) : m_file(file), m_skin(skin) {}
 
     void Run() {
         FaultList faults;
-        m_IsWhole = faults.Try([this] { ReadPortrait(); });
-        m_IsWhole = faults.Try([this] { ReadLandscape(); }) && m_IsWhole;
-        m_IsWhole = faults.Try([this] { ReadDigits(); }) && m_IsWhole;
+        m_isWhole = faults.Try([this] { ReadPortrait(); });
+        m_isWhole = faults.Try([this] { ReadLandscape(); }) && m_isWhole;
+        m_isWhole = faults.Try([this] { ReadDigits(); }) && m_isWhole;
         faults.Try([this] {
-            if (const toml::array* changes = FindArray(m_File, "key"))
+            if (const toml::array* changes = FindArray(m_file, "key"))
                 TryEach(*changes, [this](const toml::node& change) { ReadChange(change); });
         });
         faults.Throw();
@@ -48,39 +48,39 @@ public:
 
 private:
     const Arrangement& ArrangementOf(BoardKind kind) const {
-        return kind == BoardKind::Digits ? kDigitArrangement : *m_Skin.arrangement;
+        return kind == BoardKind::Digits ? kDigitArrangement : *m_skin.arrangement;
     }
 
     void ReadPortrait() {
-        const auto portrait = FindTable(m_File, "portrait");
+        const auto portrait = FindTable(m_file, "portrait");
         if (!portrait)
-            throw SourceError(PlaceOf(*m_File.table),
+            throw SourceError(PlaceOf(*m_file.table),
                               "the keyboard is missing: add [portrait] with its rows");
-        m_Skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
+        m_skin.portrait = ReadBoard(BoardKind::Portrait, *portrait, nullptr);
     }
 
     // A known screen that can be turned always gets a landscape keyboard, without which the engine would
     // refuse the skin there. If it has no rows of its own, those of the portrait keyboard must be correct.
     void ReadLandscape() {
-        if (m_Skin.HasSquareScreen()) return;
-        const auto landscape = FindTable(m_File, "landscape");
-        if (!m_IsWhole && !(landscape && landscape->Find("rows"))) return;
+        if (m_skin.HasSquareScreen()) return;
+        const auto landscape = FindTable(m_file, "landscape");
+        if (!m_isWhole && !(landscape && landscape->Find("rows"))) return;
         if (landscape)
-            m_Skin.landscape = ReadBoard(BoardKind::Landscape, *landscape, &m_Skin.portrait);
-        else if (m_Skin.screen)
-            m_Skin.landscape =
-                ReadBoard(BoardKind::Landscape, Section{"landscape", &m_Nothing}, &m_Skin.portrait);
+            m_skin.landscape = ReadBoard(BoardKind::Landscape, *landscape, &m_skin.portrait);
+        else if (m_skin.screen)
+            m_skin.landscape =
+                ReadBoard(BoardKind::Landscape, Section{"landscape", &m_nothing}, &m_skin.portrait);
     }
 
     void ReadDigits() {
-        const auto digits = FindTable(m_File, "digits");
+        const auto digits = FindTable(m_file, "digits");
         if (!digits) return;
-        m_Skin.digits = ReadBoard(BoardKind::Digits, *digits, nullptr);
+        m_skin.digits = ReadBoard(BoardKind::Digits, *digits, nullptr);
         RequireWayBack(*digits);
     }
 
     void RequireWayBack(const Section& digits) const {
-        if (Holds(m_Skin.digits->rows, function_key::kDigits)) return;
+        if (Holds(m_skin.digits->rows, function_key::kDigits)) return;
         Fail(*digits.table, "the digit keyboard has no key that leads back: add 'digits' to its rows");
     }
 
@@ -120,13 +120,13 @@ private:
     // the wide part repeats the keys that the turned screen would cut off.
     void FitOrientations(const Section& digits, Board& board) const {
         board.wide = ReadRows(BoardKind::Digits, digits, "wide");
-        if (m_Skin.HasSquareScreen()) board.wide.clear();
-        if (m_Skin.screen) {
-            const Size upright = PanelSize(BoardKind::Portrait, *m_Skin.screen);
+        if (m_skin.HasSquareScreen()) board.wide.clear();
+        if (m_skin.screen) {
+            const Size upright = PanelSize(BoardKind::Portrait, *m_skin.screen);
             board.filled = {std::min(board.size.width, upright.width),
                             std::min(board.size.height, upright.height)};
             board.seam =
-                std::min(board.filled.height, PanelSize(BoardKind::Landscape, *m_Skin.screen).height);
+                std::min(board.filled.height, PanelSize(BoardKind::Landscape, *m_skin.screen).height);
             if (!RepeatsCutRows(board)) board.filled.height = board.seam;
             if (board.seam == board.filled.height) board.seam = 0;
         }
@@ -148,8 +148,8 @@ private:
             return {ReadInteger(*size->get(0), what, 16, kLargestSide),
                     ReadInteger(*size->get(1), what, 16, kLargestSide)};
         }
-        if (m_Skin.screen) return PanelSize(kind, *m_Skin.screen);
-        if (kind == BoardKind::Digits) return m_Skin.portrait.size;
+        if (m_skin.screen) return PanelSize(kind, *m_skin.screen);
+        if (kind == BoardKind::Digits) return m_skin.portrait.size;
         Fail(*section.table, "[" + section.name +
                                  "] needs its size: list the 'screens' of this skin, or add size = [width, "
                                  "height]");
@@ -193,7 +193,7 @@ private:
         std::string_view rest = name;
         const char32_t character = name.empty() ? 0 : unicode::TakeCharacter(rest);
         if (!rest.empty() || character > 0xFFFF) return FindFunction(name);
-        return FindCharacter(m_Skin.characters, arrangement, static_cast<char16_t>(character));
+        return FindCharacter(m_skin.characters, arrangement, static_cast<char16_t>(character));
     }
 
     std::uint16_t RequireKey(std::string_view name, const toml::node& node,
@@ -231,7 +231,7 @@ private:
             Merge(board->changes[*index], change);
         }
         // In a keyboard with faults, a key of its rows may be missing.
-        if (isKnown || !m_IsWhole) return;
+        if (isKnown || !m_isWhole) return;
         const auto near = FindNearest(name, FunctionNames());
         Fail(key, "there is no key " + Quote(name) + " on the keyboards meant: " +
                       (near && *near != name ? "did you mean " + Quote(*near) + "?"
@@ -258,7 +258,7 @@ private:
                },
                [&] {
                    if (const toml::node* node = section.Find("face"))
-                       change.face = ReadFace(*node, "'key.face'", m_Skin.palette);
+                       change.face = ReadFace(*node, "'key.face'", m_skin.palette);
                });
         return change;
     }
@@ -296,12 +296,14 @@ private:
         return name == BoardName(kind);
     }
 
-    Board* FindBoard(BoardKind kind) { return const_cast<Board*>(m_Skin.Find(kind)); }
+    Board* FindBoard(BoardKind kind) { return const_cast<Board*>(m_skin.Find(kind)); }
 
     static bool Holds(const std::vector<Row>& rows, std::uint16_t key) {
-        return std::ranges::any_of(rows, [key](const Row& row) {
-            return std::ranges::find(row.keys, key, &RowKey::key) != row.keys.end();
-        });
+        return std::ranges::any_of(
+            rows,
+            [key](const Row& row) {
+                return std::ranges::find(row.keys, key, &RowKey::key) != row.keys.end();
+            });
     }
     static bool Holds(const Board& board, std::uint16_t key) {
         return board.changes.contains(key) || Holds(board.rows, key) || Holds(board.wide, key);
@@ -314,17 +316,17 @@ private:
             for (const std::vector<Row>* rows : {&board->rows, &board->wide})
                 for (const Row& row : *rows)
                     for (const RowKey& key : row.keys)
-                        m_Skin.places.emplace(std::pair{kind, key.key}, row.place);
+                        m_skin.places.emplace(std::pair{kind, key.key}, row.place);
             for (const auto& [key, change] : board->changes)
-                m_Skin.places[{kind, key}] = change.place;
+                m_skin.places[{kind, key}] = change.place;
         }
     }
 
-    const Section& m_File;
-    Skin& m_Skin;
+    const Section& m_file;
+    Skin& m_skin;
     // No keyboard has had a fault so far.
-    bool m_IsWhole = true;
-    toml::table m_Nothing;
+    bool m_isWhole = true;
+    toml::table m_nothing;
 };
 
 }  // namespace

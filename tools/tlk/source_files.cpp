@@ -53,14 +53,13 @@ toml::table ReadNamedFile(const toml::node& node, const std::string& path) {
 void OverrideTable(toml::table& base, toml::table&& over) {
     for (auto&& [key, node] : over) {
         toml::node* known = base.get(key);
-        if (known && known->is_table() && node.is_table()) {
+        if (known && known->is_table() && node.is_table())
             OverrideTable(*known->as_table(), std::move(*node.as_table()));
-        } else if (known && known->is_array_of_tables() && node.is_array_of_tables()) {
+        else if (known && known->is_array_of_tables() && node.is_array_of_tables())
             for (toml::node& entry : *node.as_array())
                 known->as_array()->push_back(std::move(entry));
-        } else {
+        else
             base.insert_or_assign(key, std::move(node));
-        }
     }
 }
 
@@ -103,13 +102,13 @@ void RequireListed(const Screens& differing, const toml::table& source) {
 class SourceChain {
 public:
     SourceChain(const std::string& path, FaultList& faults)
-        : m_Open{std::filesystem::path(path).lexically_normal().string()}, m_Faults(faults) {}
+        : m_open{std::filesystem::path(path).lexically_normal().string()}, m_faults(faults) {}
 
     // The source merged with its bases.
     toml::table Read(toml::table own) {
         const Screens differing = DifferingScreens(own);
         toml::table whole = own.contains("based_on") ? MergeBases(std::move(own)) : std::move(own);
-        m_Faults.Try([&] { RequireListed(differing, whole); });
+        m_faults.Try([&] { RequireListed(differing, whole); });
         return whole;
     }
 
@@ -125,21 +124,21 @@ private:
 
     toml::table ReadBase(const toml::node& node) {
         const std::string path = ResolvePath(node, ReadString(node, "'based_on'"));
-        if (std::ranges::find(m_Open, path) != m_Open.end())
+        if (std::ranges::find(m_open, path) != m_open.end())
             Fail(node, "'based_on' leads back to " + path + ": a source cannot be based on itself");
-        if (++m_Count == kMostSources)
+        if (++m_count == kMostSources)
             Fail(node,
                  "'based_on' leads to more than " + std::to_string(kMostSources) + " sources: use fewer");
-        m_Open.push_back(path);
+        m_open.push_back(path);
         toml::table base = Read(ReadNamedFile(node, path));
-        m_Open.pop_back();
+        m_open.pop_back();
         return base;
     }
 
     // The chain of sources being read.
-    std::vector<std::string> m_Open;
-    std::size_t m_Count = 1;
-    FaultList& m_Faults;
+    std::vector<std::string> m_open;
+    std::size_t m_count = 1;
+    FaultList& m_faults;
 };
 
 }  // namespace

@@ -34,12 +34,14 @@ std::u16string ToUtf16(std::string_view text, const toml::node& node) {
 }
 
 void AllowKeys(const Section& section, std::string_view known) {
-    TryEach(*section.table, [&](const auto& entry) {
-        const auto& [key, value] = entry;
-        if (!HasName(known, key.str()))
-            Fail(value, "there is no " + std::string(value.is_table() ? "table " : "setting ") +
-                            section.Describe(key.str()) + ": " + Advise(key.str(), known));
-    });
+    TryEach(
+        *section.table,
+        [&](const auto& entry) {
+            const auto& [key, value] = entry;
+            if (!HasName(known, key.str()))
+                Fail(value, "there is no " + std::string(value.is_table() ? "table " : "setting ") +
+                                section.Describe(key.str()) + ": " + Advise(key.str(), known));
+        });
 }
 
 std::optional<Section> FindTable(const Section& parent, std::string_view key) {

@@ -87,11 +87,10 @@ void Button::Click() {
 }
 
 void Button::Paint(ControlPainter& painter) {
-    if (IsCheckBox()) {
+    if (IsCheckBox())
         PaintCheckBox(painter);
-    } else {
+    else
         PaintPushButton(painter);
-    }
 }
 
 // A pressed button is black; the default button has a thick frame. In a small button the dotted focus frame

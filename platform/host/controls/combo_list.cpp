@@ -104,11 +104,10 @@ void ComboBox::OnPenMove(POINT point, UINT message) {
     ScreenToClient(m_list, &point);
     const int item = list->ItemAt(point);
     if (item < 0) return;
-    if (message == WM_LBUTTONUP) {
+    if (message == WM_LBUTTONUP)
         Take(item);
-    } else {
+    else
         list->Mark(item);
-    }
 }
 
 KeyUse ComboBox::UseOf(UINT virtualKey) const {

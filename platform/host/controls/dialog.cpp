@@ -53,11 +53,10 @@ void ModalState::RestoreFocus() const {
     const HWND focus = GetFocus();
     const Window* focused = FindWindow(focus);
     if (focused && !IsInside(*focused, m_dialog)) return;
-    if (CanTakeFocus(m_previousFocus)) {
+    if (CanTakeFocus(m_previousFocus))
         SetFocus(m_previousFocus);
-    } else {
+    else
         SetFocus(CanTakeFocus(m_owner) ? m_owner : nullptr);
-    }
 }
 
 void Dialog::Start(DLGPROC procedure, std::shared_ptr<ModalState> state) {
@@ -152,9 +151,8 @@ void Dialog::CloseLists(const MSG& message) {
     HWND child = GetWindow(Handle(), GW_CHILD);
     while (child) {
         const HWND next = GetWindow(child, GW_HWNDNEXT);
-        if (child != message.hwnd && FindSystemWindow<ComboBox>(child)) {
+        if (child != message.hwnd && FindSystemWindow<ComboBox>(child))
             SendMessageW(child, CB_SHOWDROPDOWN, FALSE, 0);
-        }
         child = IsWindow(next) ? next : nullptr;
     }
 }
@@ -180,9 +178,8 @@ BOOL WINAPI EndDialog(HWND handle, INT_PTR result) {
 HWND WINAPI GetDlgItem(HWND handle, int id) {
     const Window* window = RequireWindow(handle);
     if (!window) return nullptr;
-    for (const Window* child : window->children) {
+    for (const Window* child : window->children)
         if (static_cast<int>(child->id) == id) return child->handle;
-    }
     return Fail(ERROR_CONTROL_ID_NOT_FOUND, nullptr);
 }
 

@@ -46,9 +46,8 @@ Windows GroupOf(const Windows& siblings, HWND member) {
                                    [member](const Window* window) { return window->handle == member; });
     if (self == siblings.end()) return {};
     auto first = self;
-    while (first != siblings.begin() && !beginsGroup(*first)) {
+    while (first != siblings.begin() && !beginsGroup(*first))
         --first;
-    }
     return {first, std::find_if(self + 1, siblings.end(), beginsGroup)};
 }
 

@@ -37,9 +37,8 @@ public:
 
     std::u16string Text() {
         std::u16string text;
-        for (WORD unit = Word(); unit != 0; unit = Word()) {
+        for (WORD unit = Word(); unit != 0; unit = Word())
             text.push_back(static_cast<char16_t>(unit));
-        }
         return text;
     }
 
@@ -57,11 +56,10 @@ public:
     }
 
     void Skip(std::size_t count) {
-        if (count > m_bytes.size() - m_at) {
+        if (count > m_bytes.size() - m_at)
             m_failed = true;
-        } else {
+        else
             m_at += count;
-        }
     }
 
     // Every control begins at a multiple of four.
@@ -126,9 +124,8 @@ void ScalePlacement(Placement& place, SIZE base) {
 
 void DialogTemplate::Scale(SIZE baseUnits) {
     ScalePlacement(place, baseUnits);
-    for (ControlTemplate& control : controls) {
+    for (ControlTemplate& control : controls)
         ScalePlacement(control.place, baseUnits);
-    }
 }
 
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes) {
@@ -146,9 +143,8 @@ std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes) {
         dialog.pointSize = reader.Word();
         dialog.faceName = reader.Text();
     }
-    for (WORD i = 0; i < std::min(count, kMaxControls) && !reader.HasFailed(); ++i) {
+    for (WORD i = 0; i < std::min(count, kMaxControls) && !reader.HasFailed(); ++i)
         dialog.controls.push_back(ReadControl(reader));
-    }
     if (reader.HasFailed() || count > kMaxControls) return Fail(ERROR_INVALID_PARAMETER, std::nullopt);
     const auto isGiven = [](const Name& name) { return name.isOrdinal || !name.text.empty(); };
     if (isGiven(menu) || isGiven(className)) return Fail(ERROR_CALL_NOT_IMPLEMENTED, std::nullopt);

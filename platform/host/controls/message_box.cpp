@@ -108,9 +108,8 @@ void PaintHandIcon(ControlPainter& painter, const RECT& place) {
         // Doubled, as the middle of an even width lies between two pixels.
         const LONG height = 2 * row + 1 - size;
         LONG reach = 0;
-        while (reach < size && (reach + 1) * (reach + 1) + height * height <= size * size) {
+        while (reach < size && (reach + 1) * (reach + 1) + height * height <= size * size)
             ++reach;
-        }
         const LONG inset = (size - reach) / 2;
         painter.Fill({place.left + inset, place.top + row, place.right - inset, place.top + row + 1}, red);
     }

@@ -54,10 +54,9 @@ OpenFileDialog::Setup MakeSetup(const OPENFILENAMEW& request) {
     }
     if (setup.patterns.empty()) setup.patterns = {u"*"};
     setup.defaultExtension = View(request.lpstrDefExt);
-    for (const std::u16string_view folder : {View(request.lpstrInitialDir), kUsualFolder}) {
+    for (const std::u16string_view folder : {View(request.lpstrInitialDir), kUsualFolder})
         if (setup.folder.empty() && !folder.empty() && IsFolder(std::u16string(folder)))
             setup.folder = folder;
-    }
     return setup;
 }
 

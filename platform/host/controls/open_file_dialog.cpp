@@ -26,9 +26,8 @@ void ForEachFound(const std::u16string& pattern, Visitor visit) {
     const PlatformScope scope;
     WIN32_FIND_DATAW data;
     const HANDLE find = FindFirstFileW(pattern.c_str(), &data);
-    for (BOOL found = find != INVALID_HANDLE_VALUE; found; found = FindNextFileW(find, &data)) {
+    for (BOOL found = find != INVALID_HANDLE_VALUE; found; found = FindNextFileW(find, &data))
         visit(data);
-    }
     FindClose(find);
 }
 
@@ -103,11 +102,13 @@ std::vector<FileItem> ListFiles(const std::u16string& folder, const std::vector<
         if (IsFolder(data)) items.push_back({FileItem::Kind::Folder, data.cFileName});
     });
     for (const std::u16string& pattern : patterns) {
-        ForEachFound(folder + u"\\" + pattern, [&](const WIN32_FIND_DATAW& data) {
-            const auto same = [&](const FileItem& item) { return item.name == data.cFileName; };
-            if (IsFolder(data) || std::any_of(items.begin(), items.end(), same)) return;
-            items.push_back({FileItem::Kind::File, data.cFileName});
-        });
+        ForEachFound(
+            folder + u"\\" + pattern,
+            [&](const WIN32_FIND_DATAW& data) {
+                const auto same = [&](const FileItem& item) { return item.name == data.cFileName; };
+                if (IsFolder(data) || std::any_of(items.begin(), items.end(), same)) return;
+                items.push_back({FileItem::Kind::File, data.cFileName});
+            });
     }
     return items;
 }
@@ -179,13 +180,12 @@ INT_PTR OpenFileDialog::OnMessage(UINT message, WPARAM wParam, LPARAM) {
 void OpenFileDialog::OnInit() { Enter(m_setup.folder); }
 
 void OpenFileDialog::OnCommand(WORD id, WORD code) {
-    if (id == IDCANCEL) {
+    if (id == IDCANCEL)
         Cancel();
-    } else if (id == IDOK || (id == kListId && code == FileList::kTaken)) {
+    else if (id == IDOK || (id == kListId && code == FileList::kTaken))
         Take();
-    } else if (id == kListId && code == FileList::kSelectionChanged) {
+    else if (id == kListId && code == FileList::kSelectionChanged)
         EnableWindow(GetDlgItem(m_dialog, IDOK), SelectedItem(m_dialog) != nullptr);
-    }
 }
 
 void OpenFileDialog::Paint() const {

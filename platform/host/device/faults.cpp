@@ -41,9 +41,8 @@ void FailCall(Call call, unsigned n) {
 }
 
 void ClearFaults() {
-    for (CallRecord& record : g_calls) {
+    for (CallRecord& record : g_calls)
         record.failingCount = 0;
-    }
 }
 
 unsigned CallCount(Call call) { return Record(call).count; }
@@ -57,11 +56,10 @@ void ResetFaults() {
 
 // Without a report function the line goes to standard error, so that it is not lost.
 void Report(const std::string& line) {
-    if (Options().report) {
+    if (Options().report)
         Options().report(line);
-    } else {
+    else
         std::fprintf(stderr, "%s\n", line.c_str());
-    }
 }
 
 }  // namespace host

@@ -80,16 +80,14 @@ DWORD Find(std::u16string_view pattern, Search& search) {
     const ResolvedPath folder = ResolvePath(split.folder);
     std::error_code error;
     if (pattern.empty() || folder.error != ERROR_SUCCESS ||
-        !std::filesystem::is_directory(folder.path, error)) {
+        !std::filesystem::is_directory(folder.path, error))
         return ERROR_PATH_NOT_FOUND;
-    }
     // "\folder\", "." and ".." are no entries of a folder.
     if (split.name.empty() || split.name == u"." || split.name == u"..") return ERROR_FILE_NOT_FOUND;
-    if (split.name.find_first_of(u"*?") != std::u16string_view::npos) {
+    if (split.name.find_first_of(u"*?") != std::u16string_view::npos)
         search.entries = FindMatches(folder.path, split.name);
-    } else if (const ResolvedPath file = ResolvePath(pattern); file.error == ERROR_SUCCESS) {
+    else if (const ResolvedPath file = ResolvePath(pattern); file.error == ERROR_SUCCESS)
         search.entries = FindOne(file.path);
-    }
     return ERROR_SUCCESS;
 }
 

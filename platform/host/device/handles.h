@@ -74,9 +74,8 @@ public:
     // Calls visit(handle value, object, owner) for each live object, in slot order.
     template <typename Visitor>
     void ForEach(Visitor visit) const {
-        for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot) {
+        for (std::uint32_t slot = 0; slot < m_slots.size(); ++slot)
             if (m_slots[slot].object) visit(Value(slot), *m_slots[slot].object, m_slots[slot].owner);
-        }
     }
 
     // The number of the product's live objects.

@@ -127,9 +127,8 @@ std::vector<DirectoryEntry> ListFolder(const fs::path& folder,
     });
     std::vector<DirectoryEntry> entries;
     entries.reserve(found.size());
-    for (const auto& sortable : found) {
+    for (const auto& sortable : found)
         entries.push_back(std::move(sortable->entry));
-    }
     return entries;
 }
 

@@ -24,17 +24,15 @@ WCHAR FoldCase(WCHAR unit) {
 
 std::u16string FoldCase(std::u16string_view text) {
     std::u16string folded(text);
-    for (WCHAR& unit : folded) {
+    for (WCHAR& unit : folded)
         unit = FoldCase(unit);
-    }
     return folded;
 }
 
 bool EqualIgnoringCase(std::u16string_view first, std::u16string_view second) {
     if (first.size() != second.size()) return false;
-    for (std::size_t i = 0; i < first.size(); ++i) {
+    for (std::size_t i = 0; i < first.size(); ++i)
         if (first[i] != second[i] && FoldCase(first[i]) != FoldCase(second[i])) return false;
-    }
     return true;
 }
 
@@ -87,8 +85,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int byt
     const int needed = byteCount == -1 ? static_cast<int>(std::strlen(bytes)) + 1 : byteCount;
     if (characters == 0) return needed;
     if (characters < needed) return host::Fail(ERROR_INSUFFICIENT_BUFFER, 0);
-    for (int i = 0; i < needed; ++i) {
+    for (int i = 0; i < needed; ++i)
         text[i] = FromWestern(bytes[i]);
-    }
     return needed;
 }

@@ -71,9 +71,8 @@ std::unique_ptr<Bitmap> MakeBitmap(int width, int height, PixelFormat format, Ro
     const std::size_t rowBytes = (rowBits + 8 * alignment - 1) / (8 * alignment) * alignment;
     const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);
     auto bitmap = std::make_unique<Bitmap>();
-    if (width <= kMaxSide && height <= kMaxSide && bytes <= kMaxBytes) {
+    if (width <= kMaxSide && height <= kMaxSide && bytes <= kMaxBytes)
         bitmap->memory.reset(new (std::nothrow) BYTE[bytes]());
-    }
     if (!bitmap->memory) return Fail(ERROR_NOT_ENOUGH_MEMORY, nullptr);
     Surface& surface = bitmap->surface;
     surface.width = width;
@@ -101,11 +100,9 @@ HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixe
     if (!bitmap) return nullptr;
     const Surface& surface = bitmap->surface;
     if (bits) std::memcpy(surface.top, bits, static_cast<std::size_t>(surface.stride * height));
-    if (bits && format == PixelFormat::Rgb32) {
-        for (int y = 0; y < height; ++y) {
+    if (bits && format == PixelFormat::Rgb32)
+        for (int y = 0; y < height; ++y)
             ReadWords(surface, 0, y, width, kBitsAsWords, surface.Words(0, y));
-        }
-    }
     return HandleOf<HBITMAP>(AddObject(std::move(bitmap)));
 }
 
@@ -125,12 +122,10 @@ HBITMAP WINAPI CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void
 int WINAPI GetObjectW(HANDLE handle, int size, LPVOID record) {
     if (CallFails(Call::GetObject, ERROR_INVALID_HANDLE)) return 0;
     const GdiObject* object = GetGraphics().objects.Find(handle);
-    if (object && object->type == ObjectType::Bitmap) {
+    if (object && object->type == ObjectType::Bitmap)
         return DescribeBitmap(static_cast<const Bitmap&>(*object), size, record);
-    }
-    if (object && object->type == ObjectType::Font) {
+    if (object && object->type == ObjectType::Font)
         return DescribeFont(static_cast<const Font&>(*object), size, record);
-    }
     return Fail(ERROR_INVALID_HANDLE, 0);
 }
 

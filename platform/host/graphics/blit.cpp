@@ -53,11 +53,9 @@ private:
 
 void Transfer::DrawRectangle(const RECT& r) const {
     if (!IsDirect()) {
-        for (int y = r.top; y < r.bottom; ++y) {
-            for (int x = r.left; x < r.right; x += kSpan) {
+        for (int y = r.top; y < r.bottom; ++y)
+            for (int x = r.left; x < r.right; x += kSpan)
                 DrawSpan(x, y, std::min<int>(kSpan, r.right - x));
-            }
-        }
         return;
     }
     Rows rows{.target = target.Words(r.left, r.top),
@@ -67,11 +65,10 @@ void Transfer::DrawRectangle(const RECT& r) const {
               .width = r.right - r.left,
               .height = r.bottom - r.top};
     PointAtMask(rows, r.left, r.top);
-    if (!rows.mask && fore.IsCopy() && !source.surface->shared) {
+    if (!rows.mask && fore.IsCopy() && !source.surface->shared)
         CopyRows(rows);
-    } else {
+    else
         CombineRows(rows, fore, back);
-    }
 }
 
 void Transfer::DrawSpan(int x, int y, int count) const {
@@ -100,9 +97,8 @@ void Transfer::PointAtMask(Rows& rows, int x, int y) const {
 void Transfer::ReadSource(int x, int y, int count, DWORD* words) const {
     ReadWords(*source.surface, source.X(x), source.Y(y), count, bitWords, words);
     if (!key) return;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         words[i] = words[i] == *key ? kColorBits : 0;
-    }
 }
 
 // Between a monochrome and a coloured surface, the contexts' colours give the colours of the bits.
@@ -124,9 +120,8 @@ Surface CopySurface(const Surface& surface, std::vector<BYTE>& memory) {
     Surface copy = surface;
     copy.top = memory.data();
     copy.stride = static_cast<std::ptrdiff_t>(rowBytes);
-    for (int y = 0; y < surface.height; ++y) {
+    for (int y = 0; y < surface.height; ++y)
         std::memcpy(copy.Row(y), surface.Row(y), rowBytes);
-    }
     return copy;
 }
 
@@ -165,9 +160,8 @@ void Run(Transfer& transfer, const Context& target, const Block& block) {
 // A mask must have one bit per pixel and cover the block, which is not empty.
 bool IsMaskFor(const Surface& mask, const Block& block, int maskX, int maskY) {
     if (mask.HasBits() && maskX >= 0 && maskY >= 0 && mask.width - block.width >= maskX &&
-        mask.height - block.height >= maskY) {
+        mask.height - block.height >= maskY)
         return true;
-    }
     return Fail(ERROR_INVALID_PARAMETER, false);
 }
 
@@ -210,9 +204,8 @@ bool TransferBlock(HDC targetHandle, const Block& block, HDC sourceHandle, POINT
 bool FindPixel(const Context& context, int x, int y, POINT& pixel) {
     const RECT area = PlaceArea(context, x, y, 1, 1);
     bool found = !context.onScreen;
-    for (const RECT& clip : context.clip.Rectangles()) {
+    for (const RECT& clip : context.clip.Rectangles())
         found = found || !IsEmpty(Intersect(clip, area));
-    }
     pixel = {area.left, area.top};
     return found && !IsEmpty(Intersect(area, context.bitmap->surface.Bounds()));
 }

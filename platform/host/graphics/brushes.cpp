@@ -31,9 +31,8 @@ bool SetSystemColor(int index, COLORREF color) {
 }
 
 void ResetSystemColors() {
-    for (UINT index = 0; index < kColorScheme.size(); ++index) {
+    for (UINT index = 0; index < kColorScheme.size(); ++index)
         SystemBrush(index)->color = kColorScheme[index];
-    }
 }
 
 }  // namespace host

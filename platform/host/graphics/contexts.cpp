@@ -16,9 +16,8 @@ void Prepare(Context& context, Bitmap* bitmap) {
     context.font = graphics.systemFont;
     context.attributes = {};
     for (GdiObject* held : {static_cast<GdiObject*>(bitmap), static_cast<GdiObject*>(context.brush),
-                            static_cast<GdiObject*>(context.font)}) {
+                            static_cast<GdiObject*>(context.font)})
         ++held->holders;
-    }
 }
 
 template <typename Object>
@@ -122,9 +121,8 @@ HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ handle) {
     GdiObject* object = context ? GetGraphics().objects.Find(handle) : nullptr;
     if (object && object->type == ObjectType::Brush) return Exchange(context->brush, object);
     if (object && object->type == ObjectType::Font) return Exchange(context->font, object);
-    if (object && object->type == ObjectType::Bitmap && MaySelectBitmap(*context, object)) {
+    if (object && object->type == ObjectType::Bitmap && MaySelectBitmap(*context, object))
         return Exchange(context->bitmap, object);
-    }
     return Fail(ERROR_INVALID_HANDLE, nullptr);
 }
 

@@ -98,9 +98,8 @@ private:
             const bool inHeader = m_headerSize >= kMasksEnd;
             const std::size_t masks = inHeader ? sizeof(BITMAPINFOHEADER) : m_position;
             if (masks + 3 * sizeof(DWORD) > m_size) return false;
-            for (std::size_t i = 0; i < 3; ++i) {
+            for (std::size_t i = 0; i < 3; ++i)
                 dib.channels[i].mask = host::Read<DWORD>(m_bytes + masks + i * sizeof(DWORD));
-            }
             if (!inHeader) m_position += 3 * sizeof(DWORD);
             return true;
         }
@@ -170,9 +169,8 @@ void CopyPixels(const Dib& dib, const Surface& surface) {
             continue;
         }
         DWORD* words = surface.Words(0, y);
-        for (int x = 0; x < dib.width; ++x) {
+        for (int x = 0; x < dib.width; ++x)
             words[x] = PixelOf(dib, row, x);
-        }
     }
 }
 

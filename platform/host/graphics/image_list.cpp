@@ -44,9 +44,8 @@ void AppendRow(ImageList& list, const Surface& surface, int x, int y, DWORD tran
     if (y >= surface.height) return;
     DWORD* row = list.pixels.data() + start;
     ReadWords(surface, x, y, list.width, kBitsAsWords, row);
-    for (DWORD* pixel = row; pixel != row + width; ++pixel) {
+    for (DWORD* pixel = row; pixel != row + width; ++pixel)
         *pixel = list.masked && *pixel == transparent ? 0 : *pixel | kOpaque;
-    }
 }
 
 int AddImages(ImageList& list, const Bitmap& bitmap, COLORREF transparent) {
@@ -54,11 +53,9 @@ int AddImages(ImageList& list, const Bitmap& bitmap, COLORREF transparent) {
     const int added = bitmap.surface.width / list.width;
     if (bitmap.holders != 0 || added == 0 || added > kMaxImages - first)
         return Fail(bitmap.holders != 0 ? ERROR_ACCESS_DENIED : ERROR_INVALID_PARAMETER, -1);
-    for (int image = 0; image < added; ++image) {
-        for (int y = 0; y < list.height; ++y) {
+    for (int image = 0; image < added; ++image)
+        for (int y = 0; y < list.height; ++y)
             AppendRow(list, bitmap.surface, image * list.width, y, SwapRedAndBlue(transparent));
-        }
-    }
     return first;
 }
 
@@ -126,10 +123,9 @@ BOOL WINAPI ImageList_Draw(HIMAGELIST handle, int index, HDC dc, int x, int y, U
     // The area's position saturates only far outside the surface, where nothing is visible.
     const RECT area = PlaceArea(*context, x, y, list->width, list->height);
     ForEachVisible(*context, area, [&](const RECT& part) {
-        for (LONG row = part.top; row < part.bottom; ++row) {
+        for (LONG row = part.top; row < part.bottom; ++row)
             DrawRow(context->bitmap->surface, list->Row(index, row - area.top), area.left, row, part.left,
                     part.right);
-        }
     });
     return TRUE;
 }

@@ -21,9 +21,8 @@ Graphics::Graphics() {
     whiteBrush = AddStockObject<Brush>(*this, RGB(255, 255, 255));
     blackBrush = AddStockObject<Brush>(*this, RGB(0, 0, 0));
     systemFont = AddStockObject<Font>(*this, LOGFONTW{});
-    for (const COLORREF color : kColorScheme) {
+    for (const COLORREF color : kColorScheme)
         systemBrushes.push_back(AddStockObject<Brush>(*this, color));
-    }
 }
 
 Graphics& MakeGraphics() {
@@ -38,18 +37,15 @@ void ResetGraphics() {
     std::vector<GdiObject*> contexts;
     std::vector<void*> others;
     graphics.objects.ForEach([&](std::uint32_t, GdiObject& object, HandleOwner) {
-        if (object.type == ObjectType::Context) {
+        if (object.type == ObjectType::Context)
             contexts.push_back(&object);
-        } else if (!object.stock) {
+        else if (!object.stock)
             others.push_back(object.handle);
-        }
     });
-    for (GdiObject* context : contexts) {
+    for (GdiObject* context : contexts)
         CloseContext(static_cast<Context&>(*context));
-    }
-    for (const void* object : others) {
+    for (const void* object : others)
         graphics.objects.Close(object);
-    }
     ResetSystemColors();
     graphics.screenChanges = {};
 }

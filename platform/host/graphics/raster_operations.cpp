@@ -17,11 +17,9 @@ using Expansion = std::array<std::array<DWORD, kGroup>, 256>;
 
 constexpr Expansion MakeExpansion() {
     Expansion words{};
-    for (std::size_t bits = 0; bits < words.size(); ++bits) {
-        for (std::size_t i = 0; i < kGroup; ++i) {
+    for (std::size_t bits = 0; bits < words.size(); ++bits)
+        for (std::size_t i = 0; i < kGroup; ++i)
             words[bits][i] = (bits >> (kGroup - 1 - i)) & 1 ? kColorBits : 0;
-        }
-    }
     return words;
 }
 
@@ -48,9 +46,8 @@ inline void BlendRow(DWORD* target, const DWORD* source, int count, Blend blend)
         target += kLanes;
         source += kLanes;
     }
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         target[i] = blend(target[i], source[i]);
-    }
 }
 
 // The words for eight mask bits, from bit `shift` of the first byte on. Reads the second byte only if its
@@ -99,9 +96,8 @@ template <Target use, typename Blend>
 // Calls draw(target row, source row, row number) for each row.
 template <typename Draw>
 inline void ForEachRow(const Rows rows, Draw draw) {
-    for (int y = 0; y < rows.height; ++y) {
+    for (int y = 0; y < rows.height; ++y)
         draw(Advance(rows.target, y * rows.targetStride), Advance(rows.source, y * rows.sourceStride), y);
-    }
 }
 
 // Sets each pixel to blend(target, source), where the arguments are words or vectors of words.
@@ -121,29 +117,33 @@ void BlendMaskedRows(const Rows& rows, Blend blend) {
     const BYTE* mask = rows.mask;
     const std::ptrdiff_t stride = rows.maskStride;
     if (shift == 0) {
-        ForEachRow(rows, [=](DWORD* target, const DWORD* source, int y) {
-            BlendMaskedRow<use>(target, source, width, mask + y * stride, 0, blend);
-        });
+        ForEachRow(
+            rows, [=](DWORD* target, const DWORD* source,
+                      int y) { BlendMaskedRow<use>(target, source, width, mask + y * stride, 0, blend); });
     } else {
-        ForEachRow(rows, [=](DWORD* target, const DWORD* source, int y) {
-            BlendMaskedRow<use>(target, source, width, mask + y * stride, shift, blend);
-        });
+        ForEachRow(
+            rows,
+            [=](DWORD* target, const DWORD* source, int y) {
+                BlendMaskedRow<use>(target, source, width, mask + y * stride, shift, blend);
+            });
     }
 }
 
 void CombineMasked(const Rows& rows, const Rop& fore, const Rop& back) {
     if (fore.ReadsTarget() || back.ReadsTarget()) {
-        BlendMaskedRows<Target::Read>(rows, [fore, back](auto t, auto s, auto m) {
-            return (fore.Apply(s, t) & m) | (back.Apply(s, t) & ~m);
-        });
+        BlendMaskedRows<Target::Read>(
+            rows, [fore, back](auto t, auto s,
+                               auto m) { return (fore.Apply(s, t) & m) | (back.Apply(s, t) & ~m); });
     } else if (fore.source == kColorBits && back.source == 0 && fore.constant == back.constant) {
         // The picture over black, or its negative over white: what a keyboard draws.
         const DWORD color = back.constant;
         BlendMaskedRows<Target::Ignored>(rows, [color](auto, auto s, auto m) { return (s & m) ^ color; });
     } else {
-        BlendMaskedRows<Target::Ignored>(rows, [fore, back](auto, auto s, auto m) {
-            return ((fore.constant ^ (s & fore.source)) & m) | ((back.constant ^ (s & back.source)) & ~m);
-        });
+        BlendMaskedRows<Target::Ignored>(
+            rows,
+            [fore, back](auto, auto s, auto m) {
+                return ((fore.constant ^ (s & fore.source)) & m) | ((back.constant ^ (s & back.source)) & ~m);
+            });
     }
 }
 
@@ -162,13 +162,13 @@ Rop MakeRop(BYTE code, DWORD pattern) {
 }
 
 void CombineRows(const Rows& rows, const Rop& fore, const Rop& back) {
-    if (rows.mask) {
+    if (rows.mask)
         CombineMasked(rows, fore, back);
-    } else if (fore.ReadsTarget()) {
+    else if (fore.ReadsTarget())
         BlendRows(rows, [fore](auto t, auto s) { return fore.Apply(s, t); });
-    } else {
-        BlendRows(rows, [fore](auto, auto s) { return fore.constant ^ (s & fore.source); });
-    }
+    else
+        BlendRows(
+            rows, [fore](auto, auto s) { return fore.constant ^ (s & fore.source); });
 }
 
 void CopyRows(const Rows& rows) {

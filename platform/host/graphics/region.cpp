@@ -14,9 +14,8 @@ RECT Bounds(const RECT& a, const RECT& b) {
 
 RECT Region::BoundingBox() const {
     RECT box{};
-    for (const RECT& r : m_rectangles) {
+    for (const RECT& r : m_rectangles)
         box = Bounds(box, r);
-    }
     return box;
 }
 
@@ -52,9 +51,8 @@ void Region::Subtract(const RECT& r) {
                                {old.left, hole.bottom, old.right, old.bottom},
                                {old.left, hole.top, hole.left, hole.bottom},
                                {hole.right, hole.top, old.right, hole.bottom}};
-        for (const RECT& piece : pieces) {
+        for (const RECT& piece : pieces)
             if (!IsEmpty(piece)) m_rectangles.push_back(piece);
-        }
     }
     m_rectangles.erase(m_rectangles.begin() + static_cast<std::ptrdiff_t>(kept),
                        m_rectangles.begin() + static_cast<std::ptrdiff_t>(count));
@@ -62,9 +60,8 @@ void Region::Subtract(const RECT& r) {
 
 void Region::Subtract(const Region& other) {
     if (this == &other) return Clear();
-    for (const RECT& r : other.m_rectangles) {
+    for (const RECT& r : other.m_rectangles)
         Subtract(r);
-    }
 }
 
 void Region::IntersectWith(const RECT& r) {
@@ -77,9 +74,8 @@ void Region::IntersectWith(const RECT& r) {
 }
 
 void Region::Move(LONG dx, LONG dy) {
-    for (RECT& r : m_rectangles) {
+    for (RECT& r : m_rectangles)
         r = Offset(r, dx, dy);
-    }
 }
 
 }  // namespace host

@@ -26,7 +26,8 @@ std::int64_t WalkText(Glyphs& glyphs, std::u16string_view text, Visitor visit) {
 }
 
 std::int64_t WidthOf(Glyphs& glyphs, std::u16string_view text) {
-    return WalkText(glyphs, text, [](const Glyph&, std::int64_t) {});
+    return WalkText(
+        glyphs, text, [](const Glyph&, std::int64_t) {});
 }
 
 DWORD Mix(DWORD under, DWORD over, DWORD coverage) {
@@ -117,11 +118,10 @@ void DrawLines(const Context& context, Glyphs& glyphs, std::u16string_view text,
 // The caller's text; a length of -1 means that it ends with a null. False if there is none.
 bool ReadText(LPCWSTR text, int length, std::u16string_view& view) {
     if ((!text && length != 0) || length < -1) return Fail(ERROR_INVALID_PARAMETER, false);
-    if (length == -1) {
+    if (length == -1)
         view = text;
-    } else if (length > 0) {
+    else if (length > 0)
         view = {text, static_cast<std::size_t>(length)};
-    }
     return true;
 }
 

@@ -46,9 +46,8 @@ std::optional<FileImage> FileImage::Read(const std::filesystem::path& path) {
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size <= 0 || status.st_size > kMaxFileSize) {
+        status.st_size <= 0 || status.st_size > kMaxFileSize)
         return std::nullopt;
-    }
     const auto size = static_cast<std::size_t>(status.st_size);
     void* memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return std::nullopt;

@@ -75,11 +75,10 @@ HMODULE OpenModule(const std::filesystem::path& hostPath, std::u16string deviceP
     const auto handle = ToHandle<HMODULE>(g_modules.Open(std::move(owned)));
     if (!handle) return nullptr;
     DWORD error = ERROR_SUCCESS;
-    if (!LoadCode(module)) {
+    if (!LoadCode(module))
         error = ERROR_MOD_NOT_FOUND;
-    } else if (!CallDllMain(module, handle, DLL_PROCESS_ATTACH)) {
+    else if (!CallDllMain(module, handle, DLL_PROCESS_ATTACH))
         error = ERROR_DLL_INIT_FAILED;
-    }
     if (error == ERROR_SUCCESS) return handle;
     CloseModule(handle);
     return Fail(error, nullptr);

@@ -79,9 +79,8 @@ std::optional<Layout> ReadLayout(Bytes file) {
     const auto optionalSize = Read<WORD>(file, std::size_t{*header} + 20);
     const std::size_t optionalHeader = std::size_t{*header} + fileHeaderSize;
     if (!optionalSize || *sectionCount > kMaxSections || optionalHeader > file.size() ||
-        file.size() - optionalHeader < *optionalSize) {
+        file.size() - optionalHeader < *optionalSize)
         return std::nullopt;
-    }
     Layout layout;
     if (!ReadResourceDirectory(file.subspan(optionalHeader, *optionalSize), layout)) return std::nullopt;
     auto sections = ReadSections(file, optionalHeader + *optionalSize, *sectionCount);
@@ -120,10 +119,12 @@ public:
 
 private:
     void ReadNames(const ResourceId& type, DWORD table) {
-        ForEachEntry(table, [&](DWORD nameField, DWORD nameTarget) {
-            const std::optional<ResourceId> name = ReadId(nameField);
-            if (name && (nameTarget & kHighBit)) ReadFirstLanguage(type, *name, nameTarget & ~kHighBit);
-        });
+        ForEachEntry(
+            table,
+            [&](DWORD nameField, DWORD nameTarget) {
+                const std::optional<ResourceId> name = ReadId(nameField);
+                if (name && (nameTarget & kHighBit)) ReadFirstLanguage(type, *name, nameTarget & ~kHighBit);
+            });
     }
 
     void ReadFirstLanguage(const ResourceId& type, const ResourceId& name, DWORD table) {
@@ -139,9 +140,8 @@ private:
         const auto size = Read<DWORD>(m_directory, std::size_t{entry} + 4);
         if (!Read<DWORD>(m_directory, std::size_t{entry} + 12)) return;
         Resource resource{type, name, static_cast<DWORD>(m_directoryOffset + entry), std::nullopt};
-        if (const auto offset = FileOffset(m_layout, *address, *size)) {
+        if (const auto offset = FileOffset(m_layout, *address, *size))
             resource.data = m_file.subspan(*offset, *size);
-        }
         m_resources.push_back(std::move(resource));
     }
 
@@ -206,8 +206,9 @@ std::optional<PeImage> PeImage::Parse(std::span<const BYTE> file) {
 }
 
 bool PeImage::HasType(const ResourceId& type) const {
-    return std::any_of(m_resources.begin(), m_resources.end(),
-                       [&](const Resource& resource) { return resource.type == type; });
+    return std::any_of(
+        m_resources.begin(), m_resources.end(),
+        [&](const Resource& resource) { return resource.type == type; });
 }
 
 const Resource* PeImage::Find(const ResourceId& type, const ResourceId& name) const {

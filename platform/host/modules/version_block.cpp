@@ -35,9 +35,8 @@ WORD ReadWord(Block block, std::size_t offset) {
 
 // The offset of the null character between these two offsets, if any.
 std::optional<std::size_t> FindNull(Block block, std::size_t begin, std::size_t end) {
-    for (std::size_t offset = begin; offset + sizeof(WCHAR) <= end; offset += sizeof(WCHAR)) {
+    for (std::size_t offset = begin; offset + sizeof(WCHAR) <= end; offset += sizeof(WCHAR))
         if (ReadWord(block, offset) == 0) return offset;
-    }
     return std::nullopt;
 }
 
@@ -91,9 +90,8 @@ std::optional<VersionValue> ValueOf(Block block, const Node& node) {
 
 std::optional<VersionValue> FindVersionValue(Block block, std::u16string_view path) {
     std::optional<Node> node = ReadNode(block, 0, block.size());
-    for (const std::u16string_view key : Split(path, u"\\")) {
+    for (const std::u16string_view key : Split(path, u"\\"))
         if (node) node = FindChild(block, *node, key);
-    }
     return node ? ValueOf(block, *node) : std::nullopt;
 }
 

@@ -34,9 +34,8 @@ std::optional<std::u16string> PlainText(const RegistryValue& value) {
     std::memcpy(text.data(), value.data.data(), size);
     if (text.back() != u'\0') return std::nullopt;
     text.pop_back();
-    for (const WCHAR unit : text) {
+    for (const WCHAR unit : text)
         if (unit < 0x20) return std::nullopt;
-    }
     if (!unicode::IsWellFormed(text)) return std::nullopt;
     return text;
 }
@@ -62,11 +61,10 @@ void AppendBytes(std::string& out, const RegistryValue& value, std::size_t lineS
 
 void AppendValue(std::string& out, const RegistryValue& value) {
     const std::size_t lineStart = out.size();
-    if (value.name.empty()) {
+    if (value.name.empty())
         out += '@';
-    } else {
+    else
         AppendQuoted(out, value.name);
-    }
     out += '=';
     if (const std::optional<std::u16string> text = PlainText(value)) {
         AppendQuoted(out, *text);
@@ -83,12 +81,10 @@ void AppendValue(std::string& out, const RegistryValue& value) {
 // Each key gets a line, as a key without values and subkeys must persist.
 void AppendKey(std::string& out, const RegistryKey& key, const std::string& path) {
     out += "\r\n[" + path + "]\r\n";
-    for (const auto& [foldedName, value] : key.values) {
+    for (const auto& [foldedName, value] : key.values)
         AppendValue(out, value);
-    }
-    for (const auto& [foldedName, subkey] : key.subkeys) {
+    for (const auto& [foldedName, subkey] : key.subkeys)
         AppendKey(out, *subkey, path + '\\' + unicode::ToUtf8(subkey->name));
-    }
 }
 
 }  // namespace

@@ -28,8 +28,8 @@ LSTATUS NewHandle(std::shared_ptr<RegistryKey> key, REGSAM access, HKEY* result)
 }
 
 bool HasOverlongName(std::u16string_view path) {
-    return std::ranges::any_of(SplitKeyPath(path),
-                               [](std::u16string_view name) { return name.size() > kMaxKeyNameLength; });
+    return std::ranges::any_of(
+        SplitKeyPath(path), [](std::u16string_view name) { return name.size() > kMaxKeyNameLength; });
 }
 
 LSTATUS Open(HKEY handle, std::u16string_view subkey, REGSAM access, HKEY* result) {

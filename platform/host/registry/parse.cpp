@@ -144,10 +144,9 @@ private:
     }
 
     std::shared_ptr<RegistryKey> FindRoot(std::u16string_view name) const {
-        for (std::size_t i = 0; i < kRegistryRootNames.size(); ++i) {
+        for (std::size_t i = 0; i < kRegistryRootNames.size(); ++i)
             if (EqualIgnoringCase(name, kRegistryRootNames[i]))
                 return m_tree.Root(static_cast<RegistryRoot>(i));
-        }
         return nullptr;
     }
 

@@ -126,9 +126,8 @@ void StartRegistry() {
     const std::optional<std::string> text = ReadWhole(File());
     if (!text) return Reject(File().string(), "cannot be read");
     std::variant<RegistryTree, RegistryFileError> parsed = ParseRegistryFile(*text);
-    if (const auto* damage = std::get_if<RegistryFileError>(&parsed)) {
+    if (const auto* damage = std::get_if<RegistryFileError>(&parsed))
         return Reject(File().string() + ":" + std::to_string(damage->line), damage->what);
-    }
     g_tree = std::move(std::get<RegistryTree>(parsed));
 }
 

@@ -18,9 +18,8 @@ bool IsLine(std::u16string_view text) {
 
 void MarkDeleted(RegistryKey& key) {
     key.deleted = true;
-    for (auto& [name, subkey] : key.subkeys) {
+    for (auto& [name, subkey] : key.subkeys)
         MarkDeleted(*subkey);
-    }
 }
 
 }  // namespace
@@ -60,9 +59,8 @@ std::shared_ptr<RegistryKey> MakeKey(const std::shared_ptr<RegistryKey>& key, st
                                      bool& created) {
     created = false;
     const std::vector<std::u16string_view> names = SplitKeyPath(path);
-    if (key->depth + names.size() > kMaxKeyDepth || !std::all_of(names.begin(), names.end(), IsKeyName)) {
+    if (key->depth + names.size() > kMaxKeyDepth || !std::all_of(names.begin(), names.end(), IsKeyName))
         return nullptr;
-    }
     std::shared_ptr<RegistryKey> current = key;
     for (const std::u16string_view name : names) {
         std::shared_ptr<RegistryKey>& subkey = current->subkeys[FoldCase(name)];

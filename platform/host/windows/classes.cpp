@@ -27,9 +27,8 @@ bool Matches(const WindowClass& windowClass, LPCWSTR name, HINSTANCE instance) {
 WindowClass* FindAmong(const std::vector<std::unique_ptr<WindowClass>>& all, LPCWSTR name,
                        HINSTANCE instance) {
     if (!name) return nullptr;
-    for (const auto& windowClass : all) {
+    for (const auto& windowClass : all)
         if (Matches(*windowClass, name, instance)) return windowClass.get();
-    }
     return nullptr;
 }
 
@@ -38,9 +37,8 @@ WindowClass* FindOwnClass(LPCWSTR name, HINSTANCE instance) { return FindAmong(g
 // Atoms count upward and start again, skipping those in use; there are 0x4000 of them.
 ATOM TakeAtom() {
     const auto taken = [](const auto& windowClass) { return windowClass->atom == g_nextAtom; };
-    while (std::any_of(g_classes.begin(), g_classes.end(), taken)) {
+    while (std::any_of(g_classes.begin(), g_classes.end(), taken))
         g_nextAtom = g_nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(g_nextAtom + 1);
-    }
     const ATOM atom = g_nextAtom;
     g_nextAtom = g_nextAtom == 0xFFFF ? kFirstAtom : static_cast<ATOM>(g_nextAtom + 1);
     return atom;
@@ -48,14 +46,12 @@ ATOM TakeAtom() {
 
 // Extra bytes and class menus are not simulated, so asking for them is an error.
 DWORD CheckClass(const WNDCLASSW* windowClass) {
-    if (!windowClass || !windowClass->lpszClassName || IS_INTRESOURCE(windowClass->lpszClassName)) {
+    if (!windowClass || !windowClass->lpszClassName || IS_INTRESOURCE(windowClass->lpszClassName))
         return ERROR_INVALID_PARAMETER;
-    }
     const std::size_t length = std::u16string_view(windowClass->lpszClassName).size();
     if (length == 0 || length > kMaxNameLength || !windowClass->lpfnWndProc) return ERROR_INVALID_PARAMETER;
-    if (windowClass->cbClsExtra || windowClass->cbWndExtra || windowClass->lpszMenuName) {
+    if (windowClass->cbClsExtra || windowClass->cbWndExtra || windowClass->lpszMenuName)
         return ERROR_CALL_NOT_IMPLEMENTED;
-    }
     if (FindOwnClass(windowClass->lpszClassName, windowClass->hInstance)) return ERROR_CLASS_ALREADY_EXISTS;
     return g_classes.size() > 0xFFFF - kFirstAtom ? ERROR_NOT_ENOUGH_MEMORY : ERROR_SUCCESS;
 }

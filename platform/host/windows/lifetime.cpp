@@ -76,21 +76,18 @@ void SendDestroyMessages(HWND handle) {
     window = FindWindow(handle);
     if (!window) return;
     std::vector<HWND> children;
-    for (const Window* child : window->children) {
+    for (const Window* child : window->children)
         children.push_back(child->handle);
-    }
-    for (const HWND child : children) {
+    for (const HWND child : children)
         SendDestroyMessages(child);
-    }
 }
 
 // Children first; no message is sent.
 void Remove(HWND handle) {
     Window* window = FindWindow(handle);
     if (!window) return;
-    while (!window->children.empty()) {
+    while (!window->children.empty())
         Remove(window->children.front()->handle);
-    }
     HideQuietly(*window);
     Unlink(*window);
     DropMessages(handle);
@@ -101,9 +98,8 @@ void Remove(HWND handle) {
 }
 
 HWND FirstOwnedWindow(HWND owner) {
-    for (const Window* window : TopLevelWindows()) {
+    for (const Window* window : TopLevelWindows())
         if (window->owner == owner && window->life == Life::Alive) return window->handle;
-    }
     return nullptr;
 }
 
@@ -178,9 +174,8 @@ BOOL WINAPI DestroyWindow(HWND handle) {
     if (!window) return FALSE;
     if (window->life != Life::Alive) return TRUE;
     window->life = Life::Closing;
-    while (const HWND owned = FirstOwnedWindow(handle)) {
+    while (const HWND owned = FirstOwnedWindow(handle))
         DestroyWindow(owned);
-    }
     ReleaseInput(handle);
     window = FindWindow(handle);
     if (window) HideQuietly(*window);

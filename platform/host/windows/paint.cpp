@@ -92,9 +92,8 @@ void Validate(Window& window) {
 
 void ValidateTree(Window& window) {
     Validate(window);
-    for (Window* child : window.children) {
+    for (Window* child : window.children)
         ValidateTree(*child);
-    }
 }
 
 Window* TakeWindowToPaint() {

@@ -107,9 +107,8 @@ LRESULT CallProcedure(const Window& window, UINT message, WPARAM wParam, LPARAM 
 // to the message loop, if there is one.
 void DeliverMessages() {
     MSG message{};
-    while (TakePosted(message) || TakePaint(message)) {
+    while (TakePosted(message) || TakePaint(message))
         DispatchMessageW(&message);
-    }
 }
 
 void SetIdleHandler(IdleHandler handler) { g_idleHandler = std::move(handler); }

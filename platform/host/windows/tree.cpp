@@ -73,26 +73,23 @@ void Unlink(Window& window) {
 }
 
 bool IsInside(const Window& window, HWND ancestor) {
-    for (const Window* level = &window; level; level = level->parent) {
+    for (const Window* level = &window; level; level = level->parent)
         if (level->handle == ancestor) return true;
-    }
     return false;
 }
 
 const Window& TopLevelOf(const Window& window) {
     const Window* level = &window;
-    while (level->parent) {
+    while (level->parent)
         level = level->parent;
-    }
     return *level;
 }
 
 bool HasStyle(const Window& window, DWORD style) { return (window.style & style) != 0; }
 
 bool IsShown(const Window& window) {
-    for (const Window* level = &window; level; level = level->parent) {
+    for (const Window* level = &window; level; level = level->parent)
         if (!HasStyle(*level, WS_VISIBLE)) return false;
-    }
     return true;
 }
 
@@ -268,9 +265,7 @@ LONG_PTR WINAPI SetWindowLongPtrW(HWND handle, int index, LONG_PTR value) {
     LONG_PTR* own = window->object ? window->object->FindLong(index) : nullptr;
     if (own) *own = value;
     if (index == GWLP_USERDATA) window->userData = value;
-    if (index == GWL_STYLE) {
-        window->style = (window->style & kFixed) | (static_cast<DWORD>(value) & ~kFixed);
-    }
+    if (index == GWL_STYLE) window->style = (window->style & kFixed) | (static_cast<DWORD>(value) & ~kFixed);
     if (index == GWLP_WNDPROC) {
         if (value == 0) return Fail(ERROR_INVALID_PARAMETER, 0);
         window->procedure = reinterpret_cast<WNDPROC>(value);

@@ -77,9 +77,8 @@ void InvalidateArea(Window& window, Region area) {
     ShareOut(window.children, 0, area);
     const POINT origin = ScreenOrigin(window);
     area.Move(-origin.x, -origin.y);
-    for (const RECT& part : area.Rectangles()) {
+    for (const RECT& part : area.Rectangles())
         AddToUpdate(window, part, Erase::Yes);
-    }
 }
 
 void ExposeBelow(const Window& window, Region area) {
@@ -91,9 +90,8 @@ void ExposeBelow(const Window& window, Region area) {
     // The area belonged to the window, so no sibling above it and no other child covers the rest.
     const POINT origin = ScreenOrigin(*window.parent);
     area.Move(-origin.x, -origin.y);
-    for (const RECT& part : area.Rectangles()) {
+    for (const RECT& part : area.Rectangles())
         AddToUpdate(*window.parent, part, Erase::Yes);
-    }
 }
 
 }  // namespace host

@@ -77,7 +77,6 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
 // A dialog's handler may open or close dialogs.
 void FitFullScreenDialogs() {
     ForgetClosedDialogs();
-    for (const HWND dialog : std::vector<HWND>(g_fullScreenDialogs)) {
+    for (const HWND dialog : std::vector<HWND>(g_fullScreenDialogs))
         if (IsWindow(dialog)) FillScreen(dialog);
-    }
 }

@@ -29,9 +29,8 @@ STDMETHODIMP SipCallback::SendCharEvents(UINT virtualKey, UINT keyFlags, UINT co
                                          UINT* characters) {
     if (count != 0 && (!shiftStates || !characters)) return E_INVALIDARG;
     m_observer.OnSendCharEvents(virtualKey, keyFlags, count, shiftStates, characters);
-    for (UINT i = 0; i < count; ++i) {
+    for (UINT i = 0; i < count; ++i)
         m_keys.SendCharEvent(virtualKey, shiftStates[i], static_cast<WCHAR>(characters[i]));
-    }
     return S_OK;
 }
 

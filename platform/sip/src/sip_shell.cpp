@@ -159,8 +159,8 @@ HRESULT SipShell::SendSipInfo() {
 }
 
 HRESULT SipShell::OpenOptions(HWND parent) {
-    return ReportedCall(SipCall::UserOptionsDlg,
-                        [parent](IInputMethod2& object) { return object.UserOptionsDlg(parent); });
+    return ReportedCall(
+        SipCall::UserOptionsDlg, [parent](IInputMethod2& object) { return object.UserOptionsDlg(parent); });
 }
 
 void SipShell::OnScreenChanged() {
@@ -190,13 +190,12 @@ BOOL SipShell::ShowIM(DWORD flags) {
         return FALSE;
     }
     // While another class is current, its input method would get the calls; this shell has none of it.
-    if (IsEqualCLSID(m_current, m_options.inputMethod)) {
+    if (IsEqualCLSID(m_current, m_options.inputMethod))
         SetVisibility(flags == SIPF_ON ? SipVisibility::Shown : SipVisibility::Hidden);
-    } else if (flags == SIPF_ON) {
+    else if (flags == SIPF_ON)
         m_window->Show();
-    } else {
+    else
         m_window->Hide();
-    }
     return TRUE;
 }
 

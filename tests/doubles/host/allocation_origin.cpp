@@ -22,12 +22,10 @@ Origin FindOrigin(std::uintptr_t address) {
         return Origin::Platform;
     const std::string_view symbol = info.dli_sname ? info.dli_sname : "";
     if (symbol.starts_with("_Zn")) return Origin::OperatorNew;
-    for (const std::string_view prefix : {"_ZNSt", "_ZNKSt", "_ZSt"}) {
+    for (const std::string_view prefix : {"_ZNSt", "_ZNKSt", "_ZSt"})
         if (symbol.starts_with(prefix)) return Origin::StandardLibrary;
-    }
-    if (std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos) {
+    if (std::string_view(info.dli_fname).find("libstdc++") != std::string_view::npos)
         return Origin::StandardLibrary;
-    }
     return info.dli_fbase == own.dli_fbase ? Origin::Program : Origin::Platform;
 }
 

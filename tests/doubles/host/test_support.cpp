@@ -40,9 +40,8 @@ class DeviceForEachTest : public testing::EmptyTestEventListener {
     void OnTestEnd(const testing::TestInfo&) override {
         ExpectNoHandleLeft();
         host::StopDevice();
-        for (const std::string& report : g_reports) {
+        for (const std::string& report : g_reports)
             ADD_FAILURE() << "unread report: " << report;
-        }
         std::error_code error;
         fs::remove_all(g_folder, error);
         EXPECT_FALSE(error) << g_folder << ": " << error.message();

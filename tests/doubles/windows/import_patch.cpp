@@ -26,9 +26,8 @@ void** FindPlace(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& import, const ch
     for (; names->u1.AddressOfData; ++names, ++places) {
         if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
         const auto* entry = At<IMAGE_IMPORT_BY_NAME>(module, static_cast<ULONG_PTR>(names->u1.AddressOfData));
-        if (std::strcmp(reinterpret_cast<const char*>(entry->Name), name) == 0) {
+        if (std::strcmp(reinterpret_cast<const char*>(entry->Name), name) == 0)
             return reinterpret_cast<void**>(&places->u1.Function);
-        }
     }
     return nullptr;
 }
@@ -45,9 +44,8 @@ void* Exchange(void** place, void* replacement) {
 }  // namespace
 
 void* ReplaceImport(HMODULE module, const char* name, void* replacement) {
-    for (const auto* import = FirstImport(module); import->Name; ++import) {
+    for (const auto* import = FirstImport(module); import->Name; ++import)
         if (void** place = FindPlace(module, *import, name)) return Exchange(place, replacement);
-    }
     return nullptr;
 }
 

@@ -130,9 +130,8 @@ int main(int argumentCount, char** arguments) {
     }
     // Free threading, as on the handheld: in an apartment, COM would return a proxy.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    for (const HMODULE module : {GetModuleHandleW(nullptr), GetModuleHandleW(L"aygshell.dll")}) {
+    for (const HMODULE module : {GetModuleHandleW(nullptr), GetModuleHandleW(L"aygshell.dll")})
         if (module) test::RedirectScreenSize(module);
-    }
     // The framework owns the listener.
     testing::UnitTest::GetInstance()->listeners().Append(new test::DeviceForEachTest);
     return RUN_ALL_TESTS();

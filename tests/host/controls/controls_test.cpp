@@ -41,9 +41,8 @@ protected:
 
     HWND Item(int id) const override {
         if (id != kList) return Dialogs::Item(id);
-        for (const host::Window* window : host::TopLevelWindows()) {
+        for (const host::Window* window : host::TopLevelWindows())
             if (window->windowClass->name == TEXT("ComboLBox")) return window->handle;
-        }
         return nullptr;
     }
     LRESULT Send(int id, UINT message, WPARAM wParam = 0, const WCHAR* text = nullptr) const {
@@ -63,9 +62,8 @@ protected:
 
     // A pen event on an item of the list, which must be visible; does nothing if there is no list.
     void PenOnItem(host::Pen event, int item) const {
-        for (LONG y = 0; y < ListClient().bottom; ++y) {
+        for (LONG y = 0; y < ListClient().bottom; ++y)
             if (ItemAt(y) == item) return Pen(event, Item(kList), {5, y});
-        }
         if (Item(kList)) ADD_FAILURE() << "item " << item << " is not in view";
     }
     Step TapOnItem(int item) const {
@@ -201,9 +199,8 @@ TEST_F(DialogControls, KeysSelectInTheClosedCombo) {
          [&] {
              EXPECT_EQ(Selected(), 2);
              EXPECT_EQ(TakeCommands(), (Commands{kTaken, kChanged}));
-             for (int i = 0; i < 20; ++i) {
+             for (int i = 0; i < 20; ++i)
                  Key(VK_UP);
-             }
          },
          [&] {
              EXPECT_EQ(Selected(), 0);
@@ -213,9 +210,8 @@ TEST_F(DialogControls, KeysSelectInTheClosedCombo) {
          },
          [&] {
              EXPECT_EQ(Selected(), kItems);
-             for (const WCHAR character : {TEXT('i'), TEXT('i'), TEXT('x')}) {
+             for (const WCHAR character : {TEXT('i'), TEXT('i'), TEXT('x')})
                  host::PostCharacter('I', character);
-             }
          },
          [&] { EXPECT_EQ(Selected(), 1); }, Press(VK_SPACE), [&] { EXPECT_TRUE(IsOpen()); }});
 }

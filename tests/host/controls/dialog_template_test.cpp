@@ -15,9 +15,8 @@ class Bytes {
 public:
     template <typename Sequence = std::initializer_list<int>>
     Bytes& Words(const Sequence& values) {
-        for (const auto value : values) {
+        for (const auto value : values)
             m_bytes.insert(m_bytes.end(), {static_cast<BYTE>(value), static_cast<BYTE>(value >> 8)});
-        }
         return *this;
     }
     Bytes& Double(DWORD value) {

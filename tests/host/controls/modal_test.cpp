@@ -204,9 +204,8 @@ TEST_F(DialogModal, OuterDialogMayEndBeforeTheInner) {
 }
 
 TEST_F(DialogModal, OpeningItAThousandTimesLeaksNothing) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 1000; ++i)
         ASSERT_EQ(Run({[&] { SendMessageW(Item(IDOK), BM_CLICK, 0, 0); }}), IDOK);
-    }
     ExpectAllAsBefore();
 }
 

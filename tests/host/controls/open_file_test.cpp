@@ -17,9 +17,8 @@ protected:
     void SetUp() override {
         Dialogs::SetUp();
         for (const char* file : {"My Documents/b.tlk", "My Documents/A.TLK", "My Documents/read.me",
-                                 "My Documents/Deep/deep.tlk", "root.tlk"}) {
+                                 "My Documents/Deep/deep.tlk", "root.tlk"})
             test::WriteDeviceFile(file, "");
-        }
         m_request.lStructSize = sizeof m_request;
         m_request.hwndOwner = m_desktop;
         m_request.lpstrFilter = kFilter;
@@ -103,9 +102,8 @@ TEST_F(OpenFile, WithoutASelectionOkIsDisabled) {
 TEST_F(OpenFile, ListsFoldersFirstAndFilesThatMatch) {
     const auto list = [](const std::u16string& folder, const Names& patterns) {
         Names names;
-        for (const host::FileItem& item : host::ListFiles(folder, patterns)) {
+        for (const host::FileItem& item : host::ListFiles(folder, patterns))
             names.push_back(item.name);
-        }
         return names;
     };
     test::WriteDeviceFile("My Documents/z folder.tlk/x.tlk", "");
@@ -194,9 +192,8 @@ TEST_F(OpenFile, OpeningItManyTimesLeaksNothing) {
         EXPECT_EQ(host::CountHandles().fonts, 0) << "the platform's own";
     };
     const int windows = host::CountHandles().windows;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; ++i)
         Choose({look, TapRow(1), TapRow(1), TapOn(i % 2 == 0 ? IDOK : IDCANCEL)});
-    }
     const host::LiveHandles after = host::CountHandles();
     EXPECT_EQ(after.windows, windows);
     EXPECT_EQ(after.finds + after.fonts + after.dcs, 0);

@@ -18,9 +18,8 @@ TEST(Faults, TheNthCallFromNowFailsOnce) {
     const auto errorOfDeletion = [] { return DeleteFileW(TEXT("\\absent")) ? 0 : GetLastError(); };
     errorOfDeletion();
     host::FailCall(Call::DeleteFile, 2);
-    for (const int expected : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_FILE_NOT_FOUND}) {
+    for (const int expected : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_FILE_NOT_FOUND})
         EXPECT_EQ(errorOfDeletion(), static_cast<DWORD>(expected));
-    }
     EXPECT_EQ(host::CallCount(Call::DeleteFile), 4u);
     host::FailCall(Call::DeleteFile);
     host::ClearFaults();

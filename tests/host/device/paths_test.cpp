@@ -24,9 +24,8 @@ std::vector<std::u16string> Names(LPCWSTR pattern) {
     std::vector<std::u16string> names;
     WIN32_FIND_DATAW data;
     const CFindOwner find(FindFirstFileW(pattern, &data));
-    for (BOOL found = !!find; found; found = FindNextFileW(find.Get(), &data)) {
+    for (BOOL found = !!find; found; found = FindNextFileW(find.Get(), &data))
         names.emplace_back(data.cFileName);
-    }
     return names;
 }
 

@@ -37,9 +37,8 @@ BITMAPINFOHEADER HeaderFor(WORD bits, LONG width = 3, LONG height = 2) {
 // Header, colours (blue, green, red, 0), rows.
 Bytes Dib(const BITMAPINFOHEADER& header, std::initializer_list<DWORD> colors, const Bytes& rows) {
     Bytes bytes = BytesOf({header});
-    for (const Bytes& part : {BytesOf(colors), rows}) {
+    for (const Bytes& part : {BytesOf(colors), rows})
         bytes.insert(bytes.end(), part.begin(), part.end());
-    }
     return bytes;
 }
 
@@ -128,9 +127,8 @@ TEST(GraphicsDib, TruncatedBitmapsAreRefused) {
                            Dib(masked, {0xF800, 0x7E0, 0x1F}, Bytes(16))};
     for (const Bytes& bytes : whole) {
         EXPECT_TRUE(CBitmapOwner(Load(bytes)));
-        for (std::size_t size = 0; size < bytes.size(); ++size) {
+        for (std::size_t size = 0; size < bytes.size(); ++size)
             EXPECT_EQ(Load(Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size))), nullptr);
-        }
     }
     EXPECT_EQ(host::CreateBitmapFromDib(nullptr, 100), nullptr);
 }
@@ -165,9 +163,8 @@ TEST(GraphicsDib, AnyHeaderIsHandled) {
         BITMAPINFOHEADER header = HeaderFor(static_cast<WORD>(std::array{1, 4, 8, 16, 24, 32}[random() % 6]));
         header.biCompression = random() % 2 ? BI_BITFIELDS : BI_RGB;
         Bytes bytes = Dib(header, {0xFFFFFFFF, 0x80000001, 0}, Bytes(random() % 64, 0xA5));
-        for (int changes = static_cast<int>(random() % 4); changes > 0; --changes) {
+        for (int changes = static_cast<int>(random() % 4); changes > 0; --changes)
             bytes[random() % sizeof header] = static_cast<BYTE>(random());
-        }
         const CBitmapOwner bitmap(Load(bytes));
     }
 }

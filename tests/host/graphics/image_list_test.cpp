@@ -26,9 +26,8 @@ TEST(ImageLists, PicturesHaveAlpha) {
     EXPECT_EQ(picture.width, 2);
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.pixels, (std::vector<DWORD>{0, 0xFF123456, 0, 0}));
-    for (const auto& [from, index] : {std::pair(list, 1), std::pair(list, -1), std::pair(HIMAGELIST{}, 0)}) {
+    for (const auto& [from, index] : {std::pair(list, 1), std::pair(list, -1), std::pair(HIMAGELIST{}, 0)})
         EXPECT_EQ(host::PictureOf(from, index).width, 0);
-    }
 }
 
 TEST(ImageLists, RefuseInvalidLists) {
@@ -57,9 +56,8 @@ TEST(ImageLists, RefuseBitmapsSmallerThanAnImage) {
     EXPECT_EQ(ImageList_AddMasked(list, held.Bitmap(), kMask), 0);
     EXPECT_FALSE(ImageList_Draw(list, 0, nullptr, 0, 0, ILD_NORMAL));
     EXPECT_FALSE(ImageList_Draw(list, 1, held, 0, 0, ILD_NORMAL));
-    for (const SIZE size : {SIZE{0, 2}, SIZE{2, -1}, SIZE{100000, 2}}) {
+    for (const SIZE size : {SIZE{0, 2}, SIZE{2, -1}, SIZE{100000, 2}})
         EXPECT_EQ(ImageList_Create(size.cx, size.cy, ILC_MASK, 1, 1), nullptr);
-    }
 }
 
 }  // namespace

@@ -17,11 +17,9 @@ using Pixels = std::bitset<kSide * kSide>;
 
 Pixels PixelsOf(const RECT& r) {
     Pixels pixels;
-    for (LONG y = r.top; y < r.bottom; ++y) {
-        for (LONG x = r.left; x < r.right; ++x) {
+    for (LONG y = r.top; y < r.bottom; ++y)
+        for (LONG x = r.left; x < r.right; ++x)
             pixels.set(static_cast<std::size_t>(y * kSide + x));
-        }
-    }
     return pixels;
 }
 

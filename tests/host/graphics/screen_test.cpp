@@ -16,9 +16,8 @@ constexpr DWORD kOrangePixel = 0xFA780A;
 struct ScreenDC {
     ScreenDC(POINT origin, std::initializer_list<RECT> clip) {
         host::Region region;
-        for (const RECT& r : clip) {
+        for (const RECT& r : clip)
             region.Add(r);
-        }
         dc = host::OpenScreenDC(origin, region);
     }
     ScreenDC(const ScreenDC&) = delete;
@@ -52,12 +51,10 @@ TEST_F(GraphicsScreen, DrawingStaysInsideTheClipAndIsRecorded) {
         EXPECT_EQ(GetPixel(dc, 1, 2), static_cast<COLORREF>(CLR_INVALID));
         EXPECT_EQ(SetPixel(dc, 25, 3, kOrange), static_cast<COLORREF>(CLR_INVALID));
     }
-    for (const POINT& p : {POINT{12, 22}, POINT{19, 24}, POINT{41, 24}}) {
+    for (const POINT& p : {POINT{12, 22}, POINT{19, 24}, POINT{41, 24}})
         EXPECT_EQ(PixelAt(p.x, p.y), kOrangePixel);
-    }
-    for (const POINT& p : {POINT{11, 22}, POINT{20, 22}, POINT{42, 24}, POINT{12, 25}}) {
+    for (const POINT& p : {POINT{11, 22}, POINT{20, 22}, POINT{42, 24}, POINT{12, 25}})
         EXPECT_EQ(PixelAt(p.x, p.y), 0u);
-    }
     EXPECT_EQ(host::TakeScreenChanges(), (RECT{12, 22, 42, 25}));
     EXPECT_TRUE(host::IsEmpty(host::TakeScreenChanges()));
 }
@@ -93,14 +90,12 @@ TEST_F(GraphicsScreen, MasksFollowTheOriginIntoEveryPartOfTheClip) {
 
 TEST_F(GraphicsScreen, ScrollingThroughAClipOfPartsMovesTheOldPixels) {
     const ScreenDC all({0, 0}, {{0, 0, 240, 320}});
-    for (int y = 0; y < 30; ++y) {
+    for (int y = 0; y < 30; ++y)
         SetPixel(all, 3, y, RGB(y, 0, 0));
-    }
     const ScreenDC parts({0, 0}, {{0, 0, 10, 12}, {0, 12, 10, 20}, {0, 20, 10, 40}});
     ASSERT_TRUE(BitBlt(parts, 0, 5, 10, 30, all, 0, 0, SRCCOPY));
-    for (int y = 0; y < 30; ++y) {
+    for (int y = 0; y < 30; ++y)
         ASSERT_EQ(PixelAt(3, y + 5), static_cast<DWORD>(y) << 16);
-    }
 }
 
 TEST_F(GraphicsScreen, OnlyTheirCreatorsCloseContextsOfTheScreen) {

@@ -68,13 +68,11 @@ TEST(Modules, ReportWhyTheyDoNotLoad) {
     test::WriteDeviceFile("Windows/text.dll", "This is no library.");
     test::WriteDeviceFile("Windows/empty.dll", "");
     std::filesystem::create_directories(test::DeviceFolder() / "Windows/folder.dll");
-    for (const LPCWSTR path : {u"text", u"empty", u"folder.dll"}) {
+    for (const LPCWSTR path : {u"text", u"empty", u"folder.dll"})
         EXPECT_EQ(LoadError(path), static_cast<DWORD>(ERROR_BAD_EXE_FORMAT));
-    }
     // After a dot no extension is added.
-    for (const LPCWSTR path : {u"absent.tlk", u"", LPCWSTR{}, u"text."}) {
+    for (const LPCWSTR path : {u"absent.tlk", u"", LPCWSTR{}, u"text."})
         EXPECT_EQ(LoadError(path), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
-    }
 }
 
 TEST(Modules, ATooLongFileNameFillsTheBuffer) {

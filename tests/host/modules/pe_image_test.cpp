@@ -63,16 +63,14 @@ TEST(PeImage, RefusesDamagedHeaders) {
              {0x54, 100},                                  // optional header without directories
              {0x58, 0x107},                                // neither 32 nor 64 bit
              {kSectionHeader + 16, 0x10000000},            // section beyond the end
-             {kSectionHeader + 20, 0xFFFFFFF0}}) {         // section wraps around
+             {kSectionHeader + 20, 0xFFFFFFF0}})           // section wraps around
         EXPECT_EQ(Find(Patch(file, offset, value)), "no library") << std::hex << offset;
-    }
 }
 
 TEST(PeImage, ATruncatedFileIsNoLibrary) {
     const std::string file = GoodFile();
-    for (std::size_t size = 0; size < file.size(); ++size) {
+    for (std::size_t size = 0; size < file.size(); ++size)
         EXPECT_EQ(Find(file.substr(0, size)), "no library") << size;
-    }
 }
 
 // The section: table of types with an entry at 16, table of names at 24 with entries at 40 and 48, name of
@@ -87,9 +85,8 @@ TEST(PeImage, OmitsUnreadableResources) {
              {kSection + 40, kHighBit | 0xFFFFF},     // name of the resource outside
              {kSection + 40, 0x10000},                // number of more than 16 bits
              {kSection + 44, kHighBit | 0xFFFFF},     // languages outside
-             {kSection + 44, 8}}) {                   // data in place of languages
+             {kSection + 44, 8}})                     // data in place of languages
         EXPECT_EQ(Find(Patch(file, offset, value)), "no resource") << std::hex << offset << ' ' << value;
-    }
     // More types than exist: those that exist count.
     EXPECT_EQ(Find(Patch(file, kSection + 12, 0xFFFF0001)), "12345");
     // The other resource stays readable.

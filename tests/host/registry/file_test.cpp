@@ -105,9 +105,8 @@ TEST(RegistryText, NamesTheFirstInvalidLine) {
     EXPECT_EQ(DamagedLine(kHeader + kKey + "\"v\"=hex:00,\\\r\n01\r\nbad"), 5u);
     EXPECT_EQ(DamagedLine(kHeader + "[HKEY_LOCAL_MACHINE\\" + std::string(256, 'k') + "]"), 2u);
     std::string deep = "[HKEY_LOCAL_MACHINE";
-    for (int i = 0; i < 513; ++i) {
+    for (int i = 0; i < 513; ++i)
         deep += "\\k";
-    }
     EXPECT_EQ(DamagedLine(kHeader + deep + "]"), 2u);
 }
 
@@ -134,9 +133,8 @@ TEST(RegistryText, ReadsBackWhatItWrites) {
         {u"bytes", REG_BINARY, allBytes},
         {u"strange type", 0xFFFF0000, allBytes},
     };
-    for (const RegistryValue& value : values) {
+    for (const RegistryValue& value : values)
         SetValue(*key, value);
-    }
     const std::string text = FormatRegistryFile(tree);
     const auto parsed = ParseRegistryFile(text);
     ASSERT_TRUE(std::holds_alternative<RegistryTree>(parsed)) << text;

@@ -30,9 +30,8 @@ protected:
             host::AdvanceClock(pause);
         }
         std::vector<UINT> numbers;
-        for (const test::Message& message : Deliver()) {
+        for (const test::Message& message : Deliver())
             if (message.number != WM_LBUTTONUP) numbers.push_back(message.number);
-        }
         return numbers;
     }
 };
@@ -156,9 +155,8 @@ TEST_F(FocusedKeys, FocusMovesWithBothMessages) {
     };
     SetFocus(first);
     EXPECT_EQ(GetFocus(), m_desktop);
-    for (const test::Message& message : Take({WM_SETFOCUS})) {
+    for (const test::Message& message : Take({WM_SETFOCUS}))
         EXPECT_EQ(message.window, m_desktop);
-    }
 }
 
 }  // namespace

@@ -10,9 +10,11 @@ class WindowLifetime : public test::RecordedWindows {
 protected:
     // How often a window got a message since the last Take.
     long Count(HWND window, UINT number) const {
-        return std::count_if(messages.begin(), messages.end(), [=](const test::Message& message) {
-            return message.window == window && message.number == number;
-        });
+        return std::count_if(
+            messages.begin(), messages.end(),
+            [=](const test::Message& message) {
+                return message.window == window && message.number == number;
+            });
     }
 };
 
@@ -25,9 +27,8 @@ TEST_F(WindowLifetime, HandlersMayDestroyAnyWindowDuringAnyMessage) {
             const HWND parent = Create({0, 0, 200, 200}, m_desktop);
             const HWND child = Create({0, 0, 50, 50}, parent);
             onMessage = [&](const test::Message& message, LRESULT&) {
-                if (message.window == child && message.number == trigger) {
+                if (message.window == child && message.number == trigger)
                     DestroyWindow(destroyParent ? parent : child);
-                }
                 return false;
             };
             messages.clear();
@@ -72,9 +73,8 @@ TEST_F(WindowLifetime, AWindowUnderDestructionGetsNoChildren) {
     const HWND parent = Create({0, 0, 100, 100}, m_desktop);
     int created = 0;
     onMessage = [&](const test::Message& message, LRESULT&) {
-        if (message.window == parent && message.number == WM_DESTROY) {
+        if (message.window == parent && message.number == WM_DESTROY)
             created += Create({0, 0, 5, 5}, parent) != nullptr;
-        }
         return false;
     };
     DestroyWindow(parent);

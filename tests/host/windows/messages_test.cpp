@@ -16,9 +16,8 @@ protected:
     // Runs a message loop until the idle handler returns false or WM_QUIT comes; returns its code.
     static WPARAM RunLoop() {
         MSG message;
-        while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        while (GetMessageW(&message, nullptr, 0, 0) > 0)
             DispatchMessageW(&message);
-        }
         return message.wParam;
     }
 };
@@ -64,9 +63,8 @@ TEST_F(MessageLoop, AMessageForNobodyIsDeliveredToNobody) {
 
 TEST_F(MessageLoop, QueueIsBounded) {
     int posted = 0;
-    while (posted < 20000 && PostMessageW(m_desktop, WM_USER, 0, 0)) {
+    while (posted < 20000 && PostMessageW(m_desktop, WM_USER, 0, 0))
         ++posted;
-    }
     EXPECT_EQ(posted, 10000);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_ENOUGH_QUOTA));
     host::DeliverMessages();

@@ -57,9 +57,8 @@ protected:
     std::vector<HWND> PaintedInOrder() {
         host::DeliverMessages();
         std::vector<HWND> windows;
-        for (const test::Message& message : Take({WM_PAINT})) {
+        for (const test::Message& message : Take({WM_PAINT}))
             windows.push_back(message.window);
-        }
         return windows;
     }
 
@@ -82,9 +81,8 @@ TEST_F(WindowPainting, DrawingIsClippedByChildrenSiblingsAndTopmostWindows) {
     const HWND upper = Create({30, 30, 200, 60}, dialog);
     const HWND lower = Create({0, 0, 60, 60}, dialog);
     Settle();
-    for (const HWND window : {m_desktop, dialog, lower, upper, sip}) {
+    for (const HWND window : {m_desktop, dialog, lower, upper, sip})
         InvalidateRect(window, nullptr, FALSE);
-    }
     EXPECT_EQ(PaintedInOrder(), (std::vector<HWND>{sip, dialog, upper, lower, m_desktop}));
     const int upperShows = 110 * 30;
     const int lowerShows = 60 * 60 - 30 * 30;

@@ -59,9 +59,8 @@ protected:
 
     void TearDown() override {
         onMessage = nullptr;
-        for (const HWND window : m_tops) {
+        for (const HWND window : m_tops)
             DestroyWindow(window);  // fails if the test has done it
-        }
         m_current = nullptr;
     }
 

@@ -21,9 +21,8 @@ DWORD ReadNumber(LPCWSTR name) {
 void WriteNumber(LPCWSTR name, DWORD number) {
     HKEY key = nullptr;
     if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, TEST_SERVER_KEY, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
-                        nullptr) != ERROR_SUCCESS) {
+                        nullptr) != ERROR_SUCCESS)
         return;
-    }
     RegSetValueExW(key, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof(number));
     RegCloseKey(key);
 }
@@ -59,8 +58,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
 
 extern "C" __attribute__((visibility("default"))) BOOL WINAPI DllMain(HMODULE, DWORD reason, void*) {
     if (reason == DLL_PROCESS_ATTACH && ReadNumber(TEST_SERVER_REFUSE)) return FALSE;
-    if (reason == DLL_PROCESS_ATTACH || reason == DLL_PROCESS_DETACH) {
+    if (reason == DLL_PROCESS_ATTACH || reason == DLL_PROCESS_DETACH)
         WriteNumber(TEST_SERVER_ATTACHED, reason == DLL_PROCESS_ATTACH);
-    }
     return TRUE;
 }
