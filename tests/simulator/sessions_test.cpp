@@ -23,30 +23,20 @@
 #include <sstream>
 
 #include "simulator_run.h"
+#include "tests/cases.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-struct Session {
-    std::string name;  // file and session
-    std::vector<std::string> lines;
-};
-
-std::vector<Session> ReadSessions() {
-    std::vector<Session> sessions;
-    for (const auto& entry : fs::directory_iterator(SESSIONS)) {
-        std::ifstream file(entry.path());
-        for (std::string line; std::getline(file, line);)
-            if (line.starts_with("== "))
-                sessions.push_back({entry.path().stem().string() + '_' + line.substr(3), {}});
-            else if (!line.empty() && line[0] != '#')
-                sessions.back().lines.push_back(line);
-    }
+// Those of all files, each under the name of its file and its own.
+std::vector<Case> ReadSessions() {
+    std::vector<Case> sessions;
+    for (const auto& entry : fs::directory_iterator(SESSIONS))
+        for (Case& session : ReadCases(entry.path()))
+            sessions.push_back({entry.path().stem().string() + '_' + session.name, session.lines});
     return sessions;
 }
-
-void PrintTo(const Session& session, std::ostream* stream) { *stream << session.name; }
 
 // Upright, 240 x 320. The menu of input methods has "Other" too.
 const std::map<std::string, std::string> kPlaces = {
@@ -78,7 +68,7 @@ testing::AssertionResult Matches(const std::string& text, const std::string& pat
     return HasParts(text, parts);
 }
 
-class SessionTest : public SimulatorTest, public testing::WithParamInterface<Session> {
+class SessionTest : public SimulatorTest, public testing::WithParamInterface<Case> {
 protected:
     void Directive(const std::string& line) {
         std::istringstream words(line);
@@ -131,13 +121,15 @@ private:
 };
 
 TEST_P(SessionTest, GivesItsTrace) {
-    for (const std::string& line : GetParam().lines)
+    for (const std::string& line : GetParam().lines) {
+        if (line.empty() || line[0] == '#') continue;
         if (line[0] == '$')
             Directive(Rest(line, "$"));
         else if (line[0] == '>')
             Command(Rest(line, ">"));
         else
             Expect(line);
+    }
     Finish();
 }
 

@@ -9,12 +9,12 @@
 #include <sstream>
 
 #include "bitmap.h"
-#include "cases.h"
 #include "dump.h"
 #include "errors.h"
 #include "ink.h"
 #include "module_writer.h"
 #include "preview.h"
+#include "tests/cases.h"
 
 namespace tlk {
 namespace {

@@ -8,12 +8,12 @@
 #include <map>
 #include <set>
 
-#include "cases.h"
 #include "check.h"
 #include "drawing.h"
 #include "file.h"
 #include "skin_module.h"
 #include "source.h"
+#include "tests/cases.h"
 
 namespace tlk {
 namespace {

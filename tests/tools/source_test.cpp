@@ -9,12 +9,12 @@
 #include <sstream>
 
 #include "bitmap.h"
-#include "cases.h"
 #include "compile.h"
 #include "drawing.h"
 #include "errors.h"
 #include "file.h"
 #include "png_file.h"
+#include "tests/cases.h"
 
 namespace tlk {
 namespace {

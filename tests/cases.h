@@ -13,7 +13,7 @@ struct Case {
     std::vector<std::string> lines;
 };
 
-inline void PrintTo(const Case& test, std::ostream* pOut) { *pOut << test.name; }
+inline void PrintTo(const Case& test, std::ostream* out) { *out << test.name; }
 
 inline std::vector<Case> ReadCases(const std::string& path) {
     std::vector<Case> cases;
