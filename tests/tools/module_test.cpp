@@ -72,7 +72,7 @@ TEST(Module, LoadsForAnyProcessor) {
     const Bytes picture = EncodePicture(Picture({240, 80}, Color{}));
     for (const auto processor : {Processor::Arm, Processor::X86, Processor::X64}) {
         const Bytes file = WriteModule({{ResourceKind::Bitmap, "char_keyboard_bitmap", picture}}, processor);
-        EXPECT_TRUE(ReadSkin(Module::Parse(file)).pEngine->Upright().TakesSkin());
+        EXPECT_TRUE(ReadSkin(Module::Parse(file)).engine->Upright().TakesSkin());
     }
 }
 

@@ -75,13 +75,13 @@ std::string Text(const Rect& rect) {
            "," + std::to_string(rect.bottom);
 }
 
-std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* pPlaces) {
+std::vector<Remark> Check(const Module& module, Size size, const SourcePlaces* places) {
     const Screen screen{{std::min(size.width, size.height), std::max(size.width, size.height)}};
     const SkinModule skin = ReadSkin(module, screen.upright);
     CheckedSkin checked{module, skin, screen, {}};
-    RemarkList remarks(skin, pPlaces);
+    RemarkList remarks(skin, places);
     CheckLoading(checked, remarks);
-    if (!skin.pEngine->Upright().TakesSkin()) return remarks.Take();
+    if (!skin.engine->Upright().TakesSkin()) return remarks.Take();
     for (BoardKind board : kBoards)
         checked.hits[static_cast<std::size_t>(board)] =
             MapHits(skin, board, Clip(skin.Board(board).picture.GetSize(), screen.Panel(board)));

@@ -32,7 +32,7 @@ struct Remark {
 
 // `screen` is the size in pixels in either orientation; checks both. No remarks mean that the skin is good.
 [[nodiscard]] std::vector<Remark> Check(const Module& module, Size screen,
-                                        const SourcePlaces* pPlaces = nullptr);
+                                        const SourcePlaces* places = nullptr);
 
 // Checks the name of the skin's file, which the keyboard must be able to tell from other skins in the same
 // folder.

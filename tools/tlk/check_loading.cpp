@@ -65,7 +65,7 @@ private:
                                                     refused);
         else if (!picture.IsReadable())
             return;
-        else if (!m_skin.pEngine->Turned().TakesSkin())
+        else if (!m_skin.engine->Turned().TakesSkin())
             m_remarks.Add(BoardKind::Landscape, "the picture is " + width + " pixels wide" + refused);
         else if (picture.GetSize().width < screen.width)
             m_remarks.Add(BoardKind::Landscape, "the picture is as wide as the narrow side of the screen: " +

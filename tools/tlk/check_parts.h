@@ -14,7 +14,7 @@ using PlaneSet = std::set<std::size_t>;
 
 class RemarkList {
 public:
-    RemarkList(const SkinModule& skin, const SourcePlaces* pPlaces) : m_skin(skin), m_places(pPlaces) {}
+    RemarkList(const SkinModule& skin, const SourcePlaces* places) : m_skin(skin), m_places(places) {}
 
     void Add(std::string text);
     void Add(BoardKind board, std::string text);

@@ -20,7 +20,7 @@ enum Status { Done = 0, Remarks = 1, Failed = 2 };
 
 struct Command {
     // Owned by the application; true if the command line names this command.
-    CLI::App* pOptions;
+    CLI::App* options;
     // Throws FileError. Writes results to standard output.
     std::function<Status()> run;
 };
@@ -39,7 +39,7 @@ struct Checked {
     std::string file;
     // "240x320"; if empty, guessed from the pictures.
     std::string screen;
-    const SourcePlaces* pPlaces = nullptr;
+    const SourcePlaces* places = nullptr;
 };
 
 // Writes a line for each remark, with the label before its text; returns their number. Throws FileError if

@@ -69,7 +69,7 @@ std::vector<Output> MakeOutputs(const Subject& subject, const fs::path& folder) 
     std::string lines = "# Paint on these pictures. Lines of those that you do not change can be removed.\n" +
                         subject.table + "\n";
     for (const std::string& name : AllArtNames()) {
-        const SkinBitmap bitmap = skin.pEngine->Bitmap(FindArtResource(name));
+        const SkinBitmap bitmap = skin.engine->Bitmap(FindArtResource(name));
         if (!bitmap.isPresent) continue;
         if (!bitmap.IsReadable()) {
             std::cerr << "warning: " << name << " is left out: it is damaged or compressed\n";
@@ -99,17 +99,17 @@ Status Run(const Arguments& arguments) {
 }  // namespace
 
 Command DescribeArt(CLI::App& app) {
-    CLI::App* pOptions =
+    CLI::App* options =
         app.add_subcommand("art", "Write the pictures and masks of a skin as PNG files to paint on");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("skin", arguments->skin, "A skin's source, or a skin file")->required();
-    pOptions->add_option("-o,--output", arguments->output, "The folder to write to, created if missing")
+    options->add_option("skin", arguments->skin, "A skin's source, or a skin file")->required();
+    options->add_option("-o,--output", arguments->output, "The folder to write to, created if missing")
         ->required();
-    pOptions->add_option("--screen", arguments->screen,
-                         "For a source: the upright screen, such as 240x320; default: the first one");
-    pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+    options->add_option("--screen", arguments->screen,
+                        "For a source: the upright screen, such as 240x320; default: the first one");
+    options->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
-    return {pOptions, [arguments] { return Run(*arguments); }};
+    return {options, [arguments] { return Run(*arguments); }};
 }
 
 }  // namespace tlk

@@ -116,28 +116,28 @@ Status Run(Arguments arguments) {
 }  // namespace
 
 Command DescribeBuild(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand("build", "Build a skin file from a source");
+    CLI::App* options = app.add_subcommand("build", "Build a skin file from a source");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("source", arguments->sources, "The skin's TOML text")->required();
-    pOptions->add_option("-o,--output", arguments->output, "The skin file to write; with --all a folder")
+    options->add_option("source", arguments->sources, "The skin's TOML text")->required();
+    options->add_option("-o,--output", arguments->output, "The skin file to write; with --all a folder")
         ->required();
-    CLI::Option* screen = pOptions->add_option("--screen", arguments->screen,
-                                               "Width and height of the upright screen, such as 240x320; "
-                                               "default: the first one that the source lists");
-    pOptions
+    CLI::Option* screen = options->add_option("--screen", arguments->screen,
+                                              "Width and height of the upright screen, such as 240x320; "
+                                              "default: the first one that the source lists");
+    options
         ->add_flag("--all", arguments->all,
                    "Build one or more sources for all their screens, as 240x320/NAME-240x320.tlk")
         ->excludes(screen);
-    pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+    options->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
-    pOptions
+    options
         ->add_option(
             "--processor", arguments->processor,
             "The processor that loads the file: arm (a handheld; the simulator loads any), x86 or x86-64 "
             "(Windows)")
         ->check(CLI::IsMember(Processors()))
         ->capture_default_str();
-    return {pOptions, [arguments] { return Run(*arguments); }};
+    return {options, [arguments] { return Run(*arguments); }};
 }
 
 }  // namespace tlk

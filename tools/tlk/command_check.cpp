@@ -48,7 +48,7 @@ Status Run(const Arguments& arguments) {
     Checked checked{module, arguments.skin, arguments.screen};
     const Size screen = ScreenFor(checked);
     const SourcePlaces places = ReadPlaces(arguments.source, screen);
-    if (!arguments.source.empty()) checked.pPlaces = &places;
+    if (!arguments.source.empty()) checked.places = &places;
     const std::size_t count = PrintRemarks(checked, "", std::cout);
     std::cout << arguments.skin << ": "
               << (count == 0   ? "good"
@@ -63,7 +63,7 @@ Status Run(const Arguments& arguments) {
 }  // namespace
 
 std::size_t PrintRemarks(const Checked& checked, const std::string& label, std::ostream& out) {
-    std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.pPlaces);
+    std::vector<Remark> remarks = Check(checked.module, ScreenFor(checked), checked.places);
     std::ranges::move(CheckName(checked.file), std::back_inserter(remarks));
     for (const Remark& remark : remarks)
         out << FormatRemark(remark, checked.file, label) << '\n';
@@ -71,15 +71,13 @@ std::size_t PrintRemarks(const Checked& checked, const std::string& label, std::
 }
 
 Command DescribeCheck(CLI::App& app) {
-    CLI::App* pOptions =
-        app.add_subcommand("check", "Check a skin file; exit status 1 if something is wrong");
+    CLI::App* options = app.add_subcommand("check", "Check a skin file; exit status 1 if something is wrong");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("skin", arguments->skin, "The skin file")->required();
-    pOptions->add_option("--screen", arguments->screen,
-                         "Size of the screen, as in 240x320; both orientations are checked");
-    pOptions->add_option("--source", arguments->source,
-                         "The skin's source, for the lines that name the keys");
-    return {pOptions, [arguments] { return Run(*arguments); }};
+    options->add_option("skin", arguments->skin, "The skin file")->required();
+    options->add_option("--screen", arguments->screen,
+                        "Size of the screen, as in 240x320; both orientations are checked");
+    options->add_option("--source", arguments->source, "The skin's source, for the lines that name the keys");
+    return {options, [arguments] { return Run(*arguments); }};
 }
 
 }  // namespace tlk

@@ -10,10 +10,10 @@
 namespace tlk {
 
 Command DescribeDump(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand("dump", "Print the content of a skin file");
+    CLI::App* options = app.add_subcommand("dump", "Print the content of a skin file");
     auto skin = std::make_shared<std::string>();
-    pOptions->add_option("skin", *skin, "The skin file")->required();
-    return {pOptions, [skin] {
+    options->add_option("skin", *skin, "The skin file")->required();
+    return {options, [skin] {
                 std::cout << Dump(OpenModule(*skin));
                 return Done;
             }};

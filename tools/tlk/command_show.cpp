@@ -87,31 +87,30 @@ Status Show(const Arguments& arguments) {
 }  // namespace
 
 Command DescribeShow(CLI::App& app) {
-    CLI::App* pOptions =
+    CLI::App* options =
         app.add_subcommand("show", "Draw a plane of a skin file, or all of them, into a PNG file");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("skin", arguments->skin, "The skin file")->required();
-    pOptions
+    options->add_option("skin", arguments->skin, "The skin file")->required();
+    options
         ->add_option("--plane", arguments->plane, "lng1, uml1, lng2 or uml2 with -small or -large, or digit")
         ->capture_default_str();
-    pOptions->add_flag("--landscape", arguments->isLandscape, "The landscape keyboard");
-    pOptions->add_flag("--caps", arguments->hasCapsLock,
-                       "With caps lock; the digit row ignores it if the skin says so");
-    pOptions
+    options->add_flag("--landscape", arguments->isLandscape, "The landscape keyboard");
+    options->add_flag("--caps", arguments->hasCapsLock,
+                      "With caps lock; the digit row ignores it if the skin says so");
+    options
         ->add_option("--pressed", arguments->pressed,
                      "Keys to draw pressed: names or indices, separated by commas")
         ->allow_extra_args(false);
-    pOptions->add_flag("--hit-areas", arguments->showsHitAreas, "Outline and name the keys' rectangles");
-    CLI::Option* sheet = pOptions->add_flag(
+    options->add_flag("--hit-areas", arguments->showsHitAreas, "Outline and name the keys' rectangles");
+    CLI::Option* sheet = options->add_flag(
         "--sheet", arguments->isSheet,
         "All planes of all keyboards, latched and pressed keys and hit areas, in one picture");
     for (const char* name : {"--plane", "--landscape", "--caps", "--pressed", "--hit-areas"})
-        sheet->excludes(pOptions->get_option(name));
-    pOptions->add_option("-o,--output", arguments->output, "The PNG file to write")->required();
-    pOptions->add_option("--zoom", arguments->zoom, "Enlarge each pixel")->check(CLI::Range(1, 8));
-    pOptions->add_option("--font", arguments->font, "Font file for names and captions")
-        ->capture_default_str();
-    return {pOptions, [arguments] { return Show(*arguments); }};
+        sheet->excludes(options->get_option(name));
+    options->add_option("-o,--output", arguments->output, "The PNG file to write")->required();
+    options->add_option("--zoom", arguments->zoom, "Enlarge each pixel")->check(CLI::Range(1, 8));
+    options->add_option("--font", arguments->font, "Font file for names and captions")->capture_default_str();
+    return {options, [arguments] { return Show(*arguments); }};
 }
 
 }  // namespace tlk

@@ -193,19 +193,19 @@ std::string BuiltSimulator() {
 }  // namespace
 
 Command DescribeWatch(CLI::App& app) {
-    CLI::App* pOptions = app.add_subcommand(
+    CLI::App* options = app.add_subcommand(
         "watch", "Show a source in a simulator, and rebuild it whenever one of its files is saved");
     auto arguments = std::make_shared<Arguments>();
-    pOptions->add_option("source", arguments->source, "The skin's TOML text")
+    options->add_option("source", arguments->source, "The skin's TOML text")
         ->required()
         ->check(CLI::ExistingFile);
-    pOptions->add_option("--screen", arguments->screen,
-                         "The upright screen, such as 240x320; default: the first one that the source lists");
-    pOptions->add_option("--simulator", arguments->simulator,
-                         "The simulator's program; default: the one built with tlk");
-    pOptions->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
+    options->add_option("--screen", arguments->screen,
+                        "The upright screen, such as 240x320; default: the first one that the source lists");
+    options->add_option("--simulator", arguments->simulator,
+                        "The simulator's program; default: the one built with tlk");
+    options->add_option("--font", arguments->font, "Font file for all glyphs, unless the source names one")
         ->capture_default_str();
-    return {pOptions, [arguments] {
+    return {options, [arguments] {
                 if (arguments->simulator.empty()) arguments->simulator = BuiltSimulator();
                 HandleSignals();
                 return Watcher(*arguments).Run();

@@ -68,7 +68,7 @@ public:
 
     std::vector<Resource> Run() {
         TryEach(kBoards, [this](BoardKind kind) {
-            if (const Board* pBoard = m_skin.Find(kind)) AddBoard(kind, LayOut(m_skin, *pBoard));
+            if (const Board* board = m_skin.Find(kind)) AddBoard(kind, LayOut(m_skin, *board));
         });
         if (m_hasLanguageKey) Add(ResourceKind::Data, "LOCALE_CHARSET", EncodeSecondLanguage(m_skin));
         // Only its presence counts.

@@ -94,10 +94,10 @@ public:
         info.bmiHeader.biHeight = -size.height;  // rows from the top
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
-        void* pBits = nullptr;
-        m_bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pBits, nullptr, 0));
+        void* bits = nullptr;
+        m_bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         if (!m_bitmap) throw FileError("no memory for a picture of " + Text(size));
-        m_bits = static_cast<const DWORD*>(pBits);
+        m_bits = static_cast<const DWORD*>(bits);
         m_selection.emplace(m_dc.Get(), m_bitmap.Get());
     }
 
@@ -105,12 +105,12 @@ public:
 
     Picture Read() const {
         Picture picture(m_size, Color{});
-        const DWORD* pPixel = m_bits;
+        const DWORD* pixel = m_bits;
         for (int y = 0; y < m_size.height; ++y)
-            for (int x = 0; x < m_size.width; ++x, ++pPixel)
-                picture.At(x, y) = {static_cast<std::uint8_t>(*pPixel >> 16),
-                                    static_cast<std::uint8_t>(*pPixel >> 8),
-                                    static_cast<std::uint8_t>(*pPixel)};
+            for (int x = 0; x < m_size.width; ++x, ++pixel)
+                picture.At(x, y) = {static_cast<std::uint8_t>(*pixel >> 16),
+                                    static_cast<std::uint8_t>(*pixel >> 8),
+                                    static_cast<std::uint8_t>(*pixel)};
         return picture;
     }
 
@@ -267,8 +267,8 @@ Picture Keyboard::Paint(Size size) {
 
 struct Engine::Parts {
     CModuleOwner file;
-    std::unique_ptr<Keyboard> pUpright;
-    std::unique_ptr<Keyboard> pTurned;
+    std::unique_ptr<Keyboard> upright;
+    std::unique_ptr<Keyboard> turned;
 };
 
 Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_parts(std::make_unique<Parts>()) {
@@ -280,8 +280,8 @@ Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_parts(std::
     if (m_parts->file) {
         // The engine uses only the narrow side of the device's screen.
         host::SetScreenSize({upright.width, upright.width});
-        m_parts->pUpright.reset(new Keyboard(upright));
-        m_parts->pTurned.reset(new Keyboard({upright.height, upright.width}));
+        m_parts->upright.reset(new Keyboard(upright));
+        m_parts->turned.reset(new Keyboard({upright.height, upright.width}));
     }
     // The module stays loaded, and the next skin is the only file again.
     fs::remove(path);
@@ -290,9 +290,9 @@ Engine::Engine(std::span<const std::uint8_t> file, Size upright) : m_parts(std::
 
 Engine::~Engine() = default;
 
-Keyboard& Engine::Upright() const { return *m_parts->pUpright; }
+Keyboard& Engine::Upright() const { return *m_parts->upright; }
 
-Keyboard& Engine::Turned() const { return *m_parts->pTurned; }
+Keyboard& Engine::Turned() const { return *m_parts->turned; }
 
 SkinBitmap Engine::Bitmap(std::string_view name) const {
     SkinBitmap bitmap;

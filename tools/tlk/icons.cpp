@@ -104,12 +104,12 @@ Mask DrawStored(std::string_view name, int capHeight) {
     if (capHeight >= kDoubledFrom) return Double(DrawStored(name, std::max(capHeight / 2, kThickFrom)));
     const Mask& thin = *FindDrawing(name, "thin");
     if (capHeight >= kLargeFrom) {
-        const Mask* pLarge = FindDrawing(name, "large");
-        return pLarge ? *pLarge : Double(thin);
+        const Mask* large = FindDrawing(name, "large");
+        return large ? *large : Double(thin);
     }
     if (capHeight >= kThickFrom) return *FindDrawing(name, "thick");
-    const Mask* pTiny = capHeight < kThinFrom ? FindDrawing(name, "tiny") : nullptr;
-    return pTiny ? *pTiny : thin;
+    const Mask* tiny = capHeight < kThinFrom ? FindDrawing(name, "tiny") : nullptr;
+    return tiny ? *tiny : thin;
 }
 
 }  // namespace

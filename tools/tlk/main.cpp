@@ -47,7 +47,7 @@ tlk::Status RunNamedCommand(CLI::App& app, int argc, char** argv) {
         return tlk::Failed;
     }
     for (const tlk::Command& command : commands)
-        if (*command.pOptions) return command.run();
+        if (*command.options) return command.run();
     return tlk::Failed;
 }
 

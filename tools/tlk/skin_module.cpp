@@ -55,9 +55,9 @@ void TakeLayout(const KeyLayout& keys, SkinBoard& board) {
 SkinBoard ReadBoard(const SkinModule& skin, BoardKind kind) {
     SkinBoard board;
     board.kind = kind;
-    board.picture = skin.pEngine->Bitmap(PictureResource(kind));
+    board.picture = skin.engine->Bitmap(PictureResource(kind));
     for (std::size_t plane = 0; plane < kPlaneCount; ++plane)
-        if (HasPlane(kind, plane)) board.masks[plane] = skin.pEngine->Bitmap(MaskResource(kind, plane));
+        if (HasPlane(kind, plane)) board.masks[plane] = skin.engine->Bitmap(MaskResource(kind, plane));
     TakeLayout(skin.KeyboardOf(kind).Keys(kind == BoardKind::Digits), board);
     return board;
 }
@@ -117,12 +117,12 @@ SkinModule ReadSkin(const Module& module, std::optional<Size> screen) {
     // Without a picture, any screen will do to report that.
     const Size suggested = GuessScreen(module).value_or(Size{240, 320});
     SkinModule skin;
-    skin.pEngine = std::make_unique<Engine>(module.File(),
-                                            screen && screen->width == suggested.width ? *screen : suggested);
+    skin.engine = std::make_unique<Engine>(module.File(),
+                                           screen && screen->width == suggested.width ? *screen : suggested);
     for (BoardKind kind : kBoards)
         skin.boards[static_cast<std::size_t>(kind)] = ReadBoard(skin, kind);
     skin.characters =
-        skin.pEngine->Upright().TakesSkin() ? skin.pEngine->Upright().Characters() : BuiltInCharacters();
+        skin.engine->Upright().TakesSkin() ? skin.engine->Upright().Characters() : BuiltInCharacters();
     const auto locale = module.Find(ResourceKind::Data, "LOCALE_CHARSET");
     skin.hasSecondLanguage = locale && locale->size() >= kLocaleHeaderSize;
     skin.isSwipeOnly = module.Find(ResourceKind::Data, "SWIPE_ONLY").has_value();

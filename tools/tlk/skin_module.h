@@ -55,12 +55,12 @@ struct SkinModule {
     CharacterTable characters;
     bool hasSecondLanguage = false;
     bool isSwipeOnly = false;
-    std::unique_ptr<Engine> pEngine;
+    std::unique_ptr<Engine> engine;
 
     const SkinBoard& Board(BoardKind kind) const { return boards[static_cast<std::size_t>(kind)]; }
     // The keyboard that shows this board; both show the digits.
     Keyboard& KeyboardOf(BoardKind kind) const {
-        return kind == BoardKind::Landscape ? pEngine->Turned() : pEngine->Upright();
+        return kind == BoardKind::Landscape ? engine->Turned() : engine->Upright();
     }
     std::string NameOf(std::uint16_t key) const { return KeyName(characters, key); }
     // For messages: key "q", key 87.
