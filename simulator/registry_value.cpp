@@ -88,7 +88,8 @@ std::optional<RegistryValue> ReadRegistryValue(const KeyPath& path, const std::u
 
 std::u16string ReadRegistryText(const KeyPath& path, const std::u16string& name) {
     const std::optional<RegistryValue> value = ReadRegistryValue(path, name);
-    const std::u16string text = value ? value->Characters() : std::u16string();
+    if (!value || value->type != REG_SZ) return {};
+    const std::u16string text = value->Characters();
     return text.substr(0, text.find(u'\0'));
 }
 

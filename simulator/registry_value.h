@@ -32,7 +32,7 @@ KeyPath ParseKeyPath(const std::string& text);
 
 // None if the key or the value does not exist.
 std::optional<RegistryValue> ReadRegistryValue(const KeyPath& key, const std::u16string& name);
-// A string of any type, up to its first null; empty if the key or the value does not exist.
+// A value of type REG_SZ up to its first null; empty if there is none.
 std::u16string ReadRegistryText(const KeyPath& key, const std::u16string& name);
 // These return the error code of the registry.
 LSTATUS WriteRegistryValue(const KeyPath& key, const std::u16string& name, const RegistryValue& value);
